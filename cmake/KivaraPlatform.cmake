@@ -1,0 +1,45 @@
+# What every target is compiled with, and the one platform that is supported.
+
+if(NOT (WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SIZEOF_VOID_P EQUAL 8))
+  message(FATAL_ERROR "kivara needs MinGW-w64 GCC for 64-bit Windows on msvcrt; configure with `cmake --preset release`.")
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+# Programs find their DLLs in their own folder, so everything that runs is built into one.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_SHARED_LIBRARY_PREFIX "")
+set(CMAKE_RC_COMPILE_OBJECT "<CMAKE_RC_COMPILER> --codepage=65001 -O coff <DEFINES> <INCLUDES> <SOURCE> <OBJECT>")
+
+find_program(KIVARA_CCACHE ccache)
+if(KIVARA_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${KIVARA_CCACHE})
+endif()
+
+add_compile_options(
+  $<$<COMPILE_LANGUAGE:CXX>:-Wall$<SEMICOLON>-Wextra$<SEMICOLON>-Wpedantic$<SEMICOLON>-Wshadow$<SEMICOLON>-Wnon-virtual-dtor$<SEMICOLON>-Woverloaded-virtual$<SEMICOLON>-Werror>)
+add_compile_definitions(
+  $<$<CONFIG:Debug>:KIVARA_DEBUG=1> _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+
+if(KIVARA_UBSAN)
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fsanitize=undefined$<SEMICOLON>-fsanitize-undefined-trap-on-error>)
+endif()
+if(KIVARA_COVERAGE)
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:--coverage>)
+  add_link_options(--coverage)
+endif()
+
+# The compiler's shared runtime, copied beside the programs.
+foreach(dll IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
+    OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
+  if(NOT IS_ABSOLUTE "${path}")
+    unset(path)
+    find_file(KIVARA_RUNTIME_${dll} ${dll} PATHS /usr/x86_64-w64-mingw32/lib NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+    set(path ${KIVARA_RUNTIME_${dll}})
+  endif()
+  list(APPEND KIVARA_RUNTIME_DLLS ${path})
+  file(COPY ${path} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+endforeach()

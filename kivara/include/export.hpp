@@ -1,0 +1,9 @@
+#pragma once
+/// \file
+/// KIV_API: what kivara.dll exports.
+
+#ifdef KIVARA_EXPORTS
+#define KIV_API __declspec(dllexport)
+#else
+#define KIV_API __declspec(dllimport)
+#endif

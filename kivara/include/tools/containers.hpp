@@ -1,0 +1,37 @@
+#pragma once
+/// \file
+/// The containers that public signatures use.
+
+#include <functional>
+#include <map>
+#include <utility>
+#include <vector>
+
+/// A growable contiguous sequence, counted from 0. A function that fills one clears it first.
+template <class T> using ISequence = std::vector<T>;
+
+/// Unique keys in the order of Compare, each with a value.
+template <class K, class V, class Compare = std::less<K>> using IKeySortedSet = std::map<K, V, Compare>;
+
+template <class K, class PointerToValue, class Map = std::map<K, PointerToValue>> class KivValueDelMap;
+
+/// A map that owns the objects behind its values: its destructor deletes each of them.
+/// erase and clear do not delete, nor does overwriting a value. Moving hands the ownership on; there is no copy.
+template <class K, class V, class Map> class KivValueDelMap<K, V *, Map> : public Map {
+public:
+  using Map::Map;
+
+  KivValueDelMap() = default;
+  KivValueDelMap(KivValueDelMap const &) = delete;
+  KivValueDelMap & operator=(KivValueDelMap const &) = delete;
+  KivValueDelMap(KivValueDelMap && other) noexcept { this->swap(other); }
+  KivValueDelMap & operator=(KivValueDelMap && other) noexcept {
+    this->swap(other);
+    return *this;
+  }
+
+  ~KivValueDelMap() {
+    for (auto const & entry : *this)
+      delete entry.second;
+  }
+};

@@ -1,0 +1,36 @@
+#pragma once
+/// \file
+/// Dir: the list of a folder's entries.
+
+#include "tools/direntry.hpp"
+
+#include <vector>
+
+namespace SV {
+
+/// Which entries a Dir lists, as sums.
+enum DirEntryKind { FSYS_KIND_FILE = 2, FSYS_KIND_DIR = 4 };
+
+/// The order of a Dir.
+enum FSysSort { FSYS_SORT_NONE = 0, FSYS_SORT_NAME = 0x80 };
+
+/// What a folder holds, read at construction. The last component may hold the wildcards '*' and '?'; without them the entry
+/// is a folder, and all of it is listed. A folder that cannot be read gives an empty list. "." and ".." are not listed.
+class Dir {
+public:
+  /// \param attributes  the kinds to list, a sum of DirEntryKind
+  TL_API Dir(DirEntry const & entry, int attributes);
+
+  /// Sorts the list, by name without regard to case for 0x80; any other order leaves it as the system gave it.
+  TL_API void SetSort(int order);
+
+  unsigned long Count() const { return static_cast<unsigned long>(entries_.size()); }
+
+  /// The entry at a position below Count, with its path.
+  DirEntry const & operator[](unsigned long position) const { return entries_[position]; }
+
+private:
+  std::vector<DirEntry> entries_;
+};
+
+} // namespace SV

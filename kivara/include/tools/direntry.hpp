@@ -1,0 +1,53 @@
+#pragma once
+/// \file
+/// DirEntry: the name of a file or folder.
+
+#include "tools/export.hpp"
+#include "tools/string.hpp"
+
+namespace SV {
+
+/// How a path is written. 0, the style of the system, is the one in use.
+enum FSysPathStyle { FSYS_STYLE_HOST = 0 };
+
+/// A system's error code; 0 is success.
+using FSysError = unsigned long;
+inline constexpr FSysError FSYS_ERR_OK = 0;
+
+/// The name of an entry of the file system, which need not exist. Names are kept as given, with '/' as '\\'.
+/// A path is read in the system's code page.
+class DirEntry {
+public:
+  TL_API DirEntry(String const & path, FSysPathStyle style = FSYS_STYLE_HOST);
+
+  /// The full path; that of a relative entry begins at the working directory of the moment.
+  /// \param withSeparator  non-zero: the path ends in one separator; 0: it ends in none, but for a root
+  /// \param limit          the most characters of the result
+  TL_API String GetFull(FSysPathStyle style = FSYS_STYLE_HOST, int withSeparator = 0,
+                        std::int32_t limit = STRING_MAXLEN) const;
+
+  /// The last component with its extension; that of a root or of an empty entry is empty.
+  TL_API String GetName(FSysPathStyle style = FSYS_STYLE_HOST) const;
+
+  /// The last component up to the last \p separator in it; all of it where there is none.
+  TL_API String GetBase(char separator = '.') const;
+
+  /// Replaces what GetBase gives; what follows the separator stays.
+  TL_API void ChangeBase(String const & base, char separator = '.');
+
+  /// The folder that contains the entry; of a bare name the working directory, as an entry, of a root the root.
+  TL_API DirEntry GetPath() const;
+
+  TL_API bool Exists() const;
+
+  /// Deletes the file or the empty folder.
+  TL_API FSysError Kill() const;
+
+  /// Moves to another name, on another drive too. An existing target is not overwritten.
+  TL_API FSysError MoveTo(DirEntry const & target) const;
+
+private:
+  String path_;
+};
+
+} // namespace SV

@@ -1,0 +1,9 @@
+#pragma once
+/// \file
+/// TL_API: what TL0105.dll exports.
+
+#ifdef TL0105_EXPORTS
+#define TL_API __declspec(dllexport)
+#else
+#define TL_API __declspec(dllimport)
+#endif

@@ -1,0 +1,153 @@
+#pragma once
+/// \file
+/// String: the 8-bit text at every interface.
+
+#include "tools/detail/shared_text.hpp"
+
+#include <cstring>
+#include <utility>
+
+namespace SV {
+
+/// A counted 8-bit text with a NUL behind it. It may hold NUL characters; c_str() then shows the part before the first.
+///
+/// Copies share one block, which is copied before the first write. The count of owners is not locked: a text that another
+/// thread gets must be a copy built from its characters. Lengths and positions are in characters, counted from 0. A result
+/// beyond STRING_MAXLEN characters is cut to it without a report. What allocates throws std::bad_alloc and changes nothing.
+///
+/// \code
+///   SV::String name("report");
+///   name += '-';
+///   name += SV::String(7);          // "report-7"
+///   if (name.substr(0, 6) == "report") ...
+/// \endcode
+class String {
+public:
+  /// The empty text: all of them are one block.
+  String() noexcept = default;
+
+  /// The characters up to the NUL; a null pointer gives the empty text.
+  String(char const * text) : text_(text, STRING_LEN_TO_NUL) {}
+
+  /// \p length characters; with STRING_LEN_TO_NUL those up to the NUL. A null pointer or a length below 1: the empty text.
+  String(char const * text, std::int32_t length) : text_(text, length) {}
+
+  /// \p length characters, at least 1, of any value, to be written through writable().
+  static String ofLength(std::int32_t length) { return String(detail::SharedText<char>::ofLength(length)); }
+
+  /// One character; the NUL character gives the empty text.
+  explicit String(char c) : text_(&c, c != '\0') {}
+
+  /// Decimal text of a number.
+  TL_API explicit String(int number);
+  TL_API explicit String(long number);
+  TL_API explicit String(long long number);
+  TL_API explicit String(unsigned short number);
+  TL_API explicit String(unsigned int number);
+  TL_API explicit String(unsigned long number);
+  TL_API explicit String(unsigned long long number);
+
+  /// The number at the start of the text, as the runtime's atof reads it.
+  TL_API explicit operator double() const;
+
+  String & operator=(char const * text) { return Assign(text); }
+
+  /// Replaces the text. The block is overwritten in place when it is unshared and the length stays the same and above 0.
+  String & Assign(char const * text, std::int32_t length = STRING_LEN_TO_NUL) {
+    text_.assign(text, length);
+    return *this;
+  }
+
+  std::int32_t Len() const { return text_.length(); }
+
+  /// The characters and a NUL; valid until the text is changed or dies.
+  char const * c_str() const { return text_.text(); }
+
+  /// The character at \p position; NUL where there is none.
+  char charAt(std::int32_t position) const {
+    return position >= 0 && position < Len() ? c_str()[position] : '\0';
+  }
+
+  /// The last character; NUL for the empty text, which debug form also reports.
+  char lastChar() const {
+    SV_DEBUG_CHECK(Len() > 0, "pData->nLen > 0");
+    return charAt(Len() - 1);
+  }
+
+  /// Appending to an empty text shares the other block; a text may be appended to itself.
+  String & operator+=(String const & other) {
+    if (Len() == 0)
+      text_ = other.text_;
+    else
+      text_.append(other.c_str(), other.Len());
+    return *this;
+  }
+  String & operator+=(char const * text) {
+    text_.append(text, h_strlen(text));
+    return *this;
+  }
+  /// The NUL character appends nothing.
+  String & operator+=(char c) {
+    text_.append(&c, c != '\0');
+    return *this;
+  }
+
+  /// \p count characters from \p start on, clipped to what remains. The empty text for a start at or past the end or below
+  /// 0 and for a count below 1. The whole text shares the block.
+  String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const { return String(text_.part(start, count)); }
+
+  /// The piece with this index between separators; the empty text where there are fewer pieces.
+  TL_API String token(std::int32_t index, char separator) const;
+
+  /// Copies a shared block, so that this text alone is written to. It reports lengths that look like freed memory.
+  void makeUnique() { text_.makeUnique(); }
+
+  /// The characters for writing in place; call makeUnique first. The text keeps its length.
+  char * writable() { return text_.writableText(); }
+
+  /// Replaces each \p from by \p to.
+  TL_API String & replaceAll(char from, char to);
+
+  /// Removes each \p c.
+  TL_API String & EraseAllChars(char c);
+
+  /// Lowers or raises all characters by the runtime's current locale.
+  String & toLower() {
+    makeUnique();
+    h_strlwr(writable(), Len());
+    return *this;
+  }
+  String & toUpper() {
+    makeUnique();
+    h_strupr(writable(), Len());
+    return *this;
+  }
+
+  /// The block, for those who look at sharing.
+  StringData const * block() const { return text_.block(); }
+
+private:
+  explicit String(detail::SharedText<char> && text) noexcept : text_(std::move(text)) {}
+
+  detail::SharedText<char> text_;
+};
+
+/// Equal in length and in every byte.
+inline bool operator==(String const & a, String const & b) {
+  return a.block() == b.block() ||
+         (a.Len() == b.Len() && std::memcmp(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len())) == 0);
+}
+inline bool operator==(String const & a, char const * b) { return h_strlen(b) == a.Len() && h_strcmp(a.c_str(), b) == 0; }
+
+/// The order of h_strcmp: by bytes, up to the first NUL.
+inline bool operator<(String const & a, String const & b) { return std::strcmp(a.c_str(), b.c_str()) < 0; }
+
+/// The joined text, in one block.
+TL_API String operator+(String const & a, String const & b);
+TL_API String operator+(String const & a, char const * b);
+TL_API String operator+(char const * a, String const & b);
+
+/// Writes the UTF-8 form of a text in the system's code page into \p utf8. Non-zero on success; on failure \p utf8 stays.
+TL_API int ConvertStringToUTF8String(String const & text, String & utf8);
+
+} // namespace SV

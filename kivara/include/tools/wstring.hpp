@@ -1,0 +1,78 @@
+#pragma once
+/// \file
+/// WString: a text of 16-bit characters, with the rules of String.
+
+#include "tools/detail/shared_text.hpp"
+
+#include <cstring>
+
+namespace SV {
+
+/// A counted text of UTF-16 units with a NUL behind it. Sharing, growth and limits are those of String; lengths and positions
+/// are in units. Conversions to and from 8-bit texts are the user's business.
+class WString {
+public:
+  WString() noexcept = default;
+
+  /// The units up to the NUL; a null pointer gives the empty text.
+  WString(wchar_t const * text) : text_(text, STRING_LEN_TO_NUL) {}
+
+  /// \p length units; a null pointer or a length below 1 gives the empty text.
+  WString(wchar_t const * text, std::int32_t length) : text_(text, length) {}
+
+  /// One unit; the NUL unit gives the empty text.
+  explicit WString(wchar_t c) : text_(&c, c != L'\0') {}
+
+  WString & operator=(wchar_t const * text) { return Assign(text); }
+
+  WString & Assign(wchar_t const * text, std::int32_t length = STRING_LEN_TO_NUL) {
+    text_.assign(text, length);
+    return *this;
+  }
+
+  std::int32_t Len() const { return text_.length(); }
+  wchar_t const * c_str() const { return text_.text(); }
+
+  /// The unit at \p position; NUL where there is none.
+  wchar_t charAt(std::int32_t position) const {
+    return position >= 0 && position < Len() ? c_str()[position] : L'\0';
+  }
+
+  WString & operator+=(WString const & other) {
+    if (Len() == 0)
+      text_ = other.text_;
+    else
+      text_.append(other.c_str(), other.Len());
+    return *this;
+  }
+  WString & operator+=(wchar_t const * text) {
+    text_.append(text, h_strlen(text));
+    return *this;
+  }
+  WString & operator+=(wchar_t c) {
+    text_.append(&c, c != L'\0');
+    return *this;
+  }
+
+  WString substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const {
+    return WString(text_.part(start, count));
+  }
+
+  void makeUnique() { text_.makeUnique(); }
+  wchar_t * writable() { return text_.writableText(); }
+
+  StringDataW const * block() const { return text_.block(); }
+
+private:
+  explicit WString(detail::SharedText<wchar_t> && text) noexcept : text_(std::move(text)) {}
+
+  detail::SharedText<wchar_t> text_;
+};
+
+inline bool operator==(WString const & a, WString const & b) {
+  return a.block() == b.block() ||
+         (a.Len() == b.Len() &&
+          std::memcmp(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len()) * sizeof(wchar_t)) == 0);
+}
+
+} // namespace SV

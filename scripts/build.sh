@@ -1,0 +1,46 @@
+# shellcheck shell=bash
+# Configure, build and test.
+
+build_dir() { printf '%s/build/%s' "$root" "$preset"; }
+
+verb_setup() {
+  need_packages "${build_packages[@]}" "${run_packages[@]}" "${screenshot_packages[@]}"
+  need_test_dependencies
+  has_display || start_virtual_display
+  need_prefix
+}
+
+configure() {
+  need_packages "${build_packages[@]}"
+  need_test_dependencies
+  need_space "$root" 700 "the build"
+  local prefixes
+  prefixes=$(IFS=:; printf '%s' "${dependency_prefixes[*]}")
+  local stamp
+  stamp=$(build_dir)/.configured
+  [[ -e $stamp && $(<"$stamp") == "$prefixes" && -e $(build_dir)/build.ninja ]] && return
+  say "configuring preset $preset"
+  (cd "$root" && CMAKE_PREFIX_PATH=$prefixes cmake --preset "$preset" >&2)
+  printf '%s' "$prefixes" >"$stamp"
+}
+
+# build TARGET...: none means everything.
+build() {
+  configure
+  local targets=()
+  (($# == 0)) || targets=(--target "$@")
+  say "building ($preset)"
+  cmake --build "$(build_dir)" "${targets[@]}" >&2
+}
+
+verb_build() { build "$@"; }
+
+verb_test() {
+  build
+  need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
+  start_virtual_display
+  need_prefix
+  keep_wine_alive
+  say "testing ($preset)"
+  ctest --test-dir "$(build_dir)" --output-on-failure --no-tests=error --parallel "${KIVARA_JOBS:-$(($(nproc) * 2))}" "$@"
+}

@@ -1,0 +1,66 @@
+# shellcheck shell=bash
+# Running the sample product.
+
+verb_run() {
+  build modeler
+  need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
+  local program
+  program=$(build_dir)/bin/modeler.exe
+  if has_display; then
+    need_prefix
+    say "running modeler.exe $*"
+    run_wine "$program" "$@"
+  else
+    start_virtual_display
+    need_prefix
+    run_with_screenshot "$program" "$@"
+  fi
+}
+
+# run_with_screenshot PROGRAM ARGS...: waits for the main window, takes its picture, closes it, gives the exit code.
+run_with_screenshot() {
+  local picture=$root/build/screenshot.png pid window
+  rm -f "$picture"
+  say "no display: running modeler.exe ${*:2} in a virtual one"
+  "$wine_loader" "$@" </dev/null > >(cat) 2> >(cat >&2) &
+  pid=$!
+  started+=("$pid")
+  if window=$(wait_for_window "$pid"); then
+    sleep 1
+    import -window root "$picture"
+    local colours
+    colours=$(/usr/bin/identify -format %k "$picture")
+    ((colours > 1)) || fail "the screenshot $picture shows nothing"
+    say "screenshot: $picture"
+    wmctrl -i -c "$window"
+  fi
+  local code=0
+  wait_for_end "$pid" || fail "modeler.exe did not end within 30 seconds after its window was closed"
+  wait "$pid" || code=$?
+  say "modeler.exe ended with exit code $code"
+  return "$code"
+}
+
+# The first named, visible window; fails when the program ends before it shows one.
+wait_for_window() {
+  local tries window
+  for ((tries = 0; tries < 300; tries++)); do
+    window=$(xdotool search --onlyvisible --class modeler.exe 2>/dev/null | tail -n 1 || true)
+    if [[ -n $window ]]; then
+      printf '%s\n' "$window"
+      return
+    fi
+    kill -0 "$1" 2>/dev/null || return 1
+    sleep 0.1
+  done
+  return 1
+}
+
+wait_for_end() {
+  local tries
+  for ((tries = 0; tries < 300; tries++)); do
+    kill -0 "$1" 2>/dev/null || return 0
+    sleep 0.1
+  done
+  return 1
+}

@@ -1,0 +1,88 @@
+# shellcheck shell=bash
+# The Wine prefix and the display that Windows programs run in.
+
+wine_loader=/usr/lib/wine/wine64
+wine_settings=2 # raise it when the settings below change: a new prefix is then made
+
+wine_environment() {
+  export WINEPREFIX=$cache/wine/$(package_version wine)-$wine_settings
+  export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINELOADER=$wine_loader LC_ALL=C.UTF-8
+  export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+}
+
+need_prefix() {
+  wine_environment
+  [[ -e $WINEPREFIX/.complete ]] && return
+  need_space "$cache" 1500 "a Wine prefix"
+  say "making a Wine prefix (once; kept in $cache)"
+  once wine-prefix make_prefix
+}
+
+make_prefix() {
+  [[ ! -e $WINEPREFIX/.complete ]] || return 0
+  rm -rf "$WINEPREFIX"
+  mkdir -p "$WINEPREFIX"
+  local log=$WINEPREFIX/.log
+  wine_setting() { "$wine_loader" reg add "$@" /f; }
+  {
+    wineboot --init &&
+      wine_setting 'HKCU\Software\Wine' /v Version /d win10 &&
+      wine_setting 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 &&
+      wine_setting 'HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings' /v ProxyEnable /t REG_DWORD /d 0 &&
+      wineserver -w
+  } >"$log" 2>&1 || {
+    tail -n 15 "$log" >&2
+    fail "the Wine prefix $WINEPREFIX could not be made (log: $log)"
+  }
+  touch "$WINEPREFIX/.complete"
+}
+
+# keep_wine_alive: one idle program in the prefix for the length of this script. The prefix's server and its helpers then
+# start once, and outside of any pipe that somebody reads to its end.
+keep_wine_alive() {
+  local folder silence
+  folder=$(mktemp -d)
+  mkfifo "$folder/silence"
+  exec {silence}<>"$folder/silence"
+  "$wine_loader" cmd /c pause <&"$silence" >/dev/null 2>&1 &
+  started+=($!)
+  exec {silence}>&-
+  rm -rf "$folder"
+}
+
+has_display() { [[ -n ${DISPLAY:-} ]] && xdpyinfo >/dev/null 2>&1; }
+
+# start_virtual_display: an X server of our own with a window manager, ended with this script.
+start_virtual_display() {
+  local number_file
+  number_file=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 9>&- &
+  started+=($!)
+  local tries
+  for ((tries = 0; tries < 100; tries++)); do
+    [[ -s $number_file ]] && break
+    sleep 0.1
+  done
+  [[ -s $number_file ]] || fail "the virtual display Xvfb did not start within 10 seconds"
+  export DISPLAY=:$(<"$number_file")
+  rm -f "$number_file"
+  openbox >/dev/null 2>&1 &
+  started+=($!)
+}
+
+# run_wine PROGRAM ARGS...: AllocConsole fails when the three streams are a terminal, so they never are.
+run_wine() {
+  if [[ -t 0 || -t 1 || -t 2 ]]; then
+    "$wine_loader" "$@" </dev/null > >(cat) 2> >(cat >&2)
+  else
+    "$wine_loader" "$@"
+  fi
+}
+
+verb_wine() {
+  (($# > 0)) || fail "usage: ./dev wine PROGRAM [args]"
+  need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
+  has_display || start_virtual_display
+  need_prefix
+  run_wine "$@"
+}

@@ -1,0 +1,129 @@
+#pragma once
+/// \file
+/// The application object: one per process, a static object of a derived class.
+
+#include "sv/export.hpp"
+#include "sv/font.hpp"
+#include "tools/international.hpp"
+#include "tools/object.hpp"
+#include "tools/string.hpp"
+
+namespace SV {
+
+class Application;
+class Bitmap;
+class Help;
+class OutputDevice;
+class Rectangle;
+class Window;
+
+/// What a change of the system's settings was about.
+enum SysChangeType {
+  SYSCHANGE_COLORS = 1,
+  SYSCHANGE_SETTINGS = 2,
+  SYSCHANGE_DISPLAY = 3,
+  SYSCHANGE_THEME = 4,
+  SYSCHANGE_FONTS = 5,
+  SYSCHANGE_LOCALE = 6
+};
+
+/// Codes of severe exceptions, see Application::Exception.
+inline constexpr long EXC_RESOURCE_NOT_LOADED = 0x100;      ///< the argument is the resource identifier
+inline constexpr long EXC_SYSTEM_OBJECT_NOT_CREATED = 0x200; ///< the argument is the system's error code, or 0
+inline constexpr long EXC_RESOURCE_FILE_NOT_LOADED = 0x400; ///< the argument is the address of the file name
+
+/// The toolkit's frame of a program. All of it is used on the main thread.
+///
+/// An executable defines one static object of a derived class. The entry routine brings the toolkit up with InitSV, calls Main
+/// and takes the toolkit down with DeInitSV.
+class SV_API Application : public LinkHdl {
+public:
+  /// Makes this object the application. A second object replaces the first.
+  Application();
+  Application(Application const &) = delete;
+  Application & operator=(Application const &) = delete;
+  /// Clears the toolkit's pointer to this object.
+  ~Application() override;
+
+  /// Asked before the program's windows close: true lets it end.
+  virtual bool QueryExit();
+  /// Called when a setting of the system has changed.
+  virtual void SysChange(SysChangeType type);
+  /// An event from another part of the toolkit, or one that the product posts to itself; the base does nothing.
+  virtual void AppEvent(unsigned long event, void * data);
+  virtual void UserEvent(unsigned long event, void * data);
+  /// Called when the program comes to the front, and when it leaves it; the base does nothing.
+  virtual void Activate();
+  virtual void Deactivate();
+  /// Help for the next click, on and off: the base changes the pointer of the application window.
+  virtual void ActivateExtHelp();
+  virtual void DeactivateExtHelp();
+  /// The program.
+  virtual void Main(int argc, char ** argv) = 0;
+  /// A severe exception. The base ends the process with exit(1); an override that returns lets the caller try again or go on.
+  virtual void Exception(long code, unsigned long arg);
+
+  /// Dispatches messages until Quit is called. Its result is the code given to Quit.
+  static int Execute();
+  /// Dispatches what is waiting and returns.
+  static void Reschedule();
+  /// Ends Execute.
+  static void Quit(int exitCode = 0);
+
+  /// The wait pointer, counted: every Wait(n) sets the count; non-zero shows the hour-glass.
+  static void Wait(unsigned short count);
+  static unsigned short IsWait();
+
+  /// The help in use, not owned; the former one is the result.
+  static Help * ChangeHelp(Help * help);
+  static Help * GetHelp();
+
+  /// The font of all windows that set none; the former one is the result. Windows that are open take it at once.
+  static Font ChangeAppFont(Font const & font);
+  static Font const & GetAppFont();
+
+  /// The formats and button labels in use; the former ones are the result.
+  static International ChangeAppInternational(International const & international);
+  static International const & GetAppInternational();
+
+  /// Under dialog suppression no modal box is shown; what it would tell goes to the log.
+  static void SetModalDialogSuppression(bool on);
+  static bool IsModalDialogSuppression();
+  static void SetModalDialogSuppressionLogfileName(String const & name);
+  static String const & GetModalDialogSuppressionLogfileName();
+  /// Appends the text and a line end to the log file; without a name, or when the file can't be opened, nothing is written.
+  static void ModalDialogSuppressionLog(char const * text);
+
+  /// Under window suppression no window becomes visible.
+  static void SetShowWindowSuppression(bool on);
+  static bool IsShowWindowSuppression();
+
+  /// The main window, null before it is made and after it is gone.
+  static Window * GetAppWindow();
+  static void SetAppWindow(Window * window);
+};
+
+/// An application whose main window is an MDI frame with a client area.
+class SV_API MDIApplication : public Application {
+public:
+  MDIApplication();
+  ~MDIApplication() override;
+
+  /// Whether PaintMDIClient draws the background of the client area; false here.
+  virtual bool IsUserDefPaintMDIClient();
+  /// Draws the background of the client area, in pixels of the device; nothing here.
+  virtual void PaintMDIClient(OutputDevice & device, Rectangle const & area);
+};
+
+/// The application object, null when none has been constructed.
+SV_API Application * GetpApp();
+
+/// The process facts that the entry routine hands over before InitSV.
+SV_API void SetProcessData(HINSTANCE instance, unsigned long threadId, int showCommand);
+
+/// Brings the toolkit up for this process; false when its window classes cannot be registered.
+SV_API bool InitSV(int argc, char ** argv);
+/// Takes it down: closes the windows that are left and gives its system objects back.
+SV_API void DeInitSV();
+
+} // namespace SV

@@ -1,0 +1,22 @@
+#pragma once
+/// \file
+/// SV_API: what SV0105.dll exports; and the platform's handles by name, so that public headers need no platform header.
+
+#ifdef SV0105_EXPORTS
+#define SV_API __declspec(dllexport)
+#else
+#define SV_API __declspec(dllimport)
+#endif
+
+struct HBITMAP__;
+struct HDC__;
+struct HFONT__;
+struct HINSTANCE__;
+struct HMENU__;
+struct HWND__;
+typedef struct HBITMAP__ * HBITMAP;
+typedef struct HDC__ * HDC;
+typedef struct HFONT__ * HFONT;
+typedef struct HINSTANCE__ * HINSTANCE;
+typedef struct HMENU__ * HMENU;
+typedef struct HWND__ * HWND;

@@ -1,0 +1,34 @@
+#pragma once
+/// \file
+/// Points, sizes and rectangles, in pixels unless a user says otherwise.
+
+namespace SV {
+
+struct Point {
+  long x = 0;
+  long y = 0;
+};
+
+struct Size {
+  long width = 0;
+  long height = 0;
+};
+
+inline bool operator==(Point const & a, Point const & b) { return a.x == b.x && a.y == b.y; }
+inline bool operator==(Size const & a, Size const & b) { return a.width == b.width && a.height == b.height; }
+
+/// A rectangle by its corner and size.
+class Rectangle {
+public:
+  Rectangle() = default;
+  Rectangle(Point const & topLeft, Size const & size) : topLeft_(topLeft), size_(size) {}
+
+  Point const & TopLeft() const { return topLeft_; }
+  Size const & GetSize() const { return size_; }
+
+private:
+  Point topLeft_;
+  Size size_;
+};
+
+} // namespace SV

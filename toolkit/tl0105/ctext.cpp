@@ -1,0 +1,51 @@
+#include "tools/ctext.hpp"
+
+#include "tools/detail/shared_text.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+
+namespace SV {
+namespace {
+
+char const * orEmpty(char const * text) { return text != nullptr ? text : ""; }
+
+std::int32_t clipped(std::size_t length) {
+  return static_cast<std::int32_t>(std::min<std::size_t>(length, STRING_MAXLEN));
+}
+
+char * eachChar(char * text, std::int32_t length, int (*change)(int)) {
+  for (std::int32_t i = 0; text != nullptr && i < length; ++i)
+    text[i] = static_cast<char>(change(static_cast<unsigned char>(text[i])));
+  return text;
+}
+
+} // namespace
+
+std::int32_t h_strlen(char const * text) { return text != nullptr ? clipped(std::strlen(text)) : 0; }
+std::int32_t h_strlen(wchar_t const * text) { return text != nullptr ? clipped(std::wcslen(text)) : 0; }
+
+int h_strcmp(char const * a, char const * b) { return std::strcmp(orEmpty(a), orEmpty(b)); }
+int h_stricmp(char const * a, char const * b) { return _stricmp(orEmpty(a), orEmpty(b)); }
+
+char const * h_strchr(char const * text, char c) { return text != nullptr ? std::strchr(text, c) : nullptr; }
+char * h_strchr(char * text, char c) { return const_cast<char *>(h_strchr(const_cast<char const *>(text), c)); }
+
+char const * h_strstr(char const * text, char const * part) {
+  return text != nullptr ? std::strstr(text, orEmpty(part)) : nullptr;
+}
+char * h_strstr(char * text, char const * part) {
+  return const_cast<char *>(h_strstr(const_cast<char const *>(text), part));
+}
+
+char * h_strlwr(char * text, std::int32_t length) { return eachChar(text, length, std::tolower); }
+char * h_strupr(char * text, std::int32_t length) { return eachChar(text, length, std::toupper); }
+
+int h_atoi(char const * text) { return std::atoi(orEmpty(text)); }
+long h_atol(char const * text) { return std::atol(orEmpty(text)); }
+unsigned long h_atoul(char const * text) { return std::strtoul(orEmpty(text), nullptr, 10); }
+
+} // namespace SV
