@@ -13,14 +13,15 @@ verb_setup() {
 configure() {
   need_packages "${build_packages[@]}"
   need_test_dependencies
+  [[ ${with_bench:-} != yes ]] || need_bench_dependencies
   need_space "$root" 700 "the build"
   local prefixes
   prefixes=$(IFS=:; printf '%s' "${dependency_prefixes[*]}")
   local stamp
   stamp=$(build_dir)/.configured
-  [[ -e $stamp && $(<"$stamp") == "$prefixes" && -e $(build_dir)/build.ninja ]] && return
+  [[ -e $stamp && $(<"$stamp") == "$prefixes"* && -e $(build_dir)/build.ninja ]] && return
   say "configuring preset $preset"
-  (cd "$root" && CMAKE_PREFIX_PATH=$prefixes cmake --preset "$preset" >&2)
+  (cd "$root" && CMAKE_PREFIX_PATH=$prefixes cmake --preset "$preset" -DKIVARA_BENCH="${with_bench:-no}" >&2)
   printf '%s' "$prefixes" >"$stamp"
 }
 

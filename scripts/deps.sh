@@ -4,21 +4,21 @@
 toolchain=$root/cmake/toolchain-mingw64.cmake
 dependency_prefixes=()
 
-# build_key NAME VERSION: the folder name of a build; it changes with the compiler and with the recipe's flags.
+# build_key NAME: the folder name of a build; it changes with the compiler, the source package and the recipe.
 build_key() {
   local compiler
   compiler=$(x86_64-w64-mingw32-g++-posix -dumpfullversion)
-  printf '%s-%s-%s' "$1" "$2" "$(cat "$toolchain" <(declare -f "build_$1") <(printf '%s' "$compiler") | sha256sum | cut -c1-12)"
+  printf '%s-%s' "$1" "$(cat "$toolchain" <(declare -f "build_$1") <(printf '%s' "$compiler") | sha256sum | cut -c1-12)"
 }
 
-# need_dependency NAME VERSION: builds it if the cache lacks it, and adds its prefix for CMake.
+# need_dependency NAME: builds it with build_NAME if the cache lacks it, and adds its prefix for CMake.
 need_dependency() {
   local key prefix
-  key=$(build_key "$1" "$2")
+  key=$(build_key "$1")
   prefix=$cache/deps/$key
   if [[ ! -e $prefix/.complete ]]; then
     need_space "$cache" 500 "building $1"
-    say "building $1 $2 (once; kept in $cache)"
+    say "building $1 (once; kept in $cache)"
     once "$key" build_into "$1" "$prefix"
   fi
   dependency_prefixes+=("$prefix")
@@ -29,24 +29,50 @@ build_into() {
   [[ ! -e $prefix/.complete ]] || return 0
   work=$(mktemp -d "$cache/build-$name.XXXXXX")
   log=$work/build.log
+  rm -rf "$prefix"
   if ! "build_$name" "$work" "$prefix" >"$log" 2>&1; then
     tail -n 20 "$log" >&2
     fail "$name could not be built (log: $log)"
   fi
-  touch "$prefix/.complete"
+  cat "$work/version" >"$prefix/.complete"
+  say "built $name $(<"$work/version")"
   rm -rf "$work"
 }
 
+# cmake_install SOURCE WORK PREFIX OPTIONS...
+cmake_install() {
+  cmake -G Ninja -S "$1" -B "$2/build" -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_INSTALL_PREFIX="$3" -DBUILD_SHARED_LIBS=OFF "${@:4}" &&
+    cmake --build "$2/build" &&
+    cmake --install "$2/build"
+}
+
+# Recipes. build_NAME WORK PREFIX builds in WORK, installs to PREFIX and leaves the version in WORK/version.
+
 build_googletest() {
-  rm -rf "$2" &&
-    cmake -G Ninja -S /usr/src/googletest -B "$1/build" -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
-      -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$2" -DBUILD_SHARED_LIBS=OFF -DBUILD_GMOCK=OFF &&
-    cmake --build "$1/build" &&
-    cmake --install "$1/build"
+  package_version googletest >"$1/version"
+  cmake_install /usr/src/googletest "$1" "$2" -DBUILD_GMOCK=OFF
+}
+
+build_benchmark() {
+  debian_source benchmark "$1" &&
+    cmake_install "$1/source" "$1" "$2" -DGIT_VERSION="$(sed "s/-.*//" "$1/version")" \
+      -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF
+}
+
+# Headers alone, linked into a prefix of their own: the host's include folder must never be on the cross-compiler's path.
+build_peers() {
+  need_packages libboost-dev libspdlog-dev libfmt-dev
+  mkdir -p "$2/include" &&
+    ln -s /usr/include/boost /usr/include/spdlog /usr/include/fmt "$2/include/" &&
+    package_version libboost-dev >"$1/version"
 }
 
 package_version() { dpkg-query -W -f='${Version}' "$1" | tr -c 'A-Za-z0-9.\n' '_'; }
 
-need_test_dependencies() {
-  need_dependency googletest "$(package_version googletest)"
+need_test_dependencies() { need_dependency googletest; }
+
+need_bench_dependencies() {
+  need_dependency benchmark
+  need_dependency peers
 }
