@@ -1,18 +1,32 @@
 # How the kinds of targets of this project are made. Sources and links are always named, never globbed.
 
-# kivara_dll(NAME SOURCES file... [LINKS target...]): a DLL that exports what its headers mark.
+set(KIVARA_CMAKE_DIR ${CMAKE_CURRENT_LIST_DIR})
+
+# The file's properties: name, version, what it is.
+function(kivara_version_info name file_name file_type description)
+  set(rc ${CMAKE_CURRENT_BINARY_DIR}/${name}-version.rc)
+  configure_file(${KIVARA_CMAKE_DIR}/version.rc.in ${rc} @ONLY)
+  target_sources(${name} PRIVATE ${rc})
+endfunction()
+
+# kivara_dll(NAME SOURCES file... [LINKS target...] DESCRIPTION text): a DLL that exports what its headers mark.
 function(kivara_dll name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(arg "" "DESCRIPTION" "SOURCES;LINKS" ${ARGN})
   add_library(${name} SHARED ${arg_SOURCES})
   target_link_libraries(${name} ${arg_LINKS})
   string(TOUPPER ${name} upper)
   target_compile_definitions(${name} PRIVATE ${upper}_EXPORTS)
+  kivara_version_info(${name} ${name}.dll VFT_DLL "${arg_DESCRIPTION}")
 endfunction()
 
-# kivara_program(NAME SOURCES file... [LINKS target...] [CONSOLE]): a program, of the GUI subsystem unless it says CONSOLE.
+# kivara_program(NAME SOURCES file... [LINKS target...] [DESCRIPTION text] [CONSOLE]): a program, of the GUI subsystem unless
+# it says CONSOLE, with a manifest, and with file properties where it has a description.
 function(kivara_program name)
-  cmake_parse_arguments(arg "CONSOLE" "" "SOURCES;LINKS" ${ARGN})
-  add_executable(${name} ${arg_SOURCES})
+  cmake_parse_arguments(arg "CONSOLE" "DESCRIPTION" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${arg_SOURCES} ${KIVARA_CMAKE_DIR}/program.rc)
+  if(arg_DESCRIPTION)
+    kivara_version_info(${name} ${name}.exe VFT_APP "${arg_DESCRIPTION}")
+  endif()
   target_link_libraries(${name} PRIVATE ${arg_LINKS})
   if(NOT arg_CONSOLE)
     set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
