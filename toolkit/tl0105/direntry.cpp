@@ -1,5 +1,6 @@
 #include "tools/direntry.hpp"
 
+#include "foldermove.hpp"
 #include "pathparts.hpp"
 #include "tools/winapi.hpp"
 
@@ -9,12 +10,6 @@ namespace SV {
 namespace {
 
 constexpr char kSeparator = '\\';
-
-/// The system's code of the call that has just failed, never that of success.
-FSysError lastError() {
-  DWORD const code = GetLastError();
-  return code != ERROR_SUCCESS ? code : ERROR_GEN_FAILURE;
-}
 
 /// The absolute form of \p path; the path itself where the system knows none.
 String absolute(String const & path) {
@@ -63,8 +58,9 @@ void DirEntry::ChangeBase(String const & base, char separator) {
 
 DirEntry DirEntry::GetPath() const {
   String const name = GetName();
-  if (isUnnamedFolder(path_, name))
-    return DirEntry(GetFull()).GetPath();
+  DirEntry const resolved(isUnnamedFolder(path_, name) ? GetFull() : path_);
+  if (!(resolved.path_ == path_)) // some device paths keep their dots
+    return resolved.GetPath();
   String const folder = path_.substr(0, pathparts::nameStart(path_));
   return DirEntry(folder.Len() == 0 ? String(".") : folder);
 }
@@ -74,15 +70,22 @@ bool DirEntry::Exists() const { return GetFileAttributesA(path_.c_str()) != INVA
 FSysError DirEntry::Kill() const {
   DWORD const attributes = GetFileAttributesA(path_.c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES)
-    return lastError();
+    return lastSystemError();
   bool const isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   BOOL const done = isFolder ? RemoveDirectoryA(path_.c_str()) : DeleteFileA(path_.c_str());
-  return done ? FSYS_ERR_OK : lastError();
+  return done ? FSYS_ERR_OK : lastSystemError();
 }
 
 FSysError DirEntry::MoveTo(DirEntry const & target) const {
-  BOOL const done = MoveFileExA(path_.c_str(), target.path_.c_str(), MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH);
-  return done ? FSYS_ERR_OK : lastError();
+  DWORD const attributes = GetFileAttributesA(path_.c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES)
+    return lastSystemError();
+  bool const isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  DWORD const flags = isFolder ? 0 : MOVEFILE_COPY_ALLOWED | MOVEFILE_WRITE_THROUGH;
+  if (MoveFileExA(path_.c_str(), target.path_.c_str(), flags))
+    return FSYS_ERR_OK;
+  FSysError const code = lastSystemError();
+  return isFolder && code == ERROR_NOT_SAME_DEVICE ? FolderMove().run(*this, target) : code;
 }
 
 } // namespace SV

@@ -2,6 +2,8 @@
 
 #include "tools/winapi.hpp"
 
+#include <algorithm>
+
 namespace SV::pathparts {
 namespace {
 
@@ -15,6 +17,7 @@ std::int32_t bytesAt(String const & text, std::int32_t position) {
 
 /// The first separator from \p start on, or the length of the text.
 std::int32_t nextSeparator(String const & path, std::int32_t start) {
+  start = std::min(start, path.Len());
   while (start < path.Len() && path.charAt(start) != kSeparator)
     start += bytesAt(path, start);
   return start;
@@ -24,10 +27,11 @@ std::int32_t pastOneSeparator(String const & path, std::int32_t position) {
   return path.charAt(position) == kSeparator ? position + 1 : position;
 }
 
-/// The end of "server\share", which starts at \p start.
+/// The end of "server\share", which starts at \p start; that of the server where no share follows.
 std::int32_t shareEnd(String const & path, std::int32_t start) {
   std::int32_t const server = nextSeparator(path, start);
-  return server == path.Len() ? server : nextSeparator(path, server + 1);
+  std::int32_t const share = nextSeparator(path, server + 1);
+  return share <= server + 1 ? server : share;
 }
 
 bool hasDriveAt(String const & path, std::int32_t position) {

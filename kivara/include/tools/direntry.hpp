@@ -45,7 +45,9 @@ public:
   /// Deletes the file or the empty folder.
   TL_API FSysError Kill() const;
 
-  /// Moves to another name, on another drive too. An existing target is not overwritten.
+  /// Moves a file, or a folder with all in it, to another name, on another drive too. An existing target is not
+  /// overwritten. A failure leaves the source whole and makes no target, but for a folder on another drive that was copied
+  /// and then not wholly removed: its copy stays.
   TL_API FSysError MoveTo(DirEntry const & target) const;
 
 private:
