@@ -48,12 +48,12 @@ String DirEntry::GetBase(char separator) const {
 }
 
 void DirEntry::ChangeBase(String const & base, char separator) {
-  String const name = GetName();
-  String const rest = name.substr(GetBase(separator).Len());
+  String const changed = base + GetName().substr(GetBase(separator).Len());
   String folder = path_.substr(0, pathparts::nameStart(path_));
-  if (folder.Len() > 2 && !endsInSeparator(folder))
+  bool const isShare = folder.Len() > 2 && !endsInSeparator(folder);
+  if (isShare && changed.Len() > 0)
     folder += kSeparator;
-  *this = DirEntry(folder + base + rest);
+  *this = DirEntry(folder + changed);
 }
 
 DirEntry DirEntry::GetPath() const {
