@@ -68,9 +68,14 @@ SYSTEMTIME dayInYear(Date const & date, unsigned long year) {
   return day;
 }
 
-bool isInCalendar(SYSTEMTIME const & day) {
-  FILETIME ignored;
-  return SystemTimeToFileTime(&day, &ignored) != 0;
+/// The system does not tell: it may take a 30th of February for the 2nd of March.
+bool isInCalendar(Date const & date) {
+  constexpr unsigned long kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  unsigned long const month = date.GetMonth();
+  if (month < 1 || month > 12)
+    return false;
+  unsigned long const days = kDays[month - 1] + (month == 2 && date.IsLeapYear() ? 1 : 0);
+  return date.GetDay() >= 1 && date.GetDay() <= days;
 }
 
 std::wstring numericDate(LCID locale, Date const & date, std::wstring const & picture) {
@@ -82,12 +87,11 @@ std::wstring numericDate(LCID locale, Date const & date, std::wstring const & pi
 /// where the system's code page lacks the letters of the names.
 String formattedDate(LCID locale, Date const & date, std::wstring const & picture, std::wstring const & numericPicture) {
   unsigned long const year = date.GetYear();
-  SYSTEMTIME const standIn = dayInYear(date, kStandInYears + year % 400);
   std::wstring text;
-  if (isInCalendar(standIn)) {
-    text = year >= kFirstSystemYear ? systemlocale::date(locale, dayInYear(date, year), picture)
-                                    : systemlocale::date(locale, standIn, withLiteralYear(picture, year));
-  }
+  if (isInCalendar(date) && year >= kFirstSystemYear)
+    text = systemlocale::date(locale, dayInYear(date, year), picture);
+  else if (isInCalendar(date))
+    text = systemlocale::date(locale, dayInYear(date, kStandInYears + year % 400), withLiteralYear(picture, year));
   bool const isReadable = !text.empty() && systemlocale::isInCodePage(text);
   return systemlocale::narrow(isReadable ? text : numericDate(locale, date, numericPicture));
 }
