@@ -1,0 +1,205 @@
+#include "tools/dir.hpp"
+
+#include "testfiles.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+using SV::Dir;
+using testfiles::entry;
+using testfiles::write;
+
+namespace {
+
+class DirTest : public testfiles::InOwnFolder {};
+
+constexpr int kAll = 0xFFF;
+using Names = std::vector<std::string>;
+
+Names listed(Dir const & dir) {
+  Names names;
+  for (unsigned long i = 0; i < dir.Count(); ++i)
+    names.emplace_back(dir[i].GetName().c_str());
+  return names;
+}
+
+Names sorted(char const * path, int kinds = kAll) {
+  Dir dir(entry(path), kinds);
+  dir.SetSort(SV::FSYS_SORT_NAME);
+  return listed(dir);
+}
+
+} // namespace
+
+TEST_F(DirTest, ListsAllOfAFolder) {
+  CreateDirectoryA("folder", nullptr);
+  CreateDirectoryA("folder\\sub", nullptr);
+  write("folder\\a.txt");
+  write("folder\\b");
+  write("folder\\.hidden");
+  SetFileAttributesA("folder\\b", FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(sorted("folder"), (Names{".hidden", "a.txt", "b", "sub"}));
+  EXPECT_EQ(sorted("folder\\"), (Names{".hidden", "a.txt", "b", "sub"}));
+  SetFileAttributesA("folder\\b", FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(DirTest, AnEmptyEntryIsTheWorkingFolder) {
+  write("a.txt");
+  EXPECT_EQ(sorted(""), Names{"a.txt"});
+  EXPECT_EQ(sorted("."), Names{"a.txt"});
+}
+
+TEST_F(DirTest, AttributesSelectFilesOrFolders) {
+  CreateDirectoryA("sub", nullptr);
+  write("a.txt");
+  EXPECT_EQ(sorted(".", SV::FSYS_KIND_FILE), Names{"a.txt"});
+  EXPECT_EQ(sorted(".", SV::FSYS_KIND_DIR), Names{"sub"});
+  EXPECT_EQ(sorted(".", SV::FSYS_KIND_FILE | SV::FSYS_KIND_DIR), (Names{"a.txt", "sub"}));
+  EXPECT_EQ(sorted(".", kAll), (Names{"a.txt", "sub"}));
+  EXPECT_EQ(sorted(".", -1), (Names{"a.txt", "sub"}));
+  EXPECT_EQ(sorted(".", 0), Names{});
+}
+
+TEST_F(DirTest, WildcardsSelectByTheWholeName) {
+  for (char const * name : {"daily.log", "daily_.log", "daily_1.log", "Daily_22.LOG", "daily_1.logs", "xdaily_1.log",
+                            "noext", "a[1].log", "daily_1.log.bak"})
+    write(name);
+  struct Row {
+    char const * pattern;
+    Names names;
+  } const rows[] = {
+      {"daily_*.log", {"daily_.log", "daily_1.log", "Daily_22.LOG"}},
+      {"daily_?.log", {"daily_1.log"}},
+      {"daily_??.log", {"Daily_22.LOG"}},
+      {"DAILY*", {"daily.log", "daily_.log", "daily_1.log", "daily_1.log.bak", "daily_1.logs", "Daily_22.LOG"}},
+      {"*daily_1.log", {"daily_1.log", "xdaily_1.log"}},
+      {"*1*.log", {"a[1].log", "daily_1.log", "xdaily_1.log"}},
+      {"a[1]*", {"a[1].log"}},
+      {"?oext", {"noext"}},
+      {"*.bak", {"daily_1.log.bak"}},
+      {"no*ext*", {"noext"}},
+      {"**",
+       {"a[1].log", "daily.log", "daily_.log", "daily_1.log", "daily_1.log.bak", "daily_1.logs", "Daily_22.LOG",
+        "noext", "xdaily_1.log"}},
+      {"*.*",
+       {"a[1].log", "daily.log", "daily_.log", "daily_1.log", "daily_1.log.bak", "daily_1.logs", "Daily_22.LOG",
+        "noext", "xdaily_1.log"}},
+      {"x?", {}},
+      {"*.txt", {}},
+  };
+  for (Row const & row : rows) {
+    Names names = sorted(row.pattern);
+    EXPECT_EQ(Names(names), row.names) << row.pattern;
+  }
+}
+
+TEST_F(DirTest, WildcardsStandInTheLastComponentOnly) {
+  CreateDirectoryA("one", nullptr);
+  CreateDirectoryA("two", nullptr);
+  write("one\\a.log");
+  write("two\\b.log");
+  EXPECT_EQ(sorted("one\\*.log"), Names{"a.log"});
+  EXPECT_EQ(sorted("*\\a.log"), Names{});
+  EXPECT_EQ(sorted("*o*"), (Names{"one", "two"}));
+}
+
+TEST_F(DirTest, WildcardsDoNotMatchShortNames) {
+  write("a long name with blanks.logbook");
+  EXPECT_EQ(sorted("*.log"), Names{});
+  EXPECT_EQ(sorted("ALONGN~1*"), Names{});
+}
+
+TEST_F(DirTest, EntriesCarryTheirFullPath) {
+  CreateDirectoryA("folder", nullptr);
+  write("folder\\a.txt");
+  Dir const dir(entry("folder\\*.txt"), kAll);
+  ASSERT_EQ(dir.Count(), 1u);
+  CreateDirectoryA("elsewhere", nullptr);
+  std::string const expected = testfiles::workingFolder() + "\\folder\\a.txt";
+  SetCurrentDirectoryA("elsewhere");
+  EXPECT_EQ(dir[0].GetFull().c_str(), expected);
+  EXPECT_EQ(dir[0].Kill(), 0u);
+  SetCurrentDirectoryA("..");
+  EXPECT_FALSE(entry("folder\\a.txt").Exists());
+}
+
+TEST_F(DirTest, WhatCannotBeReadGivesAnEmptyList) {
+  write("file.txt");
+  for (char const * path :
+       {"nowhere", "nowhere\\*.txt", "file.txt", "file.txt\\*", "Q:\\", "<>", "C:\\no\\such\\place"})
+    EXPECT_EQ(Dir(entry(path), kAll).Count(), 0u) << path;
+  std::string const longPath(5000, 'x');
+  EXPECT_EQ(Dir(entry(longPath.c_str()), kAll).Count(), 0u);
+  EXPECT_EQ(Dir(entry((longPath + "*").c_str()), kAll).Count(), 0u);
+}
+
+TEST_F(DirTest, APositionPastTheEndIsAnEmptyEntry) {
+  write("file.txt");
+  Dir const dir(entry("."), kAll);
+  ASSERT_EQ(dir.Count(), 1u);
+  EXPECT_EQ(dir[1].GetName().Len(), 0);
+  EXPECT_EQ(dir[0xFFFFFFFF].GetName().Len(), 0);
+  EXPECT_NE(dir[1].Kill(), SV::FSYS_ERR_OK);
+}
+
+TEST_F(DirTest, SortsByNameWithoutCase) {
+  for (char const * name : {"b", "A", "c", "B2", "a1", "_x", "10", "9", "a-1", "a.1"})
+    write(name);
+  EXPECT_EQ(sorted("."), (Names{"10", "9", "A", "a-1", "a.1", "a1", "b", "B2", "c", "_x"}));
+}
+
+TEST_F(DirTest, SortPutsTheOldestDatedNameFirst) {
+  for (char const * name :
+       {"daily_2026.11.12.log", "daily_2025.12.31.log", "daily_2026.02.01.log", "daily_0999.01.01.log"})
+    write(name);
+  EXPECT_EQ(sorted("daily_*.log"),
+            (Names{"daily_0999.01.01.log", "daily_2025.12.31.log", "daily_2026.02.01.log", "daily_2026.11.12.log"}));
+}
+
+TEST_F(DirTest, OtherOrdersLeaveTheListAsItIs) {
+  for (char const * name : {"b", "A", "c"})
+    write(name);
+  Dir dir(entry("."), kAll);
+  auto const before = listed(dir);
+  dir.SetSort(SV::FSYS_SORT_NONE);
+  EXPECT_EQ(listed(dir), before);
+  dir.SetSort(SV::FSYS_SORT_NAME);
+  dir.SetSort(0x7F);
+  EXPECT_EQ(listed(dir), (Names{"A", "b", "c"}));
+}
+
+TEST_F(DirTest, IsReadAtConstruction) {
+  write("a");
+  Dir const dir(entry("."), kAll);
+  write("b");
+  EXPECT_EQ(dir.Count(), 1u);
+}
+
+TEST_F(DirTest, NamesWithBytesAbove127AreListedAndMatched) {
+  write("\xC4"
+        "a.txt");
+  write("\xFC.txt");
+  EXPECT_EQ(sorted("."), (Names{"\xC4"
+                                "a.txt",
+                                "\xFC.txt"}));
+  EXPECT_EQ(sorted("\xE4*"), Names{"\xC4"
+                                   "a.txt"});
+  EXPECT_EQ(sorted("?.txt"), Names{"\xFC.txt"});
+}
+
+TEST_F(DirTest, HoldsMoreThan10000Entries) {
+  constexpr int kFiles = 10050;
+  CreateDirectoryA("many", nullptr);
+  for (int i = 0; i < kFiles; ++i)
+    CloseHandle(
+        CreateFileA(("many\\f" + std::to_string(i)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+  Dir dir(entry("many\\f*"), kAll);
+  ASSERT_EQ(dir.Count(), static_cast<unsigned long>(kFiles));
+  dir.SetSort(SV::FSYS_SORT_NAME);
+  auto const names = listed(dir);
+  EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
+  EXPECT_EQ(std::adjacent_find(names.begin(), names.end()), names.end());
+}

@@ -1,0 +1,159 @@
+#include "tools/direntry.hpp"
+
+#include "testfiles.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using SV::DirEntry;
+using testfiles::entry;
+using testfiles::read;
+using testfiles::write;
+
+namespace {
+
+class DirEntryMove : public testfiles::InOwnFolder {};
+
+/// A folder on another file system, which goes with the test that asks for it.
+class OtherDrive : public testfiles::InOwnFolder {
+protected:
+  void SetUp() override {
+    InOwnFolder::SetUp();
+    if (!CreateDirectoryA(folder_.c_str(), nullptr))
+      GTEST_SKIP() << "there is no second file system at " << folder_;
+    write("probe");
+    bool const isOther = !MoveFileExA("probe", path("probe").c_str(), 0) && GetLastError() == ERROR_NOT_SAME_DEVICE;
+    DeleteFileA("probe");
+    DeleteFileA(path("probe").c_str());
+    if (!isOther)
+      GTEST_SKIP() << folder_ << " is on the drive of the working folder";
+  }
+
+  void TearDown() override {
+    for (char const * name :
+         {"moved\\sub\\deep.txt", "moved\\sub", "moved\\file.txt", "moved\\readonly.txt", "moved", "file.txt"}) {
+      SetFileAttributesA(path(name).c_str(), FILE_ATTRIBUTE_NORMAL);
+      DeleteFileA(path(name).c_str());
+      RemoveDirectoryA(path(name).c_str());
+    }
+    RemoveDirectoryA(folder_.c_str());
+    InOwnFolder::TearDown();
+  }
+
+  std::string path(char const * name) const { return folder_ + "\\" + name; }
+  DirEntry there(char const * name) const { return entry(path(name).c_str()); }
+
+private:
+  std::string folder_ = "Z:\\dev\\shm\\kivara-test." + std::to_string(GetCurrentProcessId());
+};
+
+void makeTree() {
+  CreateDirectoryA("tree", nullptr);
+  CreateDirectoryA("tree\\sub", nullptr);
+  write("tree\\file.txt", "near");
+  write("tree\\sub\\deep.txt", "deep");
+  write("tree\\readonly.txt", "fixed");
+  SetFileAttributesA("tree\\readonly.txt", FILE_ATTRIBUTE_READONLY);
+}
+
+} // namespace
+
+TEST_F(DirEntryMove, MovesAFileToAnotherName) {
+  write("file.txt", "moved");
+  EXPECT_EQ(entry("file.txt").MoveTo(entry("other.txt")), 0u);
+  EXPECT_EQ(read("file.txt"), "(none)");
+  EXPECT_EQ(read("other.txt"), "moved");
+}
+
+TEST_F(DirEntryMove, MovesAFileIntoAnotherFolder) {
+  write("file.txt", "moved");
+  CreateDirectoryA("folder", nullptr);
+  EXPECT_EQ(entry("file.txt").MoveTo(entry("folder\\file.txt")), 0u);
+  EXPECT_EQ(read("folder\\file.txt"), "moved");
+}
+
+TEST_F(DirEntryMove, MovesAFolderWithAllInIt) {
+  makeTree();
+  EXPECT_EQ(entry("tree\\").MoveTo(entry("moved\\")), 0u);
+  EXPECT_FALSE(entry("tree").Exists());
+  EXPECT_EQ(read("moved\\sub\\deep.txt"), "deep");
+}
+
+/// Wine reports success and keeps the old spelling, so that the name itself is not looked at.
+TEST_F(DirEntryMove, TakesItsOwnNameInAnotherCase) {
+  write("file.txt", "moved");
+  EXPECT_EQ(entry("file.txt").MoveTo(entry("FILE.txt")), 0u);
+  EXPECT_EQ(read("FILE.txt"), "moved");
+}
+
+TEST_F(DirEntryMove, DoesNotOverwrite) {
+  write("file.txt", "source");
+  write("other.txt", "target");
+  CreateDirectoryA("folder", nullptr);
+  EXPECT_EQ(entry("file.txt").MoveTo(entry("other.txt")), DWORD{ERROR_ALREADY_EXISTS});
+  EXPECT_EQ(entry("file.txt").MoveTo(entry("folder")), DWORD{ERROR_ALREADY_EXISTS});
+  EXPECT_EQ(entry("folder").MoveTo(entry("other.txt")), DWORD{ERROR_ALREADY_EXISTS});
+  EXPECT_EQ(read("file.txt"), "source");
+  EXPECT_EQ(read("other.txt"), "target");
+}
+
+TEST_F(DirEntryMove, GivesTheSystemsErrorAndLeavesTheSource) {
+  write("file.txt", "source");
+  EXPECT_EQ(entry("none.txt").MoveTo(entry("other.txt")), DWORD{ERROR_FILE_NOT_FOUND});
+  EXPECT_EQ(entry("nowhere\\none.txt").MoveTo(entry("other.txt")), DWORD{ERROR_PATH_NOT_FOUND});
+  EXPECT_EQ(entry("file.txt").MoveTo(entry("nowhere\\file.txt")), DWORD{ERROR_PATH_NOT_FOUND});
+  EXPECT_NE(entry("file.txt").MoveTo(entry("")), SV::FSYS_ERR_OK);
+  EXPECT_NE(entry("").MoveTo(entry("other.txt")), SV::FSYS_ERR_OK);
+  EXPECT_NE(entry("*.txt").MoveTo(entry("other.txt")), SV::FSYS_ERR_OK);
+  HANDLE const lock = CreateFileA("file.txt", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_EQ(entry("file.txt").MoveTo(entry("other.txt")), DWORD{ERROR_SHARING_VIOLATION});
+  CloseHandle(lock);
+  EXPECT_EQ(read("file.txt"), "source");
+  EXPECT_EQ(read("other.txt"), "(none)");
+}
+
+TEST_F(OtherDrive, TakesAFile) {
+  write("file.txt", "moved");
+  EXPECT_EQ(entry("file.txt").MoveTo(there("file.txt")), 0u);
+  EXPECT_EQ(read("file.txt"), "(none)");
+  EXPECT_EQ(read(path("file.txt").c_str()), "moved");
+}
+
+TEST_F(OtherDrive, IsNotOverwrittenEither) {
+  write("file.txt", "source");
+  write(path("file.txt").c_str(), "target");
+  EXPECT_NE(entry("file.txt").MoveTo(there("file.txt")), SV::FSYS_ERR_OK);
+  EXPECT_EQ(read("file.txt"), "source");
+  EXPECT_EQ(read(path("file.txt").c_str()), "target");
+}
+
+TEST_F(OtherDrive, TakesAFolderWithAllInIt) {
+  makeTree();
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), 0u);
+  EXPECT_FALSE(entry("tree").Exists());
+  EXPECT_EQ(read(path("moved\\file.txt").c_str()), "near");
+  EXPECT_EQ(read(path("moved\\sub\\deep.txt").c_str()), "deep");
+  EXPECT_EQ(read(path("moved\\readonly.txt").c_str()), "fixed");
+  EXPECT_NE(GetFileAttributesA(path("moved\\readonly.txt").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
+}
+
+TEST_F(OtherDrive, KeepsNothingOfAFolderThatCouldNotBeCopied) {
+  makeTree();
+  HANDLE const lock = CreateFileA("tree\\sub\\deep.txt", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_SHARING_VIOLATION});
+  CloseHandle(lock);
+  EXPECT_FALSE(there("moved").Exists());
+  EXPECT_EQ(read("tree\\file.txt"), "near");
+  EXPECT_EQ(read("tree\\readonly.txt"), "fixed");
+  EXPECT_EQ(read("tree\\sub\\deep.txt"), "deep");
+}
+
+TEST_F(OtherDrive, LeavesAnExistingFolderAsItIs) {
+  makeTree();
+  CreateDirectoryA(path("moved").c_str(), nullptr);
+  write(path("moved\\file.txt").c_str(), "target");
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_ALREADY_EXISTS});
+  EXPECT_EQ(read(path("moved\\file.txt").c_str()), "target");
+  EXPECT_EQ(read("tree\\file.txt"), "near");
+}
