@@ -1,7 +1,8 @@
 #include "acmdline.hpp"
 
 #include "frame/cmdline_getters.hpp"
-#include "frame/guarded_arguments.hpp"
+#include "frame/heap_arguments.hpp"
+#include "support/allocation.hpp"
 
 #include <gtest/gtest.h>
 
@@ -28,10 +29,11 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// Arguments that live as long as the process, as those of a real start do.
-kivtest::GuardedArguments & kept(Words const & words) {
-  static std::vector<std::unique_ptr<kivtest::GuardedArguments>> all;
-  return *all.emplace_back(std::make_unique<kivtest::GuardedArguments>(words));
+/// Arguments that live as long as the process, as those of a real start do, and end before pages without access.
+kivtest::HeapArguments & kept(Words const & words) {
+  static support::GuardPages const guard;
+  static std::vector<std::unique_ptr<kivtest::HeapArguments>> all;
+  return *all.emplace_back(std::make_unique<kivtest::HeapArguments>(words));
 }
 
 KivCmdline const & initWords(Words const & words, bool withGUI = true, char const * logOptionName = "log") {
