@@ -34,7 +34,7 @@ public:
   static KivCmdline & Instance();
 
   /// Takes the command line over, reads the flags and settles the values that are read once.
-  /// A second call is reported as an internal error and then repeats the work: flags that are set stay set.
+  /// A second call is a mistake of the caller. It repeats the work: flags that are set stay set.
   /// \param argc           number of words with the program's own name; below 1 there are none
   /// \param argv           the words. The array is kept, not copied, and must outlive every later query. Null words are
   ///                       passed over
@@ -46,7 +46,7 @@ public:
   static void init(int argc, char ** argv, bool withGUI, SV::String const & logOptionName);
 
   /// \name Words
-  /// Before init these report an internal error and answer as for an empty command line.
+  /// To ask before init is a mistake of the caller; they then answer as for an empty command line.
   /// @{
 
   /// The number of words, with the program's own name.
@@ -71,25 +71,25 @@ public:
   /// \name Flags
   /// Each is true when the word at its right was on the command line; all are false before init.
   /// @{
-  static bool kivLogin();                      ///< "kivlogin"
-  static bool typeChecksInKivScript();         ///< "kivscript_typecheck"
-  static bool releaseAssertionsEnabled();      ///< "assert": assertions stay active in a release build
-  static bool isAutoKick();                    ///< "autokick"
-  static bool dynamicConsole();                ///< "console"
-  static bool debugMemDelayFree();             ///< "debug_mem_delayfree": accepted, but switched off: always false
-  static bool debugMemHeapCheck();             ///< "debug_mem_heapcheck": accepted, but switched off: always false
-  static bool isRovinsLibDocuGen();            ///< "libdox"
+  static bool kivLogin();                       ///< "kivlogin"
+  static bool typeChecksInKivScript();          ///< "kivscript_typecheck"
+  static bool releaseAssertionsEnabled();       ///< "assert": assertions stay active in a release build
+  static bool isAutoKick();                     ///< "autokick"
+  static bool dynamicConsole();                 ///< "console"
+  static bool debugMemDelayFree();              ///< "debug_mem_delayfree": accepted, but switched off: always false
+  static bool debugMemHeapCheck();              ///< "debug_mem_heapcheck": accepted, but switched off: always false
+  static bool isRovinsLibDocuGen();             ///< "libdox"
   static bool isExceptionHandlingDeactivated(); ///< "no_exception_handling"
-  static bool modalDialogSuppression();        ///< "no_dialogs", or no GUI
-  static bool showWindowSuppression();         ///< "no_windows", or no GUI
-  static bool noGUI();                         ///< "no_gui", or no GUI
-  static bool noLoginScreen();                 ///< "no_login_screen", or no GUI
-  static bool noPrinterWarning();              ///< "no_printer_warning", or no GUI
-  static bool noDBBootLogin();                 ///< "nobootlogin"
-  static bool profiling();                     ///< "profiling"
-  static bool doTracing();                     ///< "trace"
-  static bool trySingleSignOn();               ///< "winlogin"
-  static bool executeLoginDlgAnyway();         ///< "x"; always false without a GUI
+  static bool modalDialogSuppression();         ///< "no_dialogs", or no GUI
+  static bool showWindowSuppression();          ///< "no_windows", or no GUI
+  static bool noGUI();                          ///< "no_gui", or no GUI
+  static bool noLoginScreen();                  ///< "no_login_screen", or no GUI
+  static bool noPrinterWarning();               ///< "no_printer_warning", or no GUI
+  static bool noDBBootLogin();                  ///< "nobootlogin"
+  static bool profiling();                      ///< "profiling"
+  static bool doTracing();                      ///< "trace"
+  static bool trySingleSignOn();                ///< "winlogin"
+  static bool executeLoginDlgAnyway();          ///< "x"; always false without a GUI
   /// @}
 
   /// \name Values

@@ -203,7 +203,8 @@ void compareSchemaVersion(KivCmdline const & cmdline, Model const & model) {
   }
 }
 
-/// Each fifth line, the largest ones among them, ends before pages without access; all of them would take half a minute.
+/// Each fifth line, the largest ones among them, ends before pages without access; all of them would take half a
+/// minute.
 kivtest::HeapArguments argumentsOf(Words const & line, int number) {
   if (number % 5 != 4)
     return kivtest::HeapArguments(line);
