@@ -34,22 +34,25 @@ TEST(CText, ComparesByBytesWithThoseAbove127Last) {
   struct Row {
     char const *a, *b;
     int order;
-  } const rows[] = {{"a", "b", -1},    {"b", "a", 1},     {"a", "a", 0},        {"a", "aa", -1}, {"A", "a", -1},
-                    {"z", "\xE4", -1}, {"\xFF", "a", 1},  {"\x80", "\xFF", -1}, {"", "", 0},     {"", "a", -1},
-                    {nullptr, "a", -1}, {"a", nullptr, 1}, {nullptr, "", 0},     {"", nullptr, 0}, {nullptr, nullptr, 0}};
+  } const rows[] = {{"a", "b", -1},   {"b", "a", 1},     {"a", "a", 0},        {"a", "aa", -1},
+                    {"A", "a", -1},   {"z", "\xE4", -1}, {"\xFF", "a", 1},     {"\x80", "\xFF", -1},
+                    {"", "", 0},      {"", "a", -1},     {nullptr, "a", -1},   {"a", nullptr, 1},
+                    {nullptr, "", 0}, {"", nullptr, 0},  {nullptr, nullptr, 0}};
   for (Row const & row : rows)
-    EXPECT_EQ(sign(h_strcmp(row.a, row.b)), row.order) << (row.a ? row.a : "(null)") << ' ' << (row.b ? row.b : "(null)");
+    EXPECT_EQ(sign(h_strcmp(row.a, row.b)), row.order)
+        << (row.a ? row.a : "(null)") << ' ' << (row.b ? row.b : "(null)");
 }
 
 TEST(CText, ComparesWithoutCaseAsTheRuntimeDoes) {
   struct Row {
     char const *a, *b;
     int order;
-  } const rows[] = {{"Text", "tEXT", 0}, {"a", "B", -1},    {"B", "a", 1},     {"[", "a", -1},        {"a", "ab", -1},
-                    {nullptr, "A", -1},  {"A", nullptr, 1}, {nullptr, "", 0},  {nullptr, nullptr, 0}};
+  } const rows[] = {{"Text", "tEXT", 0}, {"a", "B", -1},    {"B", "a", 1},    {"[", "a", -1},       {"a", "ab", -1},
+                    {nullptr, "A", -1},  {"A", nullptr, 1}, {nullptr, "", 0}, {nullptr, nullptr, 0}};
   EXPECT_EQ(h_stricmp("\xFF", "a"), _stricmp("\xFF", "a"));
   for (Row const & row : rows)
-    EXPECT_EQ(sign(h_stricmp(row.a, row.b)), row.order) << (row.a ? row.a : "(null)") << ' ' << (row.b ? row.b : "(null)");
+    EXPECT_EQ(sign(h_stricmp(row.a, row.b)), row.order)
+        << (row.a ? row.a : "(null)") << ' ' << (row.b ? row.b : "(null)");
 }
 
 TEST(CText, FindsTheFirstCharacter) {
@@ -134,9 +137,25 @@ TEST(CText, NumbersStandAtTheStartBehindWhiteSpace) {
   struct Row {
     char const * text;
     long number;
-  } const rows[] = {{"0", 0},          {"42", 42},     {"-42", -42},         {"+7", 7},    {"  \t\r\n\v\f12", 12}, {"12abc", 12},
-                    {"abc", 0},        {"", 0},        {"-", 0},             {"- 5", 0},   {"0x10", 0},            {"007", 7},
-                    {"1.9", 1},        {"\xA0" "5", 0}, {"\xFF\xFE", 0},     {nullptr, 0}, {"2147483647", LONG_MAX},
+  } const rows[] = {{"0", 0},
+                    {"42", 42},
+                    {"-42", -42},
+                    {"+7", 7},
+                    {"  \t\r\n\v\f12", 12},
+                    {"12abc", 12},
+                    {"abc", 0},
+                    {"", 0},
+                    {"-", 0},
+                    {"- 5", 0},
+                    {"0x10", 0},
+                    {"007", 7},
+                    {"1.9", 1},
+                    {"\xA0"
+                     "5",
+                     0},
+                    {"\xFF\xFE", 0},
+                    {nullptr, 0},
+                    {"2147483647", LONG_MAX},
                     {"-2147483648", LONG_MIN}};
   for (Row const & row : rows) {
     EXPECT_EQ(h_atoi(row.text), row.number) << (row.text ? row.text : "(null)");
@@ -148,15 +167,16 @@ TEST(CText, UnsignedNumbersReachTheLargest) {
   struct Row {
     char const * text;
     unsigned long number;
-  } const rows[] = {{"0", 0}, {" 42x", 42}, {"4294967295", ULONG_MAX}, {"2147483648", 2147483648ul},
-                    {"-1", ULONG_MAX}, {"x", 0}, {"", 0}, {nullptr, 0}};
+  } const rows[] = {
+      {"0", 0}, {" 42x", 42}, {"4294967295", ULONG_MAX}, {"2147483648", 2147483648ul}, {"-1", ULONG_MAX}, {"x", 0},
+      {"", 0},  {nullptr, 0}};
   for (Row const & row : rows)
     EXPECT_EQ(h_atoul(row.text), row.number) << (row.text ? row.text : "(null)");
 }
 
 TEST(CText, NumbersOutOfRangeAreThoseOfTheRuntime) {
-  std::vector<std::string> const texts = {"2147483648", "-2147483649", "4294967296", "99999999999999999999",
-                                          "-99999999999999999999", std::string(5000, '9')};
+  std::vector<std::string> const texts = {"2147483648",           "-2147483649",           "4294967296",
+                                          "99999999999999999999", "-99999999999999999999", std::string(5000, '9')};
   for (std::string const & text : texts) {
     EXPECT_EQ(h_atoi(text.c_str()), std::atoi(text.c_str())) << text;
     EXPECT_EQ(h_atol(text.c_str()), std::atol(text.c_str())) << text;

@@ -88,7 +88,8 @@ TEST(Date, WeekdaysAreThoseOfTheSystemFromMonday0) {
 TEST(Date, WeekdaysRepeatEvery400YearsDownToYear0) {
   for (unsigned year = 0; year < 1601; ++year) {
     for (unsigned month = 1; month <= 12; ++month)
-      ASSERT_EQ(Date(1, month, year).GetDayOfWeek(), Date(1, month, year + 400 * 5).GetDayOfWeek()) << year << ' ' << month;
+      ASSERT_EQ(Date(1, month, year).GetDayOfWeek(), Date(1, month, year + 400 * 5).GetDayOfWeek())
+          << year << ' ' << month;
   }
 }
 
@@ -96,10 +97,11 @@ TEST(Date, WeekdayOfAnImpossibleDayCountsOn) {
   struct Row {
     Date impossible, real;
   } const rows[] = {
-      {Date(31, 2, 2026), Date(3, 3, 2026)},   {Date(30, 2, 2024), Date(1, 3, 2024)}, {Date(32, 12, 2026), Date(1, 1, 2027)},
-      {Date(1, 13, 2026), Date(1, 1, 2027)},   {Date(1, 0, 2026), Date(1, 12, 2025)}, {Date(0, 1, 2026), Date(31, 12, 2025)},
-      {Date(99, 99, 2026), Date(7, 6, 2034)},  {Date(1, 0, 2000), Date(1, 12, 1999)}, {Date(0, 3, 2000), Date(29, 2, 2000)},
-      {Date(0, 3, 2001), Date(28, 2, 2001)},
+      {Date(31, 2, 2026), Date(3, 3, 2026)},  {Date(30, 2, 2024), Date(1, 3, 2024)},
+      {Date(32, 12, 2026), Date(1, 1, 2027)}, {Date(1, 13, 2026), Date(1, 1, 2027)},
+      {Date(1, 0, 2026), Date(1, 12, 2025)},  {Date(0, 1, 2026), Date(31, 12, 2025)},
+      {Date(99, 99, 2026), Date(7, 6, 2034)}, {Date(1, 0, 2000), Date(1, 12, 1999)},
+      {Date(0, 3, 2000), Date(29, 2, 2000)},  {Date(0, 3, 2001), Date(28, 2, 2001)},
   };
   for (Row const & row : rows)
     EXPECT_EQ(row.impossible.GetDayOfWeek(), row.real.GetDayOfWeek()) << row.impossible.value();
@@ -118,8 +120,8 @@ TEST(Date, LeapYearsFollowTheGregorianRule) {
   struct Row {
     unsigned year;
     bool isLeap;
-  } const rows[] = {{0, true},     {1, false},    {4, true},     {100, false},  {400, true},  {1900, false},
-                    {2000, true},  {2023, false}, {2024, true},  {2100, false}, {9996, true}, {9999, false}};
+  } const rows[] = {{0, true},    {1, false},    {4, true},    {100, false},  {400, true},  {1900, false},
+                    {2000, true}, {2023, false}, {2024, true}, {2100, false}, {9996, true}, {9999, false}};
   for (Row const & row : rows)
     EXPECT_EQ(Date(1, 1, row.year).IsLeapYear(), row.isLeap) << row.year;
 }

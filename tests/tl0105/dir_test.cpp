@@ -26,6 +26,19 @@ Names listed(Dir const & dir) {
   return names;
 }
 
+/// The start of new files' names in a folder. Wine looks through the folder for each new name in another case, unless
+/// the name is one of the system below it.
+std::string startOfNames(wchar_t const * folder, char const * plain) {
+  using UnixName = char *(CDECL *)(wchar_t const *);
+  auto const address = GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name");
+  if (address == nullptr)
+    return plain;
+  char * const name = reinterpret_cast<UnixName>(reinterpret_cast<void *>(address))(folder);
+  std::string const start = std::string("\\\\?\\unix") + name + "/";
+  HeapFree(GetProcessHeap(), 0, name);
+  return start;
+}
+
 Names sorted(char const * path, int kinds = kAll) {
   Dir dir(entry(path), kinds);
   dir.SetSort(SV::FSYS_SORT_NAME);
@@ -64,8 +77,8 @@ TEST_F(DirTest, AttributesSelectFilesOrFolders) {
 }
 
 TEST_F(DirTest, WildcardsSelectByTheWholeName) {
-  for (char const * name : {"daily.log", "daily_.log", "daily_1.log", "Daily_22.LOG", "daily_1.logs", "xdaily_1.log", "noext",
-                            "a[1].log", "daily_1.log.bak"})
+  for (char const * name : {"daily.log", "daily_.log", "daily_1.log", "Daily_22.LOG", "daily_1.logs", "xdaily_1.log",
+                            "noext", "a[1].log", "daily_1.log.bak"})
     write(name);
   struct Row {
     char const * pattern;
@@ -81,10 +94,12 @@ TEST_F(DirTest, WildcardsSelectByTheWholeName) {
       {"?oext", {"noext"}},
       {"*.bak", {"daily_1.log.bak"}},
       {"no*ext*", {"noext"}},
-      {"**", {"a[1].log", "daily.log", "daily_.log", "daily_1.log", "daily_1.log.bak", "daily_1.logs", "Daily_22.LOG", "noext",
-              "xdaily_1.log"}},
-      {"*.*", {"a[1].log", "daily.log", "daily_.log", "daily_1.log", "daily_1.log.bak", "daily_1.logs", "Daily_22.LOG", "noext",
-               "xdaily_1.log"}},
+      {"**",
+       {"a[1].log", "daily.log", "daily_.log", "daily_1.log", "daily_1.log.bak", "daily_1.logs", "Daily_22.LOG",
+        "noext", "xdaily_1.log"}},
+      {"*.*",
+       {"a[1].log", "daily.log", "daily_.log", "daily_1.log", "daily_1.log.bak", "daily_1.logs", "Daily_22.LOG",
+        "noext", "xdaily_1.log"}},
       {"x?", {}},
       {"*.txt", {}},
   };
@@ -126,7 +141,8 @@ TEST_F(DirTest, EntriesCarryTheirFullPath) {
 
 TEST_F(DirTest, WhatCannotBeReadGivesAnEmptyList) {
   write("file.txt");
-  for (char const * path : {"nowhere", "nowhere\\*.txt", "file.txt", "file.txt\\*", "Q:\\", "<>", "C:\\no\\such\\place"})
+  for (char const * path :
+       {"nowhere", "nowhere\\*.txt", "file.txt", "file.txt\\*", "Q:\\", "<>", "C:\\no\\such\\place"})
     EXPECT_EQ(Dir(entry(path), kAll).Count(), 0u) << path;
   std::string const longPath(5000, 'x');
   EXPECT_EQ(Dir(entry(longPath.c_str()), kAll).Count(), 0u);
@@ -149,10 +165,11 @@ TEST_F(DirTest, SortsByNameWithoutCase) {
 }
 
 TEST_F(DirTest, SortPutsTheOldestDatedNameFirst) {
-  for (char const * name : {"daily_2026.11.12.log", "daily_2025.12.31.log", "daily_2026.02.01.log", "daily_0999.01.01.log"})
+  for (char const * name :
+       {"daily_2026.11.12.log", "daily_2025.12.31.log", "daily_2026.02.01.log", "daily_0999.01.01.log"})
     write(name);
-  EXPECT_EQ(sorted("daily_*.log"), (Names{"daily_0999.01.01.log", "daily_2025.12.31.log", "daily_2026.02.01.log",
-                                          "daily_2026.11.12.log"}));
+  EXPECT_EQ(sorted("daily_*.log"),
+            (Names{"daily_0999.01.01.log", "daily_2025.12.31.log", "daily_2026.02.01.log", "daily_2026.11.12.log"}));
 }
 
 TEST_F(DirTest, OtherOrdersLeaveTheListAsItIs) {
@@ -175,18 +192,23 @@ TEST_F(DirTest, IsReadAtConstruction) {
 }
 
 TEST_F(DirTest, NamesWithBytesAbove127AreListedAndMatched) {
-  write("\xC4" "a.txt");
+  write("\xC4"
+        "a.txt");
   write("\xFC.txt");
-  EXPECT_EQ(sorted("."), (Names{"\xC4" "a.txt", "\xFC.txt"}));
-  EXPECT_EQ(sorted("\xE4*"), Names{"\xC4" "a.txt"});
+  EXPECT_EQ(sorted("."), (Names{"\xC4"
+                                "a.txt",
+                                "\xFC.txt"}));
+  EXPECT_EQ(sorted("\xE4*"), Names{"\xC4"
+                                   "a.txt"});
   EXPECT_EQ(sorted("?.txt"), Names{"\xFC.txt"});
 }
 
 TEST_F(DirTest, HoldsMoreThan10000Entries) {
   constexpr int kFiles = 10050;
   CreateDirectoryA("many", nullptr);
+  std::string const start = startOfNames(L"many", "many\\") + "f";
   for (int i = 0; i < kFiles; ++i)
-    CloseHandle(CreateFileA(("many\\f" + std::to_string(i)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    CloseHandle(CreateFileA((start + std::to_string(i)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
   Dir dir(entry("many\\f*"), kAll);
   ASSERT_EQ(dir.Count(), static_cast<unsigned long>(kFiles));
   dir.SetSort(SV::FSYS_SORT_NAME);

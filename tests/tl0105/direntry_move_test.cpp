@@ -31,8 +31,8 @@ protected:
   }
 
   void TearDown() override {
-    for (char const * name : {"moved\\sub\\deep.txt", "moved\\sub", "moved\\file.txt", "moved\\readonly.txt", "moved",
-                              "file.txt"}) {
+    for (char const * name :
+         {"moved\\sub\\deep.txt", "moved\\sub", "moved\\file.txt", "moved\\readonly.txt", "moved", "file.txt"}) {
       SetFileAttributesA(path(name).c_str(), FILE_ATTRIBUTE_NORMAL);
       DeleteFileA(path(name).c_str());
       RemoveDirectoryA(path(name).c_str());

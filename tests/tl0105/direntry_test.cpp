@@ -184,9 +184,7 @@ TEST_F(DirEntryTest, LimitCutsTheFullPath) {
   EXPECT_EQ(text(path.GetFull(SV::FSYS_STYLE_HOST, 0, -5)), "");
 }
 
-TEST_F(DirEntryTest, ThePathEndsAtItsNul) {
-  EXPECT_EQ(full(DirEntry(String("C:\\a.txt\0b", 11))), "C:\\a.txt");
-}
+TEST_F(DirEntryTest, ThePathEndsAtItsNul) { EXPECT_EQ(full(DirEntry(String("C:\\a.txt\0b", 11))), "C:\\a.txt"); }
 
 TEST_F(DirEntryTest, PathsLongerThanTheSystemTakesAreNamesThatDoNotExist) {
   std::string const longName(40000, 'x');

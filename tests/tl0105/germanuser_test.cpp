@@ -35,9 +35,7 @@ TEST_F(GermanUser, GetsDatesAndTimesOfTheSystemWithoutAsking) {
   EXPECT_NE(std::string(record.GetLongDate(date).c_str()).find("Dezember"), std::string::npos);
 }
 
-TEST_F(GermanUser, GetsGermanButtonTexts) {
-  EXPECT_STREQ(International().GetCancelButtonText().c_str(), "Abbrechen");
-}
+TEST_F(GermanUser, GetsGermanButtonTexts) { EXPECT_STREQ(International().GetCancelButtonText().c_str(), "Abbrechen"); }
 
 TEST_F(GermanUser, IsWhoUnknownLanguagesAndCountriesFallBackTo) {
   Date const date(9, 12, 2026);

@@ -27,14 +27,15 @@ std::string text(String const & string) { return string.c_str(); }
 /// The British short form.
 std::string numbers(Date const & date, bool withCentury = true) {
   char digits[32];
-  std::snprintf(digits, sizeof digits, withCentury ? "%02lu/%02lu/%04lu" : "%02lu/%02lu/%02lu", date.GetDay(), date.GetMonth(),
-                withCentury ? date.GetYear() : date.GetYear() % 100);
+  std::snprintf(digits, sizeof digits, withCentury ? "%02lu/%02lu/%04lu" : "%02lu/%02lu/%02lu", date.GetDay(),
+                date.GetMonth(), withCentury ? date.GetYear() : date.GetYear() % 100);
   return digits;
 }
 
 bool isInCalendar2026(Date const & date) {
   unsigned const days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return date.GetMonth() >= 1 && date.GetMonth() <= 12 && date.GetDay() >= 1 && date.GetDay() <= days[date.GetMonth() - 1];
+  return date.GetMonth() >= 1 && date.GetMonth() <= 12 && date.GetDay() >= 1 &&
+         date.GetDay() <= days[date.GetMonth() - 1];
 }
 
 std::string shortDate(International const & record) { return text(record.GetDate(Date(9, 7, 2026))); }
@@ -68,7 +69,8 @@ TEST(International, ALanguageOfTheSystemSelectsItsLocale) {
       EXPECT_EQ(text(record.GetDate(date)), sys::date(language, date, DATE_SHORTDATE)) << language;
     }
     EXPECT_EQ(text(record.GetTime(Time(15, 4, 5))), sys::time(language, Time(15, 4, 5))) << language;
-    EXPECT_EQ(text(record.GetTime(Time(15, 4, 5), false)), sys::time(language, Time(15, 4, 5), TIME_NOSECONDS)) << language;
+    EXPECT_EQ(text(record.GetTime(Time(15, 4, 5), false)), sys::time(language, Time(15, 4, 5), TIME_NOSECONDS))
+        << language;
   }
 }
 
@@ -78,7 +80,8 @@ TEST(International, LongDatesHaveTheNamesOfTheLanguage) {
     for (unsigned month = 1; month <= 12; ++month) {
       Date const date(9, month, 2026);
       EXPECT_EQ(text(record.GetLongDate(date)), sys::date(language, date, DATE_LONGDATE));
-      EXPECT_NE(text(record.GetLongDate(date)).find(sys::fact(language, LOCALE_SMONTHNAME1 + month - 1)), std::string::npos);
+      EXPECT_NE(text(record.GetLongDate(date)).find(sys::fact(language, LOCALE_SMONTHNAME1 + month - 1)),
+                std::string::npos);
     }
   }
 }

@@ -19,9 +19,9 @@ std::string backInCodePage(String const & utf8) {
   wide.resize(static_cast<std::size_t>(
       MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, utf8.c_str(), utf8.Len(), wide.data(), utf8.Len())));
   std::string narrow(wide.size() * 2, '\0');
-  narrow.resize(static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()),
-                                                             narrow.data(), static_cast<int>(narrow.size()), nullptr,
-                                                             nullptr)));
+  narrow.resize(
+      static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), narrow.data(),
+                                                   static_cast<int>(narrow.size()), nullptr, nullptr)));
   return narrow;
 }
 

@@ -43,8 +43,8 @@ unsigned long Date::ChangeYear(unsigned long year) {
 }
 
 DayOfWeek Date::GetDayOfWeek() const {
-  long const days = daysSinceMarch0(static_cast<long>(GetDay()), static_cast<long>(GetMonth()),
-                                    static_cast<long>(GetYear()));
+  long const days =
+      daysSinceMarch0(static_cast<long>(GetDay()), static_cast<long>(GetMonth()), static_cast<long>(GetYear()));
   return static_cast<DayOfWeek>(((days + WEDNESDAY) % 7 + 7) % 7);
 }
 

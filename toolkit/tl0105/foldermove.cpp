@@ -43,8 +43,8 @@ FSysError FolderMove::copy(DirEntry const & source, DirEntry const & target) {
     return ERROR_NOT_SAME_DEVICE;
   String const from = source.GetFull();
   String const to = target.GetFull();
-  BOOL const made = isFolder ? CreateDirectoryExA(from.c_str(), to.c_str(), nullptr)
-                             : CopyFileA(from.c_str(), to.c_str(), TRUE);
+  BOOL const made =
+      isFolder ? CreateDirectoryExA(from.c_str(), to.c_str(), nullptr) : CopyFileA(from.c_str(), to.c_str(), TRUE);
   if (!made)
     return lastSystemError();
   sources_.push_back(source);

@@ -12,7 +12,8 @@ namespace {
 /// Runs of up to two letters are years without the century.
 constexpr std::size_t kLongestShortYear = 2;
 
-/// The first year that the system formats. For earlier ones a year of the same calendar stands in: it repeats after 400.
+/// The first year that the system formats. For earlier ones a year of the same calendar stands in, which repeats after
+/// 400 years.
 constexpr unsigned long kFirstSystemYear = 1601;
 constexpr unsigned long kStandInYears = 2000;
 
@@ -48,14 +49,10 @@ std::wstring withLiteralFields(std::wstring const & picture, Date const & date) 
   return picture::withRuns(picture, [&date](wchar_t letter, std::size_t count) {
     std::size_t const digits = std::min<std::size_t>(count, 2);
     switch (letter) {
-    case L'd':
-      return count > 2 ? std::wstring() : picture::number(date.GetDay(), digits);
-    case L'M':
-      return picture::number(date.GetMonth(), digits);
-    case L'y':
-      return literalYear(date.GetYear(), count);
-    default:
-      return std::wstring();
+    case L'd': return count > 2 ? std::wstring() : picture::number(date.GetDay(), digits);
+    case L'M': return picture::number(date.GetMonth(), digits);
+    case L'y': return literalYear(date.GetYear(), count);
+    default: return std::wstring();
     }
   });
 }
@@ -85,7 +82,8 @@ std::wstring numericDate(LCID locale, Date const & date, std::wstring const & pi
 
 /// The date by a picture of the locale; by the numbers of \p numericPicture where it is a day that no calendar has, or
 /// where the system's code page lacks the letters of the names.
-String formattedDate(LCID locale, Date const & date, std::wstring const & picture, std::wstring const & numericPicture) {
+String formattedDate(LCID locale, Date const & date, std::wstring const & picture,
+                     std::wstring const & numericPicture) {
   unsigned long const year = date.GetYear();
   std::wstring text;
   if (isInCalendar(date) && year >= kFirstSystemYear)
@@ -108,14 +106,10 @@ std::wstring withLiteralFields(std::wstring const & picture, Time const & time) 
   return picture::withRuns(picture, [&time](wchar_t letter, std::size_t count) {
     switch (letter) {
     case L'h':
-    case L'H':
-      return picture::number(time.GetHour(), count);
-    case L'm':
-      return picture::number(time.GetMin(), count);
-    case L's':
-      return picture::number(time.GetSec(), count);
-    default:
-      return std::wstring();
+    case L'H': return picture::number(time.GetHour(), count);
+    case L'm': return picture::number(time.GetMin(), count);
+    case L's': return picture::number(time.GetSec(), count);
+    default: return std::wstring();
     }
   });
 }

@@ -34,8 +34,8 @@ bool isNamedForItsCountry(LCID locale) {
                               fact(locale, LOCALE_SISO3166CTRYNAME).c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-/// The order of preference among the locales of one country: the wanted language, then the one that the country is named
-/// for, then low language numbers, which are those of most speakers.
+/// The order of preference among the locales of one country: the wanted language, then the one that the country is
+/// named for, then low language numbers, which are those of most speakers.
 bool isPreferred(LCID a, LCID b, WORD wantedLanguage) {
   auto const rank = [wantedLanguage](LCID each) {
     WORD const language = primaryLanguage(each);
@@ -87,15 +87,13 @@ std::wstring fact(LCID locale, LCTYPE type) {
 }
 
 std::wstring date(LCID locale, SYSTEMTIME const & day, std::wstring const & picture) {
-  return sized([&](wchar_t * text, int units) {
-    return GetDateFormatW(locale, 0, &day, picture.c_str(), text, units);
-  });
+  return sized(
+      [&](wchar_t * text, int units) { return GetDateFormatW(locale, 0, &day, picture.c_str(), text, units); });
 }
 
 std::wstring time(LCID locale, SYSTEMTIME const & moment, std::wstring const & picture) {
-  return sized([&](wchar_t * text, int units) {
-    return GetTimeFormatW(locale, 0, &moment, picture.c_str(), text, units);
-  });
+  return sized(
+      [&](wchar_t * text, int units) { return GetTimeFormatW(locale, 0, &moment, picture.c_str(), text, units); });
 }
 
 bool isInCodePage(std::wstring const & text) {

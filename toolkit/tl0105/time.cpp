@@ -20,8 +20,8 @@ std::int32_t packed(std::int64_t hour, std::int64_t minute, std::int64_t second,
 std::int32_t packedHundredths(std::int64_t hundredths) {
   bool const negative = hundredths < 0;
   hundredths = std::min(negative ? -hundredths : hundredths, kMostHundredths);
-  std::int32_t const fields = packed(hundredths / kHundredthsPerHour, hundredths / 6000 % 60, hundredths / 100 % 60,
-                                     hundredths % 100);
+  std::int32_t const fields =
+      packed(hundredths / kHundredthsPerHour, hundredths / 6000 % 60, hundredths / 100 % 60, hundredths % 100);
   return negative ? -fields : fields;
 }
 
