@@ -24,6 +24,7 @@ LONG CALLBACK passStop(EXCEPTION_POINTERS * exception) {
 class Assertion : public testing::Test {
 protected:
   void SetUp() override {
+    stops = 0;
     handler_ = AddVectoredExceptionHandler(1, passStop);
     testing::internal::CaptureStderr();
   }
