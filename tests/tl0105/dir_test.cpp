@@ -1,10 +1,13 @@
 #include "tools/dir.hpp"
 
+#include "support/allocation.hpp"
+#include "support/import_hook.hpp"
 #include "testfiles.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -37,6 +40,13 @@ std::string startOfNames(wchar_t const * folder, char const * plain) {
   std::string const start = std::string("\\\\?\\unix") + name + "/";
   HeapFree(GetProcessHeap(), 0, name);
   return start;
+}
+
+int closedSearches = 0;
+
+BOOL WINAPI countingClose(HANDLE search) {
+  ++closedSearches;
+  return FindClose(search);
 }
 
 Names sorted(char const * path, int kinds = kAll) {
@@ -201,6 +211,21 @@ TEST_F(DirTest, NamesWithBytesAbove127AreListedAndMatched) {
   EXPECT_EQ(sorted("\xE4*"), Names{"\xC4"
                                    "a.txt"});
   EXPECT_EQ(sorted("?.txt"), Names{"\xFC.txt"});
+}
+
+TEST_F(DirTest, ClosesItsSearchWhenTheListFindsNoMemory) {
+  for (int i = 0; i < 200; ++i)
+    write(std::to_string(i).c_str());
+  closedSearches = 0;
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
+                          {{"FindClose", reinterpret_cast<void *>(countingClose)}});
+  {
+    support::AllocationLimit const limit(1000); // enough for each path, not for the list
+    EXPECT_THROW(Dir(entry("."), kAll), std::bad_alloc);
+  }
+  EXPECT_EQ(closedSearches, 1);
+  EXPECT_EQ(Dir(entry("."), kAll).Count(), 200u);
+  EXPECT_EQ(closedSearches, 2);
 }
 
 TEST_F(DirTest, HoldsMoreThan10000Entries) {
