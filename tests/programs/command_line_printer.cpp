@@ -1,5 +1,5 @@
-// Prints what it was started with: its command line, its working folder, the variable KIVARA_TEST and its standard input; then
-// "done" on the error stream, and ends with the number of bytes of the command line.
+// Prints what it was started with: its command line, its working folder, the variable KIVARA_TEST and its standard
+// input; then "done" on the error stream, and ends with the number of bytes of the command line.
 
 #include "tools/winapi.hpp"
 
@@ -14,7 +14,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   char input[4096] = "";
   std::size_t const count = std::fread(input, 1, sizeof(input) - 1, stdin);
   input[count] = '\0';
-  std::printf("line=%s\nfolder=%s\nvariable=%s\ninput=%s\n", GetCommandLineA(), folder, variable ? variable : "(none)", input);
+  std::printf("line=%s\nfolder=%s\n", GetCommandLineA(), folder);
+  std::printf("variable=%s\ninput=%s\n", variable ? variable : "(none)", input);
   std::fputs("done", stderr);
   return static_cast<int>(std::strlen(GetCommandLineA()));
 }

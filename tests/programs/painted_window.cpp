@@ -1,5 +1,5 @@
-// Shows a window titled "Painted" whose client area of 60 by 40 pixels is blue with a red square of 10 pixels in its corner;
-// ends with 3 when it is closed.
+// Shows a window titled "Painted" whose client area of 60 by 40 pixels is blue with a red square of 10 pixels in its
+// corner; ends with 3 when it is closed.
 
 #include "tools/winapi.hpp"
 

@@ -6,8 +6,8 @@
 ///     EXPECT_EQ(debugger.waitForEnd(), 0u);
 ///     EXPECT_THAT(debugger.texts(), Contains("[locale] The locale 'xx' could not be resolved!\n"));
 ///
-/// The program is debugged alone, without those that it starts. It runs on at once after every event; breakpoints count as
-/// handled, all other exceptions are passed on to the program, so that it acts as it would without a debugger.
+/// The program is debugged alone, without those that it starts. It runs on at once after every event; breakpoints count
+/// as handled, all other exceptions are passed on to the program, so that it acts as it would without a debugger.
 
 #include "support/child_process.hpp"
 
@@ -43,8 +43,8 @@ using DebugRule = std::function<DebugAnswer(DebuggedException const &)>;
 
 class Debugger {
 public:
-  /// The rule is asked for every exception, on the debugger's thread; the breakpoint with which the system announces the start
-  /// to the debugger is answered without asking.
+  /// The rule is asked for every exception, on the debugger's thread; the breakpoint with which the system announces
+  /// the start to the debugger is answered without asking.
   explicit Debugger(ProgramStart const & start, DebugRule rule = {});
   Debugger(Debugger const &) = delete;
   Debugger & operator=(Debugger const &) = delete;

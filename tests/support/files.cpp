@@ -94,7 +94,8 @@ TempFolder::TempFolder() {
 TempFolder::~TempFolder() { removeTree(path_); }
 
 FileInUse::FileInUse(std::string const & path)
-    : handle_(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+    : handle_(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL,
+                          nullptr)) {
   if (handle_ == INVALID_HANDLE_VALUE)
     failed("cannot open", path);
 }

@@ -6,8 +6,8 @@
 ///     support::writeFile(folder / "lang.ini", "2057\n");
 ///     support::FileInUse const refusal(folder / "trace.txt");  // nobody can open it until the guard goes
 ///
-/// Paths are Windows paths in the ANSI code page. What cannot be done throws std::runtime_error with the path and the system's
-/// error code, which fails the test.
+/// Paths are Windows paths in the ANSI code page. What cannot be done throws std::runtime_error with the path and the
+/// system's error code, which fails the test.
 
 #include <optional>
 #include <string>
@@ -24,15 +24,15 @@ void writeFile(std::string const & path, std::string_view bytes);
 /// Whether a file or a folder of that name exists.
 bool exists(std::string const & path);
 
-/// Sets or clears the read-only attribute. An administrator of a Unix file system is not stopped by it: to have a file that
-/// surely cannot be written, use FileInUse or put a folder in its place.
+/// Sets or clears the read-only attribute. An administrator of a Unix file system is not stopped by it: to have a file
+/// that surely cannot be written, use FileInUse or put a folder in its place.
 void setReadOnly(std::string const & path, bool on);
 
 /// The folder of the running program, where all programs and DLLs of the build lie; it ends in a backslash.
 std::string binFolder();
 
-/// A new, empty folder inside the working folder that the test program started with. It goes away with this object, with all
-/// that it then holds, read-only files too.
+/// A new, empty folder inside the working folder that the test program started with. It goes away with this object,
+/// with all that it then holds, read-only files too.
 class TempFolder {
 public:
   TempFolder();
@@ -49,8 +49,8 @@ private:
   std::string path_;
 };
 
-/// Holds a file open so that every other attempt to open it fails with a sharing violation. The file is made when it does not
-/// exist, and stays afterwards.
+/// Holds a file open so that every other attempt to open it fails with a sharing violation. The file is made when it
+/// does not exist, and stays afterwards.
 class FileInUse {
 public:
   explicit FileInUse(std::string const & path);

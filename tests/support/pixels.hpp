@@ -5,9 +5,9 @@
 ///     support::Pixels const picture = support::readPixels(device, {0, 0, 16, 16});
 ///     EXPECT_EQ(picture.at(3, 3), support::Pixel(0x0000FF));  // red: 0x00BBGGRR
 ///
-/// A device of this process is read exactly. A window of another process is read from the screen, where others may cover it:
-/// readWindow raises it first, and such a test holds the ctest resource lock "desktop". Blended pixels differ by 1
-/// between machines.
+/// A device of this process is read exactly. A window of another process is read from the screen, where others may
+/// cover it: readWindow raises it first, and such a test holds the ctest resource lock "desktop". Blended pixels differ
+/// by 1 between machines.
 
 #include <cstddef>
 #include <vector>
@@ -23,7 +23,8 @@ using Pixel = unsigned long;
 
 class Pixels {
 public:
-  Pixels(int width, int height, std::vector<Pixel> pixels) : width_(width), height_(height), pixels_(std::move(pixels)) {}
+  Pixels(int width, int height, std::vector<Pixel> pixels)
+      : width_(width), height_(height), pixels_(std::move(pixels)) {}
 
   int width() const { return width_; }
   int height() const { return height_; }

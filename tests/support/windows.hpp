@@ -7,8 +7,9 @@
 ///     EXPECT_EQ(support::readBox(box).title, "Caption");
 ///     support::pressButton(box, "OK");
 ///
-/// All tests share one desktop, so a window is always looked for by its process. Texts are bytes of the ANSI code page. A window
-/// that is gone or does not answer within 5 seconds yields an empty text, no children or false, and never blocks a test.
+/// All tests share one desktop, so a window is always looked for by its process. Texts are bytes of the ANSI code page.
+/// A window that is gone or does not answer within 5 seconds yields an empty text, no children or false, and never
+/// blocks a test.
 
 #include "support/child_process.hpp"
 
@@ -57,7 +58,8 @@ struct BoxTexts {
 };
 BoxTexts readBox(HWND__ * box);
 
-/// Clicks the button of that label, given without mnemonic sign; false when the box has none. It does not wait for what follows.
+/// Clicks the button of that label, given without mnemonic sign; false when the box has none. It does not wait for what
+/// follows.
 bool pressButton(HWND__ * box, std::string_view label);
 /// Clicks the button with that identifier (IDOK, IDCANCEL, ...), whose label depends on the user's language.
 bool pressButton(HWND__ * box, int id);
