@@ -14,6 +14,7 @@ TEST(LastWords, ACrashPrintsItsCodeAndTheStack) {
 TEST(LastWords, TheWatchdogTellsWhichBoxIsOpenAndEndsTheProcess) {
   auto const result = runProgram({.program = "bad_end", .arguments = "box"});
   EXPECT_EQ(result.exitCode, 99u);
-  EXPECT_NE(result.errors.find("  an open box: \"Left open\"\r\n    A question\r\n"), std::string::npos) << result.errors;
+  std::string const box = "  an open box: \"Left open\"\r\n    A question\r\n";
+  EXPECT_NE(result.errors.find(box), std::string::npos) << result.errors;
   EXPECT_NE(result.errors.find("  bad_end.exe+0x"), std::string::npos) << result.errors;
 }
