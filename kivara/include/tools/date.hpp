@@ -27,8 +27,11 @@ public:
   TL_API unsigned long ChangeMonth(unsigned long month);
   TL_API unsigned long ChangeYear(unsigned long year);
 
-  /// Monday is 0. A day past the end of its month counts on into the next one.
+  /// Monday is 0. A day or month past its end counts on into the next, 0 is the one before the first.
   TL_API DayOfWeek GetDayOfWeek() const;
+
+  /// Whether the year has a 29th of February, by the Gregorian rule for all years.
+  bool IsLeapYear() const { return (GetYear() % 4 == 0 && GetYear() % 100 != 0) || GetYear() % 400 == 0; }
 
   /// YYYYMMDD.
   std::uint32_t value() const { return nDate_; }

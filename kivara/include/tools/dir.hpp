@@ -14,7 +14,8 @@ enum DirEntryKind { FSYS_KIND_FILE = 2, FSYS_KIND_DIR = 4 };
 /// The order of a Dir.
 enum FSysSort { FSYS_SORT_NONE = 0, FSYS_SORT_NAME = 0x80 };
 
-/// What a folder holds, read at construction. The last component may hold the wildcards '*' and '?'; without them the entry
+/// What a folder holds, read at construction. The last component may hold the wildcards '*', any run of characters, and '?',
+/// any one; "*.*" is every name. They are matched without regard to case, against the whole name. Without wildcards the entry
 /// is a folder, and all of it is listed. A folder that cannot be read gives an empty list. "." and ".." are not listed.
 class Dir {
 public:
@@ -26,8 +27,8 @@ public:
 
   unsigned long Count() const { return static_cast<unsigned long>(entries_.size()); }
 
-  /// The entry at a position below Count, with its path.
-  DirEntry const & operator[](unsigned long position) const { return entries_[position]; }
+  /// The entry at a position, with its full path; an empty entry at Count and beyond.
+  TL_API DirEntry const & operator[](unsigned long position) const;
 
 private:
   std::vector<DirEntry> entries_;

@@ -10,6 +10,7 @@
 namespace SV {
 
 /// Hours, minutes, seconds and hundredths, held as the signed decimal number HHMMSScc. Its absolute value carries the fields.
+/// Hours go beyond 23, up to 2146; what is larger becomes the largest.
 class Time {
 public:
   /// The present time, in local time.
@@ -34,6 +35,7 @@ public:
 private:
   friend TL_API Time operator-(Time const & a, Time const & b);
 
+  unsigned long change(std::int64_t hour, std::int64_t minute, std::int64_t second, unsigned long former);
   unsigned long magnitude() const { return static_cast<unsigned long>(std::abs(nTime_)); }
 
   std::int32_t nTime_;

@@ -1,0 +1,7 @@
+#include "tools/object.hpp"
+
+namespace SV {
+
+LinkHdl::~LinkHdl() = default;
+
+} // namespace SV
