@@ -11,10 +11,7 @@
 namespace SV {
 
 class Application;
-class Bitmap;
 class Help;
-class OutputDevice;
-class Rectangle;
 class Window;
 
 /// What a change of the system's settings was about.
@@ -65,10 +62,15 @@ public:
 
   /// Dispatches messages until Quit is called. Its result is the code given to Quit.
   static int Execute();
-  /// Dispatches what is waiting and returns.
+  /// Dispatches what is waiting and returns; messages that keep coming are left alone after a tenth of a second.
   static void Reschedule();
-  /// Ends Execute.
+  /// Ends the innermost Execute, or the next one when none runs.
   static void Quit(int exitCode = 0);
+
+  /// Has UserEvent or AppEvent called from the event loop, in the order of posting. Any thread may call them. False, and no
+  /// event, before InitSV and after DeInitSV.
+  static bool PostUserEvent(unsigned long event, void * data);
+  static bool PostAppEvent(unsigned long event, void * data);
 
   /// The wait pointer, counted: every Wait(n) sets the count; non-zero shows the hour-glass.
   static void Wait(unsigned short count);
@@ -111,8 +113,8 @@ public:
 
   /// Whether PaintMDIClient draws the background of the client area; false here.
   virtual bool IsUserDefPaintMDIClient();
-  /// Draws the background of the client area, in pixels of the device; nothing here.
-  virtual void PaintMDIClient(OutputDevice & device, Rectangle const & area);
+  /// Draws the whole background of the client area, for which it fetches a device context itself; nothing here.
+  virtual void PaintMDIClient(HWND hwnd);
 };
 
 /// The application object, null when none has been constructed.

@@ -6,7 +6,7 @@
 
 namespace SV {
 
-/// The numbered colours: 0 to 15 are fixed, 20 to 27 follow the system.
+/// The numbered colours: 0 to 15 are fixed, 20 to 27 follow the system. Any other number below COL_USER is black.
 enum ColorName : unsigned short {
   COL_BLACK = 0,
   COL_BLUE = 1,
@@ -26,12 +26,12 @@ enum ColorName : unsigned short {
   COL_WHITE = 15,
   COL_WINDOWTEXT = 20,
   COL_WINDOW = 21,
-  COL_BUTTONTEXT = 22,
-  COL_BUTTONFACE = 23,
-  COL_HIGHLIGHTTEXT = 24,
-  COL_HIGHLIGHT = 25,
-  COL_GRAYTEXT = 26,
-  COL_APPWORKSPACE = 27,
+  COL_HIGHLIGHT = 22,
+  COL_HIGHLIGHTTEXT = 23,
+  COL_BUTTONTEXT = 24,
+  COL_FACE = 25,   ///< of buttons, boxes and bars
+  COL_LIGHT = 26,  ///< their lit edges
+  COL_SHADOW = 27, ///< their edges in shadow
   COL_USER = 0x20
 };
 
@@ -54,7 +54,7 @@ public:
 
   /// 0x00BBGGRR.
   SV_API unsigned long GetRGB() const;
-  /// Makes it the user colour of 0x00BBGGRR.
+  /// Makes it the user colour of 0x00BBGGRR; the highest byte is ignored.
   SV_API void SetRGB(unsigned long packed);
 
 private:

@@ -1,0 +1,564 @@
+#include "acmdline.hpp"
+
+#include "frame/cmdline_getters.hpp"
+#include "frame/guarded_arguments.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <cmath>
+#include <memory>
+#include <string>
+#include <tuple>
+#include <vector>
+
+using kivtest::kFlagGetters;
+using kivtest::kNumberGetters;
+using kivtest::kTextGetters;
+using SV::String;
+
+namespace kivtest {
+
+/// How a row prints itself.
+static void PrintTo(FlagGetter const & row, std::ostream * out) { *out << row.word; }
+
+} // namespace kivtest
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+/// Arguments that live as long as the process, as those of a real start do.
+kivtest::GuardedArguments & kept(Words const & words) {
+  static std::vector<std::unique_ptr<kivtest::GuardedArguments>> all;
+  return *all.emplace_back(std::make_unique<kivtest::GuardedArguments>(words));
+}
+
+KivCmdline const & initWords(Words const & words, bool withGUI = true, char const * logOptionName = "log") {
+  auto const & arguments = kept(words);
+  KivCmdline::init(arguments.argc(), arguments.argv(), withGUI, logOptionName);
+  return KivCmdline::Instance();
+}
+
+/// init with a program's name and these words behind it.
+KivCmdline const & initWith(Words words) {
+  words.insert(words.begin(), "tool.exe");
+  return initWords(words);
+}
+
+KivCmdline const & initWithoutGUI(Words words, char const * logOptionName = "log") {
+  words.insert(words.begin(), "host.exe");
+  return initWords(words, false, logOptionName);
+}
+
+std::string text(String const & value) { return std::string(value.c_str(), static_cast<std::size_t>(value.Len())); }
+
+/// The words of the flags that are on, each with a blank behind it.
+std::string flagsThatAreOn() {
+  std::string on;
+  for (auto const & flag : kFlagGetters)
+    if (flag.get())
+      on += std::string(flag.word) + ' ';
+  return on;
+}
+
+// Before init
+
+TEST(CmdlineBeforeInit, EveryQueryAnswersAsForNoArguments) {
+  KivCmdline const & cmdline = KivCmdline::Instance();
+  EXPECT_EQ(cmdline.getCount(), 0);
+  EXPECT_EQ(text(cmdline.getParam(0)), "");
+  EXPECT_FALSE(cmdline.isFlag("trace"));
+  EXPECT_FALSE(cmdline.isFlag(""));
+  EXPECT_EQ(text(cmdline.getValue("u")), "");
+  EXPECT_EQ(cmdline.getInt("h"), 0);
+  EXPECT_EQ(cmdline.getLong("h"), 0);
+  EXPECT_EQ(cmdline.getDouble("h"), 0.0);
+}
+
+TEST(CmdlineBeforeInit, EveryFlagIsFalse) { EXPECT_EQ(flagsThatAreOn(), ""); }
+
+TEST(CmdlineBeforeInit, EveryValueGetterAnswersForAnAbsentOption) {
+  KivCmdline const & cmdline = KivCmdline::Instance();
+  for (auto const & row : kTextGetters)
+    EXPECT_EQ(text((cmdline.*row.get)()), "") << row.option;
+  for (auto const & row : kNumberGetters)
+    EXPECT_EQ((cmdline.*row.get)(), row.whenAbsent) << row.option;
+  EXPECT_EQ(text(cmdline.getLoginSchemaVersion()), "");
+  EXPECT_EQ(cmdline.getWSLogFormat(), 0);
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "");
+  String script("before");
+  EXPECT_FALSE(cmdline.getStartupKivScript(script));
+  EXPECT_EQ(text(script), "before");
+}
+
+TEST(CmdlineBeforeInit, InstanceIsOneObject) { EXPECT_EQ(&KivCmdline::Instance(), &KivCmdline::Instance()); }
+
+// The flag table
+
+class CmdlineFlagRow : public testing::TestWithParam<std::tuple<kivtest::FlagGetter, char>> {};
+
+TEST_P(CmdlineFlagRow, SetsItsOwnFlagAndNoOther) {
+  auto const & [row, prefix] = GetParam();
+  initWith({prefix + std::string(row.word)});
+  EXPECT_EQ(flagsThatAreOn(), row.switchedOff ? "" : std::string(row.word) + ' ');
+  EXPECT_EQ(row.get(), !row.switchedOff);
+}
+
+std::string rowName(testing::TestParamInfo<CmdlineFlagRow::ParamType> const & row) {
+  auto const & [flag, prefix] = row.param;
+  return flag.word + std::string(prefix == '-' ? "_dash" : "_slash");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, CmdlineFlagRow,
+                         testing::Combine(testing::ValuesIn(kFlagGetters), testing::Values('-', '/')), rowName);
+
+/// What looks like a flag's word and is not.
+Words nearMissesOf(std::string const & word) {
+  std::string upper = word;
+  std::string capital = word;
+  for (char & c : upper)
+    c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  capital[0] = upper[0];
+  Words misses = {'-' + upper,        '-' + capital,      '-' + word + 'x',    '-' + word + "=1", '-' + word + ' ',
+                  '-' + word + '/',   '-' + word + "\n",  '-' + word + "\xFF", "- " + word,       "--" + word,
+                  "-/" + word,        "-\xFF" + word,     "\\" + word,         "+" + word,        ' ' + ('-' + word),
+                  word};
+  if (word.size() > 1) {
+    misses.push_back('-' + word.substr(0, word.size() - 1));
+    misses.push_back('-' + word.substr(1));
+  }
+  return misses;
+}
+
+TEST(CmdlineFlags, NearMissesOfTheirWordsSetNothing) {
+  for (auto const & row : kFlagGetters)
+    for (std::string const & word : nearMissesOf(row.word)) {
+      initWith({word, "/" + word.substr(1) + "_"});
+      ASSERT_EQ(flagsThatAreOn(), "") << word;
+    }
+}
+
+TEST(CmdlineFlags, OfEqualBeginningAreToldApart) {
+  initWith({"-no_gui", "-no_dialogs"});
+  EXPECT_EQ(flagsThatAreOn(), "no_dialogs no_gui ");
+}
+
+TEST(CmdlineFlags, AreAllSetByOneLine) {
+  Words words;
+  std::string expected;
+  for (auto const & row : kFlagGetters) {
+    words.push_back((words.size() % 2 == 0 ? "-" : "/") + std::string(row.word));
+    if (!row.switchedOff)
+      expected += std::string(row.word) + ' ';
+  }
+  initWith(words);
+  EXPECT_EQ(flagsThatAreOn(), expected);
+}
+
+TEST(CmdlineFlags, AreNotTakenFromTheProgramsName) {
+  KivCmdline const & cmdline = initWords({"-trace"});
+  EXPECT_EQ(flagsThatAreOn(), "");
+  EXPECT_FALSE(cmdline.isFlag("trace"));
+  EXPECT_EQ(text(cmdline.getValue("tr")), "");
+  EXPECT_EQ(text(cmdline.getParam(0)), "-trace");
+}
+
+TEST(CmdlineFlags, StandAnywhereOnTheLine) {
+  initWith({"file.txt", "-unknown", "-uAdmin", "", "-profiling"});
+  EXPECT_EQ(flagsThatAreOn(), "profiling ");
+}
+
+TEST(CmdlineFlags, OfMemoryDebuggingAreAcceptedAndAnswerFalse) {
+  KivCmdline const & cmdline = initWith({"-debug_mem_delayfree", "/debug_mem_heapcheck"});
+  EXPECT_TRUE(cmdline.isFlag("debug_mem_delayfree"));
+  EXPECT_TRUE(cmdline.isFlag("debug_mem_heapcheck"));
+  EXPECT_FALSE(KivCmdline::debugMemDelayFree());
+  EXPECT_FALSE(KivCmdline::debugMemHeapCheck());
+}
+
+TEST(CmdlineFlags, TraceIsSetByDash) {
+  initWith({"-trace"});
+  EXPECT_TRUE(KivCmdline::doTracing());
+}
+
+TEST(CmdlineFlags, TraceIsSetBySlash) {
+  initWith({"/trace"});
+  EXPECT_TRUE(KivCmdline::doTracing());
+}
+
+TEST(CmdlineFlags, TraceIsNotSetByACapitalOrALongerWord) {
+  initWith({"-Trace", "-tracex"});
+  EXPECT_FALSE(KivCmdline::doTracing());
+}
+
+// Without a GUI
+
+TEST(CmdlineWithoutGUI, ForcesFiveFlagsOn) {
+  initWithoutGUI({});
+  std::string expected;
+  for (auto const & row : kFlagGetters)
+    if (row.withoutGUI == kivtest::WithoutGUI::on)
+      expected += std::string(row.word) + ' ';
+  EXPECT_EQ(flagsThatAreOn(), expected);
+  EXPECT_EQ(expected, "no_dialogs no_windows no_gui no_login_screen no_printer_warning ");
+}
+
+TEST(CmdlineWithoutGUI, TheOptionXHasNoEffect) {
+  KivCmdline const & cmdline = initWithoutGUI({"-x", "/x"});
+  EXPECT_FALSE(KivCmdline::executeLoginDlgAnyway());
+  EXPECT_TRUE(cmdline.isFlag("x"));
+}
+
+TEST(CmdlineWithoutGUI, OtherFlagsAreAsGiven) {
+  initWithoutGUI({"-trace", "-nobootlogin"});
+  EXPECT_TRUE(KivCmdline::doTracing());
+  EXPECT_TRUE(KivCmdline::noDBBootLogin());
+  EXPECT_FALSE(KivCmdline::profiling());
+}
+
+TEST(CmdlineWithoutGUI, DialogLogIsTakenFromLogNoDialogsFirst) {
+  KivCmdline const & cmdline = initWithoutGUI({"-wslogown.log", "-log_no_dialogsgeneral.log"}, "wslog");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "general.log");
+}
+
+TEST(CmdlineWithoutGUI, DialogLogIsTakenFromTheNamedOptionElse) {
+  KivCmdline const & cmdline = initWithoutGUI({"/wslogown.log"}, "wslog");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "own.log");
+}
+
+TEST(CmdlineWithoutGUI, DialogLogIsTakenFromTheNamedOptionWhenLogNoDialogsHasNoValue) {
+  KivCmdline const & cmdline = initWithoutGUI({"-log_no_dialogs", "-wslogown.log"}, "wslog");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "own.log");
+}
+
+TEST(CmdlineWithoutGUI, DialogLogIsEmptyWhenNeitherOptionIsThere) {
+  KivCmdline const & cmdline = initWithoutGUI({"-trace"}, "wslog");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "");
+}
+
+TEST(CmdlineWithoutGUI, NamedOptionThatBeginsLogNoDialogsSeesItsRest) {
+  KivCmdline const & cmdline = initWithoutGUI({"-log_no_dialogs"}, "log");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "_no_dialogs");
+}
+
+TEST(CmdlineWithoutGUI, EmptyNameOfTheLogOptionTakesTheFirstOption) {
+  KivCmdline const & cmdline = initWithoutGUI({"word", "-trace", "-uAdmin"}, "");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "trace");
+}
+
+TEST(CmdlineWithGUI, DialogLogIsNotRead) {
+  KivCmdline const & cmdline = initWith({"-log_no_dialogsgeneral.log", "-logown.log"});
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "");
+  EXPECT_EQ(text(cmdline.getValue("log_no_dialogs")), "general.log");
+  EXPECT_EQ(flagsThatAreOn(), "");
+}
+
+// Options with values
+
+TEST(CmdlineValues, OfTextOptionsAreWhatFollowsTheName) {
+  for (auto const & row : kTextGetters)
+    for (char const prefix : {'-', '/'}) {
+      std::string const option = prefix + std::string(row.option);
+      SCOPED_TRACE(option);
+      auto const answer = [&row](Words const & words) { return text((initWith(words).*row.get)()); };
+      EXPECT_EQ(answer({option + "C:\\a b.txt", option + "second"}), "C:\\a b.txt");
+      EXPECT_EQ(answer({"word", "-Other", option + "-/x"}), "-/x");
+      EXPECT_EQ(answer({option + "\xF6\xFF\x80"}), "\xF6\xFF\x80");
+      EXPECT_EQ(answer({option, "next"}), "") << "the value must stand in the same word";
+      EXPECT_EQ(answer({row.option + std::string("value")}), "") << "not an option";
+      EXPECT_EQ(answer({prefix + std::string(" ") + row.option + "value"}), "");
+      EXPECT_EQ(answer({}), "");
+    }
+}
+
+TEST(CmdlineValues, OfTextOptionsTellCaseApart) {
+  for (auto const & row : kTextGetters) {
+    std::string other = row.option;
+    for (char & c : other)
+      c = static_cast<char>(c ^ 0x20);
+    EXPECT_EQ(text((initWith({'-' + other + "value"}).*row.get)()), "") << row.option;
+  }
+}
+
+TEST(CmdlineValues, OfNumberOptionsAreTheNumberBehindTheName) {
+  for (auto const & row : kNumberGetters)
+    for (char const prefix : {'-', '/'}) {
+      std::string const option = prefix + std::string(row.option);
+      SCOPED_TRACE(option);
+      auto const answer = [&row](Words const & words) { return (initWith(words).*row.get)(); };
+      EXPECT_EQ(answer({option + "8080"}), 8080);
+      EXPECT_EQ(answer({option + "-5"}), -5);
+      EXPECT_EQ(answer({option + " 12pt"}), 12);
+      EXPECT_EQ(answer({option + "2147483647"}), 2147483647);
+      EXPECT_EQ(answer({option + "7", option + "8"}), 7) << "only the first is seen";
+      EXPECT_EQ(answer({option + "none"}), 0);
+      EXPECT_EQ(answer({option, "9"}), 0);
+      EXPECT_EQ(answer({}), row.whenAbsent);
+    }
+}
+
+TEST(CmdlineValues, WithoutAGetterAreReadByName) {
+  KivCmdline const & cmdline = initWith({"-lang1031", "/log_no_dialogsd.log", "-getfulldomainname", "/plug_log"});
+  EXPECT_EQ(text(cmdline.getValue("lang")), "1031");
+  EXPECT_EQ(cmdline.getInt("lang"), 1031);
+  EXPECT_EQ(text(cmdline.getValue("log_no_dialogs")), "d.log");
+  EXPECT_TRUE(cmdline.isFlag("getfulldomainname"));
+  EXPECT_TRUE(cmdline.isFlag("plug_log"));
+  EXPECT_EQ(flagsThatAreOn(), "");
+}
+
+TEST(CmdlineValues, WordsOfOthersAreAbsentWhenNotGiven) {
+  KivCmdline const & cmdline = initWith({"getfulldomainname", "-plug_lo"});
+  EXPECT_FALSE(cmdline.isFlag("getfulldomainname"));
+  EXPECT_FALSE(cmdline.isFlag("plug_log"));
+}
+
+TEST(CmdlineValues, CapitalPAndSmallPAreDifferentOptions) {
+  KivCmdline const & cmdline = initWith({"-PLaser", "-psecret"});
+  EXPECT_EQ(text(cmdline.getPrinterName()), "Laser");
+  EXPECT_EQ(text(cmdline.getLoginPassword()), "secret");
+}
+
+TEST(CmdlineValues, TraceFilenameStandsInTheSameWord) {
+  EXPECT_EQ(text(initWith({"-trfout.txt"}).getTraceFilename()), "out.txt");
+  EXPECT_EQ(text(initWith({"-trf", "out.txt"}).getTraceFilename()), "");
+}
+
+TEST(CmdlineValues, OfTwoFontHeightsOnlyTheFirstIsSeen) {
+  EXPECT_EQ(initWith({"-hx", "-h9"}).getFontHeight(), 0);
+  EXPECT_EQ(initWith({"-h9", "-hx"}).getFontHeight(), 9);
+}
+
+TEST(CmdlineValues, HelloCountsAsAFontHeight) {
+  KivCmdline const & cmdline = initWith({"-hello"});
+  EXPECT_EQ(text(cmdline.getValue("h")), "ello");
+  EXPECT_EQ(cmdline.getFontHeight(), 0);
+}
+
+TEST(CmdlineValues, AreReadAsIntLongAndDouble) {
+  KivCmdline const & cmdline = initWith({"-scale2.5e3x", "-big-2147483648", "-none"});
+  EXPECT_EQ(cmdline.getDouble("scale"), 2500.0);
+  EXPECT_EQ(cmdline.getInt("scale"), 2);
+  EXPECT_EQ(cmdline.getLong("big"), -2147483647L - 1);
+  EXPECT_EQ(cmdline.getDouble("none"), 0.0);
+  EXPECT_EQ(cmdline.getInt("absent"), 0);
+  EXPECT_EQ(cmdline.getLong("absent"), 0);
+  EXPECT_EQ(cmdline.getDouble("absent"), 0.0);
+  EXPECT_FALSE(std::signbit(cmdline.getDouble("absent")));
+}
+
+TEST(CmdlineValues, BackupCountIsMinusOneWhenAbsent) { EXPECT_EQ(initWith({}).getWSLogFileBackupCount(), -1); }
+TEST(CmdlineValues, BackupCountIsZeroWithoutANumber) {
+  EXPECT_EQ(initWith({"-wslogbackup"}).getWSLogFileBackupCount(), 0);
+}
+TEST(CmdlineValues, BackupCountIsTheNumberGiven) {
+  EXPECT_EQ(initWith({"/wslogbackup12"}).getWSLogFileBackupCount(), 12);
+}
+
+TEST(CmdlineValues, LogFormatIsLongForTheExactWordOnly) {
+  EXPECT_EQ(initWith({"-wslogformatlong"}).getWSLogFormat(), KIV_WS_LOG_FORMAT_LONG);
+  EXPECT_EQ(initWith({"/wslogformatlong"}).getWSLogFormat(), 1);
+  for (char const * const word : {"-wslogformat", "-wslogformatLong", "-wslogformatlonger", "-wslogformatlon",
+                                  "-wslogformat long", "wslogformatlong", "-wslogformat1", "-WSlogformatlong"})
+    EXPECT_EQ(initWith({word}).getWSLogFormat(), KIV_WS_LOG_FORMAT_DEFAULT) << word;
+  EXPECT_EQ(initWith({}).getWSLogFormat(), 0);
+  EXPECT_EQ(initWith({"-wslogformatshort", "-wslogformatlong"}).getWSLogFormat(), 0);
+}
+
+TEST(CmdlineValues, LogFormatIsReadWithoutAGUIToo) {
+  EXPECT_EQ(initWithoutGUI({"-wslogformatlong"}).getWSLogFormat(), KIV_WS_LOG_FORMAT_LONG);
+}
+
+TEST(CmdlineValues, LogFormatIsReadOnceByInit) {
+  auto & arguments = kept({"tool.exe", "-wslogformatlong"});
+  KivCmdline::init(arguments.argc(), arguments.argv(), true, "");
+  arguments.setNull(1);
+  EXPECT_EQ(KivCmdline::Instance().getWSLogFormat(), KIV_WS_LOG_FORMAT_LONG);
+}
+
+TEST(CmdlineValues, SchemaVersionIsReadForAwssrvInAnyCase) {
+  for (char const * const program :
+       {"awssrv.exe", "AWSSRV.EXE", "AwsSrv.Exe", "C:\\Program Files\\k\\awssrv.exe", "..\\AWSSRV.exe",
+        "c:/bin/Awssrv.exe"}) {
+    EXPECT_EQ(text(initWords({program, "-v1.2"}).getLoginSchemaVersion()), "1.2") << program;
+    EXPECT_EQ(text(initWords({program, "/v"}).getLoginSchemaVersion()), "") << program;
+    EXPECT_EQ(text(initWords({program}).getLoginSchemaVersion()), "") << program;
+  }
+}
+
+TEST(CmdlineValues, SchemaVersionIsIgnoredByEveryOtherProgram) {
+  for (char const * const program : {"tool.exe", "awssrv", "awssrv.exe.exe", "xawssrv.exe", "awssrv.com", "",
+                                     "-awssrv.exe", "awssrv.exe\\tool.exe"})
+    EXPECT_EQ(text(initWords({program, "-v1.2"}).getLoginSchemaVersion()), "") << program;
+}
+
+TEST(CmdlineValues, StartupScriptLeavesItsArgumentAloneWhenAbsent) {
+  String script("before");
+  EXPECT_FALSE(initWith({"-Escript", "escript"}).getStartupKivScript(script));
+  EXPECT_EQ(text(script), "before");
+}
+
+TEST(CmdlineValues, StartupScriptIsTrueWithItsValue) {
+  for (char const prefix : {'-', '/'}) {
+    String script("before");
+    EXPECT_TRUE(initWith({prefix + std::string("estart.kiv")}).getStartupKivScript(script));
+    EXPECT_EQ(text(script), "start.kiv");
+  }
+}
+
+TEST(CmdlineValues, StartupScriptIsTrueWithAnEmptyTextForTheNameAlone) {
+  String script("before");
+  EXPECT_TRUE(initWith({"-e"}).getStartupKivScript(script));
+  EXPECT_EQ(text(script), "");
+}
+
+// Prefix matches: products and their scripts have come to depend on them.
+
+TEST(CmdlinePrefixTrap, PasswordSeesThePrecedingProfiling) {
+  EXPECT_EQ(text(initWith({"-profiling", "-pSecret"}).getLoginPassword()), "rofiling");
+  EXPECT_EQ(text(initWith({"-pSecret", "-profiling"}).getLoginPassword()), "Secret");
+}
+
+TEST(CmdlinePrefixTrap, PasswordSeesThePrecedingPidfile) {
+  EXPECT_EQ(text(initWith({"-pidfileC:\\k.pid", "-pSecret"}).getValue("p")), "idfileC:\\k.pid");
+}
+
+TEST(CmdlinePrefixTrap, PasswordSeesThePrecedingPort) {
+  EXPECT_EQ(text(initWith({"-port8080", "-pSecret"}).getValue("p")), "ort8080");
+}
+
+TEST(CmdlinePrefixTrap, DatabaseNameSeesTheHeapCheck) {
+  EXPECT_EQ(text(initWith({"-debug_mem_heapcheck", "-dBase"}).getLoginDBName()), "ebug_mem_heapcheck");
+}
+
+TEST(CmdlinePrefixTrap, FlagEIsTrueForAnyWordThatBeginsWithIt) {
+  EXPECT_TRUE(initWith({"-exit"}).isFlag("e"));
+  EXPECT_FALSE(initWith({"-Exit", "-next", "exit"}).isFlag("e"));
+}
+
+TEST(CmdlinePrefixTrap, NoIsAFlagWithNoexistAndNoTableFlagIsSet) {
+  EXPECT_TRUE(initWith({"-noexist"}).isFlag("no"));
+  EXPECT_EQ(flagsThatAreOn(), "");
+}
+
+TEST(CmdlinePrefixTrap, EmptyNameMatchesTheFirstOption) {
+  KivCmdline const & cmdline = initWith({"word", "/first", "-second"});
+  EXPECT_TRUE(cmdline.isFlag(""));
+  EXPECT_EQ(text(cmdline.getValue("")), "first");
+}
+
+// Words
+
+TEST(CmdlineWords, AreCountedWithTheProgram) { EXPECT_EQ(initWith({"a", "-b", ""}).getCount(), 4); }
+
+TEST(CmdlineWords, AreGivenAsTheyStand) {
+  KivCmdline const & cmdline = initWith({"-trace", "/uAdmin", "file name.txt", ""});
+  EXPECT_EQ(text(cmdline.getParam(0)), "tool.exe");
+  EXPECT_EQ(text(cmdline.getParam(1)), "-trace");
+  EXPECT_EQ(text(cmdline.getParam(2)), "/uAdmin");
+  EXPECT_EQ(text(cmdline.getParam(3)), "file name.txt");
+  EXPECT_EQ(text(cmdline.getParam(4)), "");
+}
+
+TEST(CmdlineWords, AreEmptyOutsideTheLine) {
+  KivCmdline const & cmdline = initWith({"last"});
+  EXPECT_EQ(text(cmdline.getParam(1)), "last");
+  for (int const i : {2, 3, -1, 2147483647, -2147483647 - 1})
+    EXPECT_EQ(text(cmdline.getParam(i)), "") << i;
+}
+
+TEST(CmdlineWords, ThatAreEmptyOrOnlyAPrefixNameNothing) {
+  KivCmdline const & cmdline = initWith({"", "-", "/"});
+  EXPECT_EQ(flagsThatAreOn(), "");
+  EXPECT_FALSE(cmdline.isFlag("e"));
+  EXPECT_TRUE(cmdline.isFlag(""));
+  EXPECT_EQ(text(cmdline.getValue("")), "");
+}
+
+TEST(CmdlineWords, AreReadWhereTheCallersArrayIs) {
+  auto & arguments = kept({"tool.exe", "-uAdmin"});
+  KivCmdline::init(arguments.argc(), arguments.argv(), true, "");
+  arguments.argv()[1][2] = 'a';
+  EXPECT_EQ(text(KivCmdline::Instance().getLoginUserName()), "admin");
+}
+
+TEST(CmdlineWords, ThatAreNullArePassedOver) {
+  auto & arguments = kept({"tool.exe", "gone", "-uAdmin", "gone", "-trace"});
+  for (std::size_t const i : {0, 1, 3})
+    arguments.setNull(i);
+  KivCmdline::init(arguments.argc(), arguments.argv(), true, "");
+  KivCmdline const & cmdline = KivCmdline::Instance();
+  EXPECT_EQ(cmdline.getCount(), 5);
+  EXPECT_EQ(text(cmdline.getParam(1)), "");
+  EXPECT_EQ(text(cmdline.getLoginUserName()), "Admin");
+  EXPECT_EQ(text(cmdline.getLoginSchemaVersion()), "");
+  EXPECT_EQ(flagsThatAreOn(), "trace ");
+}
+
+TEST(CmdlineWords, ANullNameCountsAsTheEmptyOne) {
+  KivCmdline const & cmdline = initWith({"-first"});
+  EXPECT_TRUE(cmdline.isFlag(nullptr));
+  EXPECT_EQ(text(cmdline.getValue(nullptr)), "first");
+  EXPECT_EQ(cmdline.getInt(nullptr), 0);
+}
+
+TEST(CmdlineWords, NoneAreThereWithACountOfZero) {
+  KivCmdline const & cmdline = initWords({});
+  EXPECT_EQ(cmdline.getCount(), 0);
+  EXPECT_EQ(text(cmdline.getParam(0)), "");
+  EXPECT_FALSE(cmdline.isFlag(""));
+  EXPECT_EQ(text(cmdline.getLoginSchemaVersion()), "");
+  EXPECT_EQ(flagsThatAreOn(), "");
+}
+
+TEST(CmdlineWords, NoneAreThereWithANegativeCountOrANullArray) {
+  auto & arguments = kept({"tool.exe", "-trace"});
+  for (auto const & [count, words] : {std::pair{-1, arguments.argv()}, {2, static_cast<char **>(nullptr)}}) {
+    KivCmdline::init(count, words, true, "");
+    KivCmdline const & cmdline = KivCmdline::Instance();
+    EXPECT_EQ(cmdline.getCount(), count);
+    EXPECT_EQ(text(cmdline.getParam(0)), "");
+    EXPECT_EQ(text(cmdline.getParam(1)), "");
+    EXPECT_FALSE(cmdline.isFlag(""));
+    EXPECT_EQ(flagsThatAreOn(), "");
+  }
+}
+
+// A second init
+
+TEST(CmdlineSecondInit, UsesTheNewArguments) {
+  initWith({"-uAdmin", "-wslogformatlong", "-h9"});
+  KivCmdline const & cmdline = initWith({"-uGuest"});
+  EXPECT_EQ(cmdline.getCount(), 2);
+  EXPECT_EQ(text(cmdline.getLoginUserName()), "Guest");
+  EXPECT_EQ(cmdline.getFontHeight(), 0);
+  EXPECT_EQ(cmdline.getWSLogFormat(), KIV_WS_LOG_FORMAT_DEFAULT);
+}
+
+TEST(CmdlineSecondInit, LeavesFlagsSet) {
+  initWith({"-trace"});
+  initWith({"-profiling"});
+  EXPECT_EQ(flagsThatAreOn(), "profiling trace ");
+}
+
+TEST(CmdlineSecondInit, WithAGUIKeepsWhatWasForcedWithoutOne) {
+  initWithoutGUI({"-logfirst.log"});
+  KivCmdline const & cmdline = initWith({"-logsecond.log"});
+  EXPECT_TRUE(KivCmdline::noGUI());
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "first.log");
+}
+
+TEST(CmdlineSecondInit, WithoutAGUIClearsX) {
+  initWith({"-x"});
+  EXPECT_TRUE(KivCmdline::executeLoginDlgAnyway());
+  initWithoutGUI({"-x"});
+  EXPECT_FALSE(KivCmdline::executeLoginDlgAnyway());
+}
+
+TEST(CmdlineSecondInit, WithoutAGUISettlesTheDialogLogAgain) {
+  initWithoutGUI({"-logfirst.log"});
+  EXPECT_EQ(text(initWithoutGUI({}).getModalDialogSuppressionLogfileName()), "");
+}
+
+} // namespace

@@ -1,0 +1,42 @@
+#include "sv/application.hpp"
+
+#include "toolkit.hpp"
+
+namespace SV {
+
+namespace {
+
+constexpr DWORD kRescheduleMilliseconds = 100;
+
+void dispatch(MSG & message) {
+  TranslateMessage(&message);
+  DispatchMessageA(&message);
+}
+
+} // namespace
+
+int Application::Execute() {
+  MSG message;
+  while (GetMessageA(&message, nullptr, 0, 0) > 0)
+    dispatch(message);
+  return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 1;
+}
+
+void Application::Reschedule() {
+  DWORD const start = GetTickCount();
+  MSG message;
+  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      // It is meant for Execute, which the caller runs in or goes back to.
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    dispatch(message);
+    if (GetTickCount() - start > kRescheduleMilliseconds)
+      return;
+  }
+}
+
+void Application::Quit(int exitCode) { PostQuitMessage(exitCode); }
+
+} // namespace SV

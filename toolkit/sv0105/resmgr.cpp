@@ -1,0 +1,33 @@
+#include "sv/resource.hpp"
+
+#include "lowmemory.hpp"
+#include "resourcefile.hpp"
+#include "toolkit.hpp"
+
+#include <cstdint>
+#include <cstring>
+
+namespace SV {
+
+namespace {
+
+// Callers take the name apart at its backslashes and rely on there being one.
+String withBackslash(String const & name) { return std::strchr(name.c_str(), '\\') ? name : ".\\" + name; }
+
+} // namespace
+
+ResMgr::ResMgr(String const & fileName) : fileName_(withBackslash(fileName)), module_(detail::loadResourceFile(fileName)) {
+  if (module_)
+    return;
+  auto const name = reinterpret_cast<std::uintptr_t>(detail::copyBelow4GiB(fileName_));
+  detail::raiseException(EXC_RESOURCE_FILE_NOT_LOADED, static_cast<unsigned long>(name));
+}
+
+ResMgr::~ResMgr() {
+  if (Resource::GetResManager() == this)
+    Resource::SetResManager(nullptr);
+  if (module_)
+    FreeLibrary(module_);
+}
+
+} // namespace SV

@@ -1,0 +1,36 @@
+#include "sv/application.hpp"
+
+#include "listener.hpp"
+#include "toolkit.hpp"
+#include "windows.hpp"
+
+namespace SV {
+
+using detail::toolkit;
+
+void SetProcessData(HINSTANCE instance, unsigned long threadId, int showCommand) {
+  toolkit().instance = instance;
+  toolkit().threadId = threadId;
+  toolkit().showCommand = showCommand;
+}
+
+bool InitSV(int, char **) {
+  if (toolkit().listener)
+    return true;
+  if (!detail::registerListener())
+    return false;
+  if (!detail::registerWindowClasses()) {
+    detail::closeListener();
+    return false;
+  }
+  detail::openListener();
+  return true;
+}
+
+void DeInitSV() {
+  detail::destroyWindows();
+  detail::unregisterWindowClasses();
+  detail::closeListener();
+}
+
+} // namespace SV

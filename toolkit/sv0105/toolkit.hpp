@@ -1,0 +1,44 @@
+#pragma once
+/// \file
+/// What the toolkit keeps for the process.
+
+#include "sv/application.hpp"
+#include "sv/resource.hpp"
+#include "sv/sysdepen.hpp"
+#include "tools/winapi.hpp"
+
+#include <vector>
+
+namespace SV::detail {
+
+struct Toolkit {
+  Application * application = nullptr;
+
+  HINSTANCE instance = nullptr;
+  unsigned long threadId = 0;
+  int showCommand = SW_SHOWDEFAULT;
+  HWND listener = nullptr; ///< set between InitSV and DeInitSV
+  MessageHook hook = nullptr;
+
+  unsigned short wait = 0;
+  bool helpPointer = false;
+  Help * help = nullptr;
+  Font font;
+  International * international = nullptr; ///< made when first asked for: it reads the system's tables
+  bool dialogSuppression = false;
+  bool windowSuppression = false;
+  String dialogLog;
+  String poolFile;
+  ResMgr * resManager = nullptr;
+
+  Window * appWindow = nullptr;
+  std::vector<Window *> windows; ///< those that have a system window, oldest first
+};
+
+/// It is never destroyed: static objects of the program may still use it when the DLL's own have gone.
+Toolkit & toolkit();
+
+/// Application::Exception of the application object, if there is one.
+void raiseException(long code, unsigned long arg);
+
+} // namespace SV::detail
