@@ -153,8 +153,10 @@ TEST(TextParser, SpacesAndTokensRebuildTheText) {
   std::string const text = " a  =\t(b+c);\n\n\n  d , e\n \n";
   KivTextParser parser(textOf(text), kCommaSeparates);
   std::string rebuilt = spaces(parser);
-  while (parser.IsOkay() || !lookAhead(parser).empty())
-    rebuilt += next(parser) + spaces(parser);
+  while (!lookAhead(parser).empty()) {
+    rebuilt += next(parser);
+    rebuilt += spaces(parser);
+  }
   EXPECT_EQ(rebuilt, text);
 }
 
