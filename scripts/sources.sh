@@ -12,6 +12,7 @@ source_apt() {
 # The machine's own archives, as source entries.
 refresh_source_lists() {
   mkdir -p "$cache/sources/lists/partial"
+  # shellcheck disable=SC2016 # apt fills these in
   apt-get indextargets --format 'deb-src $(REPO_URI) $(CODENAME) $(COMPONENT)' 'Created-By: Packages' |
     grep -E '/debian(-security)?/? ' | sort -u >"$cache/sources/sources.list"
   [[ -s $cache/sources/sources.list ]] || fail "no Debian archive is configured; see /etc/apt/sources.list"

@@ -5,7 +5,8 @@ wine_loader=/usr/lib/wine/wine64
 wine_settings=2 # raise it when the settings below change: a new prefix is then made
 
 wine_environment() {
-  export WINEPREFIX=$cache/wine/$(package_version wine)-$wine_settings
+  WINEPREFIX=$cache/wine/$(package_version wine)-$wine_settings
+  export WINEPREFIX
   export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINELOADER=$wine_loader LC_ALL=C.UTF-8
   export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 }
@@ -64,7 +65,8 @@ start_virtual_display() {
     sleep 0.1
   done
   [[ -s $number_file ]] || fail "the virtual display Xvfb did not start within 10 seconds"
-  export DISPLAY=:$(<"$number_file")
+  DISPLAY=:$(<"$number_file")
+  export DISPLAY
   rm -f "$number_file"
   openbox >/dev/null 2>&1 &
   started+=($!)

@@ -29,8 +29,9 @@ void writeJson(char const * file, std::vector<bench::Row> const & rows) {
   std::ofstream out(file);
   char const * separator = "[\n";
   for (auto const & row : rows) {
-    out << separator << "  {\"operation\": \"" << row.name << "\", \"peer\": \"" << row.peerName << "\", \"ours_ns\": " << row.ours
-        << ", \"peer_ns\": " << row.peer << ", \"ratio\": " << row.ratio() << ", \"goal\": ";
+    out << separator << "  {\"operation\": \"" << row.name << "\", \"peer\": \"" << row.peerName
+        << "\", \"ours_ns\": " << row.ours << ", \"peer_ns\": " << row.peer << ", \"ratio\": " << row.ratio()
+        << ", \"goal\": ";
     if (row.goal.most)
       out << *row.goal.most;
     else

@@ -12,9 +12,7 @@ using SV::String;
 std::string const sixtyFour(64, 'x');
 std::string const thousand(1000, 'x');
 
-template <class Text> Text textOf(std::string const & characters) {
-  return Text(characters.c_str());
-}
+template <class Text> Text textOf(std::string const & characters) { return Text(characters.c_str()); }
 
 template <class Text> bench::Body copyOf(std::string const & characters) {
   return [&characters](benchmark::State & state) {
@@ -70,13 +68,20 @@ template <class Text> bench::Body substring() {
 }
 
 bench::Pair const pairs[] = {
-    {"String: copy of 64 characters", bench::atMost(1.0 / 3), copyOf<String>(sixtyFour), "std::string", copyOf<std::string>(sixtyFour)},
-    {"String: construction of 64 characters", bench::atMost(1.2), construct<String>(sixtyFour), "std::string", construct<std::string>(sixtyFour)},
-    {"String: construction of 1,000 characters", bench::atMost(1.2), construct<String>(thousand), "std::string", construct<std::string>(thousand)},
-    {"String: appending 64 characters", bench::atMost(1.2), append<String>(sixtyFour), "std::string", append<std::string>(sixtyFour)},
-    {"String: appending 1,000 characters", bench::atMost(1.2), append<String>(thousand), "std::string", append<std::string>(thousand)},
-    {"String: comparison of 64 characters", bench::atMost(1.2), compare<String>(sixtyFour), "std::string", compare<std::string>(sixtyFour)},
-    {"String: substring of 64 characters", bench::atMost(1.2), substring<String>(), "std::string", substring<std::string>()},
+    {"String: copy of 64 characters", bench::atMost(1.0 / 3), copyOf<String>(sixtyFour), "std::string",
+     copyOf<std::string>(sixtyFour)},
+    {"String: construction of 64 characters", bench::atMost(1.2), construct<String>(sixtyFour), "std::string",
+     construct<std::string>(sixtyFour)},
+    {"String: construction of 1,000 characters", bench::atMost(1.2), construct<String>(thousand), "std::string",
+     construct<std::string>(thousand)},
+    {"String: appending 64 characters", bench::atMost(1.2), append<String>(sixtyFour), "std::string",
+     append<std::string>(sixtyFour)},
+    {"String: appending 1,000 characters", bench::atMost(1.2), append<String>(thousand), "std::string",
+     append<std::string>(thousand)},
+    {"String: comparison of 64 characters", bench::atMost(1.2), compare<String>(sixtyFour), "std::string",
+     compare<std::string>(sixtyFour)},
+    {"String: substring of 64 characters", bench::atMost(1.2), substring<String>(), "std::string",
+     substring<std::string>()},
 };
 
 } // namespace

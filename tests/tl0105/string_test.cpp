@@ -4,9 +4,7 @@
 
 using SV::String;
 
-TEST(String, BuiltFromASingleNulCharacterIsTheEmptyString) {
-  EXPECT_EQ(String('\0').block(), SV::GetEmptyStrData());
-}
+TEST(String, BuiltFromASingleNulCharacterIsTheEmptyString) { EXPECT_EQ(String('\0').block(), SV::GetEmptyStrData()); }
 
 TEST(String, AppendingToACopyLeavesTheFirstUnchanged) {
   String const first("text");

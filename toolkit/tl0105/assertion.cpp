@@ -12,7 +12,8 @@ void SV_CheckAssert(bool condition, char const * expression, char const * messag
     return;
   char text[1024];
   std::snprintf(text, sizeof text, "[assertion] %.300s (%lu): %.300s%s%.300s\n", file != nullptr ? file : "?", line,
-                expression != nullptr ? expression : "?", message != nullptr ? ": " : "", message != nullptr ? message : "");
+                expression != nullptr ? expression : "?", message != nullptr ? ": " : "",
+                message != nullptr ? message : "");
   OutputDebugStringA(text);
   std::fputs(text, stderr);
   std::fflush(stderr);

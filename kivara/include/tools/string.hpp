@@ -64,9 +64,7 @@ public:
   char const * c_str() const { return text_.text(); }
 
   /// The character at \p position; NUL where there is none.
-  char charAt(std::int32_t position) const {
-    return position >= 0 && position < Len() ? c_str()[position] : '\0';
-  }
+  char charAt(std::int32_t position) const { return position >= 0 && position < Len() ? c_str()[position] : '\0'; }
 
   /// The last character; NUL for the empty text, which debug form also reports.
   char lastChar() const {
@@ -94,7 +92,9 @@ public:
 
   /// \p count characters from \p start on, clipped to what remains. The empty text for a start at or past the end or below
   /// 0 and for a count below 1. The whole text shares the block.
-  String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const { return String(text_.part(start, count)); }
+  String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const {
+    return String(text_.part(start, count));
+  }
 
   /// The piece with this index between separators; the empty text where there are fewer pieces.
   TL_API String token(std::int32_t index, char separator) const;
@@ -137,7 +137,9 @@ inline bool operator==(String const & a, String const & b) {
   return a.block() == b.block() ||
          (a.Len() == b.Len() && std::memcmp(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len())) == 0);
 }
-inline bool operator==(String const & a, char const * b) { return h_strlen(b) == a.Len() && h_strcmp(a.c_str(), b) == 0; }
+inline bool operator==(String const & a, char const * b) {
+  return h_strlen(b) == a.Len() && h_strcmp(a.c_str(), b) == 0;
+}
 
 /// The order of h_strcmp: by bytes, up to the first NUL.
 inline bool operator<(String const & a, String const & b) { return std::strcmp(a.c_str(), b.c_str()) < 0; }

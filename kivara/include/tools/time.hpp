@@ -17,7 +17,8 @@ public:
   TL_API Time();
 
   /// Minutes, seconds and hundredths beyond their range carry into the next field.
-  TL_API explicit Time(unsigned long hour, unsigned long minute = 0, unsigned long second = 0, unsigned long hundredth = 0);
+  TL_API explicit Time(unsigned long hour, unsigned long minute = 0, unsigned long second = 0,
+                       unsigned long hundredth = 0);
 
   unsigned long GetHour() const { return magnitude() / 1000000; }
   unsigned long GetMin() const { return magnitude() / 10000 % 100; }

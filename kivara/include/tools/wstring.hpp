@@ -34,9 +34,7 @@ public:
   wchar_t const * c_str() const { return text_.text(); }
 
   /// The unit at \p position; NUL where there is none.
-  wchar_t charAt(std::int32_t position) const {
-    return position >= 0 && position < Len() ? c_str()[position] : L'\0';
-  }
+  wchar_t charAt(std::int32_t position) const { return position >= 0 && position < Len() ? c_str()[position] : L'\0'; }
 
   WString & operator+=(WString const & other) {
     if (Len() == 0)

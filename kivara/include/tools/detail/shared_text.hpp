@@ -92,6 +92,7 @@ public:
   SharedText(SharedText && other) noexcept : data_(std::exchange(other.data_, TextBlock<Char>::empty())) {}
   ~SharedText() { release(data_); }
 
+  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the count goes up before it goes down
   SharedText & operator=(SharedText const & other) noexcept {
     other.share();
     release(std::exchange(data_, other.data_));

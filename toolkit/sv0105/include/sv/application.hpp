@@ -25,9 +25,9 @@ enum SysChangeType {
 };
 
 /// Codes of severe exceptions, see Application::Exception.
-inline constexpr long EXC_RESOURCE_NOT_LOADED = 0x100;      ///< the argument is the resource identifier
+inline constexpr long EXC_RESOURCE_NOT_LOADED = 0x100;       ///< the argument is the resource identifier
 inline constexpr long EXC_SYSTEM_OBJECT_NOT_CREATED = 0x200; ///< the argument is the system's error code, or 0
-inline constexpr long EXC_RESOURCE_FILE_NOT_LOADED = 0x400; ///< the argument is the address of the file name
+inline constexpr long EXC_RESOURCE_FILE_NOT_LOADED = 0x400;  ///< the argument is the address of the file name
 
 /// The toolkit's frame of a program. All of it is used on the main thread.
 ///

@@ -7,7 +7,8 @@
 namespace SV {
 
 /// Sees every message of the toolkit's windows before they do. Non-zero: the message is done, and \p result is its answer.
-using MessageHook = int (*)(HWND window, unsigned message, unsigned long long wParam, long long lParam, long long & result);
+using MessageHook = int (*)(HWND window, unsigned message, unsigned long long wParam, long long lParam,
+                            long long & result);
 
 class SV_API Sysdepen {
 public:
