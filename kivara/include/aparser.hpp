@@ -8,6 +8,11 @@
 #include "tools/string.hpp"
 
 #include <cstdint>
+#include <memory>
+
+namespace kivara {
+class TokenSpares;
+}
 
 /// A small tokeniser for any language, with one token of look-ahead.
 ///
@@ -122,7 +127,7 @@ private:
   void _ImpGetNextLine();
   bool _ImpGetNextLookAhead();
   bool _ImpGetLookAheadFromLaterLine();
-  void _ImpTakeLookAhead(char const * token);
+  void _ImpTakeLookAhead(char const * token, char const * end);
   void _ImpPutLookAheadBack();
   char const * _ImpRest() const { return currentLine.c_str() + workedOff; }
   std::int32_t _ImpRestLen() const { return currentLine.Len() - workedOff; }
@@ -145,4 +150,5 @@ private:
   bool okay;
   bool commaSeparates;
   std::int32_t workedOff = 0;
+  std::unique_ptr<kivara::TokenSpares> const spares;
 };

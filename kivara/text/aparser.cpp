@@ -2,14 +2,19 @@
 
 #include "charclass.hpp"
 #include "rawtext.hpp"
+#include "sparetexts.hpp"
 
 #include "tools/winapi.hpp"
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
-using kiv::detail::CharClasses;
-using kiv::detail::GatheredText;
+using kivara::CharClasses;
+using kivara::GatheredText;
+
+/// For tokens and white space. Three: the look-ahead token, the one handed out, and a blank may have the same length.
+class kivara::TokenSpares : public SpareTexts<20, 3> {};
 
 namespace {
 
@@ -29,7 +34,8 @@ char const * behindToken(char const * text, CharClasses classes) {
 } // namespace
 
 KivTextParser::KivTextParser(KivLineReader * reader, int commaFlag)
-    : lineReader(reader), okay(reader != nullptr && reader->Init()), commaSeparates((commaFlag & 1) != 0) {
+    : lineReader(reader), okay(reader != nullptr && reader->Init()), commaSeparates((commaFlag & 1) != 0),
+      spares(std::make_unique<kivara::TokenSpares>()) {
   if (okay)
     _ImpGetNextLookAhead();
 }
@@ -48,6 +54,7 @@ bool KivTextParser::GetNextToken(SV::String & token) {
     tokenOffset = nextTokenOffset - spacesToken.Len();
   if (!okay && lookAheadToken.Len() == 0)
     return false;
+  spares->keep(token);
   token = lookAheadToken;
   _ImpGetNextLookAhead();
   keepTokenOffset = false;
@@ -90,7 +97,7 @@ void KivTextParser::GetUntil(char stop, SV::String & text, bool consume, char es
   _ImpPutLookAheadBack();
   GatheredText gathered;
   std::int32_t index;
-  while ((index = kiv::detail::findUnescaped(_ImpRest(), _ImpRestLen(), stop, escape)) < 0) {
+  while ((index = kivara::findUnescaped(_ImpRest(), _ImpRestLen(), stop, escape)) < 0) {
     gathered.append(_ImpRest(), _ImpRestLen());
     _ImpGetNextLine();
     if (!okay) {
@@ -107,7 +114,7 @@ void KivTextParser::GetUntil(char stop, SV::String & text, bool consume, char es
 void KivTextParser::SkipUntil(char stop, bool consume) {
   _ImpPutLookAheadBack();
   std::int32_t index;
-  while ((index = kiv::detail::findPlain(_ImpRest(), _ImpRestLen(), stop)) < 0) {
+  while ((index = kivara::findPlain(_ImpRest(), _ImpRestLen(), stop)) < 0) {
     _ImpGetNextLine();
     if (!okay)
       return;
@@ -145,20 +152,20 @@ void KivTextParser::_ImpGetNextLine() {
     return;
   currentLineOffset = nextLineOffset;
   ++lookAheadLineNumber;
-  // A reader that fails leaves the rest of the old line, which later operations meet again.
-  if (workedOff != 0)
-    _ImpSetRest(currentLine.substr(workedOff));
   okay = lineReader->GetLine(currentLine);
-  nextLineOffset = currentLineOffset + currentLine.Len() + (lineReader->Is2CharsForNewline() ? 1 : 0);
+  // A reader that fails leaves the old line, and later operations meet the rest of it again.
+  workedOff = okay ? 0 : std::min(workedOff, currentLine.Len());
+  nextLineOffset = currentLineOffset + _ImpRestLen() + (lineReader->Is2CharsForNewline() ? 1 : 0);
 }
 
 bool KivTextParser::_ImpGetNextLookAhead() {
   char const * const rest = _ImpRest();
-  char const * const token = behindSpaces(rest, CharClasses(commaSeparates));
-  spacesToken.Assign(rest, static_cast<std::int32_t>(token - rest));
+  CharClasses const classes(commaSeparates);
+  char const * const token = behindSpaces(rest, classes);
+  spares->assign(spacesToken, rest, static_cast<std::int32_t>(token - rest));
   if (*token == '\0')
     return _ImpGetLookAheadFromLaterLine();
-  _ImpTakeLookAhead(token);
+  _ImpTakeLookAhead(token, behindToken(token, classes));
   return true;
 }
 
@@ -171,12 +178,13 @@ bool KivTextParser::_ImpGetLookAheadFromLaterLine() {
     if (!okay)
       break;
     char const * const line = _ImpRest();
-    char const * const token = behindSpaces(line, CharClasses(commaSeparates));
+    CharClasses const classes(commaSeparates);
+    char const * const token = behindSpaces(line, classes);
     spaces.append(line, static_cast<std::int32_t>(token - line));
     if (*token == '\0')
       continue;
     spaces.moveTo(spacesToken);
-    _ImpTakeLookAhead(token);
+    _ImpTakeLookAhead(token, behindToken(token, classes));
     return true;
   }
   spaces.moveTo(spacesToken);
@@ -184,12 +192,11 @@ bool KivTextParser::_ImpGetLookAheadFromLaterLine() {
   return false;
 }
 
-/// \p token stands in the current line.
-void KivTextParser::_ImpTakeLookAhead(char const * token) {
+/// The token stands in the current line.
+void KivTextParser::_ImpTakeLookAhead(char const * token, char const * end) {
   if (!keepTokenOffset)
     nextTokenOffset = lineReader->GetCurrentOffset();
-  char const * const end = behindToken(token, CharClasses(commaSeparates));
-  lookAheadToken.Assign(token, static_cast<std::int32_t>(end - token));
+  spares->assign(lookAheadToken, token, static_cast<std::int32_t>(end - token));
   workedOff = static_cast<std::int32_t>(end - currentLine.c_str());
   ++tokenCount;
 }

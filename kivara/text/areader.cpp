@@ -1,12 +1,14 @@
 #include "areader.hpp"
 
+#include "sparetexts.hpp"
+
 #include "tools/winapi.hpp"
 
 #include <emmintrin.h>
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
+#include <cstddef>
 
 namespace {
 
@@ -19,19 +21,26 @@ constexpr char kLineTooLong[] = "INTERNAL ERROR!\nThe maximum line length has be
 // Where the line is built, with room for its line feed: one area for all readers, so that no line allocates but the result.
 char assemblyArea[kLineLimit + 1];
 
+// Blocks up to the size from which the copying of a line outweighs its allocation.
+kivara::SpareTexts<244, 1> spareLines;
+
 bool isLineBreak(char c) { return c == '\r' || c == '\n'; }
 
-/// The first line break from \p at on, or \p end.
-char * findLineBreak(char * at, char * end) {
+/// Copies the bytes from \p at on, up to the first line break or \p end, and gives the place where it stopped. As many bytes as
+/// there are up to \p end may be written.
+char * copyToLineBreak(char * at, char * end, char * to) {
   __m128i const carriageReturn = _mm_set1_epi8('\r');
   __m128i const lineFeed = _mm_set1_epi8('\n');
-  for (; end - at >= 16; at += 16) {
+  for (; end - at >= 16; at += 16, to += 16) {
     __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const *>(at));
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(to), bytes);
     __m128i const breaks = _mm_or_si128(_mm_cmpeq_epi8(bytes, carriageReturn), _mm_cmpeq_epi8(bytes, lineFeed));
     if (unsigned const found = static_cast<unsigned>(_mm_movemask_epi8(breaks)); found != 0)
       return at + std::countr_zero(found);
   }
-  return std::find_if(at, end, isLineBreak);
+  for (; at != end && !isLineBreak(*at); ++at, ++to)
+    *to = *at;
+  return at;
 }
 
 } // namespace
@@ -118,15 +127,15 @@ bool KivTextFileReader::GetLine(SV::String & line) {
   if (!_ImpCopyLine(length) || !_ImpSkipTerminator())
     return false;
   assemblyArea[length] = '\n';
-  line.Assign(assemblyArea, length + 1);
+  spareLines.assign(line, assemblyArea, length + 1);
   return true;
 }
 
 /// Assembles the bytes in front of the next line break or of the end.
 bool KivTextFileReader::_ImpCopyLine(std::int32_t & length) {
   while (bytesRead > 0 && !isLineBreak(*bufferPos)) {
-    char * const stop = findLineBreak(bufferPos, bufferPos + std::min<std::ptrdiff_t>(bufferEnd - bufferPos, kLineLimit - length));
-    std::memcpy(assemblyArea + length, bufferPos, static_cast<std::size_t>(stop - bufferPos));
+    auto const most = std::min<std::ptrdiff_t>(bufferEnd - bufferPos, kLineLimit - length);
+    char * const stop = copyToLineBreak(bufferPos, bufferPos + most, assemblyArea + length);
     length += static_cast<std::int32_t>(stop - bufferPos);
     bufferPos = stop;
     if (bufferPos >= bufferEnd && !_ImpRead())

@@ -6,7 +6,7 @@
 
 extern "C" unsigned short *(__cdecl __pctype_func)(void); // in parentheses: the runtime's header has a macro of that name
 
-namespace kiv::detail {
+namespace kivara {
 
 /// What isspace and isalnum answer under the locale in force, looked up in the runtime's own table: two calls for each byte
 /// would cost more than all the rest of a token. To be made anew for each token, since the locale may change in between.
@@ -26,4 +26,4 @@ private:
   unsigned short const * table_;
 };
 
-} // namespace kiv::detail
+} // namespace kivara

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string>
 
-namespace kiv::detail {
+namespace kivara {
 
 /// Text put together from many lines. String copies itself for each piece that it grows by, which for a text of many lines
 /// costs the square of their number.
@@ -48,4 +48,4 @@ inline std::int32_t findPlain(char const * line, std::int32_t length, char c) {
   return found != nullptr ? static_cast<std::int32_t>(static_cast<char const *>(found) - line) : -1;
 }
 
-} // namespace kiv::detail
+} // namespace kivara
