@@ -1,6 +1,7 @@
 #include "aentry.hpp"
 
 #include "frame/aargv.hpp"
+#include "frame/alowmem.hpp"
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
 
@@ -29,6 +30,7 @@ int runApplicationObject(int argc, char ** argv) {
 } // namespace
 
 int Kiv_ToolkitEntry(HINSTANCE instance, HINSTANCE, char *, int showCommand) {
+  kivara::askHandlerOnLowMemory();
   kivara::ArgumentBlock const arguments = kivara::splitCommandLine(GetCommandLineA());
   if (arguments.words == nullptr)
     return 1;

@@ -1,4 +1,4 @@
-// What happens when memory runs out: the runtime asks here before an allocation fails.
+#include "frame/alowmem.hpp"
 
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
@@ -35,23 +35,29 @@ int onLowMemory(std::size_t) {
   return 1;
 }
 
-/// The runtime's own handler, known by its C++ name only. Mode 1 lets malloc ask it too, and so operator new.
-struct LowMemoryHandler {
-  using Handler = int (*)(std::size_t);
+/// Calls a function of the runtime that is known by its C++ name only.
+template <class Setter, class Value> void callRuntime(char const * name, Value value) {
+  FARPROC const address = GetProcAddress(GetModuleHandleA("msvcrt.dll"), name);
+  if (auto const setter = reinterpret_cast<Setter *>(reinterpret_cast<void (*)()>(address)))
+    setter(value);
+}
 
-  LowMemoryHandler() {
+using Handler = int (*)(std::size_t);
+
+struct LowMemory {
+  LowMemory() {
     takeReserve();
-    HMODULE const runtime = GetModuleHandleA("msvcrt.dll");
-    install<Handler(Handler)>(runtime, "?_set_new_handler@@YAP6AH_K@ZP6AH0@Z@Z", onLowMemory);
-    install<int(int)>(runtime, "?_set_new_mode@@YAHH@Z", 1);
-  }
-
-  template <class Setter, class Value> static void install(HMODULE runtime, char const * name, Value value) {
-    if (auto const setter = reinterpret_cast<Setter *>(reinterpret_cast<void (*)()>(GetProcAddress(runtime, name))))
-      setter(value);
+    callRuntime<Handler(Handler)>("?_set_new_handler@@YAP6AH_K@ZP6AH0@Z@Z", onLowMemory);
+    kivara::askHandlerOnLowMemory();
   }
 };
 
-LowMemoryHandler const lowMemoryHandler;
+LowMemory const lowMemory;
 
 } // namespace
+
+namespace kivara {
+
+void askHandlerOnLowMemory() { callRuntime<int(int)>("?_set_new_mode@@YAHH@Z", 1); }
+
+} // namespace kivara

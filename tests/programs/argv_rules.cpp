@@ -7,7 +7,9 @@
 #include <cstring>
 
 /// Words stay as they stand: the runtime must not take '*' and '?' for file patterns.
-extern "C" int _dowildcard = 0;
+extern "C" {
+int _dowildcard = 0;
+}
 
 int main(int argc, char ** argv) {
   kivara::ArgumentBlock const ours = kivara::splitCommandLine(GetCommandLineA());
