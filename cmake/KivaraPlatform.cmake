@@ -11,7 +11,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 # Programs find their DLLs in their own folder, so everything that runs is built into one.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_SHARED_LIBRARY_PREFIX "")
-set(CMAKE_RC_COMPILE_OBJECT "<CMAKE_RC_COMPILER> --codepage=65001 -O coff <DEFINES> <INCLUDES> <SOURCE> <OBJECT>")
+set(CMAKE_RC_COMPILE_OBJECT "<CMAKE_RC_COMPILER> --codepage=65001 -O coff <FLAGS> <DEFINES> <INCLUDES> <SOURCE> <OBJECT>")
 
 find_program(KIVARA_CCACHE ccache)
 if(KIVARA_CCACHE)

@@ -19,6 +19,24 @@ function(kivara_program name)
   endif()
 endfunction()
 
+# kivara_resource_dll(NAME OUTPUT file LANGUAGE id SOURCE file.rc): a DLL of resources alone, without code and start-up.
+# OUTPUT counts from the folder of the programs, LANGUAGE is the decimal language id of all that the script names none for, and
+# the script is UTF-8.
+function(kivara_resource_dll name)
+  cmake_parse_arguments(arg "" "OUTPUT;LANGUAGE;SOURCE" "" ${ARGN})
+  cmake_path(GET arg_OUTPUT PARENT_PATH folder)
+  cmake_path(GET arg_OUTPUT STEM file)
+  math(EXPR language ${arg_LANGUAGE} OUTPUT_FORMAT HEXADECIMAL)
+  add_library(${name} MODULE ${arg_SOURCE})
+  target_compile_options(${name} PRIVATE --language=${language})
+  target_link_options(${name} PRIVATE -nostdlib -Wl,--entry=0)
+  set_target_properties(${name} PROPERTIES
+    LINKER_LANGUAGE CXX
+    PREFIX ""
+    OUTPUT_NAME ${file}
+    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${folder})
+endfunction()
+
 # kivara_test(NAME SOURCES file... [LINKS target...] [PROGRAMS target...] [PROPERTIES ctest property...]): a GoogleTest
 # program; each of its cases is a ctest case of its own, found when the tests run. PROGRAMS are the child programs that it starts.
 function(kivara_test name)

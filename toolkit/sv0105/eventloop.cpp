@@ -9,6 +9,8 @@ namespace {
 constexpr DWORD kRescheduleMilliseconds = 100;
 
 void dispatch(MSG & message) {
+  if (HWND const client = detail::toolkit().mdiClient; client && TranslateMDISysAccel(client, &message))
+    return;
   TranslateMessage(&message);
   DispatchMessageA(&message);
 }

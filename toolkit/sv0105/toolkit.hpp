@@ -32,7 +32,9 @@ struct Toolkit {
   ResMgr * resManager = nullptr;
 
   Window * appWindow = nullptr;
-  std::vector<Window *> windows; ///< those that have a system window, oldest first
+  bool appWindowShown = false;
+  std::vector<Window *> windows; ///< all objects, oldest first, with and without a system window
+  HWND mdiClient = nullptr;      ///< of the newest frame
 };
 
 /// It is never destroyed: static objects of the program may still use it when the DLL's own have gone.

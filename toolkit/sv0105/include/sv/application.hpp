@@ -115,6 +115,9 @@ public:
   virtual bool IsUserDefPaintMDIClient();
   /// Draws the whole background of the client area, for which it fetches a device context itself; nothing here.
   virtual void PaintMDIClient(HWND hwnd);
+
+  /// Has the client area painted anew.
+  void InvalidateMDIClient();
 };
 
 /// The application object, null when none has been constructed.

@@ -9,14 +9,18 @@
 #endif
 
 struct HBITMAP__;
+struct HBRUSH__;
 struct HDC__;
 struct HFONT__;
 struct HINSTANCE__;
 struct HMENU__;
+struct HPEN__;
 struct HWND__;
 typedef struct HBITMAP__ * HBITMAP;
+typedef struct HBRUSH__ * HBRUSH;
 typedef struct HDC__ * HDC;
 typedef struct HFONT__ * HFONT;
 typedef struct HINSTANCE__ * HINSTANCE;
 typedef struct HMENU__ * HMENU;
+typedef struct HPEN__ * HPEN;
 typedef struct HWND__ * HWND;

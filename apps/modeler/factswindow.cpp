@@ -1,0 +1,34 @@
+#include "factswindow.hpp"
+
+#include "sv/outputdevice.hpp"
+
+#include <algorithm>
+
+namespace modeler {
+namespace {
+
+constexpr long kMargin = 12;
+constexpr long kColumnGap = 24;
+constexpr long kLineGap = 6;
+
+} // namespace
+
+FactsWindow::FactsWindow(SV::MDIFrame & frame) : MDIChild(frame, "Start"), facts_(startFacts()) {}
+
+void FactsWindow::Paint(SV::OutputDevice & device, SV::Rectangle const &) {
+  long nameWidth = 0;
+  long lineHeight = 0;
+  for (Fact const & fact : facts_) {
+    SV::Size const size = device.GetTextSize(fact.name);
+    nameWidth = std::max(nameWidth, size.width);
+    lineHeight = std::max(lineHeight, size.height + kLineGap);
+  }
+  long y = kMargin;
+  for (Fact const & fact : facts_) {
+    device.DrawText({kMargin, y}, fact.name);
+    device.DrawText({kMargin + nameWidth + kColumnGap, y}, fact.value);
+    y += lineHeight;
+  }
+}
+
+} // namespace modeler

@@ -1,0 +1,31 @@
+#pragma once
+/// \file
+/// The modelling program on the library.
+
+#include "kivara.hpp"
+#include "sv/resource.hpp"
+
+#include <memory>
+
+namespace modeler {
+
+class Modeler : public KivMDIApplication {
+public:
+  Modeler();
+  ~Modeler() override;
+
+  /// Loads the texts; 1 when they cannot be had.
+  int prepareApplication() override;
+
+  /// Opens the main window and serves it until the user closes it. Under window suppression there is nothing to serve: it then
+  /// ends once all is set up.
+  int runApplication() override;
+
+  /// There is no picture.
+  bool getMDIClientImage(SV::Image & image, int & mode) override;
+
+private:
+  std::unique_ptr<SV::ResMgr> texts_;
+};
+
+} // namespace modeler

@@ -1,0 +1,105 @@
+#include "aapp.hpp"
+
+#include "acmdline.hpp"
+#include "frame/aappfont.hpp"
+#include "frame/aconsole.hpp"
+#include "frame/asevere.hpp"
+#include "frame/astartup.hpp"
+#include "sv/help.hpp"
+#include "sv/resource.hpp"
+
+#include <cstdlib>
+#include <utility>
+
+using SV::String;
+
+namespace {
+
+KivApplicationInterface * theApplication() { return dynamic_cast<KivApplicationInterface *>(SV::GetpApp()); }
+
+} // namespace
+
+KivApplicationInterface::KivApplicationInterface(char const * applicationName, bool hasGUI)
+    : name(applicationName), withGUI(hasGUI) {}
+
+bool KivApplicationInterface::IsWithGUI() {
+  KivApplicationInterface const * const application = theApplication();
+  return application != nullptr && application->withGUI;
+}
+
+bool KivApplicationInterface::IsAfterMain() {
+  KivApplicationInterface const * const application = theApplication();
+  return application != nullptr && application->afterMain;
+}
+
+void KivApplicationInterface::createHelpObject([[maybe_unused]] char const * fileName) {
+  if (help == nullptr) {
+    help = new SV::Help;
+    SV::Application::ChangeHelp(help);
+  }
+  // JOIN ainter: KivInternational::switchHelpObject(fileName)
+}
+
+void KivApplicationInterface::_beforeMain(int argc, char ** const argv, String const & logOption) {
+  KivCmdline::init(argc, argv, withGUI, logOption);
+  if (KivCmdline::dynamicConsole())
+    kivara::openDynamicConsole();
+  // JOIN atrace: Kiv_EnableTracing(KivCmdline::doTracing())
+  kivara::openTraceFile();
+  kivara::installApplicationFont();
+  kivara::applySuppression();
+  kivara::registerPictures();
+  // JOIN ainter: KivInternational::InitAvailableLanguages(), then SetCurrentLanguageID of what the option "lang" resolves to
+  // JOIN amlstr: Kiv_InitializeMultiLanguageStrings()
+  kivara::writePidFile();
+  kivara::keepStartDirectory();
+}
+
+void KivApplicationInterface::_beforeMain2() {
+  kivara::applyCharSet();
+  kivara::applyButtonLabels();
+}
+
+void KivApplicationInterface::_afterMain([[maybe_unused]] int exitCode) {
+  afterMain = true;
+  // JOIN aevents: KivExitAppEvent("end(" + String(exitCode) + ")").trigger()
+  kivara::closeTraceFile();
+  // JOIN amlstr: Kiv_DeinitializeMultiLanguageStrings()
+  delete help;
+  help = nullptr;
+  // JOIN ainter: KivInternational::DeleteResMgrs()
+  SV::Resource::SetResManager(nullptr);
+}
+
+bool KivApplicationInterface::_handleException(long code, unsigned long arg) {
+  return kivara::handleSevereException(name, code, arg);
+}
+
+void KivApplicationInterface::_onSystemSettingsChange(SV::SysChangeType) {
+  // JOIN atheme: if (type == SV::SYSCHANGE_THEME) KivThemeManager::Instance().SysThemeChanged()
+  // JOIN aevents: KivSystemSettingsChangedEvent(type).trigger()
+}
+
+KivMDIApplication::KivMDIApplication(char const * applicationName, bool hasGUI, String logOption)
+    : KivApplicationInterface(applicationName, hasGUI), logOptionName(std::move(logOption)) {}
+
+KivMDIApplication::~KivMDIApplication() = default;
+
+void KivMDIApplication::SysChange(SV::SysChangeType type) { _onSystemSettingsChange(type); }
+
+void KivMDIApplication::Main(int argc, char ** const argv) {
+  _beforeMain(argc, argv, logOptionName);
+  int exitCode = prepareApplication();
+  if (exitCode == 0) {
+    _beforeMain2();
+    exitCode = runApplication();
+  }
+  _afterMain(exitCode);
+  if (exitCode != 0)
+    std::exit(exitCode);
+}
+
+void KivMDIApplication::Exception(long code, unsigned long arg) {
+  if (!_handleException(code, arg))
+    SV::Application::Exception(code, arg);
+}

@@ -1,0 +1,57 @@
+#include "frame/asevere.hpp"
+
+#include "frame/aexcept.hpp"
+#include "locale/ainter_state.hpp"
+#include "sv/application.hpp"
+#include "sv/window.hpp"
+#include "tools/winapi.hpp"
+
+using SV::String;
+
+namespace kivara {
+namespace {
+
+constexpr int kLineDump [[maybe_unused]] = 622;
+
+bool inExceptionHandler = false;
+
+/// Whether somebody else has taken care of it.
+bool isSettled(long code) {
+  // JOIN ainter: for 0x100, when KivInternational::getNextResMgr() gives a manager: Resource::SetResManager with it, true
+  return code == SV::EXC_RESOURCE_FILE_NOT_LOADED && loadingResourceFile;
+}
+
+HWND ownerOfBox() {
+  // JOIN aplatfrm: Kiv_GetTopWindow(0), which looks at the stack of parent windows first
+  SV::Window const * const window = SV::Application::GetAppWindow();
+  return window != nullptr && window->IsVisible() ? window->GetHWND() : nullptr;
+}
+
+void show(String const & text, String const & caption) {
+  unsigned short const wait = SV::Application::IsWait();
+  if (wait != 0)
+    SV::Application::Wait(0);
+  if (SV::Application::IsModalDialogSuppression())
+    SV::Application::ModalDialogSuppressionLog(text.c_str());
+  else
+    MessageBoxA(ownerOfBox(), text.c_str(), caption.c_str(), MB_ICONHAND);
+  SV::Application::Wait(wait);
+}
+
+} // namespace
+
+bool handleSevereException(String const & applicationName, long code, unsigned long arg) {
+  if (inExceptionHandler)
+    return false;
+  inExceptionHandler = true;
+  bool const settled = isSettled(code);
+  if (!settled) {
+    show(severeExceptionText(applicationName, code, arg), applicationName);
+    // JOIN acrash: Fct_CreateMiniDump("aapp.cpp", kLineDump)
+    // JOIN aevents: KivExitAppEvent("exception (minidump)").trigger()
+  }
+  inExceptionHandler = false;
+  return settled;
+}
+
+} // namespace kivara

@@ -1,0 +1,88 @@
+#include "frame/astartup.hpp"
+
+#include "acmdline.hpp"
+#include "aplatfrm.hpp"
+#include "sv/application.hpp"
+#include "sv/imagepool.hpp"
+#include "sv/resource.hpp"
+#include "system/astartdir.hpp"
+#include "tools/international.hpp"
+#include "tools/winapi.hpp"
+
+#include <cstdio>
+#include <process.h>
+
+using SV::String;
+
+namespace kivara {
+namespace {
+
+constexpr unsigned long kCharSetText = 0x200290B;
+constexpr unsigned long kOKText = 0x2002922;
+constexpr unsigned long kCancelText = 0x2002923;
+constexpr unsigned long kHelpText = 0x2002924;
+
+FILE * traceFile = nullptr;
+
+} // namespace
+
+void openTraceFile() {
+  String const name = KivCmdline::Instance().getTraceFilename();
+  if (name.Len() == 0)
+    return;
+  traceFile = std::fopen(name.c_str(), "wt");
+  // JOIN atrace: if (traceFile != nullptr) Kiv_TraceSetHandle(traceFile)
+}
+
+void closeTraceFile() {
+  if (traceFile == nullptr)
+    return;
+  // JOIN atrace: Kiv_TraceSetHandle(nullptr)
+  std::fclose(traceFile);
+  traceFile = nullptr;
+}
+
+void applySuppression() {
+  SV::Application::SetModalDialogSuppression(KivCmdline::modalDialogSuppression());
+  SV::Application::SetModalDialogSuppressionLogfileName(KivCmdline::Instance().getModalDialogSuppressionLogfileName());
+  SV::Application::SetShowWindowSuppression(KivCmdline::showWindowSuppression());
+}
+
+void registerPictures() { SV::ImagePool::SetPoolFile(Kiv_GetProgramPathFilename("agfx.zip")); }
+
+void writePidFile() {
+  String const name = KivCmdline::Instance().getValue("pidfile");
+  FILE * const file = name.Len() != 0 ? std::fopen(name.c_str(), "w") : nullptr;
+  if (file == nullptr)
+    return;
+  std::fprintf(file, "%d\n", _getpid());
+  std::fclose(file);
+}
+
+void keepStartDirectory() {
+  char directory[260] = "";
+  DWORD const length = GetCurrentDirectoryA(sizeof directory, directory);
+  if (length < sizeof directory)
+    storeStartDirectory(directory);
+}
+
+void applyCharSet() {
+  String text = KivCmdline::Instance().getUICharSet();
+  if (text.Len() == 0)
+    text = SV::Resource::LoadString(kCharSetText);
+  if (text.Len() == 0)
+    return;
+  SV::Font font = SV::Application::GetAppFont();
+  font.ChangeCharSet(static_cast<SV::CharSet>(SV::h_atoi(text.c_str())));
+  SV::Application::ChangeAppFont(font);
+}
+
+void applyButtonLabels() {
+  SV::International international(SV::COUNTRY_SYSTEM, SV::LANGUAGE_SYSTEM);
+  international.ChangeOKButtonText(SV::Resource::LoadString(kOKText));
+  international.ChangeCancelButtonText(SV::Resource::LoadString(kCancelText));
+  international.ChangeHelpButtonText(SV::Resource::LoadString(kHelpText));
+  SV::Application::ChangeAppInternational(international);
+}
+
+} // namespace kivara

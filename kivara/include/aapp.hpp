@@ -1,0 +1,121 @@
+#pragma once
+/// \file
+/// The application frame: the classes that every executable builds on.
+
+#include "export.hpp"
+#include "sv/application.hpp"
+#include "sv/bitmap.hpp"
+#include "tools/string.hpp"
+
+namespace SV {
+class Help;
+class Image;
+} // namespace SV
+
+/// What the frame does for any kind of application; the second base of KivMDIApplication. All of it is for the main thread.
+class KIV_API KivApplicationInterface {
+public:
+  /// \param applicationName  stands in front of every message of a severe exception; null counts as empty
+  /// \param hasGUI           false for a host without a user interface: dialogs and windows are then suppressed
+  KivApplicationInterface(char const * applicationName, bool hasGUI);
+  KivApplicationInterface(KivApplicationInterface const &) = delete;
+  KivApplicationInterface & operator=(KivApplicationInterface const &) = delete;
+
+  /// What the process's application object was constructed with; false when there is none of this class.
+  static bool IsWithGUI();
+
+  /// True once the end has begun: singletons go away from here on. False when there is no application object of this class.
+  static bool IsAfterMain();
+
+  /// Makes the help object of the application and installs it in the toolkit. It dies with the end of Main. A second call
+  /// keeps the first object.
+  /// \param fileName  the name of the help file
+  void createHelpObject(char const * fileName);
+
+  // JOIN ainter: bool createResourceManager(char const *, bool), which forwards to KivInternational
+
+protected:
+  ~KivApplicationInterface() = default;
+
+  /// \name Steps of Main
+  /// @{
+
+  /// All that precedes the derived class's own preparation: the command line first, then console, trace file, application
+  /// font, suppression, picture archive, language, pid file and start directory. Nothing in it stops the start but a console
+  /// that cannot be had, which ends the process.
+  void _beforeMain(int argc, char ** const argv, SV::String const & logOption);
+
+  /// Character set and button labels. Both are read from resources, so a resource manager must be active.
+  void _beforeMain2();
+
+  /// Tells that the program ends, closes the trace file, deletes the help object and leaves no resource manager active.
+  void _afterMain(int exitCode);
+  /// @}
+
+  /// Answers a severe exception: true when the program can go on; otherwise its message has been shown, or written to the log
+  /// of suppressed dialogs. An exception inside of this handling is answered with false at once.
+  bool _handleException(long code, unsigned long arg);
+
+  /// Tells the library's parts of a change of the system's settings.
+  void _onSystemSettingsChange(SV::SysChangeType type);
+
+private:
+  SV::String name;
+  SV::Help * help = nullptr;
+  bool withGUI;
+  bool afterMain = false;
+};
+
+/// The frame of an MDI application. An executable derives one class from it and defines one static object of that class; the
+/// toolkit entry calls its Main.
+///
+/// Main runs the start-up steps, prepareApplication, runApplication and the steps of the end. The command line can be asked
+/// from prepareApplication on; resources from the moment at which it has installed a resource manager.
+///
+/// \code
+///   class Modeler : public KivMDIApplication {
+///   public:
+///     Modeler() : KivMDIApplication("Modeler", true, "log_dialogs") {}
+///     int prepareApplication() override;  // load resources
+///     int runApplication() override;      // make the main window, then return Execute()
+///     bool getMDIClientImage(SV::Image &, int &) override { return false; }
+///   };
+///   Modeler modeler;
+/// \endcode
+class KIV_API KivMDIApplication : public SV::MDIApplication, public KivApplicationInterface {
+public:
+  /// \param applicationName  as in KivApplicationInterface
+  /// \param hasGUI           as in KivApplicationInterface
+  /// \param logOption        name of the command line's option for the log file of suppressed dialogs
+  KivMDIApplication(char const * applicationName, bool hasGUI, SV::String logOption);
+  ~KivMDIApplication() override;
+
+  void SysChange(SV::SysChangeType type) override;
+
+  /// Runs the program. A non-zero exit code ends the process here with exit(code), so that the toolkit is not taken down; zero
+  /// returns.
+  void Main(int argc, char ** const argv) override;
+
+  /// Passes what _handleException does not settle on to the toolkit, which ends the process.
+  void Exception(long code, unsigned long arg) override;
+
+  /// The program itself; the result is the exit code.
+  virtual int runApplication() = 0;
+
+  /// Called before runApplication: 0 to go on; any other value skips it and becomes the exit code.
+  virtual int prepareApplication() = 0;
+
+  /// The picture behind the MDI windows: fills the image and sets how it is laid out; false when there is none.
+  virtual bool getMDIClientImage(SV::Image & image, int & mode) = 0;
+
+  bool isAppInitialized() const { return appInitialized; }
+
+private:
+  SV::String logOptionName;
+  SV::Bitmap mdiClientBitmap;
+  int mdiClientImageMode = 0;
+
+protected:
+  /// For the derived class to set once it is ready; the frame leaves it alone.
+  bool appInitialized = false;
+};

@@ -1,0 +1,12 @@
+#pragma once
+/// \file
+/// All of the library's public headers.
+
+#include "aapp.hpp"
+#include "aappinfo.hpp"
+#include "acmdline.hpp"
+#include "aentry.hpp"
+#include "aplatfrm.hpp"
+#include "atools.hpp"
+#include "export.hpp"
+#include "tools.hpp"

@@ -1,0 +1,7 @@
+#include "locale/ainter_state.hpp"
+
+namespace kivara {
+
+bool loadingResourceFile = false;
+
+} // namespace kivara

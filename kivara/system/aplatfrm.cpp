@@ -1,0 +1,96 @@
+#include "aplatfrm.hpp"
+
+#include "atools.hpp"
+#include "sv/sysdepen.hpp"
+#include "system/astartdir.hpp"
+#include "system/awinver.hpp"
+#include "tools/direntry.hpp"
+#include "tools/winapi.hpp"
+
+using SV::String;
+
+namespace {
+
+double dpiScaleX = 0;
+double dpiScaleY = 0;
+String startDirectory;
+
+kivara::WindowsVersion windowsVersion() {
+  OSVERSIONINFOA record = {};
+  static_assert(sizeof record == 0x94);
+  record.dwOSVersionInfoSize = sizeof record;
+  GetVersionExA(&record);
+  return {record.dwMajorVersion, record.dwMinorVersion, record.dwPlatformId};
+}
+
+double systemScale(int capability) {
+  HDC const screen = GetDC(nullptr);
+  if (screen == nullptr)
+    return 0;
+  double const scale = GetDeviceCaps(screen, capability) / 96.0;
+  ReleaseDC(nullptr, screen);
+  return scale;
+}
+
+double cachedScale(double & cache, int capability) {
+  if (cache == 0)
+    cache = systemScale(capability);
+  return cache;
+}
+
+bool isSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool isAbsolute(String const & name) {
+  return isSeparator(name.charAt(0)) || (name.charAt(1) == ':' && isSeparator(name.charAt(2)));
+}
+
+} // namespace
+
+bool Kiv_IsAtLeastWindowsXP() { return kivara::isAtLeastXP(windowsVersion()); }
+bool Kiv_IsAtLeastWindowsVista() { return kivara::isAtLeastVista(windowsVersion()); }
+bool Kiv_IsAtLeastWindows7() { return kivara::isAtLeast7(windowsVersion()); }
+
+bool Kiv_IsAtLeastWindows10() {
+  HKEY key = nullptr;
+  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", 0, KEY_READ, &key) != ERROR_SUCCESS)
+    return false;
+  DWORD major = 0;
+  DWORD size = sizeof major;
+  LSTATUS const status =
+      RegQueryValueExA(key, "CurrentMajorVersionNumber", nullptr, nullptr, reinterpret_cast<BYTE *>(&major), &size);
+  RegCloseKey(key);
+  return status == ERROR_SUCCESS && size == sizeof major && major >= 10;
+}
+
+double Kiv_GetSystemDPIScaleX() { return cachedScale(dpiScaleX, LOGPIXELSX); }
+double Kiv_GetSystemDPIScaleY() { return cachedScale(dpiScaleY, LOGPIXELSY); }
+
+String Kiv_GetProgramPath(bool withSeparator) {
+  char program[260] = "";
+  GetModuleFileNameA(SV::Sysdepen::GethInst(), program, sizeof program);
+  program[sizeof program - 1] = '\0';
+  return SV::DirEntry(String(program)).GetPath().GetFull(SV::FSYS_STYLE_HOST, withSeparator, SV::STRING_MAXLEN);
+}
+
+String Kiv_GetProgramPathFilename(char const * name) {
+  String const text(name);
+  return isAbsolute(text) || !Kiv_Valid_Filename(name) ? text : Kiv_GetProgramPath(true) + text;
+}
+
+String Kiv_GetStartCWD(bool withSeparator) {
+  return withSeparator ? startDirectory : startDirectory.substr(0, startDirectory.Len() - 1);
+}
+
+String Kiv_GetStartCWDFilename(char const * name) { return Kiv_GetStartCWD(true) + name; }
+
+namespace kivara {
+
+void storeStartDirectory(char const * directory) {
+  String text(directory);
+  text.replaceAll('/', '\\');
+  while (text.Len() != 0 && text.lastChar() == '\\')
+    text = text.substr(0, text.Len() - 1);
+  startDirectory = directory != nullptr && *directory != '\0' ? text + "\\" : String();
+}
+
+} // namespace kivara

@@ -1,0 +1,134 @@
+#include "frame/box_watch.hpp"
+#include "frame/frame_run.hpp"
+#include "frame/recording_application.hpp"
+#include "locale/ainter_state.hpp"
+#include "sv/window.hpp"
+
+#include <gtest/gtest.h>
+
+using kivtest::BoxWatch;
+using kivtest::RecordingApplication;
+
+namespace {
+
+std::string const kResourceText = "[Recorder-10001]\nInternal error loading a resource.\nResource ID: 5\n\n"
+                                  "This is a severe error!!\n\nThe application will shut down immediately!\n\n"
+                                  "Please inform your administrator!!";
+
+TEST(SevereException, ShowsItsTextUnderTheApplicationsName) {
+  RecordingApplication application;
+  BoxWatch watch;
+  EXPECT_FALSE(application._handleException(0x100, 5));
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_EQ(watch.boxes()[0].title, "Recorder");
+  EXPECT_EQ(watch.boxes()[0].text, kResourceText);
+}
+
+TEST(SevereException, OfASystemObjectIsToldToo) {
+  RecordingApplication application;
+  BoxWatch watch;
+  EXPECT_FALSE(application._handleException(0x200, 0));
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_EQ(watch.boxes()[0].text.rfind("[Recorder-10002]\nSystem object (e.g. window) could not be created.\n\n", 0), 0u);
+}
+
+TEST(SevereException, TheBoxHasNoOwnerWithoutAVisibleApplicationWindow) {
+  RecordingApplication application;
+  SV::InitSV(0, nullptr);
+  SV::Window window(nullptr, SV::WB_TITLE);
+  SV::Application::SetAppWindow(&window);
+  BoxWatch watch;
+  application._handleException(0x200, 0);
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_EQ(watch.boxes()[0].owner, nullptr);
+}
+
+TEST(SevereException, TheBoxLiesOnTheVisibleApplicationWindow) {
+  RecordingApplication application;
+  SV::InitSV(0, nullptr);
+  SV::Window window(nullptr, SV::WB_TITLE);
+  window.Show();
+  SV::Application::SetAppWindow(&window);
+  BoxWatch watch;
+  application._handleException(0x200, 0);
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_EQ(watch.boxes()[0].owner, window.GetHWND());
+}
+
+TEST(SevereException, TheWaitPointerIsOffWhileTheBoxIsOpen) {
+  RecordingApplication application;
+  BoxWatch watch;
+  unsigned short whileOpen = 99;
+  watch.whileOpen = [&] { whileOpen = SV::Application::IsWait(); };
+  SV::Application::Wait(3);
+  application._handleException(0x200, 0);
+  EXPECT_EQ(whileOpen, 0);
+  EXPECT_EQ(SV::Application::IsWait(), 3);
+}
+
+TEST(SevereException, InsideOfAnotherIsLeftToTheToolkitWithoutABox) {
+  RecordingApplication application;
+  BoxWatch watch;
+  bool inner = true;
+  watch.whileOpen = [&] { inner = application._handleException(0x100, 1); };
+  EXPECT_FALSE(application._handleException(0x200, 0));
+  EXPECT_FALSE(inner);
+  EXPECT_EQ(watch.boxes().size(), 1u);
+}
+
+TEST(SevereException, AfterAnotherOneIsToldAgain) {
+  RecordingApplication application;
+  BoxWatch watch;
+  application._handleException(0x200, 0);
+  application._handleException(0x200, 0);
+  EXPECT_EQ(watch.boxes().size(), 2u);
+}
+
+TEST(SevereException, OfAResourceFileIsSilentWhileOneIsBeingLoaded) {
+  RecordingApplication application;
+  BoxWatch watch;
+  kivara::loadingResourceFile = true;
+  EXPECT_TRUE(application._handleException(0x400, 0));
+  EXPECT_TRUE(watch.boxes().empty());
+  EXPECT_TRUE(kivara::loadingResourceFile) << "the flag is only read";
+  EXPECT_TRUE(application._handleException(0x400, 0)) << "a handled exception must not count as still being handled";
+}
+
+TEST(SevereException, OfAResourceFileIsToldAtAllOtherTimes) {
+  RecordingApplication application;
+  BoxWatch watch;
+  EXPECT_FALSE(application._handleException(0x400, 0));
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_EQ(watch.boxes()[0].text.rfind("[Recorder-10004]\nInternal error loading a resource file.\n\n", 0), 0u);
+}
+
+TEST(SevereException, OtherCodesAreToldWhileAResourceFileIsBeingLoaded) {
+  RecordingApplication application;
+  BoxWatch watch;
+  kivara::loadingResourceFile = true;
+  EXPECT_FALSE(application._handleException(0x100, 0));
+  EXPECT_FALSE(application._handleException(7, 0));
+  EXPECT_EQ(watch.boxes().size(), 2u);
+}
+
+TEST(SevereException, UnderSuppressionGoesToTheLog) {
+  RecordingApplication application(false);
+  kivtest::runMain(application, {"-log_recorderdialogs.txt"});
+  EXPECT_FALSE(application._handleException(0x100, 5));
+  EXPECT_NE(kivtest::contents("dialogs.txt").find("[Recorder-10001]"), std::string::npos);
+}
+
+TEST(SevereException, FromARealMissingResourceFileNamesTheFile) {
+  class Told : public RecordingApplication {
+  public:
+    void Exception(long code, unsigned long arg) override { _handleException(code, arg); }
+  } application;
+  BoxWatch watch;
+  SV::ResMgr const manager("language\\7\\nothing.dll");
+  EXPECT_FALSE(manager.IsLoaded());
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_NE(watch.boxes()[0].text.find("\nResource file name: language\\7\\nothing.dll\n\n"), std::string::npos)
+      << watch.boxes()[0].text;
+}
+
+} // namespace

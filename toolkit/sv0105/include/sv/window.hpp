@@ -1,0 +1,126 @@
+#pragma once
+/// \file
+/// Window: a window of the system.
+
+#include "sv/export.hpp"
+#include "sv/font.hpp"
+#include "sv/geometry.hpp"
+#include "tools/object.hpp"
+#include "tools/string.hpp"
+
+namespace SV {
+
+class OutputDevice;
+
+namespace detail {
+struct WindowSpec;
+struct WindowAccess;
+} // namespace detail
+
+/// Properties of a new window, joined by |.
+using WinBits = unsigned long;
+inline constexpr WinBits WB_BORDER = 1;   ///< a thin frame
+inline constexpr WinBits WB_TITLE = 2;    ///< a title bar with a button to close; a window with a parent then floats above it
+inline constexpr WinBits WB_SIZEABLE = 4; ///< a frame to drag, buttons to minimise and maximise
+
+/// A window with a class and a procedure of the toolkit's own. All of it is for the main thread, between InitSV and DeInitSV.
+///
+/// A window is invisible until Show. Sizes and positions are in pixels; a position counts from the parent's client area for a
+/// window inside of another one and from the screen for all others. When the system refuses the window, Application::Exception
+/// is called with EXC_SYSTEM_OBJECT_NOT_CREATED and the system's error; if that returns, the object has no system window and
+/// its operations do nothing. The same holds after the system window has been closed. A parent closes with its children; the
+/// objects stay, for their owner to delete.
+///
+/// \code
+///   class Greeting : public SV::Window {
+///   public:
+///     using Window::Window;
+///     void Paint(SV::OutputDevice & device, SV::Rectangle const &) override { device.DrawText({10, 10}, "Hello"); }
+///   };
+/// \endcode
+class SV_API Window : public LinkHdl {
+public:
+  /// \param parent  null for a window of the desktop
+  explicit Window(Window * parent, WinBits style = 0);
+  Window(Window const &) = delete;
+  Window & operator=(Window const &) = delete;
+  /// Closes the system window. The application window leaves none.
+  ~Window() override;
+
+  /// Draws what lies in \p area of the client area, whose background has been filled already. The base draws nothing.
+  virtual void Paint(OutputDevice & device, Rectangle const & area);
+
+  /// The client area has got this size.
+  virtual void Resize(Size const & size);
+
+  /// The user wants it closed. The base asks Application::QueryExit for the application window and quits when that agrees; it
+  /// closes all others.
+  virtual void Close();
+
+  /// Under window suppression Show does nothing.
+  virtual void Show();
+  void Hide();
+
+  /// Whether it has been shown.
+  /// \param withParents  true: also whether all windows that it lies in have been
+  bool IsVisible(bool withParents = false) const;
+
+  /// The title, or the text of a control.
+  String GetText() const;
+  void SetText(String const & text);
+
+  Point GetPosPixel() const;
+  Size GetSizePixel() const;
+  void SetPosSizePixel(Point const & position, Size const & size);
+
+  /// The client area's size; the change keeps the position and makes the frame fit.
+  Size GetOutputSizePixel() const;
+  void ChangeOutputSizePixel(Size const & size);
+
+  /// The font that Paint begins with: the application's until one is set here. The change gives the former one.
+  Font const & GetFont() const;
+  Font ChangeFont(Font const & font);
+
+  /// Has it painted anew; Update does so at once where something is to be painted.
+  void Invalidate();
+  void Update();
+
+  /// The window it was made for; null for none and once that has died.
+  Window * GetParent() const { return parent_; }
+
+  /// Null when there is no system window.
+  HWND GetHWND() const { return hwnd_; }
+
+protected:
+  explicit Window(detail::WindowSpec const & spec);
+
+  /// Answers a message of the system, after the message hook. What a class does not deal with goes to its base.
+  virtual long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam);
+
+  /// What the system does with a message that nobody dealt with.
+  virtual long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam);
+
+  /// Closes the system window. Destructors of derived classes call it, so that their own HandleMessage hears of it.
+  void Destroy();
+
+private:
+  friend struct detail::WindowAccess;
+
+  void create(detail::WindowSpec const & spec);
+  void detach();
+  void paint();
+  void useFont();
+
+  HWND hwnd_ = nullptr;
+  Window * parent_ = nullptr;
+  long long (*controlProcedure_)(HWND, unsigned, unsigned long long, long long) = nullptr; ///< of a class of the system
+  HFONT systemFont_ = nullptr;
+  Font font_;
+  bool hasFont_ = false;
+  char reserved_[400] = {}; ///< room for members to come: the size below is part of the binary interface
+};
+
+// Callers ask whether that many bytes of a window can be read to learn whether it is still there.
+static_assert(sizeof(Window) >= 480);
+
+} // namespace SV
