@@ -3,22 +3,23 @@
 /// Text files in the test's own working folder, and readers over them.
 
 #include "areader.hpp"
+#include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// A file of exactly these bytes; an existing one is replaced.
+/// A file of exactly these bytes; an existing one is replaced. By the system's own calls, since some tests write very many.
 inline std::string writeText(std::string_view bytes, char const * name = "text.txt") {
-  std::FILE * const file = std::fopen(name, "wb");
-  if (file == nullptr || std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size())
+  HANDLE const file = CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  DWORD written = 0;
+  if (file == INVALID_HANDLE_VALUE || !WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
+      written != bytes.size())
     ADD_FAILURE() << "cannot write " << name;
-  if (file != nullptr)
-    std::fclose(file);
+  CloseHandle(file);
   return name;
 }
 
