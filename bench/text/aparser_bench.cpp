@@ -66,7 +66,8 @@ bench::Pair const pairs[] = {
      tokenizer(80)},
     {"KivTextParser: tokens in lines of 8,000 characters", bench::timesAsFast(1.5), parser(8000), "Boost.Tokenizer",
      tokenizer(8000)},
-    {"KivTextParser: a token in a line of 8,000 characters", bench::atMost(1.1), parser(8000), "in one of 80", parser(80)},
+    {"KivTextParser: a token in a line of 8,000 characters", bench::atMost(1.1), parser(8000), "in one of 80",
+     parser(80)},
 };
 
 } // namespace

@@ -51,8 +51,8 @@ bench::Pair const pairs[] = {
      getline(60, std::ios::in)},
     {"KivTextFileReader: lines of 60 characters, beside binary mode", bench::shown(), reader(60),
      "std::getline on std::ifstream, binary", getline(60, std::ios::in | std::ios::binary)},
-    {"KivTextFileReader: lines of 1,000 characters", bench::timesAsFast(2), reader(1000), "std::getline on std::ifstream",
-     getline(1000, std::ios::in)},
+    {"KivTextFileReader: lines of 1,000 characters", bench::timesAsFast(2), reader(1000),
+     "std::getline on std::ifstream", getline(1000, std::ios::in)},
 };
 
 } // namespace

@@ -11,8 +11,9 @@ namespace bench {
 
 /// Lines of program-like text, each about so many characters, together \p total characters or a little more.
 inline std::vector<std::string> sampleLines(std::size_t lineLength, std::size_t total) {
-  static constexpr char const * kPieces[] = {"process", "=", "(", "name", ",", " ", "order.item", ")", ";", "\t", "-1.5e3",
-                                             "if",      " ", "a", "Department", " ", "\"", "hand over", "\"", ":"};
+  static constexpr char const * kPieces[] = {"process",    "=", "(",  "name",      ",",  " ", "order.item",
+                                             ")",          ";", "\t", "-1.5e3",    "if", " ", "a",
+                                             "Department", " ", "\"", "hand over", "\"", ":"};
   std::mt19937 random(7);
   std::vector<std::string> lines;
   for (std::size_t size = 0; size < total; size += lines.back().size()) {

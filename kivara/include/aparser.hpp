@@ -143,7 +143,7 @@ private:
   std::int64_t currentLineOffset = 0;
   std::int64_t nextLineOffset = 0;
   std::int32_t tokenCount = 0;
-  SV::String currentLine;    // what is left of the line begins at workedOff
+  SV::String currentLine; // what is left of the line begins at workedOff
   SV::String spacesToken;
   SV::String lookAheadToken;
   bool keepTokenOffset = false;

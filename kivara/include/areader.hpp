@@ -104,9 +104,9 @@ protected:
   std::int64_t fileSize = 0;
   std::int64_t absoluteBufferOffset = 0;
   char * buffer;
-  char * bufferPos = nullptr;   ///< the next unread byte
-  char * bufferEnd = nullptr;   ///< behind the last valid byte
-  std::int32_t bytesRead = -1;  ///< by the last read; -1: none since construction or a seek; 0: exhausted
+  char * bufferPos = nullptr;  ///< the next unread byte
+  char * bufferEnd = nullptr;  ///< behind the last valid byte
+  std::int32_t bytesRead = -1; ///< by the last read; -1: none since construction or a seek; 0: exhausted
   bool is2CharsForNewline = true;
 };
 

@@ -207,7 +207,8 @@ void KivTextParser::_ImpPutLookAheadBack() {
   std::int64_t const length = std::int64_t{spacesToken.Len()} + lookAheadToken.Len();
   char const * const front = length <= workedOff ? _ImpRest() - length : nullptr;
   if (front != nullptr && std::memcmp(front, spacesToken.c_str(), static_cast<std::size_t>(spacesToken.Len())) == 0 &&
-      std::memcmp(front + spacesToken.Len(), lookAheadToken.c_str(), static_cast<std::size_t>(lookAheadToken.Len())) == 0)
+      std::memcmp(front + spacesToken.Len(), lookAheadToken.c_str(), static_cast<std::size_t>(lookAheadToken.Len())) ==
+          0)
     workedOff -= static_cast<std::int32_t>(length);
   else
     _ImpSetRest(spacesToken + lookAheadToken + currentLine.substr(workedOff));

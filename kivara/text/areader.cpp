@@ -65,7 +65,8 @@ bool KivFileReader::Is2CharsForNewline() const { return is2CharsForNewline; }
 
 // As numbers: before the first read and after a failed one the position is null.
 std::int64_t KivFileReader::GetInBufferOffset() const {
-  return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(bufferPos) - reinterpret_cast<std::uintptr_t>(buffer));
+  return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(bufferPos) -
+                                   reinterpret_cast<std::uintptr_t>(buffer));
 }
 
 double KivFileReader::GetCurrentPercent() const {

@@ -4,7 +4,8 @@
 
 #include <cctype>
 
-extern "C" unsigned short *(__cdecl __pctype_func)(void); // in parentheses: the runtime's header has a macro of that name
+extern "C" unsigned short *(__cdecl __pctype_func)(
+    void); // in parentheses: the runtime's header has a macro of that name
 
 namespace kivara {
 

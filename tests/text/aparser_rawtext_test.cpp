@@ -209,7 +209,8 @@ TEST(ParserMoveTo, ReturnsToASavedPlace) {
   parser.SaveOffset();
   EXPECT_EQ(next(parser), "c");
   EXPECT_EQ(next(parser), "d");
-  ASSERT_TRUE(parser.MoveTo(parser.GetSavedOffset() + 1, parser.GetSavedLineNum() + 1)); // the token's line, and behind it
+  ASSERT_TRUE(
+      parser.MoveTo(parser.GetSavedOffset() + 1, parser.GetSavedLineNum() + 1)); // the token's line, and behind it
   EXPECT_EQ(next(parser), "c");
   EXPECT_EQ(next(parser), "d");
 }

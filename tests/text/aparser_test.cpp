@@ -53,15 +53,15 @@ class TextParserCuts : public testing::TestWithParam<Cut> {};
 TEST_P(TextParserCuts, IntoTokens) { EXPECT_EQ(tokensOf(GetParam().text, GetParam().commaFlag), GetParam().tokens); }
 
 INSTANTIATE_TEST_SUITE_P(Table, TextParserCuts,
-                         testing::Values(Cut{"a,b", 1, {"a", ",", "b"}}, Cut{"a,b", 0, {"a,b"}},
-                                         Cut{"a,b", 2, {"a,b"}}, Cut{"a,b", 3, {"a", ",", "b"}}, // the lowest bit counts
+                         testing::Values(Cut{"a,b", 1, {"a", ",", "b"}}, Cut{"a,b", 0, {"a,b"}}, Cut{"a,b", 2, {"a,b"}},
+                                         Cut{"a,b", 3, {"a", ",", "b"}}, // the lowest bit counts
                                          Cut{"a,b", -1, {"a", ",", "b"}}, Cut{",", 0, {","}},
-                                         Cut{"x=-1.5e3;", 1, {"x", "=", "-1.5e3", ";"}},
-                                         Cut{"a+b", 1, {"a+b"}}, Cut{"--", 1, {"--"}}, Cut{"_a.b", 1, {"_a.b"}},
-                                         Cut{"((", 1, {"(", "("}}, Cut{"(a)", 1, {"(", "a", ")"}},
+                                         Cut{"x=-1.5e3;", 1, {"x", "=", "-1.5e3", ";"}}, Cut{"a+b", 1, {"a+b"}},
+                                         Cut{"--", 1, {"--"}}, Cut{"_a.b", 1, {"_a.b"}}, Cut{"((", 1, {"(", "("}},
+                                         Cut{"(a)", 1, {"(", "a", ")"}},
                                          Cut{"a\tb\vc\fd e", 1, {"a", "b", "c", "d", "e"}},
-                                         Cut{"\"a b\"", 1, {"\"", "a", "b", "\""}}, Cut{"", 1, {}}, Cut{" \n \n", 1, {}},
-                                         Cut{"a\r\nb\rc", 1, {"a", "b", "c"}}));
+                                         Cut{"\"a b\"", 1, {"\"", "a", "b", "\""}}, Cut{"", 1, {}},
+                                         Cut{" \n \n", 1, {}}, Cut{"a\r\nb\rc", 1, {"a", "b", "c"}}));
 
 TEST(TextParser, EveryByteIsClassedByTheLocaleInForce) {
   for (char const * const locale : {"C", ".ACP"}) {
@@ -71,7 +71,9 @@ TEST(TextParser, EveryByteIsClassedByTheLocaleInForce) {
         continue;
       char const c = static_cast<char>(byte);
       bool const word = std::isalnum(byte) != 0 || std::strchr("+-._", byte) != nullptr;
-      Tokens const expected = std::isspace(byte) ? Tokens{"x", "y"} : word ? Tokens{{'x', c, 'y'}} : Tokens{"x", {c}, "y"};
+      Tokens const expected = std::isspace(byte) ? Tokens{"x", "y"}
+                              : word             ? Tokens{{'x', c, 'y'}}
+                                                 : Tokens{"x", {c}, "y"};
       ASSERT_EQ(tokensOf(std::string{'x', c, 'y', '\n'}), expected) << locale << ' ' << byte;
     }
   }

@@ -16,8 +16,8 @@ testing::AssertionResult sameToTheEnd(KivTextFileReader & reader, LineModel & mo
     if (read != expected.has_value())
       return testing::AssertionFailure() << "line " << number << (read ? " is too much" : " is missing");
     if (!model.lost() && reader.GetCurrentOffset() != std::max(model.offset(), std::int64_t{0}))
-      return testing::AssertionFailure() << "line " << number << ": offset " << reader.GetCurrentOffset() << " instead of "
-                                         << model.offset();
+      return testing::AssertionFailure() << "line " << number << ": offset " << reader.GetCurrentOffset()
+                                         << " instead of " << model.offset();
     if (!read)
       return testing::AssertionSuccess();
     if (bytesOf(line) != *expected || reader.Is2CharsForNewline() != model.pair())
@@ -123,6 +123,7 @@ TEST(TextFileReaderModel, RandomFilesWithSeeks) {
     ASSERT_TRUE(reader->Init());
     ASSERT_TRUE(sameToTheEnd(*reader.get(), model)) << "round " << round;
     for (int seeks = 0; seeks < 10; ++seeks)
-      ASSERT_TRUE(sameFrom(static_cast<std::int64_t>(random() % (text.size() + 3)), *reader.get(), model)) << "round " << round;
+      ASSERT_TRUE(sameFrom(static_cast<std::int64_t>(random() % (text.size() + 3)), *reader.get(), model))
+          << "round " << round;
   }
 }

@@ -15,13 +15,13 @@ namespace {
 /// Shows what a reader of a product sees of its base.
 class OpenReader : public KivTextFileReader {
 public:
-  using KivTextFileReader::KivTextFileReader;
   using KivFileReader::_ImpRead;
   using KivFileReader::buffer;
   using KivFileReader::bufferEnd;
   using KivFileReader::bufferPos;
   using KivFileReader::bytesRead;
   using KivFileReader::fileSize;
+  using KivTextFileReader::KivTextFileReader;
 
   /// The slot of a virtual operation among those of the class.
   template <class Operation> static std::size_t slotOf(Operation operation) {
@@ -111,8 +111,8 @@ TEST(TextFileReader, InitFailsOnAFolder) {
 }
 
 TEST(TextFileReader, SourceWithoutASizeFailsAndStaysOpenForTheDestructor) {
-  HANDLE end = CreateNamedPipeA("\\\\.\\pipe\\kivara-areader-test", PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_NOWAIT, 1, 0, 0,
-                                0, nullptr);
+  HANDLE end = CreateNamedPipeA("\\\\.\\pipe\\kivara-areader-test", PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE | PIPE_NOWAIT, 1,
+                                0, 0, 0, nullptr);
   ASSERT_NE(end, INVALID_HANDLE_VALUE);
   {
     Owned<OpenReader> const reader("\\\\.\\pipe\\kivara-areader-test");
@@ -154,14 +154,14 @@ class TextFileReaderSplits : public testing::TestWithParam<Split> {};
 TEST_P(TextFileReaderSplits, AtEachTerminator) { EXPECT_EQ(linesOfText(GetParam().text), GetParam().lines); }
 
 INSTANTIATE_TEST_SUITE_P(Table, TextFileReaderSplits,
-                         testing::Values(Split{"a\nb\n", {"a\n", "b\n"}},             // no extra line behind a terminator
-                                         Split{"a\rb\r", {"a\n", "b\n"}},             // a carriage return alone
-                                         Split{"a\r\nb\r\n", {"a\n", "b\n"}},         // the pair counts once
-                                         Split{"a\n\rb", {"a\n", "\n", "b\n"}},       // line feed, carriage return: two
-                                         Split{"a\r\r\nb", {"a\n", "\n", "b\n"}},     //
-                                         Split{"a\r\n\nb", {"a\n", "\n", "b\n"}},     //
-                                         Split{"\n", {"\n"}}, Split{"\r", {"\n"}},    //
-                                         Split{"\r\n", {"\n"}}, Split{"a", {"a\n"}},  //
+                         testing::Values(Split{"a\nb\n", {"a\n", "b\n"}},          // no extra line behind a terminator
+                                         Split{"a\rb\r", {"a\n", "b\n"}},          // a carriage return alone
+                                         Split{"a\r\nb\r\n", {"a\n", "b\n"}},      // the pair counts once
+                                         Split{"a\n\rb", {"a\n", "\n", "b\n"}},    // line feed, carriage return: two
+                                         Split{"a\r\r\nb", {"a\n", "\n", "b\n"}},  //
+                                         Split{"a\r\n\nb", {"a\n", "\n", "b\n"}},  //
+                                         Split{"\n", {"\n"}}, Split{"\r", {"\n"}}, //
+                                         Split{"\r\n", {"\n"}}, Split{"a", {"a\n"}}, //
                                          Split{"a\n\n\nb", {"a\n", "\n", "\n", "b\n"}}));
 
 TEST(TextFileReader, BytesOfValueZeroAreCopied) {
@@ -170,7 +170,10 @@ TEST(TextFileReader, BytesOfValueZeroAreCopied) {
 }
 
 TEST(TextFileReader, KnowsNoByteOrderMark) {
-  EXPECT_EQ(linesOfText("\xEF\xBB\xBF" "a\n"), (Lines{"\xEF\xBB\xBF" "a\n"}));
+  EXPECT_EQ(linesOfText("\xEF\xBB\xBF"
+                        "a\n"),
+            (Lines{"\xEF\xBB\xBF"
+                   "a\n"}));
 }
 
 TEST(TextFileReader, PairAcrossABlockCountsAsOneTerminator) {

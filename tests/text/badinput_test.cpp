@@ -12,27 +12,19 @@ constexpr int kFilesOfAPart = 6250;
 std::string goodText() {
   std::string text;
   for (int i = 0; i < 12; ++i)
-    text += "process \"Order \\\"" + std::to_string(i) + "\\\"\" {\r\n  duration = -1.5e3, cost=(20, 3)\n\n  owner : Sales_1 }\r\n";
+    text += "process \"Order \\\"" + std::to_string(i) +
+            "\\\"\" {\r\n  duration = -1.5e3, cost=(20, 3)\n\n  owner : Sales_1 }\r\n";
   return text;
 }
 
 void damage(std::string & text, std::mt19937 & random) {
   std::size_t const at = random() % text.size();
   switch (random() % 5) {
-  case 0:
-    text[at] = static_cast<char>(random());
-    break;
-  case 1:
-    text.erase(at, random() % 200);
-    break;
-  case 2:
-    text.insert(at, text.substr(random() % text.size(), random() % 500));
-    break;
-  case 3:
-    text.insert(at, random() % 50, "\r\n\0\"\\ "[random() % 6]);
-    break;
-  default:
-    text.resize(at);
+  case 0: text[at] = static_cast<char>(random()); break;
+  case 1: text.erase(at, random() % 200); break;
+  case 2: text.insert(at, text.substr(random() % text.size(), random() % 500)); break;
+  case 3: text.insert(at, random() % 50, "\r\n\0\"\\ "[random() % 6]); break;
+  default: text.resize(at);
   }
 }
 

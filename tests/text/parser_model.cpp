@@ -8,7 +8,8 @@ unsigned char byte(char c) { return static_cast<unsigned char>(c); }
 
 } // namespace
 
-ParserModel::ParserModel(std::string bytes, bool commaIsToken) : source_(std::move(bytes)), commaIsToken_(commaIsToken) {
+ParserModel::ParserModel(std::string bytes, bool commaIsToken)
+    : source_(std::move(bytes)), commaIsToken_(commaIsToken) {
   lookFurther();
 }
 

@@ -3,7 +3,8 @@
 namespace {
 
 char anyChar(std::mt19937 & random) {
-  static constexpr char kChars[] = "\"\\a;,( \n\0\xE4" "b";
+  static constexpr char kChars[] = "\"\\a;,( \n\0\xE4"
+                                   "b";
   return kChars[random() % (sizeof kChars - 1)];
 }
 
@@ -28,7 +29,8 @@ std::string ParserPair::operateOnToken(unsigned kind, std::mt19937 & random) {
   }
   if (kind == 3) {
     std::string const s = random() % 2 == 0 ? "ab" : model_.lookAhead;
-    sameAnswer_ = parser_.IsNext(s.c_str()) == (model_.lookAhead == s) && parser_.ExpectToken(s.c_str()) == model_.expectToken(s);
+    sameAnswer_ =
+        parser_.IsNext(s.c_str()) == (model_.lookAhead == s) && parser_.ExpectToken(s.c_str()) == model_.expectToken(s);
     return "ExpectToken(text)";
   }
   SV::String token("untouched");

@@ -16,8 +16,8 @@
 inline std::string writeText(std::string_view bytes, char const * name = "text.txt") {
   HANDLE const file = CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   DWORD written = 0;
-  if (file == INVALID_HANDLE_VALUE || !WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
-      written != bytes.size())
+  if (file == INVALID_HANDLE_VALUE ||
+      !WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) || written != bytes.size())
     ADD_FAILURE() << "cannot write " << name;
   CloseHandle(file);
   return name;
