@@ -56,6 +56,7 @@ void callNull() { hidden(static_cast<void (*)()>(nullptr))(); }
 void callAbort() { std::abort(); }
 void throwUncaught() { throw std::runtime_error("nobody catches this"); }
 void hang() { Sleep(INFINITE); }
+void openBox() { MessageBoxA(nullptr, "A question", "Left open", MB_OK); }
 
 struct Deed {
   char const * name;
@@ -76,6 +77,7 @@ constexpr Deed kDeeds[] = {
     {"abort", callAbort, false},
     {"throw", throwUncaught, false},
     {"hang", hang, false},
+    {"box", openBox, false},
 };
 
 } // namespace

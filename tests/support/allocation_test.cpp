@@ -41,9 +41,9 @@ class GuardPagesFault : public testing::TestWithParam<Fault> {};
 } // namespace
 
 TEST_P(GuardPagesFault, EndsTheProcess) {
-  auto const child = support::runChild("misbehave.exe", GetParam().deed);
-  EXPECT_EQ(child.exitCode, GetParam().exitCode) << child.output;
-  EXPECT_NE(child.output.find(GetParam().text), std::string::npos) << child.output;
+  auto const child = support::runProgram({.program = "misbehave", .arguments = GetParam().deed});
+  EXPECT_EQ(child.exitCode, GetParam().exitCode) << child.errors;
+  EXPECT_NE(child.errors.find(GetParam().text), std::string::npos) << child.errors;
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -8,7 +8,7 @@ namespace support {
 /// run or dying silently. Make one at the start of main, on the main thread; at most one at a time.
 ///
 /// - Too long: after KIVARA_TEST_TIMEOUT seconds (environment; default 240, 0 for never) the stack of the thread that made
-///   the guard is printed, and the process ends with kTimedOut.
+///   the guard is printed, and the boxes that it or a child still shows; the process ends with kTimedOut.
 /// - A crash: for an unhandled exception its code and address and the stack of its thread are printed, for abort() the
 ///   stack; the process ends with the exception's code, or with kAborted.
 ///
