@@ -249,10 +249,9 @@ TEST(CmdlineWithoutGUI, EmptyNameOfTheLogOptionTakesTheFirstOption) {
   EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "trace");
 }
 
-TEST(CmdlineWithGUI, DialogLogIsNotRead) {
+TEST(CmdlineWithGUI, TheDialogLogIsReadTooForThoseWhoSuppressDialogsByHand) {
   KivCmdline const & cmdline = initWith({"-log_no_dialogsgeneral.log", "-logown.log"});
-  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "");
-  EXPECT_EQ(text(cmdline.getValue("log_no_dialogs")), "general.log");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "general.log");
   EXPECT_EQ(flagsThatAreOn(), "");
 }
 
