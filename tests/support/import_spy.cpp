@@ -2,6 +2,7 @@
 
 #include "tools/winapi.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <deque>
 #include <string>
@@ -17,9 +18,11 @@ struct Watch {
 };
 
 /// Called by the stubs; the registers were pushed in the order of the arguments, so they lie backwards.
-void tell(Watch const * watch, std::uintptr_t const * pushed) {
+void tell(Watch const * watch, std::uintptr_t * pushed) {
   DWORD const error = GetLastError();
-  watch->spy({{pushed[3], pushed[2], pushed[1], pushed[0]}});
+  SpiedCall call{{pushed[3], pushed[2], pushed[1], pushed[0]}};
+  watch->spy(call);
+  std::reverse_copy(call.arguments, call.arguments + 4, pushed);
   SetLastError(error);
 }
 

@@ -35,6 +35,11 @@ TEST(ImportSpy, AFunctionCanHaveSeveralSpies) {
   EXPECT_EQ(second, 1);
 }
 
+TEST(ImportSpy, CanChangeAnArgument) {
+  spyOnImport(nullptr, "lstrlenA", [](SpiedCall & call) { call.arguments[0] += 2; });
+  EXPECT_EQ(lstrlenA("12345"), 3);
+}
+
 TEST(ImportSpy, SaysWhenTheModuleHasNoSuchImport) {
   EXPECT_FALSE(spyOnImport(nullptr, "lstrcmp", [](SpiedCall const &) {}));
   EXPECT_FALSE(spyOnImport("no_such.dll", "lstrcmpA", [](SpiedCall const &) {}));
