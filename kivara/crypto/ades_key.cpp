@@ -5,6 +5,8 @@
 #include "crypto/ades_tables.hpp"
 
 #include <algorithm>
+#include <cstring>
+#include <emmintrin.h>
 
 namespace {
 
@@ -70,13 +72,18 @@ constexpr ScheduleOfFour kSchedulesOfFours = schedulesOfFours();
 // One area for the whole process: that is why two threads must not make keys at the same time.
 Schedule scratch;
 
+// Unrolled, the whole schedule stays in registers until all parts are mixed.
 void makeEncryptionSchedule(unsigned char const * key) {
-  Schedule made{};
-  for (std::size_t i = 0; i < 8; ++i) {
-    mix(made, kSchedulesOfFours[i * 2][key[i] >> 4]);
-    mix(made, kSchedulesOfFours[i * 2 + 1][key[i] & 15]);
+  constexpr int kParts = sizeof(Schedule) / sizeof(__m128i);
+  __m128i parts[kParts] = {};
+  for (std::size_t place = 0; place < 16; ++place) {
+    unsigned const four = place % 2 == 0 ? key[place / 2] >> 4 : key[place / 2] & 15;
+    auto const * const added = reinterpret_cast<__m128i const *>(kSchedulesOfFours[place][four].data());
+#pragma GCC unroll 8
+    for (int i = 0; i < kParts; ++i)
+      parts[i] = _mm_xor_si128(parts[i], _mm_loadu_si128(added + i));
   }
-  scratch = made;
+  std::memcpy(scratch.data(), parts, sizeof parts);
 }
 
 /// The same rounds from the last to the first.

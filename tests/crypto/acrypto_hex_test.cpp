@@ -89,6 +89,32 @@ TEST(HexDecode, EveryPairOfCharactersIsReadOrRefused) {
     }
 }
 
+TEST(HexDecode, EveryCharacterIsReadOrRefusedAtEveryPlaceOfALongText) {
+  std::string const digits = "0123456789ABCDEFabcdef";
+  for (std::size_t place = 0; place < 40; ++place)
+    for (int c = 1; c < 256; ++c) {
+      std::string text(40, '7');
+      text[place] = static_cast<char>(c);
+      Result const result = KivCryptoUtils::HexDecode(text.c_str());
+      bool const good = digits.find(text[place]) != std::string::npos;
+      ASSERT_EQ(result.length, good ? 20 : -1) << place << " " << c;
+      if (good) {
+        ASSERT_EQ(result.data()[place / 2], std::stoi(text.substr(place / 2 * 2, 2), nullptr, 16)) << place << " " << c;
+      }
+    }
+}
+
+TEST(HexDecode, FindsTheEndOfATextOfAnyLengthAtAnyAddress) {
+  std::string const digits(200, 'a');
+  for (std::size_t start = 0; start < 33; ++start)
+    for (std::size_t length = 0; length < 100; length += 2) {
+      std::string text = digits;
+      text[start + length] = '\0';
+      Result const result = KivCryptoUtils::HexDecode(text.data() + start);
+      ASSERT_EQ(result.length, static_cast<int>(length / 2)) << start;
+    }
+}
+
 TEST(HexDecode, LackOfMemoryGivesMinus1) {
   std::string const text(20000, '0');
   support::AllocationLimit const limit(5000);

@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
-#include <cstring>
 #include <memory>
 
 using bytes::Bytes;
@@ -30,17 +30,21 @@ std::string const kHexDigits = "0123456789abcdefABCDEF";
 std::string const kBase64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/==";
 std::string const kBase64Lines = kBase64 + "\n\n";
 
-/// A copy that ends where its memory does.
-template <class T> std::unique_ptr<T[]> atTheEdge(void const * data, std::size_t bytes) {
-  std::unique_ptr<T[]> copy(new T[bytes]);
-  if (bytes != 0)
-    std::memcpy(copy.get(), data, bytes);
-  return copy;
-}
+/// Memory before a page without access; made under GuardPages. Each input lies at its end, in the place of the one before.
+class Edge {
+public:
+  template <class T> T * holds(T const * data, std::size_t count) {
+    T * const place = reinterpret_cast<T *>(memory_.get()) + kSize - count;
+    std::copy_n(data, count, place);
+    return place;
+  }
+  char * holds(std::string const & text) { return holds(text.c_str(), text.size() + 1); }
 
-std::unique_ptr<char[]> textAtTheEdge(std::string const & text) {
-  return atTheEdge<char>(text.c_str(), text.size() + 1);
-}
+private:
+  static constexpr std::size_t kSize = 1024;
+
+  std::unique_ptr<char[]> memory_{new char[kSize]};
+};
 
 unsigned volatile sink;
 
@@ -62,13 +66,14 @@ template <class T> void readAndFree(std::pair<T *, int> const & result) {
 template <class Text>
 void decodeRandomTexts(bool (*decode)(Text, unsigned long, char *&, unsigned long &), unsigned seed) {
   support::GuardPages const guard;
+  Edge edge;
   Random random(seed);
   for (int i = 0; i < kRounds; ++i) {
     std::string const text = random.text(random.below(70), kBase64);
-    auto const input = atTheEdge<char>(text.data(), text.size());
+    char * const input = edge.holds(text.data(), text.size());
     char * out = nullptr;
     unsigned long length = 0;
-    decode(input.get(), static_cast<unsigned long>(text.size()), out, length);
+    decode(input, static_cast<unsigned long>(text.size()), out, length);
     ASSERT_NE(out, nullptr);
     readAll(out, static_cast<long>(length));
     delete[] out;
@@ -82,9 +87,10 @@ class BadInputPart : public testing::TestWithParam<unsigned> {};
 
 TEST(BadInput, HexDecodeStaysInside) {
   support::GuardPages const guard;
+  Edge edge;
   Random random(11);
   for (int i = 0; i < kRounds; ++i)
-    readAndFree(KivCryptoUtils::HexDecode(textAtTheEdge(random.text(random.below(70), kHexDigits)).get()));
+    readAndFree(KivCryptoUtils::HexDecode(edge.holds(random.text(random.below(70), kHexDigits))));
 }
 
 TEST(BadInput, OldBase64DecodeStaysInside) { decodeRandomTexts(Kiv_OldBase64Decode, 13); }
@@ -93,12 +99,13 @@ TEST(BadInput, NewBase64DecodeStaysInside) { decodeRandomTexts(Kiv_NewBase64Deco
 
 TEST(BadInput, KivDecryptStaysInside) {
   support::GuardPages const guard;
+  Edge edge;
   Random random(15);
   for (int i = 0; i < kRounds; ++i) {
     std::string const text = random.text(random.below(70), kHexDigits + " -+x");
-    auto const input = textAtTheEdge(text);
+    char * const input = edge.holds(text);
     unsigned char * out = nullptr;
-    Kiv_Decrypt(input.get(), out);
+    Kiv_Decrypt(input, out);
     readAll(out, static_cast<long>(text.size() / 2 + 1));
     delete[] out;
   }
@@ -120,18 +127,20 @@ TEST(BadInput, DecryptPasswordStaysInside) {
 
 TEST_P(BadInputPart, Base64DecodeStaysInside) {
   support::GuardPages const guard;
+  Edge edge;
   Random random(GetParam());
   for (int i = 0; i < kRoundsOfPart; ++i)
-    readAndFree(KivCryptoUtils::Base64Decode(textAtTheEdge(random.text(random.below(300), kBase64Lines)).get()));
+    readAndFree(KivCryptoUtils::Base64Decode(edge.holds(random.text(random.below(300), kBase64Lines))));
 }
 
 TEST_P(BadInputPart, KivEncryptionDecryptStaysInside) {
   support::GuardPages const guard;
+  Edge edge;
   Random random(GetParam());
   for (int i = 0; i < kRoundsOfPart; ++i) {
-    auto const input = textAtTheEdge(random.text(random.below(100), kHexDigits));
+    char * const input = edge.holds(random.text(random.below(100), kHexDigits));
     char * out = nullptr;
-    long const length = KivEncryption::Instance().Decrypt(static_cast<long>(random.below(4)), input.get(), out);
+    long const length = KivEncryption::Instance().Decrypt(static_cast<long>(random.below(4)), input, out);
     ASSERT_EQ(out == nullptr, length < 0);
     readAll(out, length + 1);
     delete[] out;
@@ -140,20 +149,23 @@ TEST_P(BadInputPart, KivEncryptionDecryptStaysInside) {
 
 TEST_P(BadInputPart, AesChainsStayInsideWithEveryLengthAndKeySize) {
   support::GuardPages const guard;
+  Edge edge;
   Random random(GetParam());
+  Edge keyEdge;
+  Edge vectorEdge;
   constexpr int kOddSizes[] = {-1, 0, 1, 64, 127, 129, 160, 384, INT_MAX};
   Bytes const source = random.bytes(200);
   for (int i = 0; i < kRoundsOfPart; ++i) {
     std::size_t const length = random.below(100);
     int const bits = random.below(8) == 0 ? kOddSizes[random.below(std::size(kOddSizes))]
                                           : 128 + 64 * static_cast<int>(random.below(3));
-    auto const data = atTheEdge<unsigned char>(source.data() + random.below(100), length);
-    auto const key =
-        atTheEdge<unsigned char>(source.data(), bits >= 128 && bits <= 256 ? static_cast<std::size_t>(bits) / 8 : 1);
-    auto const iv = atTheEdge<unsigned char>(source.data() + 7, 16);
+    unsigned char const * const data = edge.holds(source.data() + random.below(100), length);
+    unsigned char const * const key =
+        keyEdge.holds(source.data(), bits >= 128 && bits <= 256 ? static_cast<std::size_t>(bits) / 8 : 1);
+    unsigned char const * const iv = vectorEdge.holds(source.data() + 7, 16);
     int const given = static_cast<int>(length);
-    readAndFree(random.below(2) == 0 ? KivCryptoUtils::AESEncrypt(data.get(), given, key.get(), bits, iv.get())
-                                     : KivCryptoUtils::AESDecrypt(data.get(), given, key.get(), bits, iv.get()));
+    readAndFree(random.below(2) == 0 ? KivCryptoUtils::AESEncrypt(data, given, key, bits, iv)
+                                     : KivCryptoUtils::AESDecrypt(data, given, key, bits, iv));
   }
 }
 
@@ -161,14 +173,15 @@ INSTANTIATE_TEST_SUITE_P(Seeds, BadInputPart, testing::Range(100u, 100u + kParts
 
 TEST(BadInput, EncodersStayInside) {
   support::GuardPages const guard;
+  Edge edge;
   Random random(17);
   Bytes const source = random.bytes(300);
   for (std::size_t length = 0; length <= 300; ++length) {
-    auto const data = atTheEdge<unsigned char>(source.data(), length);
+    unsigned char const * const data = edge.holds(source.data(), length);
     int const given = static_cast<int>(length);
-    readAndFree(KivCryptoUtils::HexEncode(data.get(), given));
-    readAndFree(KivCryptoUtils::Base64Encode(data.get(), given));
-    auto const text = atTheEdge<char>(source.data(), length);
+    readAndFree(KivCryptoUtils::HexEncode(data, given));
+    readAndFree(KivCryptoUtils::Base64Encode(data, given));
+    char * const text = reinterpret_cast<char *>(edge.holds(source.data(), length));
     for (auto const encode : {+[](char *in, unsigned long size, char *&out, unsigned long &outSize) {
                                 return Kiv_OldBase64Encode(in, size, out, outSize);
                               },
@@ -177,7 +190,7 @@ TEST(BadInput, EncodersStayInside) {
                               }}) {
       char * out = nullptr;
       unsigned long outLength = 0;
-      ASSERT_TRUE(encode(text.get(), static_cast<unsigned long>(length), out, outLength));
+      ASSERT_TRUE(encode(text, static_cast<unsigned long>(length), out, outLength));
       readAll(out, static_cast<long>(outLength + 1));
       delete[] out;
     }
@@ -186,10 +199,11 @@ TEST(BadInput, EncodersStayInside) {
 
 TEST(BadInput, KivEncryptStaysInside) {
   support::GuardPages const guard;
+  Edge edge;
   for (std::size_t length = 0; length <= 300; ++length) {
-    auto const text = textAtTheEdge(std::string(length, 'x'));
+    char const * const text = edge.holds(std::string(length, 'x'));
     std::unique_ptr<char[]> const hex(new char[(length + 7) / 8 * 16 + 1]);
-    Kiv_Encrypt(text.get(), hex.get());
+    Kiv_Encrypt(text, hex.get());
     readAll(hex.get(), static_cast<long>((length + 7) / 8 * 16 + 1));
   }
 }
