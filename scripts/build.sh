@@ -8,6 +8,7 @@ build_dir() { printf '%s/build/%s' "$root" "$preset"; }
 
 verb_setup() {
   need_packages "${build_packages[@]}" "${run_packages[@]}" "${screenshot_packages[@]}"
+  need_library_dependencies
   need_test_dependencies
   has_display || start_virtual_display
   need_prefix
@@ -15,6 +16,7 @@ verb_setup() {
 
 configure() {
   need_packages "${build_packages[@]}"
+  need_library_dependencies
   need_test_dependencies
   [[ ${with_bench:-} != yes ]] || need_bench_dependencies
   need_space "$root" 700 "the build"

@@ -5,6 +5,8 @@
 #include "aapp.hpp"
 #include "aappinfo.hpp"
 #include "acmdline.hpp"
+#include "acrypto.hpp"
+#include "ades.hpp"
 #include "aentry.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"

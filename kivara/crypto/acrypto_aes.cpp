@@ -1,0 +1,140 @@
+// AES by OpenSSL.
+
+#include "acrypto.hpp"
+
+#include "crypto/cryptoresult.hpp"
+#include "fixed_values.hpp"
+
+#include <openssl/aes.h>
+
+#include <algorithm>
+#include <cstring>
+
+using namespace kivara::crypto;
+
+namespace {
+
+using Bytes = std::pair<unsigned char *, int>;
+
+constexpr std::size_t kBlock = AES_BLOCK_SIZE;
+
+std::size_t wholeBlocks(int length) { return (static_cast<std::size_t>(length) + kBlock - 1) / kBlock * kBlock; }
+
+/// A buffer for so many bytes of whole blocks and a NUL, all zeros.
+std::unique_ptr<unsigned char[]> clearedBuffer(std::size_t length) {
+  auto buffer = newBuffer<unsigned char>(length);
+  if (buffer != nullptr)
+    std::memset(buffer.get(), 0, length + 1);
+  return buffer;
+}
+
+/// False for a size that AES does not have.
+bool setKey(AES_KEY & schedule, unsigned char const * key, int bits, int direction) {
+  if (bits != 128 && bits != 192 && bits != 256)
+    return false;
+  if (direction == AES_ENCRYPT)
+    AES_set_encrypt_key(key, bits, &schedule);
+  else
+    AES_set_decrypt_key(key, bits, &schedule);
+  return true;
+}
+
+/// The cipher overwrites the vector, so it gets a copy, which has always stayed allocated; the contract says so. It has a byte
+/// for each bit of the key, of which the first 16 count. Null where memory lacks.
+unsigned char * copyOfVector(unsigned char const * iv, int keyBits) {
+  auto * const copy = new (std::nothrow) unsigned char[static_cast<std::size_t>(keyBits)];
+  if (copy != nullptr)
+    std::memcpy(copy, iv, kBlock);
+  return copy;
+}
+
+/// To decrypt, the cipher reads whole blocks even where it writes fewer bytes: it gets a begun last block from a copy.
+void cipherChained(unsigned char const * data, unsigned char * out, std::size_t length, AES_KEY const & schedule,
+                   unsigned char * vector, int direction) {
+  std::size_t const begun = length % kBlock;
+  std::size_t const whole = length - begun;
+  if (whole != 0)
+    AES_cbc_encrypt(data, out, whole, &schedule, vector, direction);
+  if (begun != 0) {
+    unsigned char last[kBlock] = {};
+    std::memcpy(last, data + whole, begun);
+    AES_cbc_encrypt(last, out + whole, begun, &schedule, vector, direction);
+  }
+}
+
+Bytes chained(unsigned char const * data, int length, unsigned char const * key, int keyBits, unsigned char const * iv,
+              int direction) {
+  AES_KEY schedule;
+  if (data == nullptr || key == nullptr || iv == nullptr || length < 0 || !setKey(schedule, key, keyBits, direction))
+    return {nullptr, kBadArgument};
+  unsigned char * const vector = copyOfVector(iv, keyBits);
+  std::size_t const padded = wholeBlocks(length);
+  auto buffer = clearedBuffer(padded);
+  if (vector == nullptr || buffer == nullptr)
+    return {nullptr, kFailed};
+  cipherChained(data, buffer.get(), static_cast<std::size_t>(length), schedule, vector, direction);
+  return result(buffer, padded);
+}
+
+Bytes oneBlock(unsigned char const * data, int length, unsigned char const * key, int keyBytes, int direction) {
+  AES_KEY schedule;
+  bool const sizeFits = keyBytes >= 0 && keyBytes <= 32;
+  if (data == nullptr || key == nullptr || length < 0 || !sizeFits || !setKey(schedule, key, keyBytes * 8, direction))
+    return {nullptr, kBadArgument};
+  std::size_t const padded = wholeBlocks(length);
+  auto buffer = clearedBuffer(padded);
+  if (buffer == nullptr)
+    return {nullptr, kFailed};
+  if (padded != 0)
+    (direction == AES_ENCRYPT ? AES_encrypt : AES_decrypt)(data, buffer.get(), &schedule);
+  return result(buffer, padded);
+}
+
+Bytes chainedWithFixedKey(unsigned char const * data, int length, int direction) {
+  auto const key = kivara::fixed::kAesKey.revealed();
+  auto const vector = kivara::fixed::kAesVector.revealed();
+  return chained(data, length, key.data(), static_cast<int>(key.size() * 8), vector.data(), direction);
+}
+
+} // namespace
+
+Bytes KivCryptoUtils::AESEncrypt(unsigned char const * data, int length, unsigned char const * key, int keyBits,
+                                 unsigned char const * iv) {
+  return chained(data, length, key, keyBits, iv, AES_ENCRYPT);
+}
+
+Bytes KivCryptoUtils::AESDecrypt(unsigned char const * data, int length, unsigned char const * key, int keyBits,
+                                 unsigned char const * iv) {
+  return chained(data, length, key, keyBits, iv, AES_DECRYPT);
+}
+
+Bytes KivCryptoUtils::AESEncrypt(unsigned char const * data, int length, unsigned char const * key, int keyBytes) {
+  return oneBlock(data, length, key, keyBytes, AES_ENCRYPT);
+}
+
+Bytes KivCryptoUtils::AESDecrypt(unsigned char const * data, int length, unsigned char const * key, int keyBytes) {
+  return oneBlock(data, length, key, keyBytes, AES_DECRYPT);
+}
+
+std::pair<char *, int> KivCryptoUtils::AESEncrypt(char const * text) {
+  std::size_t const length = text != nullptr ? std::strlen(text) : 0;
+  if (length > INT_MAX)
+    return {nullptr, kFailed};
+  auto const [data, padded] =
+      chainedWithFixedKey(reinterpret_cast<unsigned char const *>(text), static_cast<int>(length), AES_ENCRYPT);
+  if (data == nullptr)
+    return {nullptr, padded};
+  auto const digits = HexEncode(data, padded);
+  Free(data);
+  return digits;
+}
+
+// What is no hexadecimal text gives -2 for either reason, since the cipher then gets no data: callers test for that value.
+std::pair<char *, int> KivCryptoUtils::AESDecrypt(char const * text) {
+  auto const [data, length] = HexDecode(text);
+  auto const [plain, padded] = chainedWithFixedKey(data, length, AES_DECRYPT);
+  Free(data);
+  return {reinterpret_cast<char *>(plain), padded};
+}
+
+void KivCryptoUtils::Free(void * buffer) { delete[] static_cast<char *>(buffer); }

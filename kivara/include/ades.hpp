@@ -1,0 +1,104 @@
+#pragma once
+/// \file
+/// The Data Encryption Standard block by block, byte streams of such blocks, and the old text form of passwords.
+///
+/// Each block stands for itself (electronic codebook): equal plain blocks give equal cipher blocks. DES keys can be found by
+/// trying all of them, and the text form has one key for everybody: docs/ciphers.md says what this is good for.
+///
+/// \code
+///   des_ctx ctx;
+///   ades_key(&ctx, key);                       // 8 bytes; the lowest bit of each is ignored
+///   des_writer writer(file, &ctx);
+///   if (writer.put("nine chars") == 0 && writer.flush() == 0) ...
+/// \endcode
+
+#include "export.hpp"
+
+#include <cstdint>
+#include <cstdio>
+
+/// A key, made by ades_key: the 16 round keys of two words each, in the order of use, to encrypt and to decrypt.
+struct des_ctx {
+  std::uint32_t encryption[32];
+  std::uint32_t decryption[32];
+};
+
+/// Makes the two schedules of \p ctx from the 8 bytes at \p key. Parity bits are ignored and not checked.
+/// It works in one area for the whole process: two threads must not be in it, in Kiv_Encrypt or in Kiv_Decrypt at the
+/// same time. ades_enc and ades_dec may run on any number of threads.
+KIV_API void ades_key(des_ctx * ctx, unsigned char const * key);
+
+/// Encrypts or decrypts \p blocks blocks of 8 bytes in place; nothing happens for a count below 1.
+KIV_API void ades_enc(des_ctx * ctx, unsigned char * data, int blocks);
+KIV_API void ades_dec(des_ctx * ctx, unsigned char * data, int blocks);
+
+/// Reads the plain bytes of a file of DES blocks. The file has no header, length or checksum.
+/// File and key stay the caller's and must outlive the reader. One thread at a time.
+class KIV_API des_reader {
+public:
+  /// \param stream  open for reading in binary form, not null
+  /// \param key     not null
+  des_reader(FILE * stream, des_ctx * key) : file(stream), ctx(key) {}
+  des_reader(des_reader const &) = default;
+
+  /// Takes over all of the other's state, with the bytes that it has read ahead. The position in the file is shared.
+  des_reader & operator=(des_reader const &) = default;
+
+  /// The next byte, 0 to 255; -1 at the end, which is where no whole block is left. The blanks with which a writer filled
+  /// the last block come back as bytes like any other.
+  int get();
+
+private:
+  FILE * file;
+  unsigned char block[8] = {};
+  std::int32_t count = 0;
+  des_ctx * ctx;
+};
+
+/// Writes bytes as a file of DES blocks. A last block that is not full is written by flush only.
+/// File and key stay the caller's and must outlive the writer. One thread at a time.
+class KIV_API des_writer {
+public:
+  /// \param stream  open for writing in binary form, not null
+  /// \param key     not null
+  des_writer(FILE * stream, des_ctx * key) : file(stream), ctx(key) {}
+  des_writer(des_writer const &) = default;
+
+  /// Takes over all of the other's state, with the bytes that it has not written yet.
+  des_writer & operator=(des_writer const &) = default;
+
+  /// Adds one byte, or the characters of a text without its NUL; a null text adds nothing.
+  /// 0, or -1 when an error stands on the file.
+  int put(unsigned char byte);
+  int put(char const * text);
+
+  /// Fills a begun block with blanks, writes it, and flushes the file. 0, or -1 when an error stands on the file.
+  /// It ends the stream: after a flush that wrote a block, nothing more is to be put, and a second flush writes a block
+  /// again.
+  int flush();
+
+private:
+  void _put(unsigned char byte);
+  int chk();
+  void writeBlock();
+
+  FILE * file;
+  unsigned char block[8] = {};
+  std::int32_t count = 0;
+  des_ctx * ctx;
+};
+
+/// Writes \p text as lower-case hexadecimal digits of its DES blocks under the library's own key, and a NUL.
+/// The last block is filled with characters of the text itself, so its length has to be kept elsewhere.
+/// \param text  a null pointer counts as the empty text, which gives an empty result
+/// \param hex   room for 16 characters for each begun 8 of the text, and for the NUL
+/// A copy of the text stays allocated with each call. Threads: as ades_key. Throws std::bad_alloc.
+KIV_API void Kiv_Encrypt(char const * text, char * hex);
+
+/// Reads what Kiv_Encrypt wrote. The filling stays on the end of the text; nothing is checked.
+/// \param hex   pairs of hexadecimal digits; a single last character is ignored, and bytes behind the last whole block stay
+///              as they were read. A pair that is no number repeats the byte before it, 0 at the start. A null pointer counts
+///              as the empty text
+/// \param text  gets half as many bytes as \p hex is long, and a NUL; the caller releases it with delete[]
+/// Threads: as ades_key. Throws std::bad_alloc and leaves \p text.
+KIV_API void Kiv_Decrypt(char * hex, unsigned char *& text);
