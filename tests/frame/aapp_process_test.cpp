@@ -95,9 +95,8 @@ TEST(Frame, PrepareApplicationThatRefusesGivesTheExitCode) {
   Lines const steps = run.record();
   auto const prepared = std::find(steps.begin(), steps.end(), "-f-d-- prepareApplication");
   ASSERT_NE(prepared, steps.end());
-  EXPECT_EQ(Lines(prepared, steps.end()),
-            (Lines{"-f-d-- prepareApplication", "prepareApplication", "-f-d-e fclose", "-f-d-e SetResManager",
-                   "-f-d-e exit", "destroyed, toolkit up"}));
+  EXPECT_EQ(Lines(prepared, steps.end()), (Lines{"-f-d-- prepareApplication", "prepareApplication", "-f-d-e fclose",
+                                                 "-f-d-e SetResManager", "-f-d-e exit", "destroyed, toolkit up"}));
 }
 
 TEST(Frame, ASecondHelpObjectIsNotMade) {
@@ -115,8 +114,8 @@ TEST(Frame, KnowsWhetherItHasAGUI) {
 TEST(Frame, IsToldOfChangesOfTheSystem) {
   ProductRun run("frame_changes", "");
   ASSERT_TRUE(run.waitForRecord("waiting"));
-  HWND const listener = support::waitForWindow(
-      {.processId = run.child().processId(), .className = "SV0105.Listener", .visible = false});
+  HWND const listener =
+      support::waitForWindow({.processId = run.child().processId(), .className = "SV0105.Listener", .visible = false});
   ASSERT_TRUE(listener);
   for (int const message : {WM_SYSCOLORCHANGE, WM_DISPLAYCHANGE, WM_FONTCHANGE, WM_THEMECHANGED})
     PostMessageA(listener, static_cast<UINT>(message), 0, 0);

@@ -25,7 +25,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   std::puts("ready");
   if (std::strcmp(arguments, "read") == 0) {
-    int const volatile * volatile const nowhere = reinterpret_cast<int *>(16);
+    int const volatile * const volatile nowhere = reinterpret_cast<int *>(16);
     return *nowhere;
   }
   if (std::strcmp(arguments, "break") == 0) {

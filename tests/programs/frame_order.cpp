@@ -34,9 +34,8 @@ void watch(char const * function) {
 }
 
 void watchFiles() {
-  support::spyOnImport("kivara.dll", "fopen", [](SpiedCall const & call) {
-    step(std::string("fopen ") + call.text(0) + ' ' + call.text(1));
-  });
+  support::spyOnImport("kivara.dll", "fopen",
+                       [](SpiedCall const & call) { step(std::string("fopen ") + call.text(0) + ' ' + call.text(1)); });
   watch("fclose");
 }
 

@@ -56,19 +56,11 @@ void Debugger::loop() {
 
 unsigned long Debugger::answer(DEBUG_EVENT const & event) {
   switch (event.dwDebugEventCode) {
-  case CREATE_PROCESS_DEBUG_EVENT:
-    CloseHandle(event.u.CreateProcessInfo.hFile);
-    break;
-  case LOAD_DLL_DEBUG_EVENT:
-    CloseHandle(event.u.LoadDll.hFile);
-    break;
-  case OUTPUT_DEBUG_STRING_EVENT:
-    addText(event);
-    break;
-  case EXCEPTION_DEBUG_EVENT:
-    return answerException(event);
-  default:
-    break;
+  case CREATE_PROCESS_DEBUG_EVENT: CloseHandle(event.u.CreateProcessInfo.hFile); break;
+  case LOAD_DLL_DEBUG_EVENT: CloseHandle(event.u.LoadDll.hFile); break;
+  case OUTPUT_DEBUG_STRING_EVENT: addText(event); break;
+  case EXCEPTION_DEBUG_EVENT: return answerException(event);
+  default: break;
   }
   return DBG_CONTINUE;
 }
@@ -85,15 +77,10 @@ unsigned long Debugger::answerException(DEBUG_EVENT const & event) {
     exceptions_.push_back(raised);
   }
   switch (rule_ ? rule_(raised) : DebugAnswer::Usual) {
-  case DebugAnswer::Handled:
-    return DBG_CONTINUE;
-  case DebugAnswer::NotHandled:
-    return DBG_EXCEPTION_NOT_HANDLED;
-  case DebugAnswer::End:
-    TerminateProcess(process_->handle(), 1);
-    return DBG_CONTINUE;
-  case DebugAnswer::Usual:
-    break;
+  case DebugAnswer::Handled: return DBG_CONTINUE;
+  case DebugAnswer::NotHandled: return DBG_EXCEPTION_NOT_HANDLED;
+  case DebugAnswer::End: TerminateProcess(process_->handle(), 1); return DBG_CONTINUE;
+  case DebugAnswer::Usual: break;
   }
   return breakpoint ? DBG_CONTINUE : DBG_EXCEPTION_NOT_HANDLED;
 }

@@ -25,18 +25,18 @@ namespace support {
 
 /// An exception that the program raised.
 struct DebuggedException {
-  unsigned long code;      ///< STATUS_BREAKPOINT is 0x80000003, an access violation 0xC0000005
-  void const * address;    ///< where it was raised, in the debugged process
-  bool firstChance;        ///< false: the program had no handler for it and ends unless the debugger helps
+  unsigned long code;   ///< STATUS_BREAKPOINT is 0x80000003, an access violation 0xC0000005
+  void const * address; ///< where it was raised, in the debugged process
+  bool firstChance;     ///< false: the program had no handler for it and ends unless the debugger helps
   unsigned long threadId;
 };
 
 /// What the debugger does after an exception.
 enum class DebugAnswer {
-  Usual,     ///< goes on after a breakpoint, passes everything else on
-  Handled,   ///< goes on as if nothing had happened
+  Usual,      ///< goes on after a breakpoint, passes everything else on
+  Handled,    ///< goes on as if nothing had happened
   NotHandled, ///< the program's own handlers decide, also for a breakpoint
-  End        ///< ends the program, with exit code 1
+  End         ///< ends the program, with exit code 1
 };
 
 using DebugRule = std::function<DebugAnswer(DebuggedException const &)>;

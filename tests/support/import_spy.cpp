@@ -52,10 +52,10 @@ private:
 /// A stub that saves what can hold arguments, tells the spy, restores and jumps to the function.
 void * makeStub(Watch const * watch, std::uintptr_t original) {
   Code code;
-  code.bytes({0x51, 0x52, 0x41, 0x50, 0x41, 0x51});  // push rcx, rdx, r8, r9
-  code.bytes({0x48, 0x83, 0xEC, 0x68});              // sub rsp, 0x68
+  code.bytes({0x51, 0x52, 0x41, 0x50, 0x41, 0x51}); // push rcx, rdx, r8, r9
+  code.bytes({0x48, 0x83, 0xEC, 0x68});             // sub rsp, 0x68
   for (int i = 0; i < 4; ++i)
-    code.bytes({0x0F, 0x11, 0x44 | i << 3, 0x24, 0x20 + 0x10 * i}); // movups [rsp+0x20+16*i], xmm(i)
+    code.bytes({0x0F, 0x11, 0x44 | i << 3, 0x24, 0x20 + 0x10 * i});          // movups [rsp+0x20+16*i], xmm(i)
   code.bytes({0x48, 0xB9}).address(reinterpret_cast<std::uintptr_t>(watch)); // mov rcx, watch
   code.bytes({0x48, 0x8D, 0x54, 0x24, 0x68});                                // lea rdx, [rsp+0x68]
   code.bytes({0x48, 0xB8}).address(reinterpret_cast<std::uintptr_t>(&tell)); // mov rax, tell
