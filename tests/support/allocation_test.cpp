@@ -48,7 +48,7 @@ TEST_P(GuardPagesFault, EndsTheProcess) {
 
 INSTANTIATE_TEST_SUITE_P(Deeds, GuardPagesFault,
                          testing::Values(Fault{"write-behind-new", kAccessViolation, "[test] writing 0x"},
-                                         Fault{"read-behind-malloc", kAccessViolation, "[test] reading 0x"},
+                                         Fault{"read-behind-calloc", kAccessViolation, "[test] reading 0x"},
                                          kWriteBehindOddSize,
                                          Fault{"write-behind-string-block", kAccessViolation, "[test] writing 0x"},
                                          Fault{"read-after-delete", kAccessViolation, "[test] reading 0x"},
