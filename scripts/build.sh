@@ -1,6 +1,9 @@
 # shellcheck shell=bash
 # Configure, build and test.
 
+# Paths below the checkout count as relative for the compiler's cache, so that clones share what they have compiled.
+export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+
 build_dir() { printf '%s/build/%s' "$root" "$preset"; }
 
 verb_setup() {

@@ -50,23 +50,12 @@ void MainWindow::fillMenus() {
 
 void MainWindow::select(unsigned short id) {
   switch (id) {
-  case FILE_EXIT:
-    Close();
-    break;
-  case WINDOW_START:
-    showFacts();
-    break;
-  case WINDOW_CASCADE:
-    arrange(WM_MDICASCADE);
-    break;
-  case WINDOW_TILE:
-    arrange(WM_MDITILE);
-    break;
-  case HELP_ABOUT:
-    showAbout();
-    break;
-  default:
-    break;
+  case FILE_EXIT: Close(); break;
+  case WINDOW_START: showFacts(); break;
+  case WINDOW_CASCADE: arrange(WM_MDICASCADE); break;
+  case WINDOW_TILE: arrange(WM_MDITILE); break;
+  case HELP_ABOUT: showAbout(); break;
+  default: break;
   }
 }
 

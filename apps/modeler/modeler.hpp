@@ -17,8 +17,8 @@ public:
   /// Loads the texts; 1 when they cannot be had.
   int prepareApplication() override;
 
-  /// Opens the main window and serves it until the user closes it. Under window suppression there is nothing to serve: it then
-  /// ends once all is set up.
+  /// Opens the main window and serves it until the user closes it. Under window suppression there is nothing to serve:
+  /// it then ends once all is set up.
   int runApplication() override;
 
   /// There is no picture.

@@ -49,7 +49,9 @@ void KivApplicationInterface::_beforeMain(int argc, char ** const argv, String c
   kivara::installApplicationFont();
   kivara::applySuppression();
   kivara::registerPictures();
-  // JOIN ainter: KivInternational::InitAvailableLanguages(), then SetCurrentLanguageID of what the option "lang" resolves to
+  // JOIN ainter: KivInternational::InitAvailableLanguages()
+  // JOIN ainter: KivInternational::SetCurrentLanguageID(), when the value of "lang" is not empty and can be resolved
+  // JOIN atrace: KivDebugOut("[locale] The locale '" + value + "' could not be resolved!\n"), when it can't
   // JOIN amlstr: Kiv_InitializeMultiLanguageStrings()
   kivara::writePidFile();
   kivara::keepStartDirectory();

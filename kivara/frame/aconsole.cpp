@@ -30,7 +30,8 @@ void closeDynamicConsole() {
   FreeConsole();
 }
 
-/// The runtime keeps its streams in an array that the whole process shares: a copy over an entry redirects every user of it.
+/// The runtime keeps its streams in an array that the whole process shares: a copy over an entry redirects every user
+/// of it.
 void rebind(FILE * standard, DWORD handleId, char const * mode) {
   int const descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(GetStdHandle(handleId)), _O_TEXT);
   FILE * const stream = descriptor != -1 ? _fdopen(descriptor, mode) : nullptr;
@@ -50,18 +51,12 @@ void setTitle() {
 
 ControlAnswer controlAnswer(unsigned long event) {
   switch (event) {
-  case CTRL_C_EVENT:
-    return {"[exception] Ctrl+C was pressed\n", false};
-  case CTRL_BREAK_EVENT:
-    return {"[exception] Crtl+Break was pressed\n", false};
-  case CTRL_CLOSE_EVENT:
-    return {"[exception] Close Event received\n", false};
-  case CTRL_LOGOFF_EVENT:
-    return {"[exception] LogOff Event received\n", true};
-  case CTRL_SHUTDOWN_EVENT:
-    return {"[exception] ShutDown Event received\n", true};
-  default:
-    return {nullptr, true};
+  case CTRL_C_EVENT: return {"[exception] Ctrl+C was pressed\n", false};
+  case CTRL_BREAK_EVENT: return {"[exception] Crtl+Break was pressed\n", false};
+  case CTRL_CLOSE_EVENT: return {"[exception] Close Event received\n", false};
+  case CTRL_LOGOFF_EVENT: return {"[exception] LogOff Event received\n", true};
+  case CTRL_SHUTDOWN_EVENT: return {"[exception] ShutDown Event received\n", true};
+  default: return {nullptr, true};
   }
 }
 

@@ -13,8 +13,8 @@ struct ControlAnswer {
 /// \param event  the system's number: 0 Ctrl+C, 1 Ctrl+Break, 2 close, 5 log-off, 6 shut-down
 ControlAnswer controlAnswer(unsigned long event);
 
-/// Opens the console, points the runtime's three streams to it and answers its control events from then on; it is closed when
-/// the process exits. When the system gives no console, the process ends with a fatal message.
+/// Opens the console, points the runtime's three streams to it and answers its control events from then on; it is
+/// closed when the process exits. When the system gives no console, the process ends with a fatal message.
 void openDynamicConsole();
 
 } // namespace kivara

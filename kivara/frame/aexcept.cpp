@@ -18,7 +18,8 @@ String textAt(unsigned long address) {
   std::size_t length = 0;
   std::uintptr_t const start = address;
   while (length + 1 < sizeof text &&
-         ReadProcessMemory(GetCurrentProcess(), reinterpret_cast<void const *>(start + length), text + length, 1, nullptr) &&
+         ReadProcessMemory(GetCurrentProcess(), reinterpret_cast<void const *>(start + length), text + length, 1,
+                           nullptr) &&
          text[length] != '\0')
     ++length;
   return String(text, static_cast<std::int32_t>(length));
@@ -55,14 +56,10 @@ String generalFragment(long code, unsigned long arg) {
 
 String fragment(long code, unsigned long arg) {
   switch (code) {
-  case 0x100:
-    return resourceFragment(arg);
-  case 0x200:
-    return systemObjectFragment(arg);
-  case 0x400:
-    return resourceFileFragment(arg);
-  default:
-    return generalFragment(code, arg);
+  case 0x100: return resourceFragment(arg);
+  case 0x200: return systemObjectFragment(arg);
+  case 0x400: return resourceFileFragment(arg);
+  default: return generalFragment(code, arg);
   }
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 /// \file
-/// What happens when memory runs out: the runtime asks the user, through a handler that is installed when the library is loaded.
+/// What happens when memory runs out: the runtime asks the user, through a handler that is installed when the library
+/// is loaded.
 
 namespace kivara {
 
-/// Has malloc, and so operator new, ask the handler. An executable's start-up code sets this mode anew after the library has
-/// been loaded.
+/// Has malloc, and so operator new, ask the handler. An executable's start-up code sets this mode anew after the
+/// library has been loaded.
 void askHandlerOnLowMemory();
 
 } // namespace kivara

@@ -17,7 +17,7 @@ bool inExceptionHandler = false;
 
 /// Whether somebody else has taken care of it.
 bool isSettled(long code) {
-  // JOIN ainter: for 0x100, when KivInternational::getNextResMgr() gives a manager: Resource::SetResManager with it, true
+  // JOIN ainter: 0x100 is settled by Resource::SetResManager(KivInternational::getNextResMgr()), when it gives one
   return code == SV::EXC_RESOURCE_FILE_NOT_LOADED && loadingResourceFile;
 }
 

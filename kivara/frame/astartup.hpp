@@ -1,6 +1,7 @@
 #pragma once
 /// \file
-/// The steps of start-up and end that the frame takes by itself. Those that use a file pass over one that cannot be opened.
+/// The steps of start-up and end that the frame takes by itself. Those that use a file pass over one that cannot be
+/// opened.
 
 namespace kivara {
 

@@ -15,7 +15,8 @@ void padBuild(VersionTexts & version) {
 int versionIdentifier(VersionTexts const & version) {
   int const high = SV::h_atoi(version.high.c_str());
   int const low = SV::h_atoi(version.low.c_str());
-  // The low part takes the place of the high part's units: plug-ins of 7.12 and 8.2 are told apart by their build alone.
+  // The low part takes the place of the high part's units: plug-ins of 7.12 and 8.2 are told apart by their build
+  // alone.
   return (high * 10 + low) * 1000 + SV::h_atoi(version.build.c_str());
 }
 

@@ -12,7 +12,8 @@ class Help;
 class Image;
 } // namespace SV
 
-/// What the frame does for any kind of application; the second base of KivMDIApplication. All of it is for the main thread.
+/// What the frame does for any kind of application; the second base of KivMDIApplication. All of it is for the main
+/// thread.
 class KIV_API KivApplicationInterface {
 public:
   /// \param applicationName  stands in front of every message of a severe exception; null counts as empty
@@ -24,11 +25,12 @@ public:
   /// What the process's application object was constructed with; false when there is none of this class.
   static bool IsWithGUI();
 
-  /// True once the end has begun: singletons go away from here on. False when there is no application object of this class.
+  /// True once the end has begun: singletons go away from here on. False when there is no application object of this
+  /// class.
   static bool IsAfterMain();
 
-  /// Makes the help object of the application and installs it in the toolkit. It dies with the end of Main. A second call
-  /// keeps the first object.
+  /// Makes the help object of the application and installs it in the toolkit. It dies with the end of Main. A second
+  /// call keeps the first object.
   /// \param fileName  the name of the help file
   void createHelpObject(char const * fileName);
 
@@ -40,9 +42,9 @@ protected:
   /// \name Steps of Main
   /// @{
 
-  /// All that precedes the derived class's own preparation: the command line first, then console, trace file, application
-  /// font, suppression, picture archive, language, pid file and start directory. Nothing in it stops the start but a console
-  /// that cannot be had, which ends the process.
+  /// All that precedes the derived class's own preparation: the command line first, then console, trace file,
+  /// application font, suppression, picture archive, language, pid file and start directory. Nothing in it stops the
+  /// start but a console that cannot be had, which ends the process.
   void _beforeMain(int argc, char ** const argv, SV::String const & logOption);
 
   /// Character set and button labels. Both are read from resources, so a resource manager must be active.
@@ -52,8 +54,8 @@ protected:
   void _afterMain(int exitCode);
   /// @}
 
-  /// Answers a severe exception: true when the program can go on; otherwise its message has been shown, or written to the log
-  /// of suppressed dialogs. An exception inside of this handling is answered with false at once.
+  /// Answers a severe exception: true when the program can go on; otherwise its message has been shown, or written to
+  /// the log of suppressed dialogs. An exception inside of this handling is answered with false at once.
   bool _handleException(long code, unsigned long arg);
 
   /// Tells the library's parts of a change of the system's settings.
@@ -66,11 +68,11 @@ private:
   bool afterMain = false;
 };
 
-/// The frame of an MDI application. An executable derives one class from it and defines one static object of that class; the
-/// toolkit entry calls its Main.
+/// The frame of an MDI application. An executable derives one class from it and defines one static object of that
+/// class; the toolkit entry calls its Main.
 ///
-/// Main runs the start-up steps, prepareApplication, runApplication and the steps of the end. The command line can be asked
-/// from prepareApplication on; resources from the moment at which it has installed a resource manager.
+/// Main runs the start-up steps, prepareApplication, runApplication and the steps of the end. The command line can be
+/// asked from prepareApplication on; resources from the moment at which it has installed a resource manager.
 ///
 /// \code
 ///   class Modeler : public KivMDIApplication {
@@ -92,8 +94,8 @@ public:
 
   void SysChange(SV::SysChangeType type) override;
 
-  /// Runs the program. A non-zero exit code ends the process here with exit(code), so that the toolkit is not taken down; zero
-  /// returns.
+  /// Runs the program. A non-zero exit code ends the process here with exit(code), so that the toolkit is not taken
+  /// down; zero returns.
   void Main(int argc, char ** const argv) override;
 
   /// Passes what _handleException does not settle on to the toolkit, which ends the process.

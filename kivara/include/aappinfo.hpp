@@ -6,8 +6,8 @@
 #include "tools/string.hpp"
 
 /// \name Version
-/// The version has five parts, which are kept as texts: high, low, update level, hot fix and build. The functions that pad the
-/// build text change what is kept, so all of these are for the main thread.
+/// The version has five parts, which are kept as texts: high, low, update level, hot fix and build. The functions that
+/// pad the build text change what is kept, so all of these are for the main thread.
 /// @{
 
 /// The parts as numbers.

@@ -28,7 +28,9 @@ enum KivWSLogFormat : int {
 /// \endcode
 ///
 /// init belongs to the main thread, before the library has any other thread; afterwards every operation may be called
-/// from any thread. Those that return a text allocate it and throw std::bad_alloc.
+/// from any thread. Those that return a text allocate it and throw std::bad_alloc. The one that returns a reference
+/// gives a text that all threads see: other threads than the main one copy its characters, since copying the text
+/// itself would change its count of owners.
 class KIV_API KivCmdline {
 public:
   static KivCmdline & Instance();

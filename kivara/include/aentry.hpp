@@ -6,22 +6,22 @@
 
 struct HINSTANCE__;
 
-/// Runs the process's application object: splits the command line, brings the toolkit up with InitSV, calls the object's Main
-/// and takes the toolkit down with DeInitSV. An executable calls it once, from its WinMain; the static library kivara_main
-/// holds such a WinMain. Nothing in the library calls it.
+/// Runs the process's application object: splits the command line, brings the toolkit up with InitSV, calls the
+/// object's Main and takes the toolkit down with DeInitSV. An executable calls it once, from its WinMain; the static
+/// library kivara_main holds such a WinMain. Nothing in the library calls it.
 ///
 /// Without an application object, and when InitSV fails, a box tells so.
 /// \param instance     the executable's instance
 /// \param previous     always null on this platform
 /// \param commandLine  the command line without the program; the words are taken from the process's whole one instead
 /// \param showCommand  how the system asks the first window to be shown
-/// \return the exit code: 0 when Main returned, 1 when the process could not be brought up. A Main with another code ends the
-///         process itself.
+/// \return the exit code: 0 when Main returned, 1 when the process could not be brought up. A Main with another code
+///         ends the process itself.
 KIV_API int Kiv_ToolkitEntry(HINSTANCE__ * instance, HINSTANCE__ * previous, char * commandLine, int showCommand);
 
 /// \name Printer switches
-/// What the command line says about printers: words that the entry reads, beginning with '-' or '/', by their exact text. They
-/// have the values for a line without such words until the entry has run.
+/// What the command line says about printers: words that the entry reads, beginning with '-' or '/', by their exact
+/// text. They have the values for a line without such words until the entry has run.
 /// @{
 
 /// "registry-printers": printers are taken from the registry.

@@ -11,14 +11,14 @@
 KIV_API bool Kiv_IsAtLeastWindowsXP();
 KIV_API bool Kiv_IsAtLeastWindowsVista();
 KIV_API bool Kiv_IsAtLeastWindows7();
-/// From the system's registry, since the version call tells programs without a matching manifest an older version. False when
-/// the registry does not say.
+/// From the system's registry, since the version call tells programs without a matching manifest an older version.
+/// False when the registry does not say.
 KIV_API bool Kiv_IsAtLeastWindows10();
 /// @}
 
 /// \name Scale of the screen
-/// Pixels for one of 1/96 inch: 1.0 for 96 dots per inch, 1.5 for 144. Asked of the system once and then kept; 0 when the
-/// system does not answer, and then asked again. Main thread.
+/// Pixels for one of 1/96 inch: 1.0 for 96 dots per inch, 1.5 for 144. Asked of the system once and then kept; 0 when
+/// the system does not answer, and then asked again. Main thread.
 /// @{
 KIV_API double Kiv_GetSystemDPIScaleX();
 KIV_API double Kiv_GetSystemDPIScaleY();

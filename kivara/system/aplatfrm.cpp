@@ -52,7 +52,8 @@ bool Kiv_IsAtLeastWindows7() { return kivara::isAtLeast7(windowsVersion()); }
 
 bool Kiv_IsAtLeastWindows10() {
   HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", 0, KEY_READ, &key) != ERROR_SUCCESS)
+  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", 0, KEY_READ, &key) !=
+      ERROR_SUCCESS)
     return false;
   DWORD major = 0;
   DWORD size = sizeof major;

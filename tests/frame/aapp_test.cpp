@@ -24,9 +24,8 @@ namespace {
 TEST(Application, RunsItsStepsInOrder) {
   RecordingApplication application;
   runMain(application);
-  EXPECT_EQ(application.steps(),
-            (Steps{"prepare", "exception 0x100 of 0x200290b", "exception 0x100 of 0x2002922", "exception 0x100 of 0x2002923",
-                   "exception 0x100 of 0x2002924", "run"}));
+  EXPECT_EQ(application.steps(), (Steps{"prepare", "exception 0x100 of 0x200290b", "exception 0x100 of 0x2002922",
+                                        "exception 0x100 of 0x2002923", "exception 0x100 of 0x2002924", "run"}));
 }
 
 TEST(Application, HasReadTheCommandLineBeforeItPrepares) {
@@ -108,8 +107,8 @@ TEST_P(ApplicationFont, TakesHeightsFrom4To48) {
   EXPECT_EQ(size.width, 0);
 }
 INSTANTIATE_TEST_SUITE_P(Application, ApplicationFont,
-                         testing::Values(HeightRow{"-h3", 12}, HeightRow{"-h4", 4}, HeightRow{"-h48", 48}, HeightRow{"-h49", 12},
-                                         HeightRow{"-hello", 12}, HeightRow{"-other", 12}));
+                         testing::Values(HeightRow{"-h3", 12}, HeightRow{"-h4", 4}, HeightRow{"-h48", 48},
+                                         HeightRow{"-h49", 12}, HeightRow{"-hello", 12}, HeightRow{"-other", 12}));
 
 TEST(Application, FontFollowsTheSystemsColoursAndIsTransparent) {
   RecordingApplication application;

@@ -55,8 +55,7 @@ TEST(Entry, WithAToolkitThatDoesNotComeUpSaysSoAndAnswers1) {
   EXPECT_EQ(enter(), 1);
   ASSERT_EQ(watch.boxes().size(), 1u);
   EXPECT_EQ(watch.boxes()[0].title, "Severe StarView error");
-  EXPECT_EQ(watch.boxes()[0].text,
-            "Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!");
+  EXPECT_EQ(watch.boxes()[0].text, "Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!");
   EXPECT_TRUE(application.steps().empty());
 }
 

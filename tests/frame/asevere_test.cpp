@@ -29,7 +29,8 @@ TEST(SevereException, OfASystemObjectIsToldToo) {
   BoxWatch watch;
   EXPECT_FALSE(application._handleException(0x200, 0));
   ASSERT_EQ(watch.boxes().size(), 1u);
-  EXPECT_EQ(watch.boxes()[0].text.rfind("[Recorder-10002]\nSystem object (e.g. window) could not be created.\n\n", 0), 0u);
+  EXPECT_EQ(watch.boxes()[0].text.rfind("[Recorder-10002]\nSystem object (e.g. window) could not be created.\n\n", 0),
+            0u);
 }
 
 TEST(SevereException, TheBoxHasNoOwnerWithoutAVisibleApplicationWindow) {

@@ -25,8 +25,9 @@ TEST_P(VersionString, CutsZerosButNotTheFirstDigitBehindThePoint) {
   EXPECT_STREQ(kivara::versionString(version).c_str(), GetParam().text);
 }
 INSTANTIATE_TEST_SUITE_P(Version, VersionString,
-                         testing::Values(ShortForm{"7", "2", "7.2"}, ShortForm{"7", "20", "7.2"}, ShortForm{"7", "0", "7.0"},
-                                         ShortForm{"7", "000", "7.0"}, ShortForm{"7", "12", "7.12"}, ShortForm{"10", "0", "10.0"},
+                         testing::Values(ShortForm{"7", "2", "7.2"}, ShortForm{"7", "20", "7.2"},
+                                         ShortForm{"7", "0", "7.0"}, ShortForm{"7", "000", "7.0"},
+                                         ShortForm{"7", "12", "7.12"}, ShortForm{"10", "0", "10.0"},
                                          ShortForm{"10", "200", "10.2"}, ShortForm{"7", "", "7."}));
 
 TEST(Version, BuildFormOfTheInitialTexts) {

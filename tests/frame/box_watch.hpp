@@ -18,8 +18,8 @@ struct SeenBox {
   long style;
 };
 
-/// While it lives, each message box that this thread shows is recorded and then answered with the next of the buttons; when
-/// these run out, with the last. The boxes' own message loops drive it. One at a time.
+/// While it lives, each message box that this thread shows is recorded and then answered with the next of the buttons;
+/// when these run out, with the last. The boxes' own message loops drive it. One at a time.
 class BoxWatch {
 public:
   explicit BoxWatch(std::vector<int> buttons = {IDOK});

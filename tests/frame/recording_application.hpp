@@ -11,8 +11,8 @@
 
 namespace kivtest {
 
-/// Each of the frame's calls is one step. Severe exceptions are recorded and answered as handled unless told otherwise, so that
-/// an application without resources runs to its end.
+/// Each of the frame's calls is one step. Severe exceptions are recorded and answered as handled unless told otherwise,
+/// so that an application without resources runs to its end.
 class RecordingApplication : public KivMDIApplication {
 public:
   explicit RecordingApplication(bool hasGUI = true) : KivMDIApplication("Recorder", hasGUI, "log_recorder") {}

@@ -24,8 +24,7 @@ TEST(ApplicationObject, ThatWasReplacedLeavesItsSuccessorInPlace) {
 }
 
 /// The offset into the table of virtual operations, which a pointer to a virtual member holds.
-template <class Member>
-std::ptrdiff_t slotOf(Member member) {
+template <class Member> std::ptrdiff_t slotOf(Member member) {
   struct Layout {
     std::ptrdiff_t function;
     std::ptrdiff_t adjustment;

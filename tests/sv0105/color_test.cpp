@@ -14,17 +14,16 @@ class FixedColors : public testing::TestWithParam<FixedColor> {};
 
 TEST_P(FixedColors, HaveTheirValue) { EXPECT_EQ(Color(GetParam().name).GetRGB(), GetParam().packed); }
 
-INSTANTIATE_TEST_SUITE_P(Table, FixedColors,
-                         testing::Values(FixedColor{SV::COL_BLACK, 0x000000}, FixedColor{SV::COL_BLUE, 0x800000},
-                                         FixedColor{SV::COL_GREEN, 0x008000}, FixedColor{SV::COL_CYAN, 0x808000},
-                                         FixedColor{SV::COL_RED, 0x000080}, FixedColor{SV::COL_MAGENTA, 0x800080},
-                                         FixedColor{SV::COL_BROWN, 0x008080}, FixedColor{SV::COL_GRAY, 0x808080},
-                                         FixedColor{SV::COL_LIGHTGRAY, 0xC0C0C0},
-                                         FixedColor{SV::COL_LIGHTBLUE, 0xFF0000},
-                                         FixedColor{SV::COL_LIGHTGREEN, 0x00FF00},
-                                         FixedColor{SV::COL_LIGHTCYAN, 0xFFFF00}, FixedColor{SV::COL_LIGHTRED, 0x0000FF},
-                                         FixedColor{SV::COL_LIGHTMAGENTA, 0xFF00FF},
-                                         FixedColor{SV::COL_YELLOW, 0x00FFFF}, FixedColor{SV::COL_WHITE, 0xFFFFFF}));
+INSTANTIATE_TEST_SUITE_P(
+    Table, FixedColors,
+    testing::Values(FixedColor{SV::COL_BLACK, 0x000000}, FixedColor{SV::COL_BLUE, 0x800000},
+                    FixedColor{SV::COL_GREEN, 0x008000}, FixedColor{SV::COL_CYAN, 0x808000},
+                    FixedColor{SV::COL_RED, 0x000080}, FixedColor{SV::COL_MAGENTA, 0x800080},
+                    FixedColor{SV::COL_BROWN, 0x008080}, FixedColor{SV::COL_GRAY, 0x808080},
+                    FixedColor{SV::COL_LIGHTGRAY, 0xC0C0C0}, FixedColor{SV::COL_LIGHTBLUE, 0xFF0000},
+                    FixedColor{SV::COL_LIGHTGREEN, 0x00FF00}, FixedColor{SV::COL_LIGHTCYAN, 0xFFFF00},
+                    FixedColor{SV::COL_LIGHTRED, 0x0000FF}, FixedColor{SV::COL_LIGHTMAGENTA, 0xFF00FF},
+                    FixedColor{SV::COL_YELLOW, 0x00FFFF}, FixedColor{SV::COL_WHITE, 0xFFFFFF}));
 
 struct SystemColor {
   ColorName name;

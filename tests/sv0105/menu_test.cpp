@@ -29,7 +29,8 @@ TEST_F(MenuTest, HasItsItemsInOrderAlsoForTheSystem) {
     unsigned short id;
     char const * text;
     char const * systemText;
-  } const rows[] = {{11, "~New", "&New"}, {10, "~Open", "&Open"}, {13, "Save", "Save"}, {0, "", ""}, {12, "E~xit", "E&xit"}};
+  } const rows[] = {
+      {11, "~New", "&New"}, {10, "~Open", "&Open"}, {13, "Save", "Save"}, {0, "", ""}, {12, "E~xit", "E&xit"}};
   ASSERT_EQ(menu.GetItemCount(), 5);
   ASSERT_EQ(GetMenuItemCount(menu.GetHMENU()), 5);
   for (int i = 0; i < 5; ++i) {
@@ -73,8 +74,9 @@ TEST_F(MenuTest, WritesTextsAsTheSystemWantsThem) {
   struct {
     char const * text;
     char const * systemText;
-  } const rows[] = {{"~File", "&File"},   {"F~ormat", "F&ormat"}, {"This & that", "This && that"}, {"End~", "End~"},
-                    {"~A~B", "&A~B"},     {"", ""},               {"~~", "&~"},                    {"~&", "&&&"}};
+  } const rows[] = {{"~File", "&File"}, {"F~ormat", "F&ormat"}, {"This & that", "This && that"},
+                    {"End~", "End~"},   {"~A~B", "&A~B"},       {"", ""},
+                    {"~~", "&~"},       {"~&", "&&&"}};
   unsigned short id = 0;
   for (auto const & row : rows) {
     ASSERT_TRUE(menu.InsertItem(++id, row.text));

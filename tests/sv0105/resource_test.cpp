@@ -197,16 +197,55 @@ TEST_F(BrokenResourceFile, NeverFaultsWhenSomeOfItsBytesAreWrong) {
   }
 }
 
-TEST_F(BrokenResourceFile, WithFoldersThatLeadBackIsRefused) {
-  // The first entry below the root leads to the root again.
-  std::string bytes = whole;
-  std::size_t const header = *reinterpret_cast<unsigned const *>(whole.data() + 0x3C);
-  auto const * const nt = reinterpret_cast<IMAGE_NT_HEADERS64 const *>(whole.data() + header);
-  auto const * section = IMAGE_FIRST_SECTION(nt);
-  while (section->VirtualAddress != nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE].VirtualAddress)
-    ++section;
-  *reinterpret_cast<unsigned *>(bytes.data() + section->PointerToRawData + 16 + 4) = 0x80000000;
-  EXPECT_FALSE(loads(bytes));
+/// The table of resources of a whole file, to be spoilt.
+class ResourceTable {
+public:
+  explicit ResourceTable(std::string & bytes) {
+    auto const * const nt = reinterpret_cast<IMAGE_NT_HEADERS64 const *>(
+        bytes.data() + *reinterpret_cast<int const *>(bytes.data() + 0x3C));
+    auto const * section = IMAGE_FIRST_SECTION(nt);
+    while (section->VirtualAddress != nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE].VirtualAddress)
+      ++section;
+    start_ = bytes.data() + section->PointerToRawData;
+  }
+
+  /// The first entry of the folder at \p offset.
+  IMAGE_RESOURCE_DIRECTORY_ENTRY & firstEntry(DWORD offset = 0) const {
+    return *reinterpret_cast<IMAGE_RESOURCE_DIRECTORY_ENTRY *>(start_ + offset + sizeof(IMAGE_RESOURCE_DIRECTORY));
+  }
+  IMAGE_RESOURCE_DIRECTORY_ENTRY & firstLanguage() const {
+    return firstEntry(firstEntry(firstEntry().OffsetToDirectory).OffsetToDirectory);
+  }
+  IMAGE_RESOURCE_DATA_ENTRY & firstData() const {
+    return *reinterpret_cast<IMAGE_RESOURCE_DATA_ENTRY *>(start_ + firstLanguage().OffsetToData);
+  }
+  IMAGE_RESOURCE_DIRECTORY & root() const { return *reinterpret_cast<IMAGE_RESOURCE_DIRECTORY *>(start_); }
+
+private:
+  char * start_;
+};
+
+TEST_F(BrokenResourceFile, WhoseTableLeadsAstrayIsRefused) {
+  struct {
+    char const * what;
+    void (*spoil)(ResourceTable const &);
+  } const rows[] = {
+      {"a folder that leads back", [](ResourceTable const & t) { t.firstEntry().OffsetToData = 0x80000000; }},
+      {"a folder beyond the section", [](ResourceTable const & t) { t.firstEntry().OffsetToData = 0xFFFFFFF0; }},
+      {"a folder in place of data", [](ResourceTable const & t) { t.firstLanguage().OffsetToData |= 0x80000000; }},
+      {"data in place of a folder", [](ResourceTable const & t) { t.firstEntry().OffsetToData &= 0x7FFFFFFF; }},
+      {"more entries than there is room", [](ResourceTable const & t) { t.root().NumberOfIdEntries = 0xFFFF; }},
+      {"a name beyond the section", [](ResourceTable const & t) { t.firstEntry().Name = 0xFFFFFFFE; }},
+      {"a data entry beyond the section", [](ResourceTable const & t) { t.firstLanguage().OffsetToData = 0x7FFFFFF0; }},
+      {"data beyond the sections", [](ResourceTable const & t) { t.firstData().OffsetToData = 0x00FFFFFF; }},
+      {"data before the sections", [](ResourceTable const & t) { t.firstData().OffsetToData = 0; }},
+      {"data that ends beyond its section", [](ResourceTable const & t) { t.firstData().Size = 0x10000; }},
+      {"data of more than 2 GiB", [](ResourceTable const & t) { t.firstData().Size = 0xFFFFFFFF; }}};
+  for (auto const & row : rows) {
+    std::string bytes = whole;
+    row.spoil(ResourceTable(bytes));
+    EXPECT_FALSE(loads(bytes)) << row.what;
+  }
 }
 
 using StringResource = ResourceTest;

@@ -123,6 +123,7 @@ TEST_F(WindowTest, ThatTheSystemRefusesRaisesAnExceptionAndDoesNothing) {
   EXPECT_EQ(application.exceptions[0].code, 0x200);
   EXPECT_EQ(application.exceptions[0].arg, static_cast<unsigned long>(ERROR_TLW_WITH_WSCHILD));
   EXPECT_EQ(child.GetHWND(), nullptr);
+  EXPECT_EQ(child.GetParent(), nullptr);
   child.Show();
   child.Hide();
   child.SetText("lost");

@@ -8,10 +8,16 @@
 
 namespace {
 
-int stops = 0;
+/// What the system raises to hand a text to the debugger, with the text's length and address.
+constexpr DWORD kTextForDebugger = 0x40010006;
 
-/// Counts the stop that debug builds make and goes on behind it.
+int stops = 0;
+std::string debuggerText;
+
+/// Takes the text for the debugger; counts the stop that debug builds make and goes on behind it.
 LONG CALLBACK passStop(EXCEPTION_POINTERS * exception) {
+  if (exception->ExceptionRecord->ExceptionCode == kTextForDebugger)
+    debuggerText += reinterpret_cast<char const *>(exception->ExceptionRecord->ExceptionInformation[1]);
   if (exception->ExceptionRecord->ExceptionCode != EXCEPTION_BREAKPOINT)
     return EXCEPTION_CONTINUE_SEARCH;
   ++stops;
@@ -24,6 +30,8 @@ LONG CALLBACK passStop(EXCEPTION_POINTERS * exception) {
 class Assertion : public testing::Test {
 protected:
   void SetUp() override {
+    stops = 0;
+    debuggerText.clear();
     handler_ = AddVectoredExceptionHandler(1, passStop);
     testing::internal::CaptureStderr();
   }
@@ -47,12 +55,19 @@ TEST_F(Assertion, WritesNothingWhenTheConditionHolds) {
   SV::SV_CheckAssert(true, "a == b", "message", "file.cpp", 12);
   SV::SV_CheckAssert(true, nullptr, nullptr, nullptr, 0);
   EXPECT_EQ(written(), "");
+  EXPECT_EQ(debuggerText, "");
   EXPECT_EQ(stops, 0);
 }
 
 TEST_F(Assertion, FailureWritesOneLineWithExpressionMessageFileAndLine) {
   SV::SV_CheckAssert(false, "a == b", "counts differ", "file.cpp", 4294967295ul);
   EXPECT_EQ(written(), "[assertion] file.cpp (4294967295): a == b: counts differ\n");
+}
+
+TEST_F(Assertion, FailureGivesTheDebuggerTheSameLine) {
+  SV::SV_CheckAssert(false, "a == b", "counts differ", "file.cpp", 12);
+  EXPECT_EQ(debuggerText, "[assertion] file.cpp (12): a == b: counts differ\n");
+  written();
 }
 
 TEST_F(Assertion, FailureStopsInTheDebuggerInDebugBuildsOnly) {

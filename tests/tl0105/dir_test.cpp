@@ -1,10 +1,13 @@
 #include "tools/dir.hpp"
 
+#include "support/allocation.hpp"
+#include "support/import_hook.hpp"
 #include "testfiles.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -24,6 +27,26 @@ Names listed(Dir const & dir) {
   for (unsigned long i = 0; i < dir.Count(); ++i)
     names.emplace_back(dir[i].GetName().c_str());
   return names;
+}
+
+/// The start of new files' names in a folder. Wine looks through the folder for each new name in another case, unless
+/// the name is one of the system below it.
+std::string startOfNames(wchar_t const * folder, char const * plain) {
+  using UnixName = char *(CDECL *)(wchar_t const *);
+  auto const address = GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name");
+  if (address == nullptr)
+    return plain;
+  char * const name = reinterpret_cast<UnixName>(reinterpret_cast<void *>(address))(folder);
+  std::string const start = std::string("\\\\?\\unix") + name + "/";
+  HeapFree(GetProcessHeap(), 0, name);
+  return start;
+}
+
+int closedSearches = 0;
+
+BOOL WINAPI countingClose(HANDLE search) {
+  ++closedSearches;
+  return FindClose(search);
 }
 
 Names sorted(char const * path, int kinds = kAll) {
@@ -190,12 +213,27 @@ TEST_F(DirTest, NamesWithBytesAbove127AreListedAndMatched) {
   EXPECT_EQ(sorted("?.txt"), Names{"\xFC.txt"});
 }
 
+TEST_F(DirTest, ClosesItsSearchWhenTheListFindsNoMemory) {
+  for (int i = 0; i < 200; ++i)
+    write(std::to_string(i).c_str());
+  closedSearches = 0;
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
+                          {{"FindClose", reinterpret_cast<void *>(countingClose)}});
+  {
+    support::AllocationLimit const limit(1000); // enough for each path, not for the list
+    EXPECT_THROW(Dir(entry("."), kAll), std::bad_alloc);
+  }
+  EXPECT_EQ(closedSearches, 1);
+  EXPECT_EQ(Dir(entry("."), kAll).Count(), 200u);
+  EXPECT_EQ(closedSearches, 2);
+}
+
 TEST_F(DirTest, HoldsMoreThan10000Entries) {
   constexpr int kFiles = 10050;
   CreateDirectoryA("many", nullptr);
+  std::string const start = startOfNames(L"many", "many\\") + "f";
   for (int i = 0; i < kFiles; ++i)
-    CloseHandle(
-        CreateFileA(("many\\f" + std::to_string(i)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    CloseHandle(CreateFileA((start + std::to_string(i)).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
   Dir dir(entry("many\\f*"), kAll);
   ASSERT_EQ(dir.Count(), static_cast<unsigned long>(kFiles));
   dir.SetSort(SV::FSYS_SORT_NAME);

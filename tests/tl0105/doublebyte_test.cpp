@@ -1,4 +1,4 @@
-// Runs with LC_ALL=ja_JP.UTF-8: code page 932, where the second byte of a character may be that of '\\', '|' or a letter.
+// Runs with LC_ALL=ja_JP.UTF-8: code page 932, where the second byte of a character may be that of '\\' or a letter.
 #include "tools/dir.hpp"
 #include "tools/international.hpp"
 

@@ -65,8 +65,8 @@ HBITMAP load(std::span<std::byte const> data) {
     return nullptr;
   HDC const device = CreateCompatibleDC(nullptr);
   HGDIOBJ const former = SelectObject(device, bitmap);
-  int const lines = SetDIBitsToDevice(device, 0, 0, static_cast<DWORD>(header.biWidth), static_cast<DWORD>(height), 0, 0, 0,
-                                      static_cast<UINT>(height), data.data() + offset,
+  int const lines = SetDIBitsToDevice(device, 0, 0, static_cast<DWORD>(header.biWidth), static_cast<DWORD>(height), 0,
+                                      0, 0, static_cast<UINT>(height), data.data() + offset,
                                       reinterpret_cast<BITMAPINFO const *>(data.data()), DIB_RGB_COLORS);
   SelectObject(device, former);
   DeleteDC(device);

@@ -8,9 +8,9 @@ namespace SV {
 
 namespace {
 
-constexpr std::array<unsigned long, 16> kFixedColors = {
-    0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080, 0x808080,
-    0xC0C0C0, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
+constexpr std::array<unsigned long, 16> kFixedColors = {0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080,
+                                                        0x008080, 0x808080, 0xC0C0C0, 0xFF0000, 0x00FF00, 0xFFFF00,
+                                                        0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
 
 constexpr std::array<int, 8> kSystemColors = {COLOR_WINDOWTEXT, COLOR_WINDOW,  COLOR_HIGHLIGHT,    COLOR_HIGHLIGHTTEXT,
                                               COLOR_BTNTEXT,    COLOR_BTNFACE, COLOR_BTNHIGHLIGHT, COLOR_BTNSHADOW};

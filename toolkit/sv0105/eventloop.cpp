@@ -18,7 +18,7 @@ void dispatch(MSG & message) {
 } // namespace
 
 int Application::Execute() {
-  MSG message;
+  MSG message = {};
   while (GetMessageA(&message, nullptr, 0, 0) > 0)
     dispatch(message);
   return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 1;
@@ -26,7 +26,7 @@ int Application::Execute() {
 
 void Application::Reschedule() {
   DWORD const start = GetTickCount();
-  MSG message;
+  MSG message = {};
   while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
       // It is meant for Execute, which the caller runs in or goes back to.

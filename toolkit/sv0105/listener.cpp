@@ -16,20 +16,15 @@ constexpr UINT kAppEvent = WM_APP + 2;
 // The system tells every top-level window of a change; this one alone passes it on, so that it counts once.
 SysChangeType changeOf(UINT message, LPARAM area) {
   switch (message) {
-  case WM_SYSCOLORCHANGE:
-    return SYSCHANGE_COLORS;
-  case WM_DISPLAYCHANGE:
-    return SYSCHANGE_DISPLAY;
-  case WM_THEMECHANGED:
-    return SYSCHANGE_THEME;
-  case WM_FONTCHANGE:
-    return SYSCHANGE_FONTS;
+  case WM_SYSCOLORCHANGE: return SYSCHANGE_COLORS;
+  case WM_DISPLAYCHANGE: return SYSCHANGE_DISPLAY;
+  case WM_THEMECHANGED: return SYSCHANGE_THEME;
+  case WM_FONTCHANGE: return SYSCHANGE_FONTS;
   case WM_SETTINGCHANGE:
     if (auto const name = reinterpret_cast<char const *>(area); name && std::strcmp(name, "intl") == 0)
       return SYSCHANGE_LOCALE;
     return SYSCHANGE_SETTINGS;
-  default:
-    return SysChangeType{};
+  default: return SysChangeType{};
   }
 }
 
@@ -41,9 +36,7 @@ bool tellApplication(Application & application, UINT message, WPARAM wParam, LPA
   case kAppEvent:
     application.AppEvent(static_cast<unsigned long>(wParam), reinterpret_cast<void *>(lParam));
     return true;
-  case WM_ACTIVATEAPP:
-    wParam ? application.Activate() : application.Deactivate();
-    return true;
+  case WM_ACTIVATEAPP: wParam ? application.Activate() : application.Deactivate(); return true;
   default:
     if (SysChangeType const change = changeOf(message, lParam); change != SysChangeType{}) {
       application.SysChange(change);
@@ -57,7 +50,8 @@ LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
   LRESULT result = 0;
   if (askHook(window, message, wParam, lParam, result))
     return result;
-  if (Application * application = toolkit().application; application && tellApplication(*application, message, wParam, lParam))
+  if (Application * application = toolkit().application;
+      application && tellApplication(*application, message, wParam, lParam))
     return 0;
   return DefWindowProcA(window, message, wParam, lParam);
 }

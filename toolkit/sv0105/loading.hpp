@@ -13,10 +13,9 @@ namespace SV::detail {
 /// The bytes of a resource; empty where there is none, or no DLL.
 std::span<std::byte const> findResource(ResMgr const & manager, unsigned long number, char const * type);
 
-/// Calls \p load with the manager of \p id, or the active one, until it is true. After each failure the application is told
-/// and the manager that is then active is tried, each one once. False when none is left.
-template <class Load>
-bool loadWithRetry(ResId const & id, Load const & load) {
+/// Calls \p load with the manager of \p id, or the active one, until it is true. After each failure the application is
+/// told and the manager that is then active is tried, each one once. False when none is left.
+template <class Load> bool loadWithRetry(ResId const & id, Load const & load) {
   std::vector<ResMgr const *> tried;
   ResMgr const * manager = id.GetResMgr() ? id.GetResMgr() : Resource::GetResManager();
   for (;;) {

@@ -28,7 +28,8 @@ void * allocateBelow4GiB(std::size_t size) {
     if (isFree) {
       // A free region may refuse at its start what it gives further on.
       for (; address + size <= end && address + size <= kLimit; address += kStep)
-        if (void * memory = VirtualAlloc(reinterpret_cast<void *>(address), size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE))
+        if (void * memory =
+                VirtualAlloc(reinterpret_cast<void *>(address), size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE))
           return memory;
     }
     address = (end + kGranularity - 1) / kGranularity * kGranularity;

@@ -17,7 +17,8 @@ constexpr UINT kFirstChildId = MENU_ITEM_MAX_ID + 1;
 
 detail::WindowSpec clientSpec(MDIFrame & frame, CLIENTCREATESTRUCT & data) {
   // Without this style the system would show every child as soon as it is made.
-  DWORD const style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL | MDIS_ALLCHILDSTYLES;
+  DWORD const style =
+      WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL | MDIS_ALLCHILDSTYLES;
   return {"MDICLIENT", style, WS_EX_CLIENTEDGE, &frame, true, &data};
 }
 
@@ -59,8 +60,7 @@ long long MDIClient::HandleMessage(unsigned message, unsigned long long wParam, 
     if (toolkit().mdiClient == GetHWND())
       toolkit().mdiClient = nullptr;
     break;
-  default:
-    break;
+  default: break;
   }
   return Window::HandleMessage(message, wParam, lParam);
 }
@@ -116,8 +116,7 @@ long long MDIFrame::HandleMessage(unsigned message, unsigned long long wParam, l
     // The system would delete the menu with the window.
     SetMenu(GetHWND(), nullptr);
     break;
-  default:
-    break;
+  default: break;
   }
   return Window::HandleMessage(message, wParam, lParam);
 }
@@ -127,9 +126,8 @@ long long MDIFrame::DefaultProcedure(unsigned message, unsigned long long wParam
 }
 
 MDIChild::MDIChild(MDIFrame & frame, String const & title)
-    : Window(detail::WindowSpec{detail::kChildClass,
-                                WS_CHILD | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, WS_EX_MDICHILD,
-                                &frame.GetClient()}) {
+    : Window(detail::WindowSpec{detail::kChildClass, WS_CHILD | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
+                                WS_EX_MDICHILD, &frame.GetClient()}) {
   SetText(title);
 }
 

@@ -190,7 +190,8 @@ Menu::Item const * Menu::find(unsigned short id) const {
 void Menu::leave() {
   if (!above_)
     return;
-  auto const item = std::find_if(above_->items_.begin(), above_->items_.end(), [this](Item const & i) { return i.popup == this; });
+  auto const item =
+      std::find_if(above_->items_.begin(), above_->items_.end(), [this](Item const & i) { return i.popup == this; });
   above_->SetPopupMenu(item->id, nullptr);
 }
 

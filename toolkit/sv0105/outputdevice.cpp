@@ -9,8 +9,7 @@ namespace SV {
 namespace {
 
 /// Selects \p made, or \p instead of it when there is none, and deletes the former one.
-template <class Handle>
-void select(HDC context, Handle & current, Handle made, HGDIOBJ instead) {
+template <class Handle> void select(HDC context, Handle & current, Handle made, HGDIOBJ instead) {
   SelectObject(context, made ? static_cast<HGDIOBJ>(made) : instead);
   if (Handle const former = std::exchange(current, made))
     DeleteObject(former);
@@ -19,7 +18,8 @@ void select(HDC context, Handle & current, Handle made, HGDIOBJ instead) {
 /// A memory device with a bitmap in it.
 class BitmapDevice {
 public:
-  BitmapDevice(HDC like, HBITMAP bitmap) : context_(CreateCompatibleDC(like)), former_(SelectObject(context_, bitmap)) {}
+  BitmapDevice(HDC like, HBITMAP bitmap)
+      : context_(CreateCompatibleDC(like)), former_(SelectObject(context_, bitmap)) {}
   BitmapDevice(BitmapDevice const &) = delete;
   BitmapDevice & operator=(BitmapDevice const &) = delete;
   ~BitmapDevice() {
@@ -57,7 +57,8 @@ Size OutputDevice::GetOutputSizePixel() const {
   if (HWND const window = WindowFromDC(context_); window && GetClientRect(window, &area))
     return {area.right, area.bottom};
   BITMAP bitmap;
-  if (HGDIOBJ const object = GetCurrentObject(context_, OBJ_BITMAP); object && GetObjectA(object, sizeof bitmap, &bitmap))
+  if (HGDIOBJ const object = GetCurrentObject(context_, OBJ_BITMAP);
+      object && GetObjectA(object, sizeof bitmap, &bitmap))
     return {bitmap.bmWidth, bitmap.bmHeight};
   return {GetDeviceCaps(context_, HORZRES), GetDeviceCaps(context_, VERTRES)};
 }

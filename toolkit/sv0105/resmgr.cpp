@@ -16,7 +16,8 @@ String withBackslash(String const & name) { return std::strchr(name.c_str(), '\\
 
 } // namespace
 
-ResMgr::ResMgr(String const & fileName) : fileName_(withBackslash(fileName)), module_(detail::loadResourceFile(fileName)) {
+ResMgr::ResMgr(String const & fileName)
+    : fileName_(withBackslash(fileName)), module_(detail::loadResourceFile(fileName)) {
   if (module_)
     return;
   auto const name = reinterpret_cast<std::uintptr_t>(detail::copyBelow4GiB(fileName_));

@@ -11,7 +11,8 @@ namespace {
 
 constexpr unsigned long kTextsInBlock = 16;
 
-/// The characters of a text in its block, which holds counted texts one behind the other; empty where the block is too short.
+/// The characters of a text in its block, which holds counted texts one behind the other; empty where the block is too
+/// short.
 std::wstring textInBlock(std::span<std::byte const> block, unsigned long index) {
   std::size_t position = 0;
   for (unsigned long i = 0;; ++i) {

@@ -14,8 +14,8 @@ namespace SV::detail {
 /// \param name  absolute, or counted from the program's folder
 HMODULE loadResourceFile(String const & name);
 
-/// Whether \p file is a whole DLL, for any processor, whose sections and whose table of resources, if it has one, lie within
-/// it. The system itself follows the table wherever it leads.
+/// Whether \p file is a whole DLL, for any processor, whose sections and whose table of resources, if it has one, lie
+/// within it. The system itself follows the table wherever it leads.
 bool isSoundResourceFile(std::span<std::byte const> file);
 
 } // namespace SV::detail

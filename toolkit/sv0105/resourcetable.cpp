@@ -11,8 +11,7 @@ namespace {
 
 using Bytes = std::span<std::byte const>;
 
-template <class T>
-std::optional<T> read(Bytes bytes, std::uint64_t offset) {
+template <class T> std::optional<T> read(Bytes bytes, std::uint64_t offset) {
   if (offset > bytes.size() || bytes.size() - offset < sizeof(T))
     return std::nullopt;
   T value;
@@ -61,8 +60,8 @@ std::optional<Headers> headersOf(Bytes file) {
   Headers headers;
   headers.resources = *resources;
   for (WORD i = 0; i < header->NumberOfSections; ++i) {
-    auto const section = read<IMAGE_SECTION_HEADER>(
-        file, optional + header->SizeOfOptionalHeader + std::uint64_t{i} * sizeof(IMAGE_SECTION_HEADER));
+    auto const section = read<IMAGE_SECTION_HEADER>(file, optional + header->SizeOfOptionalHeader +
+                                                              std::uint64_t{i} * sizeof(IMAGE_SECTION_HEADER));
     if (!section)
       return std::nullopt;
     headers.sections.push_back(*section);
@@ -105,8 +104,8 @@ private:
       return false;
     std::size_t const count = std::size_t{folder->NumberOfNamedEntries} + folder->NumberOfIdEntries;
     for (std::size_t i = 0; i < count; ++i) {
-      auto const entry = read<IMAGE_RESOURCE_DIRECTORY_ENTRY>(
-          tree_, offset + sizeof(IMAGE_RESOURCE_DIRECTORY) + i * sizeof(IMAGE_RESOURCE_DIRECTORY_ENTRY));
+      auto const entry = read<IMAGE_RESOURCE_DIRECTORY_ENTRY>(tree_, offset + sizeof(IMAGE_RESOURCE_DIRECTORY) +
+                                                                         i * sizeof(IMAGE_RESOURCE_DIRECTORY_ENTRY));
       if (!entry || entriesLeft_-- == 0 || !isSoundEntry(*entry, level))
         return false;
     }

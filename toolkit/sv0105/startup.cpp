@@ -15,7 +15,7 @@ void SetProcessData(HINSTANCE instance, unsigned long threadId, int showCommand)
 }
 
 bool InitSV(int, char **) {
-  if (toolkit().listener)
+  if (toolkit().isUp)
     return true;
   if (!detail::registerListener())
     return false;
@@ -24,10 +24,12 @@ bool InitSV(int, char **) {
     return false;
   }
   detail::openListener();
-  return true;
+  toolkit().appWindowShown = false;
+  return toolkit().isUp = true;
 }
 
 void DeInitSV() {
+  toolkit().isUp = false;
   detail::destroyWindows();
   detail::unregisterWindowClasses();
   detail::closeListener();

@@ -17,7 +17,8 @@ struct Toolkit {
   HINSTANCE instance = nullptr;
   unsigned long threadId = 0;
   int showCommand = SW_SHOWDEFAULT;
-  HWND listener = nullptr; ///< set between InitSV and DeInitSV
+  bool isUp = false; ///< between InitSV and DeInitSV
+  HWND listener = nullptr;
   MessageHook hook = nullptr;
 
   unsigned short wait = 0;
@@ -33,7 +34,7 @@ struct Toolkit {
 
   Window * appWindow = nullptr;
   bool appWindowShown = false;
-  std::vector<Window *> windows; ///< all objects, oldest first, with and without a system window
+  std::vector<Window *> windows; ///< oldest first, also those whose system window has been closed
   HWND mdiClient = nullptr;      ///< of the newest frame
 };
 

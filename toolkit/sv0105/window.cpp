@@ -69,7 +69,10 @@ void Window::create(detail::WindowSpec const & spec) {
                             CW_USEDEFAULT, parent, nullptr, toolkit().instance, spec.data);
   }
   if (!hwnd_) {
-    detail::raiseException(EXC_SYSTEM_OBJECT_NOT_CREATED, GetLastError());
+    DWORD const error = GetLastError();
+    std::erase(toolkit().windows, this);
+    parent_ = nullptr;
+    detail::raiseException(EXC_SYSTEM_OBJECT_NOT_CREATED, error);
     return;
   }
   if (spec.isControl) {
@@ -213,16 +216,10 @@ void Window::paint() {
 
 long long Window::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
   switch (message) {
-  case WM_CLOSE:
-    Close();
-    return 0;
-  case WM_QUERYENDSESSION:
-    return !isAppWindow(this) || mayEnd();
-  case WM_SETCURSOR:
-    return detail::showStatePointer() ? TRUE : DefaultProcedure(message, wParam, lParam);
-  case WM_WINDOWPOSCHANGING:
-    detail::suppressShowing(*reinterpret_cast<WINDOWPOS *>(lParam));
-    break;
+  case WM_CLOSE: Close(); return 0;
+  case WM_QUERYENDSESSION: return !isAppWindow(this) || mayEnd();
+  case WM_SETCURSOR: return detail::showStatePointer() ? TRUE : DefaultProcedure(message, wParam, lParam);
+  case WM_WINDOWPOSCHANGING: detail::suppressShowing(*reinterpret_cast<WINDOWPOS *>(lParam)); break;
   case WM_SIZE:
     if (wParam != SIZE_MINIMIZED)
       Resize({LOWORD(lParam), HIWORD(lParam)});
@@ -236,8 +233,7 @@ long long Window::HandleMessage(unsigned message, unsigned long long wParam, lon
     if (controlProcedure_)
       break;
     return reinterpret_cast<LRESULT>(systemFont_);
-  default:
-    break;
+  default: break;
   }
   return DefaultProcedure(message, wParam, lParam);
 }

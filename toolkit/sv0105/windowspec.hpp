@@ -36,8 +36,8 @@ struct WindowAccess {
 /// The procedure of all of the toolkit's windows.
 LRESULT CALLBACK windowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// While it lives, the next system window that has no object yet is the one of \p window, if not null: it gets its first
-/// messages before the system has told its handle.
+/// While it lives, the next system window that has no object yet is the one of \p window, if not null: it gets its
+/// first messages before the system has told its handle.
 class Attaching {
 public:
   explicit Attaching(Window * window);

@@ -4,6 +4,7 @@
 #include "tools/winapi.hpp"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace SV {
@@ -59,6 +60,11 @@ bool isListed(WIN32_FIND_DATAA const & found, int kinds, String const & upperPat
          fits(upperPattern.c_str(), upperCase(name).c_str());
 }
 
+struct SearchClose {
+  void operator()(void * search) const { FindClose(search); }
+};
+using Search = std::unique_ptr<void, SearchClose>;
+
 } // namespace
 
 Dir::Dir(DirEntry const & entry, int attributes) {
@@ -70,14 +76,14 @@ Dir::Dir(DirEntry const & entry, int attributes) {
 
   // The system matches a pattern against the short 8.3 names too, so all entries are asked for and matched here.
   WIN32_FIND_DATAA found;
-  HANDLE const search = FindFirstFileA((folder + "*").c_str(), &found);
-  if (search == INVALID_HANDLE_VALUE)
+  HANDLE const handle = FindFirstFileA((folder + "*").c_str(), &found);
+  if (handle == INVALID_HANDLE_VALUE)
     return;
+  Search const search(handle); // a list without memory closes it too
   do {
     if (isListed(found, attributes, pattern))
       entries_.emplace_back(folder + found.cFileName);
-  } while (FindNextFileA(search, &found));
-  FindClose(search);
+  } while (FindNextFileA(handle, &found));
 }
 
 void Dir::SetSort(int order) {

@@ -12,7 +12,8 @@ namespace {
 /// Runs of up to two letters are years without the century.
 constexpr std::size_t kLongestShortYear = 2;
 
-/// The first year that the system formats. For earlier ones a year of the same calendar stands in: it repeats after 400.
+/// The first year that the system formats. For earlier ones a year of the same calendar stands in, which repeats after
+/// 400 years.
 constexpr unsigned long kFirstSystemYear = 1601;
 constexpr unsigned long kStandInYears = 2000;
 

@@ -34,8 +34,8 @@ bool isNamedForItsCountry(LCID locale) {
                               fact(locale, LOCALE_SISO3166CTRYNAME).c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-/// The order of preference among the locales of one country: the wanted language, then the one that the country is named
-/// for, then low language numbers, which are those of most speakers.
+/// The order of preference among the locales of one country: the wanted language, then the one that the country is
+/// named for, then low language numbers, which are those of most speakers.
 bool isPreferred(LCID a, LCID b, WORD wantedLanguage) {
   auto const rank = [wantedLanguage](LCID each) {
     WORD const language = primaryLanguage(each);

@@ -10,8 +10,8 @@ namespace SV {
 
 enum DayOfWeek { MONDAY, TUESDAY, WEDNESDAY, THURSDAY, FRIDAY, SATURDAY, SUNDAY };
 
-/// A day of the Gregorian calendar, held as the decimal number YYYYMMDD. The fields are stored as given, modulo what their
-/// digits hold (day and month 100, year 10000): a 31st of February stays one.
+/// A day of the Gregorian calendar, held as the decimal number YYYYMMDD. The fields are stored as given, modulo what
+/// their digits hold (day and month 100, year 10000): a 31st of February stays one.
 class Date {
 public:
   /// Today, in local time.

@@ -14,9 +14,10 @@ enum DirEntryKind { FSYS_KIND_FILE = 2, FSYS_KIND_DIR = 4 };
 /// The order of a Dir.
 enum FSysSort { FSYS_SORT_NONE = 0, FSYS_SORT_NAME = 0x80 };
 
-/// What a folder holds, read at construction. The last component may hold the wildcards '*', any run of characters, and '?',
-/// any one; "*.*" is every name. They are matched without regard to case, against the whole name. Without wildcards the entry
-/// is a folder, and all of it is listed. A folder that cannot be read gives an empty list. "." and ".." are not listed.
+/// What a folder holds, read at construction. The last component may hold the wildcards '*', any run of characters, and
+/// '?', any one; "*.*" is every name. They are matched without regard to case, against the long name in whole. Without
+/// wildcards the entry is a folder, and all of it is listed. A folder that cannot be read gives an empty list. "." and
+/// ".." are not listed.
 class Dir {
 public:
   /// \param attributes  the kinds to list, a sum of DirEntryKind

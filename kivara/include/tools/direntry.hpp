@@ -37,7 +37,8 @@ public:
   /// Replaces what GetBase gives; what follows the separator stays.
   TL_API void ChangeBase(String const & base, char separator = '.');
 
-  /// The folder that contains the entry: of a bare name ".", of a root the root. "." and "C:" have the full path of theirs.
+  /// The folder that contains the entry: of a bare name ".", of a root the root. That of ".", ".." and "C:" is the real
+  /// one, as a full path.
   TL_API DirEntry GetPath() const;
 
   TL_API bool Exists() const;
@@ -46,8 +47,8 @@ public:
   TL_API FSysError Kill() const;
 
   /// Moves a file, or a folder with all in it, to another name, on another drive too. An existing target is not
-  /// overwritten. A failure leaves the source whole and makes no target, but for a folder on another drive that was copied
-  /// and then not wholly removed: its copy stays.
+  /// overwritten. A failure leaves the source whole and makes no target, but for a folder that was copied to another
+  /// drive and then not wholly removed: its copy stays.
   TL_API FSysError MoveTo(DirEntry const & target) const;
 
 private:

@@ -9,8 +9,8 @@
 
 namespace SV {
 
-/// Hours, minutes, seconds and hundredths, held as the signed decimal number HHMMSScc. Its absolute value carries the fields.
-/// Hours go beyond 23, up to 2146; what is larger becomes the largest.
+/// Hours, minutes, seconds and hundredths, held as the signed decimal number HHMMSScc. Its absolute value carries the
+/// fields. Hours go beyond 23, up to 2146; what is larger becomes the largest.
 class Time {
 public:
   /// The present time, in local time.
@@ -25,7 +25,7 @@ public:
   unsigned long GetSec() const { return magnitude() / 100 % 100; }
   unsigned long Get100Sec() const { return magnitude() % 100; }
 
-  /// Each sets one field, keeps the sign and gives the field's former value. Values are taken modulo 100 but for the hour.
+  /// Each sets one field, keeps the sign and gives the field's former value. Minutes and seconds are taken modulo 100.
   TL_API unsigned long ChangeHour(unsigned long hour);
   TL_API unsigned long ChangeMin(unsigned long minute);
   TL_API unsigned long ChangeSec(unsigned long second);

@@ -31,8 +31,8 @@ inline constexpr long EXC_RESOURCE_FILE_NOT_LOADED = 0x400;  ///< the argument i
 
 /// The toolkit's frame of a program. All of it is used on the main thread.
 ///
-/// An executable defines one static object of a derived class. The entry routine brings the toolkit up with InitSV, calls Main
-/// and takes the toolkit down with DeInitSV.
+/// An executable defines one static object of a derived class. The entry routine brings the toolkit up with InitSV,
+/// calls Main and takes the toolkit down with DeInitSV.
 class SV_API Application : public LinkHdl {
 public:
   /// Makes this object the application. A second object replaces the first.
@@ -57,7 +57,8 @@ public:
   virtual void DeactivateExtHelp();
   /// The program.
   virtual void Main(int argc, char ** argv) = 0;
-  /// A severe exception. The base ends the process with exit(1); an override that returns lets the caller try again or go on.
+  /// A severe exception. The base ends the process with exit(1); an override that returns lets the caller try again or
+  /// go on.
   virtual void Exception(long code, unsigned long arg);
 
   /// Dispatches messages until Quit is called. Its result is the code given to Quit.
@@ -67,8 +68,8 @@ public:
   /// Ends the innermost Execute, or the next one when none runs.
   static void Quit(int exitCode = 0);
 
-  /// Has UserEvent or AppEvent called from the event loop, in the order of posting. Any thread may call them. False, and no
-  /// event, before InitSV and after DeInitSV.
+  /// Has UserEvent or AppEvent called from the event loop, in the order of posting. Any thread may call them. False,
+  /// and no event, before InitSV and after DeInitSV.
   static bool PostUserEvent(unsigned long event, void * data);
   static bool PostAppEvent(unsigned long event, void * data);
 
@@ -93,7 +94,8 @@ public:
   static bool IsModalDialogSuppression();
   static void SetModalDialogSuppressionLogfileName(String const & name);
   static String const & GetModalDialogSuppressionLogfileName();
-  /// Appends the text and a line end to the log file; without a name, or when the file can't be opened, nothing is written.
+  /// Appends the text and a line end to the log file; without a name, or when the file can't be opened, nothing is
+  /// written.
   static void ModalDialogSuppressionLog(char const * text);
 
   /// Under window suppression no window becomes visible.

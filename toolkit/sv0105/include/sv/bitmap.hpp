@@ -10,14 +10,16 @@
 
 namespace SV {
 
-/// Owner of a system bitmap. Copies share it, Clone makes one of its own; the last owner deletes it. Sizes are in pixels.
+/// Owner of a system bitmap. Copies share it, Clone makes one of its own; the last owner deletes it. Sizes are in
+/// pixels.
 class SV_API Bitmap {
 public:
   /// The empty bitmap, of size 0 by 0.
   Bitmap();
 
-  /// A black picture of 32 bits a pixel; empty when a side is below 1. When the system refuses it, Application::Exception is
-  /// called with EXC_SYSTEM_OBJECT_NOT_CREATED and the system's error; if that returns, the bitmap is empty.
+  /// A black picture of 32 bits a pixel; empty when a side is below 1. When the system refuses it,
+  /// Application::Exception is called with EXC_SYSTEM_OBJECT_NOT_CREATED and the system's error; if that returns, the
+  /// bitmap is empty.
   explicit Bitmap(Size const & size);
 
   /// From a resource; empty when no manager has it, see Resource::LoadString for the order.

@@ -34,8 +34,8 @@ public:
   /// The child in front; null when there is none.
   MDIChild * GetActiveChild() const;
 
-  /// The bar is not owned; null takes it away. The former one is the result. What the user chooses reaches Menu::Select of the
-  /// menu that the item is in.
+  /// The bar is not owned; null takes it away. The former one is the result. What the user chooses reaches Menu::Select
+  /// of the menu that the item is in.
   MenuBar * SetMenuBar(MenuBar * bar);
   MenuBar * GetMenuBar() const { return menuBar_; }
 

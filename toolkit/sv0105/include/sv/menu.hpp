@@ -14,14 +14,14 @@ namespace SV {
 class MDIFrame;
 class PopupMenu;
 
-/// Items by position, counted from 0. An item has an identifier from 1 to MENU_ITEM_MAX_ID; a separator has the identifier 0.
-/// In a text the first "~" marks the letter behind it as the mnemonic.
+/// Items by position, counted from 0. An item has an identifier from 1 to MENU_ITEM_MAX_ID; a separator has the
+/// identifier 0. In a text the first "~" marks the letter behind it as the mnemonic.
 inline constexpr unsigned short MENU_ITEM_MAX_ID = 0xDFFF; ///< the system needs those above for MDI windows
 inline constexpr unsigned short MENU_APPEND = 0xFFFF;
 inline constexpr unsigned short MENU_ITEM_NOT_FOUND = 0xFFFF;
 
-/// What MenuBar and PopupMenu have in common. An operation on an item that is not there does nothing and gives false, an empty
-/// text or null.
+/// What MenuBar and PopupMenu have in common. An operation on an item that is not there does nothing and gives false,
+/// an empty text or null.
 class SV_API Menu : public LinkHdl {
 public:
   using SelectHandler = std::function<void(unsigned short id)>;
@@ -31,8 +31,8 @@ public:
   /// Its popup menus, which it doesn't own, stay; what it hangs from keeps the item without it.
   ~Menu() override;
 
-  /// Called when the user chooses an item. The base calls the handler; without one, Select of the menu that this one hangs
-  /// from.
+  /// Called when the user chooses an item. The base calls the handler; without one, Select of the menu that this one
+  /// hangs from.
   virtual void Select(unsigned short id);
 
   /// The change gives the former handler.
@@ -55,8 +55,8 @@ public:
   String GetItemText(unsigned short id) const;
   bool SetItemText(unsigned short id, String const & text);
 
-  /// Hangs a menu under an item; null takes it away. A menu hangs in one place: it leaves its former one. False also when it
-  /// would hang below itself.
+  /// Hangs a menu under an item; null takes it away. A menu hangs in one place: it leaves its former one. False also
+  /// when it would hang below itself.
   bool SetPopupMenu(unsigned short id, PopupMenu * popup);
   PopupMenu * GetPopupMenu(unsigned short id) const;
 

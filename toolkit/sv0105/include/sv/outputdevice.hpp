@@ -16,8 +16,8 @@ namespace SV {
 /// Draws on a device context of the system, in its pixels. It begins with a black pen, no brush and the default font.
 class SV_API OutputDevice : public LinkHdl {
 public:
-  /// The context stays its owner's. It gets its former pen, brush, font and modes back when this object dies, which must be
-  /// before the owner gives it back.
+  /// The context stays its owner's. It gets its former pen, brush, font and modes back when this object dies, which
+  /// must be before the owner gives it back.
   explicit OutputDevice(HDC context);
   OutputDevice(OutputDevice const &) = delete;
   OutputDevice & operator=(OutputDevice const &) = delete;

@@ -2,9 +2,9 @@
 /// \file
 /// Resources: texts, bitmaps and images in resource DLLs.
 ///
-/// A resource identifier such as 0x2002B7E is type 0x200 with number 0x2B7E; numbers without a high part are plain numbers.
-/// Strings lie in the string tables of the DLL under their number; bitmaps and icons beside them under theirs. A string
-/// table cannot tell an empty text from one that is missing, so an empty text is missing.
+/// A resource identifier such as 0x2002B7E is type 0x200 with number 0x2B7E; numbers without a high part are plain
+/// numbers. Strings lie in the string tables of the DLL under their number; bitmaps and icons beside them under theirs.
+/// A string table cannot tell an empty text from one that is missing, so an empty text is missing.
 
 #include "sv/export.hpp"
 #include "tools/string.hpp"
@@ -18,9 +18,9 @@ inline constexpr unsigned long RSC_STRING = 0x200;
 class SV_API ResMgr {
 public:
   /// Loads the DLL; a relative name counts from the program's folder, never from the working directory. A file that is
-  /// missing, cut off or no DLL, or whose table of resources leads out of it, is refused: Application::Exception is called with
-  /// EXC_RESOURCE_FILE_NOT_LOADED and the address of the name, which lies below 4 GiB and is kept until the next refusal. If
-  /// that returns, the object is there and IsLoaded is false.
+  /// missing, cut off or no DLL, or whose table of resources leads out of it, is refused: Application::Exception is
+  /// called with EXC_RESOURCE_FILE_NOT_LOADED and the address of the name, which lies below 4 GiB and is kept until the
+  /// next refusal. If that returns, the object is there and IsLoaded is false.
   explicit ResMgr(String const & fileName);
   ResMgr(ResMgr const &) = delete;
   ResMgr & operator=(ResMgr const &) = delete;
@@ -64,8 +64,8 @@ public:
   static ResMgr * GetResManager();
 
   /// The text of a string resource, in the system's code page. One that is missing raises Application::Exception with
-  /// EXC_RESOURCE_NOT_LOADED and the identifier; when that returns and a manager is active that was not tried yet, the load is
-  /// tried with that one, and so on. When no manager is left to try, the result is the empty text.
+  /// EXC_RESOURCE_NOT_LOADED and the identifier; when that returns and a manager is active that was not tried yet, the
+  /// load is tried with that one, and so on. When no manager is left to try, the result is the empty text.
   static String LoadString(ResId const & id);
 };
 

@@ -20,16 +20,17 @@ struct WindowAccess;
 /// Properties of a new window, joined by |.
 using WinBits = unsigned long;
 inline constexpr WinBits WB_BORDER = 1;   ///< a thin frame
-inline constexpr WinBits WB_TITLE = 2;    ///< a title bar with a button to close; a window with a parent then floats above it
+inline constexpr WinBits WB_TITLE = 2;    ///< a title bar with a button to close; it then floats above its parent
 inline constexpr WinBits WB_SIZEABLE = 4; ///< a frame to drag, buttons to minimise and maximise
 
-/// A window with a class and a procedure of the toolkit's own. All of it is for the main thread, between InitSV and DeInitSV.
+/// A window with a class and a procedure of the toolkit's own. All of it is for the main thread, between InitSV and
+/// DeInitSV.
 ///
-/// A window is invisible until Show. Sizes and positions are in pixels; a position counts from the parent's client area for a
-/// window inside of another one and from the screen for all others. When the system refuses the window, Application::Exception
-/// is called with EXC_SYSTEM_OBJECT_NOT_CREATED and the system's error; if that returns, the object has no system window and
-/// its operations do nothing. The same holds after the system window has been closed. A parent closes with its children; the
-/// objects stay, for their owner to delete.
+/// A window is invisible until Show. Sizes and positions are in pixels; a position counts from the parent's client area
+/// for a window inside of another one and from the screen for all others. When the system refuses the window,
+/// Application::Exception is called with EXC_SYSTEM_OBJECT_NOT_CREATED and the system's error; if that returns, the
+/// object has no system window and its operations do nothing. The same holds after the system window has been closed. A
+/// parent closes with its children; the objects stay, for their owner to delete.
 ///
 /// \code
 ///   class Greeting : public SV::Window {
@@ -53,8 +54,8 @@ public:
   /// The client area has got this size.
   virtual void Resize(Size const & size);
 
-  /// The user wants it closed. The base asks Application::QueryExit for the application window and quits when that agrees; it
-  /// closes all others.
+  /// The user wants it closed. The base asks Application::QueryExit for the application window and quits when that
+  /// agrees; it closes all others.
   virtual void Close();
 
   /// Under window suppression Show does nothing.
@@ -85,7 +86,7 @@ public:
   void Invalidate();
   void Update();
 
-  /// The window it was made for; null for none and once that has died.
+  /// The window it was made for; null for none, once that has died, and when the system refused this one.
   Window * GetParent() const { return parent_; }
 
   /// Null when there is no system window.
