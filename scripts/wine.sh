@@ -2,7 +2,7 @@
 # The Wine prefix and the display that Windows programs run in.
 
 wine_loader=/usr/lib/wine/wine64
-wine_settings=2 # raise it when the settings below change: a new prefix is then made
+wine_settings=3 # raise it when the settings below change: a new prefix is then made
 
 wine_environment() {
   WINEPREFIX=$cache/wine/$(package_version wine)-$wine_settings
@@ -27,7 +27,7 @@ make_prefix() {
   wine_setting() { "$wine_loader" reg add "$@" /f; }
   {
     wineboot --init &&
-      wine_setting 'HKCU\Software\Wine' /v Version /d win10 &&
+      "$wine_loader" winecfg -v win10 &&
       wine_setting 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 &&
       wine_setting 'HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings' /v ProxyEnable /t REG_DWORD /d 0 &&
       wineserver -w

@@ -122,12 +122,11 @@ void KivCmdline::_init(int count, char ** words) {
 void KivCmdline::init(int argc, char ** argv, bool withGUI, String const & logOptionName) {
   KivCmdline & cmdline = Instance();
   cmdline._init(argc, argv);
-  if (!withGUI) {
+  if (!withGUI)
     forceFlagsWithoutGUI();
-    String const general = cmdline.getValue("log_no_dialogs");
-    String const own = cmdline.getValue(logOptionName.c_str());
-    modalDialogSuppressionLogfileName = general.Len() != 0 ? general : own;
-  }
+  String const general = cmdline.getValue("log_no_dialogs");
+  String const own = cmdline.getValue(logOptionName.c_str());
+  modalDialogSuppressionLogfileName = general.Len() != 0 ? general : own;
   wsLogFormat = SV::h_strcmp(cmdline.getValue("wslogformat").c_str(), "long") == 0 ? KIV_WS_LOG_FORMAT_LONG
                                                                                    : KIV_WS_LOG_FORMAT_DEFAULT;
 }

@@ -12,7 +12,8 @@ namespace {
 constexpr char kTail[] = "\n\nThis is a severe error!!\n\nThe application will shut down immediately!\n\n"
                          "Please inform your administrator!!";
 
-/// The text at an address that came through 32 bits and so may point nowhere; it is read without a fault.
+/// The text at an address that came through 32 bits and so may point nowhere: it is read without a fault, and is empty
+/// where nothing can be read.
 String textAt(unsigned long address) {
   char text[1024];
   std::size_t length = 0;
@@ -41,9 +42,8 @@ String systemObjectFragment(unsigned long arg) {
 
 String resourceFileFragment(unsigned long arg) {
   String text("-10004]\nInternal error loading a resource file.");
-  String const fileName = textAt(arg);
-  if (fileName.Len() != 0)
-    text += "\nResource file name: " + fileName;
+  if (arg != 0)
+    text += "\nResource file name: " + textAt(arg);
   return text;
 }
 

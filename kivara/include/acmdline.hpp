@@ -41,10 +41,9 @@ public:
   /// \param argv           the words. The array is kept, not copied, and must outlive every later query. Null words are
   ///                       passed over
   /// \param withGUI        false for a host without a user interface: no_dialogs, no_windows, no_gui, no_login_screen
-  ///                       and no_printer_warning are then set and x is cleared, and the log file for suppressed
-  ///                       dialogs is taken from "log_no_dialogs" or, where that gives nothing, from the next argument
-  /// \param logOptionName  name of the option that gives the log file for suppressed dialogs; read without a GUI only.
-  ///                       An empty name takes the whole text of the first option
+  ///                       and no_printer_warning are then set and x is cleared
+  /// \param logOptionName  name of the option that gives the log file for suppressed dialogs where "log_no_dialogs" gives
+  ///                       none. An empty name takes the whole text of the first option
   static void init(int argc, char ** argv, bool withGUI, SV::String const & logOptionName);
 
   /// \name Words
@@ -130,7 +129,7 @@ public:
   /// "wslogformat": the long form for the value "long", else the default form.
   KivWSLogFormat getWSLogFormat() const;
 
-  /// The log file for suppressed dialogs; empty with a GUI and before init.
+  /// The log file for suppressed dialogs; empty before init.
   SV::String const & getModalDialogSuppressionLogfileName() const;
   /// @}
 

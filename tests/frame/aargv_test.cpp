@@ -131,7 +131,7 @@ TEST(Split, StaysInsideOfTheLineAndOfItsBlock) {
 TEST(Split, AnswersAsTheRuntimesStartUpDoes) {
   for (char const * line : {"p a b", "p", "\"C:\\my dir\\p.exe\" \"a b\"c d", "p a\\\"b \"c\\\\\" d", "p c\"\"d e",
                             "p \\\\server\\share\\ x", "p \"\" \\\" \xE4\t* ?"})
-    EXPECT_EQ(support::runChild("argv_rules.exe", line).exitCode, 0u) << '[' << line << ']';
+    EXPECT_EQ(support::runProgram({.program = "argv_rules", .arguments = line}).exitCode, 0u) << '[' << line << ']';
 }
 
 kivara::PrinterSwitches switches(Words const & words) {

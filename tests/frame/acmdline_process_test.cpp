@@ -11,9 +11,18 @@
 
 namespace {
 
+/// The full path of a program of the bin folder, in the spelling that is asked for.
+std::string inBinFolder(std::string const & program) {
+  char path[MAX_PATH] = "";
+  GetModuleFileNameA(nullptr, path, sizeof path);
+  std::string const self(path);
+  return self.substr(0, self.rfind('\\') + 1) + program;
+}
+
 /// The child's lines by name.
-std::map<std::string, std::string> answersTo(std::string const & words, char const * program = "cmdline_getters.exe") {
-  support::ChildResult const child = support::runChild(program, words);
+std::map<std::string, std::string> answersTo(std::string const & words,
+                                             std::string const & program = "cmdline_getters.exe") {
+  auto const child = support::runProgram({.program = inBinFolder(program), .arguments = words});
   EXPECT_EQ(child.exitCode, 0u) << child.output;
   std::map<std::string, std::string> answers;
   std::istringstream lines(child.output);

@@ -132,12 +132,10 @@ struct Model {
     for (std::size_t i = 1; i < words.size(); ++i)
       if (isOption(i))
         flags[words[i].substr(1)] = true;
-    if (!withGUI) {
-      for (auto const & row : kFlagGetters)
-        if (row.withoutGUI != kivtest::WithoutGUI::asGiven)
-          flags[row.word] = row.withoutGUI == kivtest::WithoutGUI::on;
-      dialogLog = value("log_no_dialogs").empty() ? value(logOption) : value("log_no_dialogs");
-    }
+    for (auto const & row : kFlagGetters)
+      if (!withGUI && row.withoutGUI != kivtest::WithoutGUI::asGiven)
+        flags[row.word] = row.withoutGUI == kivtest::WithoutGUI::on;
+    dialogLog = value("log_no_dialogs").empty() ? value(logOption) : value("log_no_dialogs");
     longFormat = value("wslogformat") == "long";
     // Only the table's words matter, and the lines are many.
     std::erase_if(flags, [](auto const & flag) {

@@ -122,10 +122,10 @@ Words nearMissesOf(std::string const & word) {
   for (char & c : upper)
     c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   capital[0] = upper[0];
-  Words misses = {'-' + upper,        '-' + capital,      '-' + word + 'x',    '-' + word + "=1", '-' + word + ' ',
-                  '-' + word + '/',   '-' + word + "\n",  '-' + word + "\xFF", "- " + word,       "--" + word,
-                  "-/" + word,        "-\xFF" + word,     "\\" + word,         "+" + word,        ' ' + ('-' + word),
-                  word};
+  Words misses = {'-' + upper,      '-' + capital,    '-' + word + 'x',   '-' + word + "=1",
+                  '-' + word + ' ', '-' + word + '/', '-' + word + "\n",  '-' + word + "\xFF",
+                  "- " + word,      "--" + word,      "-/" + word,        "-\xFF" + word,
+                  "\\" + word,      "+" + word,       ' ' + ('-' + word), word};
   if (word.size() > 1) {
     misses.push_back('-' + word.substr(0, word.size() - 1));
     misses.push_back('-' + word.substr(1));
@@ -249,10 +249,9 @@ TEST(CmdlineWithoutGUI, EmptyNameOfTheLogOptionTakesTheFirstOption) {
   EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "trace");
 }
 
-TEST(CmdlineWithGUI, DialogLogIsNotRead) {
+TEST(CmdlineWithGUI, TheDialogLogIsReadTooForThoseWhoSuppressDialogsByHand) {
   KivCmdline const & cmdline = initWith({"-log_no_dialogsgeneral.log", "-logown.log"});
-  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "");
-  EXPECT_EQ(text(cmdline.getValue("log_no_dialogs")), "general.log");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "general.log");
   EXPECT_EQ(flagsThatAreOn(), "");
 }
 
@@ -380,9 +379,8 @@ TEST(CmdlineValues, LogFormatIsReadOnceByInit) {
 }
 
 TEST(CmdlineValues, SchemaVersionIsReadForAwssrvInAnyCase) {
-  for (char const * const program :
-       {"awssrv.exe", "AWSSRV.EXE", "AwsSrv.Exe", "C:\\Program Files\\k\\awssrv.exe", "..\\AWSSRV.exe",
-        "c:/bin/Awssrv.exe"}) {
+  for (char const * const program : {"awssrv.exe", "AWSSRV.EXE", "AwsSrv.Exe", "C:\\Program Files\\k\\awssrv.exe",
+                                     "..\\AWSSRV.exe", "c:/bin/Awssrv.exe"}) {
     EXPECT_EQ(text(initWords({program, "-v1.2"}).getLoginSchemaVersion()), "1.2") << program;
     EXPECT_EQ(text(initWords({program, "/v"}).getLoginSchemaVersion()), "") << program;
     EXPECT_EQ(text(initWords({program}).getLoginSchemaVersion()), "") << program;
@@ -390,8 +388,8 @@ TEST(CmdlineValues, SchemaVersionIsReadForAwssrvInAnyCase) {
 }
 
 TEST(CmdlineValues, SchemaVersionIsIgnoredByEveryOtherProgram) {
-  for (char const * const program : {"tool.exe", "awssrv", "awssrv.exe.exe", "xawssrv.exe", "awssrv.com", "",
-                                     "-awssrv.exe", "awssrv.exe\\tool.exe"})
+  for (char const * const program :
+       {"tool.exe", "awssrv", "awssrv.exe.exe", "xawssrv.exe", "awssrv.com", "", "-awssrv.exe", "awssrv.exe\\tool.exe"})
     EXPECT_EQ(text(initWords({program, "-v1.2"}).getLoginSchemaVersion()), "") << program;
 }
 
@@ -548,7 +546,7 @@ TEST(CmdlineSecondInit, WithAGUIKeepsWhatWasForcedWithoutOne) {
   initWithoutGUI({"-logfirst.log"});
   KivCmdline const & cmdline = initWith({"-logsecond.log"});
   EXPECT_TRUE(KivCmdline::noGUI());
-  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "first.log");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "second.log");
 }
 
 TEST(CmdlineSecondInit, WithoutAGUIClearsX) {

@@ -20,11 +20,13 @@ template <class T> T * hidden(T * pointer) {
   return kept;
 }
 
-void write(char * address) { *static_cast<char volatile *>(hidden(address)) = 'x'; }
-void read(char const * address) { static_cast<void>(*static_cast<char const volatile *>(hidden(address))); }
+[[gnu::no_sanitize_undefined]] void write(char * address) { *static_cast<char volatile *>(hidden(address)) = 'x'; }
+[[gnu::no_sanitize_undefined]] void read(char const * address) {
+  static_cast<void>(*static_cast<char const volatile *>(hidden(address)));
+}
 
 void writeBehindNew() { write(new char[64] + 64); }
-void readBehindMalloc() { read(static_cast<char *>(std::malloc(48)) + 48); }
+void readBehindCalloc() { read(static_cast<char *>(std::calloc(3, 16)) + 48); }
 void writeBehindOddSize() {
   char * const block = hidden(new char[61]);
   write(block + 61);
@@ -52,10 +54,11 @@ void freeTwice() {
 }
 void freeTheMiddle() { hidden(std::free)(static_cast<char *>(std::malloc(64)) + 8); }
 void readNull() { read(nullptr); }
-void callNull() { hidden(static_cast<void (*)()>(nullptr))(); }
+[[gnu::no_sanitize_undefined]] void callNull() { hidden(static_cast<void (*)()>(nullptr))(); }
 void callAbort() { std::abort(); }
 void throwUncaught() { throw std::runtime_error("nobody catches this"); }
 void hang() { Sleep(INFINITE); }
+void openBox() { MessageBoxA(nullptr, "A question", "Left open", MB_OK); }
 
 struct Deed {
   char const * name;
@@ -64,7 +67,7 @@ struct Deed {
 };
 constexpr Deed kDeeds[] = {
     {"write-behind-new", writeBehindNew, true},
-    {"read-behind-malloc", readBehindMalloc, true},
+    {"read-behind-calloc", readBehindCalloc, true},
     {"write-behind-odd-size", writeBehindOddSize, true},
     {"write-behind-string-block", writeBehindStringBlock, true},
     {"read-after-delete", readAfterDelete, true},
@@ -76,6 +79,7 @@ constexpr Deed kDeeds[] = {
     {"abort", callAbort, false},
     {"throw", throwUncaught, false},
     {"hang", hang, false},
+    {"box", openBox, false},
 };
 
 } // namespace

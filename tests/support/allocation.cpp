@@ -151,6 +151,6 @@ GuardPages::GuardPages() {
 }
 GuardPages::~GuardPages() { --livingGuards; }
 
-bool GuardPages::guards(void const * block) { return isGuarded(block); }
+bool GuardPages::guards(void const * block) { return isArenaUsed && GuardArena::instance().isLive(block); }
 
 } // namespace support

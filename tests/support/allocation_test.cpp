@@ -41,21 +41,20 @@ class GuardPagesFault : public testing::TestWithParam<Fault> {};
 } // namespace
 
 TEST_P(GuardPagesFault, EndsTheProcess) {
-  auto const child = support::runChild("misbehave.exe", GetParam().deed);
-  EXPECT_EQ(child.exitCode, GetParam().exitCode) << child.output;
-  EXPECT_NE(child.output.find(GetParam().text), std::string::npos) << child.output;
+  auto const child = support::runProgram({.program = "misbehave", .arguments = GetParam().deed});
+  EXPECT_EQ(child.exitCode, GetParam().exitCode) << child.errors;
+  EXPECT_NE(child.errors.find(GetParam().text), std::string::npos) << child.errors;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Deeds, GuardPagesFault,
-    testing::Values(Fault{"write-behind-new", kAccessViolation, "[test] writing 0x"},
-                    Fault{"read-behind-malloc", kAccessViolation, "[test] reading 0x"},
-                    kWriteBehindOddSize,
-                    Fault{"write-behind-string-block", kAccessViolation, "[test] writing 0x"},
-                    Fault{"read-after-delete", kAccessViolation, "[test] reading 0x"},
-                    Fault{"read-released-string", kAccessViolation, "[test] reading 0x"},
-                    Fault{"free-twice", kBadFree, "was freed before"},
-                    Fault{"free-the-middle", kBadFree, "is freed, but it is none"}));
+INSTANTIATE_TEST_SUITE_P(Deeds, GuardPagesFault,
+                         testing::Values(Fault{"write-behind-new", kAccessViolation, "[test] writing 0x"},
+                                         Fault{"read-behind-calloc", kAccessViolation, "[test] reading 0x"},
+                                         kWriteBehindOddSize,
+                                         Fault{"write-behind-string-block", kAccessViolation, "[test] writing 0x"},
+                                         Fault{"read-after-delete", kAccessViolation, "[test] reading 0x"},
+                                         Fault{"read-released-string", kAccessViolation, "[test] reading 0x"},
+                                         Fault{"free-twice", kBadFree, "was freed before"},
+                                         Fault{"free-the-middle", kBadFree, "is freed, but it is none"}));
 
 TEST(GuardPages, BlocksOfTheProgramAndOfTheDllsAreGuarded) {
   GuardPages const guard;
@@ -122,7 +121,7 @@ TEST(AllocationCount, CountsNewAndMallocOfTheProgramAndTheDlls) {
   EXPECT_EQ(count.value(), 0u);
   auto const number = std::make_unique<int>(1);
   EXPECT_EQ(count.value(), 1u);
-  void * volatile const block = std::malloc(1);
+  void * const volatile block = std::malloc(1);
   std::free(block);
   EXPECT_EQ(count.value(), 2u);
   SV::String const text("text");

@@ -1,81 +1,207 @@
 #include "support/child_process.hpp"
 
+#include "support/files.hpp"
 #include "tools/winapi.hpp"
 
-#include <gtest/gtest.h>
+#include <stdexcept>
+#include <strings.h>
+#include <utility>
+#include <vector>
 
 namespace support {
 namespace {
 
-std::string programFolder() {
-  char path[MAX_PATH] = "";
-  GetModuleFileNameA(nullptr, path, sizeof path - 1);
-  std::string const text(path);
-  return text.substr(0, text.rfind('\\') + 1);
+[[noreturn]] void failed(std::string const & what) {
+  throw std::runtime_error(what + ": error " + std::to_string(GetLastError()));
 }
 
-/// A pipe's two ends; only the writing one is inherited.
-struct Pipe {
-  Pipe() {
-    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-    CreatePipe(&read, &write, &inherited, 0);
-    SetHandleInformation(read, HANDLE_FLAG_INHERIT, 0);
+std::string programPath(std::string const & program) {
+  return program.find('\\') == std::string::npos ? binFolder() + program + ".exe" : program;
+}
+
+std::string commandLineOf(ProgramStart const & start) {
+  if (start.commandLine)
+    return *start.commandLine;
+  std::string const program = '"' + programPath(start.program) + '"';
+  return start.arguments.empty() ? program : program + ' ' + start.arguments;
+}
+
+struct NoCase {
+  bool operator()(std::string const & left, std::string const & right) const {
+    return strcasecmp(left.c_str(), right.c_str()) < 0;
   }
-  ~Pipe() {
-    closeWrite();
-    CloseHandle(read);
-  }
-  void closeWrite() {
-    if (write != nullptr)
-      CloseHandle(write);
-    write = nullptr;
-  }
-  HANDLE read = nullptr;
-  HANDLE write = nullptr;
 };
 
-void takeWhatIsThere(HANDLE pipe, std::string & output) {
-  DWORD available = 0;
-  while (PeekNamedPipe(pipe, nullptr, 0, nullptr, &available, nullptr) && available > 0) {
-    std::string piece(available, '\0');
-    DWORD got = 0;
-    if (!ReadFile(pipe, piece.data(), available, &got, nullptr))
-      return;
-    output.append(piece, 0, got);
+/// The environment block of this process with the changes; names are compared as the system does.
+std::string environmentOf(ProgramStart const & start) {
+  std::map<std::string, std::string, NoCase> variables;
+  char * const own = GetEnvironmentStringsA();
+  for (char const * line = own; *line; line += std::string_view(line).size() + 1) {
+    std::string const text(line);
+    std::size_t const equals = text.find('=', 1);
+    variables[text.substr(0, equals)] = text.substr(equals + 1);
   }
+  FreeEnvironmentStringsA(own);
+  for (auto const & [name, value] : start.environment) {
+    variables.erase(name);
+    if (value)
+      variables[name] = *value;
+  }
+  std::string block;
+  for (auto const & [name, value] : variables)
+    block += name + '=' + value + '\0';
+  return block + '\0';
+}
+
+/// The reading end of a pipe that holds the text; it is inherited.
+HANDLE inputOf(std::string const & text) {
+  SECURITY_ATTRIBUTES inherited{sizeof(inherited), nullptr, TRUE};
+  HANDLE reading = nullptr, writing = nullptr;
+  if (!CreatePipe(&reading, &writing, &inherited, 4096))
+    failed("no pipe for the input");
+  SetHandleInformation(writing, HANDLE_FLAG_INHERIT, 0);
+  DWORD written = 0;
+  WriteFile(writing, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+  CloseHandle(writing);
+  return reading;
+}
+
+/// A job that takes all its processes with it when its handle is closed.
+HANDLE makeJob() {
+  HANDLE const job = CreateJobObjectA(nullptr, nullptr);
+  JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+  limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+  SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof(limits));
+  return job;
+}
+
+PROCESS_INFORMATION create(ProgramStart const & start, STARTUPINFOA & startup) {
+  std::string commandLine = commandLineOf(start);
+  std::string environment = environmentOf(start);
+  PROCESS_INFORMATION made{};
+  BOOL const ok = CreateProcessA(programPath(start.program).c_str(), commandLine.data(), nullptr, nullptr, TRUE,
+                                 start.creationFlags | CREATE_SUSPENDED, environment.data(),
+                                 start.workingFolder.empty() ? nullptr : start.workingFolder.c_str(), &startup, &made);
+  if (!ok)
+    failed("cannot start " + start.program);
+  return made;
 }
 
 } // namespace
 
-ChildResult runChild(std::string const & program, std::string const & arguments, unsigned seconds) {
-  Pipe pipe;
-  STARTUPINFOA start{};
-  start.cb = sizeof start;
-  start.dwFlags = STARTF_USESTDHANDLES;
-  start.hStdOutput = start.hStdError = pipe.write;
-  PROCESS_INFORMATION child{};
-  std::string commandLine = '"' + programFolder() + program + "\" " + arguments;
-  if (!CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &child)) {
-    ADD_FAILURE() << commandLine << " cannot be started: error " << GetLastError();
-    return {static_cast<unsigned long>(-1), ""};
-  }
-  pipe.closeWrite();
-  CloseHandle(child.hThread);
-  ChildResult result{};
-  ULONGLONG const end = GetTickCount64() + seconds * 1000ULL;
-  bool ended = false;
-  while (!ended) {
-    ended = WaitForSingleObject(child.hProcess, 10) == WAIT_OBJECT_0;
-    takeWhatIsThere(pipe.read, result.output);
-    if (!ended && GetTickCount64() > end) {
-      TerminateProcess(child.hProcess, kChildTimedOut);
-      WaitForSingleObject(child.hProcess, INFINITE);
-      ended = true;
-    }
-  }
-  GetExitCodeProcess(child.hProcess, &result.exitCode);
-  CloseHandle(child.hProcess);
-  return result;
+void * ChildProcess::Stream::open() {
+  SECURITY_ATTRIBUTES inherited{sizeof(inherited), nullptr, TRUE};
+  HANDLE writing = nullptr;
+  if (!CreatePipe(&end_, &writing, &inherited, 0))
+    failed("no pipe for the output");
+  SetHandleInformation(end_, HANDLE_FLAG_INHERIT, 0);
+  finished_ = false;
+  reader_ = std::thread([this] { read(); });
+  return writing;
 }
+
+void ChildProcess::Stream::read() {
+  char buffer[4096];
+  DWORD count = 0;
+  while (ReadFile(end_, buffer, sizeof(buffer), &count, nullptr)) {
+    std::lock_guard const lock(mutex_);
+    text_.append(buffer, count);
+  }
+  finished_ = true;
+}
+
+void ChildProcess::Stream::close() {
+  if (reader_.joinable())
+    reader_.join();
+  if (end_)
+    CloseHandle(std::exchange(end_, nullptr));
+}
+
+std::string ChildProcess::Stream::text(bool ended) const {
+  if (ended)
+    eventually([this] { return finished_.load(); }, 1);
+  std::lock_guard const lock(mutex_);
+  return text_;
+}
+
+ChildProcess::ChildProcess(ProgramStart const & start) : job_(makeJob()) {
+  STARTUPINFOA startup{};
+  startup.cb = sizeof(startup);
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  std::vector<HANDLE> handedOn;
+  if (!start.withoutStreams)
+    handedOn = {startup.hStdInput = inputOf(start.input), startup.hStdOutput = output_.open(),
+                startup.hStdError = errors_.open()};
+  auto const closeHandedOn = [&handedOn] {
+    for (HANDLE const handle : handedOn)
+      CloseHandle(handle);
+  };
+  PROCESS_INFORMATION made{};
+  try {
+    made = create(start, startup);
+  } catch (...) {
+    closeHandedOn();
+    CloseHandle(job_);
+    throw;
+  }
+  closeHandedOn();
+  process_ = made.hProcess;
+  processId_ = made.dwProcessId;
+  mainThreadId_ = made.dwThreadId;
+  AssignProcessToJobObject(job_, process_);
+  if (!(start.creationFlags & CREATE_SUSPENDED))
+    ResumeThread(made.hThread);
+  CloseHandle(made.hThread);
+}
+
+ChildProcess::~ChildProcess() {
+  if (running())
+    kill();
+  CloseHandle(job_);
+  CloseHandle(process_);
+}
+
+bool ChildProcess::running() const { return WaitForSingleObject(process_, 0) == WAIT_TIMEOUT; }
+
+std::optional<unsigned long> ChildProcess::waitUpTo(double seconds) const {
+  if (WaitForSingleObject(process_, static_cast<DWORD>(seconds * 1000)) != WAIT_OBJECT_0)
+    return std::nullopt;
+  DWORD code = 0;
+  GetExitCodeProcess(process_, &code);
+  return code;
+}
+
+unsigned long ChildProcess::waitForEnd(double seconds) const {
+  if (auto const code = waitUpTo(seconds))
+    return *code;
+  throw std::runtime_error("the program still runs after " + std::to_string(seconds) + " seconds");
+}
+
+bool ChildProcess::waitForOutput(std::string_view text, double seconds) const {
+  bool found = false;
+  eventually(
+      [&] {
+        bool const last = !running();
+        found = output().find(text) != std::string::npos;
+        return found || last;
+      },
+      seconds);
+  return found;
+}
+
+void ChildProcess::kill(unsigned exitCode) {
+  TerminateProcess(process_, exitCode);
+  WaitForSingleObject(process_, static_cast<DWORD>(kTimeLimit * 1000));
+}
+
+ProgramResult runProgram(ProgramStart const & start, double seconds) {
+  ChildProcess const child(start);
+  unsigned long const code = child.waitForEnd(seconds);
+  return {code, child.output(), child.errors()};
+}
+
+void pause(double seconds) { Sleep(static_cast<DWORD>(seconds * 1000)); }
+
+double detail::now() { return static_cast<double>(GetTickCount64()) / 1000; }
 
 } // namespace support

@@ -55,8 +55,8 @@ GuardArena & GuardArena::instance() {
 
 GuardArena::GuardArena()
     : base_(static_cast<char *>(VirtualAlloc(nullptr, kPages * kPageSize, MEM_RESERVE, PAGE_NOACCESS))),
-      pages_(static_cast<Page *>(
-          VirtualAlloc(nullptr, kPages * sizeof(Page), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE))) {
+      pages_(
+          static_cast<Page *>(VirtualAlloc(nullptr, kPages * sizeof(Page), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE))) {
   if (base_ == nullptr || pages_ == nullptr)
     stop("of addresses could not be reserved for guard pages", base_);
 }

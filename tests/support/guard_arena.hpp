@@ -9,8 +9,8 @@
 
 namespace support {
 
-/// A reserved range of addresses that is handed out in slots of 2, 4, 8, ... pages: unused pages, the pages of one block,
-/// a page without access. A freed slot waits behind those of its size that were freed earlier. Any thread.
+/// A reserved range of addresses that is handed out in slots of 2, 4, 8, ... pages: unused pages, the pages of one
+/// block, a page without access. A freed slot waits behind those of its size that were freed earlier. Any thread.
 class GuardArena {
 public:
   /// The one arena; it never dies.
@@ -20,6 +20,7 @@ public:
   void * take(std::size_t size);
 
   bool owns(void const * block) const { return pageOf(block) < kPages; }
+  bool isLive(void const * block) const { return owns(block) && pages_[pageOf(block)].live; }
   std::size_t sizeOf(void const * block) const { return pages_[pageOf(block)].size; }
 
   /// Makes the block's memory inaccessible. Ends the process when there is no such block.

@@ -1,5 +1,6 @@
 #include "support/process_guard.hpp"
 
+#include "support/open_boxes.hpp"
 #include "tools/winapi.hpp"
 
 #include <csignal>
@@ -123,6 +124,7 @@ DWORD WINAPI watch(void *) {
     return 0;
   print("\n[test] not finished after %lu seconds (KIVARA_TEST_TIMEOUT); the main thread is here:\n", seconds);
   printMainStack();
+  print("%s", openBoxes().c_str());
   endProcess(ProcessGuard::kTimedOut);
 }
 

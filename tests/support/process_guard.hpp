@@ -4,15 +4,16 @@
 
 namespace support {
 
-/// While it lives, a process that takes too long or crashes ends with a message and a stack on stderr instead of hanging the
-/// run or dying silently. Make one at the start of main, on the main thread; at most one at a time.
+/// While it lives, a process that takes too long or crashes ends with a message and a stack on stderr instead of
+/// hanging the run or dying silently. Make one at the start of main, on the main thread; at most one at a time.
 ///
 /// - Too long: after KIVARA_TEST_TIMEOUT seconds (environment; default 240, 0 for never) the stack of the thread that made
-///   the guard is printed, and the process ends with kTimedOut.
+///   the guard is printed, and the boxes that it or a child still shows; the process ends with kTimedOut.
 /// - A crash: for an unhandled exception its code and address and the stack of its thread are printed, for abort() the
 ///   stack; the process ends with the exception's code, or with kAborted.
 ///
-/// A frame is printed as module+offset; `addr2line -fCe MODULE ADDRESS` wants the offset plus the module's preferred base.
+/// A frame is printed as module+offset; `addr2line -fCe MODULE ADDRESS` wants the offset plus the module's preferred
+/// base.
 class ProcessGuard {
 public:
   static constexpr unsigned kTimedOut = 97;

@@ -1,6 +1,6 @@
 #include "tools/ctext.hpp"
 
-#include "tools/detail/shared_text.hpp"
+#include "tools/detail/text_block.hpp"
 
 #include <algorithm>
 #include <cctype>

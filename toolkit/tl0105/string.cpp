@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 namespace SV {
@@ -16,10 +17,9 @@ template <class Number> String decimal(Number number) {
   return String(digits, static_cast<std::int32_t>(end - digits));
 }
 
+/// Both sides have characters.
 String joined(char const * a, std::int32_t aLength, char const * b, std::int32_t bLength) {
   bLength = std::min(bLength, STRING_MAXLEN - aLength);
-  if (aLength + bLength == 0)
-    return String();
   String result = String::ofLength(aLength + bLength);
   std::copy_n(a, aLength, result.writable());
   std::copy_n(b, bLength, result.writable() + aLength);
@@ -68,11 +68,13 @@ String & String::replaceAll(char from, char to) {
 }
 
 String & String::EraseAllChars(char c) {
-  if (std::memchr(c_str(), c, static_cast<std::size_t>(Len())) == nullptr)
+  char const * const end = c_str() + Len();
+  auto const erased = static_cast<std::int32_t>(std::count(c_str(), end, c));
+  if (erased == 0)
     return *this;
-  String kept = String::ofLength(Len());
-  char * const end = std::copy_if(c_str(), c_str() + Len(), kept.writable(), [c](char each) { return each != c; });
-  return *this = kept.substr(0, static_cast<std::int32_t>(end - kept.c_str()));
+  String kept = ofLength(Len() - erased);
+  std::remove_copy(c_str(), end, kept.writable(), c);
+  return *this = std::move(kept);
 }
 
 String operator+(String const & a, String const & b) {
@@ -80,8 +82,18 @@ String operator+(String const & a, String const & b) {
     return a;
   return a.Len() == 0 ? b : joined(a.c_str(), a.Len(), b.c_str(), b.Len());
 }
-String operator+(String const & a, char const * b) { return joined(a.c_str(), a.Len(), b, h_strlen(b)); }
-String operator+(char const * a, String const & b) { return joined(a, h_strlen(a), b.c_str(), b.Len()); }
+String operator+(String const & a, char const * b) {
+  std::int32_t const length = h_strlen(b);
+  if (length == 0)
+    return a;
+  return a.Len() == 0 ? String(b, length) : joined(a.c_str(), a.Len(), b, length);
+}
+String operator+(char const * a, String const & b) {
+  std::int32_t const length = h_strlen(a);
+  if (length == 0)
+    return b;
+  return b.Len() == 0 ? String(a, length) : joined(a, length, b.c_str(), b.Len());
+}
 
 int ConvertStringToUTF8String(String const & text, String & utf8) {
   if (text.Len() == 0) {
@@ -94,7 +106,9 @@ int ConvertStringToUTF8String(String const & text, String & utf8) {
   if (bytes <= 0 || bytes > STRING_MAXLEN)
     return 0;
   String result = String::ofLength(bytes);
-  WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, result.writable(), bytes, nullptr, nullptr);
+  // The count of a text of GiB may have overflown.
+  if (WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, result.writable(), bytes, nullptr, nullptr) != bytes)
+    return 0;
   utf8 = result;
   return 1;
 }

@@ -1,5 +1,7 @@
-#include "tools/detail/shared_text.hpp"
+#include "tools/detail/text_block.hpp"
 
+#include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace SV {
@@ -10,6 +12,7 @@ StringDataW emptyWideText{};
 
 template <class Char> auto * createBlock(Char const * text, std::int32_t length) {
   using Data = typename detail::TextBlock<Char>::Data;
+  length = std::clamp(length, 0, STRING_MAXLEN);
   auto * const block = static_cast<Data *>(::operator new(detail::allocatedBytes(detail::blockBytes<Char>(length))));
   block->nLen = length;
   block->nRefCount = 0;

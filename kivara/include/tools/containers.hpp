@@ -15,8 +15,8 @@ template <class K, class V, class Compare = std::less<K>> using IKeySortedSet = 
 
 template <class K, class PointerToValue, class Map = std::map<K, PointerToValue>> class KivValueDelMap;
 
-/// A map that owns the objects behind its values: its destructor deletes each of them.
-/// erase and clear do not delete, nor does overwriting a value. Moving hands the ownership on; there is no copy.
+/// A map that owns the objects behind its values: its destructor and clear delete each of them. erase does not delete,
+/// nor does overwriting a value. Moving hands the ownership on; there is no copy.
 template <class K, class V, class Map> class KivValueDelMap<K, V *, Map> : public Map {
 public:
   using Map::Map;
@@ -30,8 +30,12 @@ public:
     return *this;
   }
 
-  ~KivValueDelMap() {
+  ~KivValueDelMap() { clear(); }
+
+  /// Deletes each value and empties the map.
+  void clear() noexcept {
     for (auto const & entry : *this)
       delete entry.second;
+    Map::clear();
   }
 };

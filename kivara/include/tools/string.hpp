@@ -2,8 +2,10 @@
 /// \file
 /// String: the 8-bit text at every interface.
 
+#include "tools/detail/compare.hpp"
 #include "tools/detail/shared_text.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -11,9 +13,10 @@ namespace SV {
 
 /// A counted 8-bit text with a NUL behind it. It may hold NUL characters; c_str() then shows the part before the first.
 ///
-/// Copies share one block, which is copied before the first write. The count of owners is not locked: a text that another
-/// thread gets must be a copy built from its characters. Lengths and positions are in characters, counted from 0. A result
-/// beyond STRING_MAXLEN characters is cut to it without a report. What allocates throws std::bad_alloc and changes nothing.
+/// Copies share one block, which is copied before the first write. The count of owners is not locked: a text that
+/// another thread gets must be a copy built from its characters. Lengths and positions are in characters and count from
+/// 0. A result beyond STRING_MAXLEN characters is cut to it without a report. What cannot allocate throws
+/// std::bad_alloc and changes nothing.
 ///
 /// \code
 ///   SV::String name("report");
@@ -29,10 +32,11 @@ public:
   /// The characters up to the NUL; a null pointer gives the empty text.
   String(char const * text) : text_(text, STRING_LEN_TO_NUL) {}
 
-  /// \p length characters; with STRING_LEN_TO_NUL those up to the NUL. A null pointer or a length below 1: the empty text.
+  /// \p length characters; with STRING_LEN_TO_NUL those up to the NUL. A null pointer or a length below 1 gives the
+  /// empty text.
   String(char const * text, std::int32_t length) : text_(text, length) {}
 
-  /// \p length characters, at least 1, of any value, to be written through writable().
+  /// \p length characters of any value, to be written through writable(); below 1 the empty text.
   static String ofLength(std::int32_t length) { return String(detail::SharedText<char>::ofLength(length)); }
 
   /// One character; the NUL character gives the empty text.
@@ -52,7 +56,7 @@ public:
 
   String & operator=(char const * text) { return Assign(text); }
 
-  /// Replaces the text. The block is overwritten in place when it is unshared and the length stays the same and above 0.
+  /// Replaces the text. An unshared block is overwritten in place when the length stays the same and is above 0.
   String & Assign(char const * text, std::int32_t length = STRING_LEN_TO_NUL) {
     text_.assign(text, length);
     return *this;
@@ -81,17 +85,18 @@ public:
     return *this;
   }
   String & operator+=(char const * text) {
-    text_.append(text, h_strlen(text));
+    if (text != nullptr)
+      text_.append(text, detail::lengthOf(text));
     return *this;
   }
   /// The NUL character appends nothing.
   String & operator+=(char c) {
-    text_.append(&c, c != '\0');
+    text_.append(c);
     return *this;
   }
 
-  /// \p count characters from \p start on, clipped to what remains. The empty text for a start at or past the end or below
-  /// 0 and for a count below 1. The whole text shares the block.
+  /// \p count characters from \p start on, clipped to what remains. The empty text for a start at or past the end or
+  /// below 0 and for a count below 1. The whole text shares the block.
   String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const {
     return String(text_.part(start, count));
   }
@@ -138,18 +143,23 @@ inline bool operator==(String const & a, String const & b) {
          (a.Len() == b.Len() && std::memcmp(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len())) == 0);
 }
 inline bool operator==(String const & a, char const * b) {
-  return h_strlen(b) == a.Len() && h_strcmp(a.c_str(), b) == 0;
+  if (b == nullptr)
+    return a.Len() == 0;
+  return a.Len() == detail::lengthOf(b) && std::memcmp(a.c_str(), b, static_cast<std::size_t>(a.Len())) == 0;
 }
 
 /// The order of h_strcmp: by bytes, up to the first NUL.
-inline bool operator<(String const & a, String const & b) { return std::strcmp(a.c_str(), b.c_str()) < 0; }
+inline bool operator<(String const & a, String const & b) {
+  return detail::compareUpToNul(a.c_str(), b.c_str(), static_cast<std::size_t>(std::min(a.Len(), b.Len()))) < 0;
+}
 
-/// The joined text, in one block.
+/// The joined text, in one block. Where one side is empty, that of the other is shared if it is a String.
 TL_API String operator+(String const & a, String const & b);
 TL_API String operator+(String const & a, char const * b);
 TL_API String operator+(char const * a, String const & b);
 
-/// Writes the UTF-8 form of a text in the system's code page into \p utf8. Non-zero on success; on failure \p utf8 stays.
+/// Writes the UTF-8 form of a text in the system's code page into \p utf8. Non-zero on success; on failure \p utf8 is
+/// left as it was.
 TL_API int ConvertStringToUTF8String(String const & text, String & utf8);
 
 } // namespace SV

@@ -5,11 +5,12 @@
 #include "tools/detail/shared_text.hpp"
 
 #include <cstring>
+#include <utility>
 
 namespace SV {
 
-/// A counted text of UTF-16 units with a NUL behind it. Sharing, growth and limits are those of String; lengths and positions
-/// are in units. Conversions to and from 8-bit texts are the user's business.
+/// A counted text of UTF-16 units with a NUL behind it. Sharing, growth and limits are those of String; lengths and
+/// positions are in units. Conversions to and from 8-bit texts are the user's business.
 class WString {
 public:
   WString() noexcept = default;
@@ -19,6 +20,9 @@ public:
 
   /// \p length units; a null pointer or a length below 1 gives the empty text.
   WString(wchar_t const * text, std::int32_t length) : text_(text, length) {}
+
+  /// \p length units of any value, to be written through writable(); below 1 the empty text.
+  static WString ofLength(std::int32_t length) { return WString(detail::SharedText<wchar_t>::ofLength(length)); }
 
   /// One unit; the NUL unit gives the empty text.
   explicit WString(wchar_t c) : text_(&c, c != L'\0') {}
@@ -44,11 +48,12 @@ public:
     return *this;
   }
   WString & operator+=(wchar_t const * text) {
-    text_.append(text, h_strlen(text));
+    if (text != nullptr)
+      text_.append(text, h_strlen(text));
     return *this;
   }
   WString & operator+=(wchar_t c) {
-    text_.append(&c, c != L'\0');
+    text_.append(c);
     return *this;
   }
 

@@ -1,79 +1,18 @@
 #pragma once
 /// \file
-/// The shared block of String and WString, and the rules by which texts share, grow and release it.
+/// The rules by which texts share, grow and release their block.
 /// Internal: users take String and WString.
 
 #include "tools/assert.hpp"
-#include "tools/ctext.hpp"
-#include "tools/export.hpp"
+#include "tools/detail/text_block.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <utility>
 
-namespace SV {
-
-/// One text: nLen characters and a NUL. nRefCount counts the owners besides the first.
-struct StringData {
-  std::int32_t nLen;
-  std::uint32_t nRefCount;
-  char aStr[1];
-};
-
-struct StringDataW {
-  std::int32_t nLen;
-  std::uint32_t nRefCount;
-  wchar_t aStr[1];
-};
-
-/// The most characters that a text holds. Longer results are cut to it without a report.
-inline constexpr std::int32_t STRING_MAXLEN = 0x7FFFFFF3;
-
-/// As a length: the text ends at its NUL.
-inline constexpr std::int32_t STRING_LEN_TO_NUL = 0x7FFFFFFF;
-
-/// The one block of the empty text. It is never freed and never counted.
-TL_API StringData * GetEmptyStrData();
-TL_API StringDataW * GetEmptyStrDataW();
-
-/// A block with one owner, room for \p length characters (at least 1, at most STRING_MAXLEN) and for those that its size
-/// class still holds. The text is \p text, or undefined where that is null; the NUL is set. Throws std::bad_alloc.
-TL_API StringData * CreateStringData(char const * text, std::int32_t length);
-TL_API StringDataW * CreateStringData(wchar_t const * text, std::int32_t length);
-
-/// Frees a block that CreateStringData made.
-TL_API void DeleteStringData(StringData * block);
-TL_API void DeleteStringData(StringDataW * block);
-
-namespace detail {
-
-template <class Char> struct TextBlock;
-template <> struct TextBlock<char> {
-  using Data = StringData;
-  static Data * empty() { return GetEmptyStrData(); }
-};
-template <> struct TextBlock<wchar_t> {
-  using Data = StringDataW;
-  static Data * empty() { return GetEmptyStrDataW(); }
-};
-
-/// Bytes of a block that holds \p length characters.
-template <class Char> constexpr std::size_t blockBytes(std::int32_t length) {
-  return static_cast<std::size_t>(length) * sizeof(Char) + sizeof(typename TextBlock<Char>::Data);
-}
-
-/// What is allocated for a block of \p bytes: the end of its size class; above the last class the bytes themselves.
-constexpr std::size_t allocatedBytes(std::size_t bytes) {
-  if (bytes <= 0x20)
-    return 0x20;
-  if (bytes <= 0x40)
-    return 0x40;
-  if (bytes <= 0x80)
-    return 0x80;
-  return bytes <= 0x100 ? 0x100 : bytes;
-}
+namespace SV::detail {
 
 /// Owner of one reference to a block.
 template <class Char> class SharedText {
@@ -84,7 +23,7 @@ public:
   SharedText(Char const * text, std::int32_t length) : data_(build(text, effectiveLength(text, length))) {}
   static SharedText ofLength(std::int32_t length) {
     SharedText fresh;
-    fresh.data_ = CreateStringData(static_cast<Char const *>(nullptr), length);
+    fresh.data_ = build(nullptr, std::clamp(length, 0, STRING_MAXLEN));
     return fresh;
   }
 
@@ -142,6 +81,18 @@ public:
     return count == data_->nLen ? *this : SharedText(data_->aStr + start, count);
   }
 
+  /// The NUL character appends nothing.
+  void append(Char c) {
+    std::int32_t const old = data_->nLen;
+    if (c == Char() || old == 0 || !fitsInPlace(old + 1)) {
+      append(&c, c != Char());
+      return;
+    }
+    data_->aStr[old] = c;
+    data_->aStr[old + 1] = Char();
+    data_->nLen = old + 1;
+  }
+
   /// Copies a shared block, so that the text may be written to.
   void makeUnique() {
     SharedText const * const pString = this;
@@ -158,7 +109,7 @@ private:
     if (text == nullptr || length <= 0)
       return 0;
     if (length == STRING_LEN_TO_NUL)
-      return h_strlen(text);
+      return lengthOf(text);
     return length < STRING_MAXLEN ? length : STRING_MAXLEN;
   }
 
@@ -172,9 +123,9 @@ private:
     block->nLen = old + length;
   }
 
+  /// Above the size classes no longer text does.
   bool fitsInPlace(std::int32_t newLength) const {
-    std::size_t const allocated = allocatedBytes(blockBytes<Char>(data_->nLen));
-    return data_->nRefCount == 0 && allocated <= 0x100 && blockBytes<Char>(newLength) <= allocated;
+    return data_->nRefCount == 0 && blockBytes<Char>(newLength) <= allocatedBytes(blockBytes<Char>(data_->nLen));
   }
 
   void share() const noexcept {
@@ -194,5 +145,4 @@ private:
   Data * data_;
 };
 
-} // namespace detail
-} // namespace SV
+} // namespace SV::detail

@@ -1,0 +1,71 @@
+// words FILE: the words of a text, each with its place: "line:column offset word", one word a line, in the order of the text.
+// Lines and columns count from 1, offsets from 0; all are in bytes, so that an editor can go there.
+//
+// A sample of the text parser: it follows the places with nothing but the white space and the tokens that the parser keeps.
+
+#include "aparser.hpp"
+
+#include <cctype>
+#include <clocale>
+#include <cstdio>
+
+namespace {
+
+struct Place {
+  std::int64_t line;
+  std::int64_t column; // from 0
+  std::int64_t lineOffset;
+};
+
+bool isLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; }
+
+/// The parser's words hold ".", "-", "+" and "_" too: those around a word are punctuation, those within belong to it.
+void reportWord(SV::String const & token, Place const & place) {
+  std::int32_t start = 0;
+  std::int32_t end = token.Len();
+  while (start < end && !isLetter(token.charAt(start)))
+    ++start;
+  while (end > start && !isLetter(token.charAt(end - 1)))
+    --end;
+  if (start != end)
+    std::printf("%lld:%lld %lld %s\n", place.line, place.column + start + 1, place.lineOffset + place.column + start,
+                token.substr(start, end - start).c_str());
+}
+
+/// Where the look-ahead token stands, when the token before it ended in \p endColumn.
+Place placeOfLookAhead(KivTextParser const & parser, std::int64_t endColumn) {
+  SV::String spaces;
+  parser.GetSpacesToken(spaces);
+  std::int64_t column = endColumn;
+  for (std::int32_t i = 0; i < spaces.Len(); ++i)
+    column = spaces.charAt(i) == '\n' ? 0 : column + 1;
+  return {parser.GetLookAheadLineNumber(), column, parser.GetCurrentLineOffset()};
+}
+
+void reportWords(KivTextParser & parser) {
+  SV::String token;
+  for (std::int64_t endColumn = 0;;) {
+    Place const place = placeOfLookAhead(parser, endColumn);
+    if (!parser.GetNextToken(token))
+      return;
+    reportWord(token, place);
+    endColumn = place.column + token.Len();
+  }
+}
+
+} // namespace
+
+int main(int count, char ** arguments) {
+  std::setlocale(LC_CTYPE, ""); // letters of the user's language
+  if (count != 2) {
+    std::fputs("usage: words FILE\n", stderr);
+    return 2;
+  }
+  KivTextParser parser(new KivTextFileReader(arguments[1]), 1);
+  if (!parser.IsOkay() && parser.GetLookAheadLineNumber() == 0) { // not even the attempt to read a line
+    std::fprintf(stderr, "words: cannot read %s\n", arguments[1]);
+    return 1;
+  }
+  reportWords(parser);
+  return 0;
+}

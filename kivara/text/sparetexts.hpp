@@ -1,0 +1,53 @@
+#pragma once
+/// \file
+/// Internal: blocks of short texts that wait for the next text of their length.
+
+#include "tools/string.hpp"
+
+#include <array>
+#include <cstdint>
+#include <utility>
+
+namespace kivara {
+
+/// Lines and tokens are put into texts that held an earlier line or token a moment before, mostly one of another length, and
+/// String then releases a block and builds a new one: on some systems that costs more than all the rest. Here such blocks are
+/// kept, at most kDepth for each length up to kLongest, and String overwrites one of the right length in place.
+///
+/// A block is kept only when nobody else owns it, so that no block is shared behind anyone's back. One thread at a time.
+template <std::int32_t kLongest, std::size_t kDepth> class SpareTexts {
+public:
+  /// As target.Assign; \p text lies elsewhere.
+  void assign(SV::String & target, char const * text, std::int32_t length) {
+    if (target.Len() != length || shared(target)) {
+      keep(target);
+      if (Shelf * const shelf = shelfOf(length); shelf != nullptr && shelf->count != 0)
+        target = std::move(shelf->texts[--shelf->count]);
+    }
+    if (length != 0 || target.Len() != 0)
+      target.Assign(text, length);
+  }
+
+  /// Takes the block of a text that is about to be overwritten, if there is a place for it; the text is then empty.
+  void keep(SV::String & text) {
+    Shelf * const shelf = shelfOf(text.Len());
+    if (shelf != nullptr && shelf->count != kDepth && !shared(text))
+      shelf->texts[shelf->count++] = std::move(text);
+  }
+
+private:
+  struct Shelf {
+    std::array<SV::String, kDepth> texts;
+    std::size_t count = 0;
+  };
+
+  static bool shared(SV::String const & text) { return text.block()->nRefCount != 0; }
+
+  Shelf * shelfOf(std::int32_t length) {
+    return length > 0 && length <= kLongest ? &shelves_[static_cast<std::size_t>(length - 1)] : nullptr;
+  }
+
+  std::array<Shelf, kLongest> shelves_;
+};
+
+} // namespace kivara

@@ -1,0 +1,89 @@
+// Records the steps of start-up and end in their order, and at each one what is already there.
+
+#include "frame_program.hpp"
+
+#include "acmdline.hpp"
+#include "aplatfrm.hpp"
+#include "support/import_spy.hpp"
+#include "sv/font.hpp"
+#include "tools/international.hpp"
+#include "tools/winapi.hpp"
+
+using support::SpiedCall;
+
+namespace {
+
+/// One letter for each thing that is valid: c the command line, f the font, s the suppression, d the start directory,
+/// l the labels of the buttons, e the end has begun.
+std::string valid() {
+  std::string letters;
+  auto const add = [&letters](bool is, char letter) { letters += is ? letter : '-'; };
+  add(KivCmdline::doTracing(), 'c');
+  add(SV::Application::GetAppFont().GetName().Len() != 0, 'f');
+  add(SV::Application::IsShowWindowSuppression(), 's');
+  add(Kiv_GetStartCWD(true).Len() != 0, 'd');
+  add(SV::Application::GetAppInternational().GetOKButtonText() == SV::String("Accept"), 'l');
+  add(KivApplicationInterface::IsAfterMain(), 'e');
+  return letters;
+}
+
+void step(std::string const & what) { record("%s %s", valid().c_str(), what.c_str()); }
+
+void watch(char const * function) {
+  support::spyOnImport("kivara.dll", function, [function](SpiedCall const &) { step(function); });
+}
+
+void watchFiles() {
+  support::spyOnImport("kivara.dll", "fopen",
+                       [](SpiedCall const & call) { step(std::string("fopen ") + call.text(0) + ' ' + call.text(1)); });
+  watch("fclose");
+}
+
+/// The result comes first among the arguments, then the identifier.
+void watchTexts() {
+  support::spyOnImport("kivara.dll", "LoadString", [](SpiedCall const & call) {
+    char text[32];
+    auto const & id = *reinterpret_cast<SV::ResId const *>(call.arguments[1]);
+    std::snprintf(text, sizeof(text), "LoadString %lx", id.GetId());
+    step(text);
+  });
+}
+
+void watchAll() {
+  for (char const * const function :
+       {"GetCommandLineA", "InitSV", "AllocConsole", "_open_osfhandle", "SetConsoleTitleA", "SetConsoleCtrlHandler",
+        "ChangeAppFont", "SetModalDialogSuppression", "SetModalDialogSuppressionLogfileName",
+        "SetShowWindowSuppression", "SetPoolFile", "_getpid", "GetCurrentDirectoryA", "ChangeAppInternational",
+        "SetResManager", "DeInitSV", "FreeConsole", "exit"})
+    watch(function);
+  watchFiles();
+  watchTexts();
+}
+
+class OrderProgram : public FrameProgram {
+public:
+  OrderProgram() {
+    watchAll();
+    step("constructed");
+  }
+  ~OrderProgram() override {
+    WNDCLASSEXA description{};
+    description.cbSize = sizeof(description);
+    bool const up = GetClassInfoExA(GetModuleHandleA(nullptr), "SV0105.Listener", &description) != 0;
+    record(up ? "destroyed, toolkit up" : "destroyed, toolkit down");
+  }
+
+  int prepareApplication() override {
+    step("prepareApplication");
+    return FrameProgram::prepareApplication();
+  }
+
+  int runApplication() override {
+    step("runApplication");
+    return FrameProgram::runApplication();
+  }
+};
+
+OrderProgram program;
+
+} // namespace

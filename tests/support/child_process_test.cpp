@@ -1,0 +1,94 @@
+#include "support/child_process.hpp"
+
+#include "support/files.hpp"
+#include "tools/winapi.hpp"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+using support::ChildProcess;
+using support::ProgramStart;
+using support::runProgram;
+
+TEST(ChildProcess, HandsTheArgumentsOnToTheLetter) {
+  std::string const arguments = "-a  \"b c\" \\\"d \x84\x93\xE4\xFF";
+  auto const result = runProgram({.program = "command_line_printer", .arguments = arguments});
+  std::string const line = "line=\"" + support::binFolder() + "command_line_printer.exe\" " + arguments + "\r\n";
+  EXPECT_EQ(result.output.substr(0, line.size()), line);
+  EXPECT_EQ(result.exitCode, line.size() - 7);
+}
+
+TEST(ChildProcess, CanGiveAWholeCommandLineOfItsOwn) {
+  auto const result = runProgram({.program = "command_line_printer", .commandLine = "x y"});
+  EXPECT_EQ(result.output.substr(0, 10), "line=x y\r\n");
+}
+
+TEST(ChildProcess, CollectsOutputAndErrorsApart) {
+  auto const result = runProgram({.program = "command_line_printer", .input = "some input"});
+  EXPECT_NE(result.output.find("input=some input\r\n"), std::string::npos) << result.output;
+  EXPECT_EQ(result.errors, "done");
+}
+
+TEST(ChildProcess, SetsAndRemovesEnvironmentVariables) {
+  SetEnvironmentVariableA("KIVARA_TEST", "from outside");
+  auto const variable = [](std::optional<std::string> value) {
+    return runProgram({.program = "command_line_printer", .environment = {{"kivara_TEST", value}}}).output;
+  };
+  EXPECT_NE(variable("changed").find("variable=changed\r\n"), std::string::npos);
+  EXPECT_NE(variable(std::nullopt).find("variable=(none)\r\n"), std::string::npos);
+  auto const unchanged = runProgram({.program = "command_line_printer"}).output;
+  EXPECT_NE(unchanged.find("variable=from outside\r\n"), std::string::npos);
+}
+
+TEST(ChildProcess, StartsInTheNamedWorkingFolder) {
+  support::TempFolder const folder;
+  auto const result = runProgram({.program = "command_line_printer", .workingFolder = folder.path()});
+  EXPECT_NE(result.output.find("folder=" + folder.path() + "\r\n"), std::string::npos) << result.output;
+}
+
+TEST(ChildProcess, WaitingEndsWithTheTimeLimit) {
+  ChildProcess child({.program = "crasher", .arguments = "hang"});
+  EXPECT_EQ(child.waitUpTo(0.2), std::nullopt);
+  EXPECT_THROW(child.waitForEnd(0.1), std::runtime_error);
+  EXPECT_TRUE(child.running());
+}
+
+TEST(ChildProcess, KillEndsItWithThatCode) {
+  ChildProcess child({.program = "crasher", .arguments = "hang"});
+  child.kill(77);
+  EXPECT_FALSE(child.running());
+  EXPECT_EQ(child.waitForEnd(), 77u);
+}
+
+TEST(ChildProcess, OutputCanBeWaitedForWhileItRuns) {
+  ChildProcess child({.program = "crasher", .arguments = "hang"});
+  EXPECT_TRUE(child.waitForOutput("ready\r\n"));
+  EXPECT_TRUE(child.running());
+  EXPECT_FALSE(child.waitForOutput("never", 0.1));
+}
+
+TEST(ChildProcess, ItsOwnChildrenEndWithIt) {
+  unsigned long grandchild = 0;
+  {
+    ChildProcess child({.program = "crasher", .arguments = "spawn"});
+    ASSERT_TRUE(child.waitForOutput("child=") && child.waitForOutput("\n", 1));
+    std::string const text = child.output();
+    grandchild = std::stoul(text.substr(text.find("child=") + 6));
+  }
+  HANDLE const process = OpenProcess(SYNCHRONIZE, FALSE, grandchild);
+  EXPECT_TRUE(!process || WaitForSingleObject(process, 10000) == WAIT_OBJECT_0);
+  CloseHandle(process);
+}
+
+TEST(ChildProcess, AProgramThatIsNotThereThrows) {
+  EXPECT_THROW(ChildProcess(ProgramStart{.program = "no_such_program"}), std::runtime_error);
+}
+
+TEST(ChildProcess, CrashesShowAsTheirExitCode) {
+  EXPECT_EQ(runProgram({.program = "crasher", .arguments = "read"}).exitCode, 0xC0000005);
+}
+
+TEST(ChildProcess, WithoutStreamsNothingIsCollected) {
+  auto const result = runProgram({.program = "command_line_printer", .withoutStreams = true});
+  EXPECT_EQ(result.output + result.errors, "");
+}

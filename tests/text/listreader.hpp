@@ -1,0 +1,47 @@
+#pragma once
+/// \file
+/// A source of lines that is no file, and that keeps a record of what its user calls.
+
+#include "areader.hpp"
+
+#include <string>
+#include <vector>
+
+class ListReader : public KivLineReader {
+public:
+  struct Record {
+    int inits = 0;
+    int lines = 0;
+    int dones = 0;
+    int deaths = 0;
+  };
+
+  ListReader(std::vector<std::string> lines, Record & record, bool opens = true)
+      : lines_(std::move(lines)), record_(record), opens_(opens) {}
+  ~ListReader() override { ++record_.deaths; }
+
+  bool Init() override {
+    ++record_.inits;
+    return opens_;
+  }
+  bool Done() override {
+    ++record_.dones;
+    return true;
+  }
+  bool GetLine(SV::String & line) override {
+    ++record_.lines;
+    if (next_ == lines_.size())
+      return false;
+    line.Assign(lines_[next_].data(), static_cast<std::int32_t>(lines_[next_].size()));
+    ++next_;
+    return true;
+  }
+  std::int64_t GetCurrentOffset() const override { return static_cast<std::int64_t>(next_) * 1000; }
+  bool Is2CharsForNewline() const override { return false; }
+
+private:
+  std::vector<std::string> lines_;
+  Record & record_;
+  bool opens_;
+  std::size_t next_ = 0;
+};

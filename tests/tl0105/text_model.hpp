@@ -1,0 +1,347 @@
+#pragma once
+/// \file
+/// A pool of texts beside a model of them: what each text holds, and which of them share a block.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace model {
+
+inline constexpr int kTexts = 16;
+inline constexpr int kNone = -1;
+inline constexpr std::size_t kLongest = 600;
+inline constexpr long kSteps = 1'000'000;
+
+/// The end of the size class of a block; 0 for one beyond the classes.
+inline std::size_t sizeClass(std::size_t bytes) {
+  for (std::size_t end : {0x20, 0x40, 0x80, 0x100})
+    if (bytes <= end)
+      return end;
+  return 0;
+}
+
+/// Texts by number, with the rules of sharing. It allocates nothing once it is made, so that guard pages are left to
+/// the texts under test.
+template <class Char> class Pool {
+public:
+  using Plain = std::basic_string<Char>;
+
+  Pool() {
+    blocks_.fill(kNone);
+    for (Block & block : pool_)
+      block.text.reserve(4 * kLongest);
+    scratch_.reserve(4 * kLongest);
+    joined_.reserve(4 * kLongest);
+  }
+
+  /// Which block a text has; kNone for the empty text.
+  int block(int i) const { return blocks_[at(i)]; }
+  std::uint32_t owners(int i) const { return pool_[at(block(i))].owners; }
+  Plain const & text(int i) const { return block(i) == kNone ? empty_ : pool_[at(block(i))].text; }
+
+  void share(int to, int from) {
+    int const shared = block(from);
+    if (shared != kNone)
+      ++pool_[at(shared)].owners;
+    replace(to, shared);
+  }
+
+  void swap(int i, int j) { std::swap(blocks_[at(i)], blocks_[at(j)]); }
+
+  /// A block of its own, whatever the text had.
+  void renew(int i, Plain const & text) {
+    int fresh = kNone;
+    if (!text.empty()) {
+      for (fresh = 0; pool_[at(fresh)].owners != 0;)
+        ++fresh;
+      pool_[at(fresh)].owners = 1;
+      pool_[at(fresh)].text.assign(text);
+    }
+    replace(i, fresh);
+  }
+
+  void assign(int i, Plain const & text) {
+    if (block(i) != kNone && owners(i) == 1 && this->text(i).size() == text.size())
+      pool_[at(block(i))].text.assign(text);
+    else
+      renew(i, text);
+  }
+
+  void append(int i, Plain const & added) {
+    if (added.empty())
+      return;
+    Plain const & old = text(i);
+    std::size_t const oldClass = sizeClass(old.size() * sizeof(Char) + 12);
+    std::size_t const newClass = sizeClass((old.size() + added.size()) * sizeof(Char) + 12);
+    if (!old.empty() && owners(i) == 1 && oldClass != 0 && oldClass == newClass)
+      pool_[at(block(i))].text.append(added);
+    else
+      renew(i, joined_.assign(old).append(added));
+  }
+
+  void makeUnique(int i) {
+    if (block(i) != kNone && owners(i) > 1)
+      renew(i, joined_.assign(text(i)));
+  }
+
+  Plain & writable(int i) { return pool_[at(block(i))].text; }
+
+  /// A copy of \p text to be changed or handed in; valid until the next call.
+  Plain & scratch(Plain const & text) { return scratch_.assign(text); }
+
+  /// A copy of what \p text has of \p count characters from \p start on.
+  Plain & scratch(Plain const & text, std::size_t start, std::size_t count) {
+    return scratch_.assign(text, start, count);
+  }
+
+private:
+  struct Block {
+    Plain text;
+    std::uint32_t owners = 0;
+  };
+
+  static std::size_t at(int i) { return static_cast<std::size_t>(i); }
+
+  void replace(int i, int newBlock) {
+    if (block(i) != kNone)
+      --pool_[at(block(i))].owners;
+    blocks_[at(i)] = newBlock;
+  }
+
+  std::array<int, kTexts> blocks_;
+  std::array<Block, kTexts + 2> pool_;
+  Plain const empty_;
+  Plain scratch_;
+  Plain joined_;
+};
+
+/// Texts of type \p Text beside their model, and random material for operations on them.
+template <class Text, class Char> class Walk {
+public:
+  using Plain = std::basic_string<Char>;
+
+  Walk() : seed_(seedOfThisRun()), random_(seed_) {
+    std::printf("seed %u (set KIVARA_TEST_SEED to repeat)\n", seed_);
+    material_.reserve(2 * kLongest);
+  }
+
+  /// One operation on texts \p i and \p j, on both sides.
+  struct Operation {
+    char const * name;
+    void (*run)(Walk & walk, int i, int j);
+  };
+
+  /// Runs random operations; stops at the first difference.
+  void run(std::vector<Operation> const & operations, void const * emptyBlock) {
+    for (long step = 0; step < kSteps; ++step) {
+      auto const & operation = operations[static_cast<std::size_t>(below(static_cast<int>(operations.size())))];
+      int const i = below(kTexts);
+      int const j = below(kTexts);
+      auto const * const before = real[i].block();
+      int const modelBefore = model.block(i);
+      operation.run(*this, i, j);
+      bool const isSame = (real[i].block() == before) == (model.block(i) == modelBefore) && agrees(i, emptyBlock) &&
+                          agrees(j, emptyBlock);
+      ASSERT_TRUE(isSame) << operation.name << ", step " << step << ", seed " << seed_;
+      if (model.text(i).size() > kLongest)
+        shorten(i);
+    }
+    for (int i = 0; i < kTexts; ++i)
+      ASSERT_TRUE(agrees(i, emptyBlock));
+  }
+
+  int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+
+  Char character() {
+    static constexpr char kCommon[] = "ab;;XY.\0";
+    return below(8) == 0 ? static_cast<Char>(random_()) : static_cast<Char>(kCommon[below(sizeof kCommon - 1)]);
+  }
+
+  /// Mostly short, now and then across the size classes, with NUL characters. Valid until the next call.
+  Plain const & material() {
+    int const longest = below(8) == 0 ? 270 : 24;
+    material_.resize(static_cast<std::size_t>(below(longest)));
+    for (Char & each : material_)
+      each = character();
+    return material_;
+  }
+
+  /// A position or count, mostly sensible for a text.
+  std::int32_t number(int i) {
+    if (below(16) == 0)
+      return static_cast<std::int32_t>(random_());
+    return below(static_cast<int>(model.text(i).size()) + 4) - 1;
+  }
+
+  /// The text from \p start up to its next NUL. Valid until the model's next scratch.
+  Plain const & upToNul(Plain const & text, std::size_t start) {
+    return model.scratch(text, start, Plain::traits_type::length(text.c_str() + start));
+  }
+
+  /// What text \p i has of \p count characters from \p start on. Valid until the model's next scratch.
+  Plain const & part(int i, std::int32_t start, std::int32_t count) {
+    Plain const & text = model.text(i);
+    bool const isSome = start >= 0 && start < lengthOf(text) && count > 0;
+    return isSome ? model.scratch(text, static_cast<std::size_t>(start), static_cast<std::size_t>(count))
+                  : model.scratch(text, 0, 0);
+  }
+
+  static std::int32_t lengthOf(Plain const & text) { return static_cast<std::int32_t>(text.size()); }
+
+  std::array<Text, kTexts> real;
+  Pool<Char> model;
+
+private:
+  static unsigned seedOfThisRun() {
+    char const * const text = std::getenv("KIVARA_TEST_SEED");
+    return text != nullptr ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : std::random_device()();
+  }
+
+  bool agrees(int i, void const * emptyBlock) const {
+    auto const & text = real[static_cast<std::size_t>(i)];
+    auto const * const block = text.block();
+    Plain const & expected = model.text(i);
+    if (text.Len() != lengthOf(expected) || text.c_str()[text.Len()] != Char() ||
+        Plain::traits_type::compare(text.c_str(), expected.data(), expected.size()) != 0)
+      return false;
+    if ((block == emptyBlock) != expected.empty())
+      return false;
+    if (block->nRefCount != (expected.empty() ? 0 : model.owners(i) - 1))
+      return false;
+    for (int k = 0; k < kTexts; ++k)
+      if ((real[static_cast<std::size_t>(k)].block() == block) != (model.block(k) == model.block(i)))
+        return false;
+    return true;
+  }
+
+  void shorten(int i) {
+    int const keep = below(60);
+    Text & text = real[static_cast<std::size_t>(i)];
+    text.Assign(text.c_str(), keep);
+    model.assign(i, model.scratch(model.text(i), 0, static_cast<std::size_t>(keep)));
+  }
+
+  unsigned seed_;
+  std::mt19937 random_;
+  Plain material_;
+};
+
+/// What String and WString have in common.
+template <class Text, class Char> std::vector<typename Walk<Text, Char>::Operation> commonOperations() {
+  using W = Walk<Text, Char>;
+  using Plain = std::basic_string<Char>;
+  return {
+      {"copy", [](W & w, int i, int j) { w.real[i] = w.real[j], w.model.share(i, j); }},
+      {"copy through a new one",
+       [](W & w, int i, int j) {
+         Text copy(w.real[j]);
+         w.real[i] = std::move(copy);
+         w.model.share(i, j);
+       }},
+      {"swap",
+       [](W & w, int i, int j) {
+         std::swap(w.real[i], w.real[j]);
+         w.model.swap(i, j);
+       }},
+      {"assign by length",
+       [](W & w, int i, int) {
+         Plain const & text = w.material();
+         w.real[i].Assign(text.data(), W::lengthOf(text));
+         w.model.assign(i, text);
+       }},
+      {"assign to the NUL",
+       [](W & w, int i, int) {
+         Plain const & text = w.material();
+         w.real[i] = text.c_str();
+         w.model.assign(i, w.upToNul(text, 0));
+       }},
+      {"assign the same length",
+       [](W & w, int i, int) {
+         Plain & text = w.model.scratch(w.model.text(i));
+         for (Char & each : text)
+           each = w.character();
+         w.real[i].Assign(text.data(), W::lengthOf(text));
+         w.model.assign(i, text);
+       }},
+      {"assign a part of itself",
+       [](W & w, int i, int) {
+         std::int32_t const start = w.below(w.real[i].Len() + 1);
+         std::int32_t const count = w.below(w.real[i].Len() - start + 1);
+         w.real[i].Assign(w.real[i].c_str() + start, count);
+         w.model.assign(i, w.part(i, start, count));
+       }},
+      {"append a text",
+       [](W & w, int i, int) {
+         Plain const & text = w.material();
+         w.real[i] += text.c_str();
+         w.model.append(i, w.upToNul(text, 0));
+       }},
+      {"append a character",
+       [](W & w, int i, int) {
+         Char const c = w.character();
+         w.real[i] += c;
+         w.model.append(i, w.model.scratch(Plain(c != Char() ? 1 : 0, c)));
+       }},
+      {"append another or itself",
+       [](W & w, int i, int j) {
+         w.real[i] += w.real[j];
+         if (w.model.block(i) == kNone)
+           w.model.share(i, j);
+         else
+           w.model.append(i, w.model.scratch(w.model.text(j)));
+       }},
+      {"append itself",
+       [](W & w, int i, int) {
+         w.real[i] += w.real[i];
+         w.model.append(i, w.model.scratch(w.model.text(i)));
+       }},
+      {"append the end of itself",
+       [](W & w, int i, int) {
+         std::int32_t const start = w.below(w.real[i].Len() + 1);
+         w.real[i] += w.real[i].c_str() + start;
+         w.model.append(i, w.upToNul(w.model.text(i), static_cast<std::size_t>(start)));
+       }},
+      {"substring",
+       [](W & w, int i, int j) {
+         std::int32_t const start = w.number(j);
+         std::int32_t const count = w.number(j);
+         w.real[i] = w.real[j].substr(start, count);
+         Plain const & expected = w.part(j, start, count);
+         if (expected.size() == w.model.text(j).size())
+           w.model.share(i, j);
+         else
+           w.model.renew(i, expected);
+       }},
+      {"character",
+       [](W & w, int i, int) {
+         std::int32_t const position = w.number(i);
+         bool const isInside = position >= 0 && position < w.real[i].Len();
+         ASSERT_EQ(w.real[i].charAt(position), isInside ? w.model.text(i)[static_cast<std::size_t>(position)] : Char());
+       }},
+      {"write in place",
+       [](W & w, int i, int) {
+         w.real[i].makeUnique();
+         w.model.makeUnique(i);
+         if (w.real[i].Len() == 0)
+           return;
+         std::int32_t const position = w.below(w.real[i].Len());
+         w.real[i].writable()[position] = w.model.writable(i)[static_cast<std::size_t>(position)] = w.character();
+       }},
+      {"compare", [](W & w, int i, int j) { ASSERT_EQ(w.real[i] == w.real[j], w.model.text(i) == w.model.text(j)); }},
+      {"clear",
+       [](W & w, int i, int) {
+         w.real[i] = Text();
+         w.model.renew(i, Plain());
+       }},
+  };
+}
+
+} // namespace model

@@ -1,0 +1,24 @@
+// Long random sequences of operations on WString, compared with std::wstring.
+
+#include "text_model.hpp"
+
+#include "support/allocation.hpp"
+#include "tools/wstring.hpp"
+
+#include <utility>
+
+namespace {
+
+void walk() {
+  model::Walk<SV::WString, wchar_t> walk;
+  walk.run(model::commonOperations<SV::WString, wchar_t>(), SV::GetEmptyStrDataW());
+}
+
+} // namespace
+
+TEST(WStringModel, AMillionOperationsAgreeWithTheModel) { walk(); }
+
+TEST(WStringModel, AMillionOperationsAgreeWithTheModelUnderGuardPages) {
+  support::GuardPages const guard;
+  walk();
+}
