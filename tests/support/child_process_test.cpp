@@ -71,9 +71,15 @@ TEST(ChildProcess, ItsOwnChildrenEndWithIt) {
   unsigned long grandchild = 0;
   {
     ChildProcess child({.program = "crasher", .arguments = "spawn"});
-    ASSERT_TRUE(child.waitForOutput("child=") && child.waitForOutput("\n", 1));
-    std::string const text = child.output();
-    grandchild = std::stoul(text.substr(text.find("child=") + 6));
+    std::string line;
+    auto const isWhole = [&] {
+      std::string const text = child.output();
+      std::size_t const start = text.find("child=");
+      line = start == std::string::npos ? "" : text.substr(start);
+      return line.find('\n') != std::string::npos;
+    };
+    ASSERT_TRUE(support::eventually(isWhole));
+    grandchild = std::stoul(line.substr(6));
   }
   HANDLE const process = OpenProcess(SYNCHRONIZE, FALSE, grandchild);
   EXPECT_TRUE(!process || WaitForSingleObject(process, 10000) == WAIT_OBJECT_0);
