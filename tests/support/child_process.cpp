@@ -75,12 +75,18 @@ HANDLE makeJob() {
   return job;
 }
 
+/// Without a console of its parent's: Wine hands that on to programs of the GUI subsystem too, unlike Windows.
+DWORD flagsOf(ProgramStart const & start) {
+  DWORD const console = start.creationFlags & CREATE_NEW_CONSOLE ? 0 : DETACHED_PROCESS;
+  return start.creationFlags | console | CREATE_SUSPENDED;
+}
+
 PROCESS_INFORMATION create(ProgramStart const & start, STARTUPINFOA & startup) {
   std::string commandLine = commandLineOf(start);
   std::string environment = environmentOf(start);
   PROCESS_INFORMATION made{};
   BOOL const ok = CreateProcessA(programPath(start.program).c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                                 start.creationFlags | CREATE_SUSPENDED, environment.data(),
+                                 flagsOf(start), environment.data(),
                                  start.workingFolder.empty() ? nullptr : start.workingFolder.c_str(), &startup, &made);
   if (!ok)
     failed("cannot start " + start.program);
@@ -127,7 +133,8 @@ std::string ChildProcess::Stream::text(bool ended) const {
 ChildProcess::ChildProcess(ProgramStart const & start) : job_(makeJob()) {
   STARTUPINFOA startup{};
   startup.cb = sizeof(startup);
-  startup.dwFlags = STARTF_USESTDHANDLES;
+  // A program that is given handles, even none, keeps them when it opens a console.
+  startup.dwFlags = start.withoutStreams ? 0 : STARTF_USESTDHANDLES;
   std::vector<HANDLE> handedOn;
   if (!start.withoutStreams)
     handedOn = {startup.hStdInput = inputOf(start.input), startup.hStdOutput = output_.open(),

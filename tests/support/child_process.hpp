@@ -37,7 +37,7 @@ struct ProgramStart {
   std::string input = {};
   /// True: the three standard streams are closed instead of collected, as for a program started from the desktop.
   bool withoutStreams = false;
-  /// Further flags for CreateProcess.
+  /// Further flags for CreateProcess. The program has no console unless CREATE_NEW_CONSOLE is among them.
   unsigned long creationFlags = 0;
 };
 
