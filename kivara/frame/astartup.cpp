@@ -52,10 +52,13 @@ void registerPictures() { SV::ImagePool::SetPoolFile(Kiv_GetProgramPathFilename(
 
 void writePidFile() {
   String const name = KivCmdline::Instance().getValue("pidfile");
-  FILE * const file = name.Len() != 0 ? std::fopen(name.c_str(), "w") : nullptr;
+  if (name.Len() == 0)
+    return;
+  int const processId = _getpid();
+  FILE * const file = std::fopen(name.c_str(), "w");
   if (file == nullptr)
     return;
-  std::fprintf(file, "%d\n", _getpid());
+  std::fprintf(file, "%d\n", processId);
   std::fclose(file);
 }
 

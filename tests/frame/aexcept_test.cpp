@@ -72,6 +72,12 @@ TEST(SevereExceptionText, ReadsAFileNameWithoutAnEndNoFurtherThanMemoryGoes) {
   EXPECT_NE(fileText(name.address()).find("\nResource file name: unterminated\n\nThis is"), std::string::npos);
 }
 
+TEST(SevereExceptionText, TellsAFileNameThatIsEmpty) {
+  LowText const name(std::string(1, '\0'));
+  EXPECT_EQ(fileText(name.address()),
+            "[Tool-10004]\nInternal error loading a resource file.\nResource file name: " + std::string(kTail));
+}
+
 TEST(SevereExceptionText, LeavesOutAFileNameThatCannotBeRead) {
   EXPECT_EQ(fileText(1), "[Tool-10004]\nInternal error loading a resource file." + std::string(kTail));
 }
