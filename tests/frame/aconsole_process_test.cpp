@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <ostream>
 
 using support::ConsoleView;
@@ -13,10 +12,11 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// A run of frame_console, seen from inside of its console.
+/// A run of frame_console, started without streams as from the desktop and seen from inside of its console.
 struct ConsoleRun {
   explicit ConsoleRun(std::string const & control)
-      : run("frame_console", "-console", {{"CONTROL", control}}),
+      : run(support::ProgramStart{.program = "frame_console", .arguments = "-console", .withoutStreams = true},
+            {{"CONTROL", control}}),
         console((run.waitForRecord("console 1, window 1"), run.child().processId())) {}
 
   /// Lets the program go on.
@@ -45,8 +45,6 @@ TEST(DynamicConsole, ShowsBothOutputStreams) {
   console.go();
   EXPECT_EQ(console.run.exitCode(), 0u);
   EXPECT_EQ(console.console.lines(), (Lines{"a line of output", "a line of errors"}));
-  EXPECT_EQ(console.run.child().output(), "");
-  EXPECT_EQ(console.run.child().errors(), "");
 }
 
 TEST(DynamicConsole, IsTheStandardInput) {
@@ -94,14 +92,12 @@ INSTANTIATE_TEST_SUITE_P(Events, ControlEventAtAConsole,
                                          Event{"6", "[exception] ShutDown Event received", true},
                                          Event{"3", nullptr, true}, Event{"7", nullptr, true}));
 
-TEST(DynamicConsole, CtrlCAndCtrlBreakOfTheUserLetTheProgramRunOn) {
-  ConsoleRun console("c b read");
+// Wine raises no Ctrl+Break; its event is among the ones above.
+TEST(DynamicConsole, CtrlCOfTheUserLetsTheProgramRunOn) {
+  ConsoleRun console("c read");
   console.go();
-  EXPECT_TRUE(console.run.waitForRecord("after b"));
-  EXPECT_TRUE(support::eventually([&] { return console.console.lines().size() == 2; }));
-  Lines lines = console.console.lines();
-  std::sort(lines.begin(), lines.end()); // each event has a thread of its own
-  EXPECT_EQ(lines, (Lines{"[exception] Crtl+Break was pressed", "[exception] Ctrl+C was pressed"}));
+  support::eventually([&] { return !console.console.lines().empty(); });
+  EXPECT_EQ(console.console.lines(), Lines{"[exception] Ctrl+C was pressed"});
   console.console.type("\r");
   EXPECT_EQ(console.run.exitCode(), 0u);
 }

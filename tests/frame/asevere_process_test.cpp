@@ -127,7 +127,8 @@ TEST(Resource, WithoutAManagerGivesTheToldBox) {
 TEST(SecondException, InsideTheFirstGoesToTheToolkitAtOnce) {
   ProductRun run("frame_severe", "", {{"CODE", "256"}, {"INNER", "1"}});
   EXPECT_EQ(run.exitCode(), 1u);
-  EXPECT_EQ(run.record(), kBoxAndEnd);
+  EXPECT_EQ(run.record(),
+            (Lines{"prepareApplication", "runApplication", "box style 10, wait 0", "exit 1, wait 0", "destroyed"}));
 }
 
 TEST(SecondException, InsideTheFirstIsNotHandledAndHasNoBox) {

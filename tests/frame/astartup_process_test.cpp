@@ -173,7 +173,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Suppression{"1", "-no_windows", "0", "1", ""}, Suppression{"0", "", "1", "1", ""},
                     Suppression{"0", "-log_no_dialogsfirst.log -log_childsecond.log", "1", "1", "first.log"},
                     Suppression{"0", "-log_childsecond.log", "1", "1", "second.log"},
-                    Suppression{"1", "-no_dialogs -log_no_dialogsfirst.log", "1", "0", ""}));
+                    Suppression{"1", "-no_dialogs -log_no_dialogsfirst.log", "1", "0", "first.log"}));
 
 TEST(StartDirectory, IsTheWorkingFolderWithABackslashAtItsEnd) {
   ProductRun run("frame_facts", "");

@@ -1,6 +1,6 @@
 // A product and its dynamic console. It records whether it has one, waits for a file "go" in its working folder, and
 // then takes the control events of KIVARA_CONTROL one after the other: numbers reach the system's own routine for them
-// on a thread of its own, "c" and "b" are raised as Ctrl+C and Ctrl+Break, "read" reads a line of the standard input.
+// on a thread of its own, "c" is raised as Ctrl+C, "read" reads a line of the standard input.
 // In the end it prints a line on each output stream. KIVARA_TAKEN=1: the process has a console before the frame wants
 // one.
 
@@ -39,8 +39,8 @@ void readLine() {
 void take(std::string const & event) {
   if (event == "read")
     readLine();
-  else if (event == "c" || event == "b")
-    GenerateConsoleCtrlEvent(event == "c" ? CTRL_C_EVENT : CTRL_BREAK_EVENT, 0);
+  else if (event == "c")
+    GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
   else
     control(std::strtoul(event.c_str(), nullptr, 10));
 }

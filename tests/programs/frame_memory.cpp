@@ -15,7 +15,7 @@ namespace {
 using support::SpiedCall;
 
 constexpr std::size_t kWanted = 0x1234567;
-constexpr std::size_t kImpossible = std::size_t{1} << 46;
+constexpr std::size_t kImpossible = ~std::size_t{0} / 2;
 
 int boxes = 0;
 DWORD const mainThread = GetCurrentThreadId();
@@ -42,7 +42,8 @@ bool allocate() {
 }
 
 void tryIt() {
-  record(allocate() ? "allocated after %d boxes" : "failed after %d boxes", boxes);
+  bool const allocated = allocate();
+  record(allocated ? "allocated after %d boxes" : "failed after %d boxes", boxes);
   void * const small = std::malloc(100);
   record(small ? "small works" : "small failed");
   std::free(small);
