@@ -57,7 +57,8 @@ lint_tidy() {
     --extra-arg=-Wno-unused-command-line-argument 2> >(grep -vE 'warnings? generated|Suppressed|Use -header-filter' >&2))
 }
 
-# Sources that the build knows.
+# Sources of the library, the toolkit and the programs that the build knows.
 tidy_sources() {
-  sed -n 's/^  "file": "\(.*\)",\{0,1\}$/\1/p' "$(build_dir)/compile_commands.json" | grep '\.cpp$' | sort -u
+  sed -n 's/^  "file": "\(.*\)",\{0,1\}$/\1/p' "$(build_dir)/compile_commands.json" |
+    grep -E "^$root/(kivara|toolkit|apps|tools)/.*\.cpp$" | sort -u
 }

@@ -49,6 +49,8 @@ keep_wine_alive() {
   started+=($!)
   exec {silence}>&-
   rm -rf "$folder"
+  # The first program of a test would start the server's helpers otherwise, and they would keep its output open.
+  "$wine_loader" cmd /c exit </dev/null >/dev/null 2>&1 || true
 }
 
 has_display() { [[ -n ${DISPLAY:-} ]] && xdpyinfo >/dev/null 2>&1; }

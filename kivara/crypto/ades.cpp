@@ -64,9 +64,9 @@ template <int Blocks> struct Halves {
 
 template <int Blocks> Halves<Blocks> load(unsigned char const * data) {
   Halves<Blocks> halves;
-  for (int i = 0; i < Blocks; ++i) {
+  for (int i = 0; i < Blocks; ++i, data += 8) {
     uint32_t words[2];
-    std::memcpy(words, data + i * 8, sizeof words);
+    std::memcpy(words, data, sizeof words);
     halves.left[i] = firstByteHighest(words[0]);
     halves.right[i] = firstByteHighest(words[1]);
     permuteInitially(halves.left[i], halves.right[i]);
@@ -76,10 +76,10 @@ template <int Blocks> Halves<Blocks> load(unsigned char const * data) {
 
 // The halves change places behind the last round.
 template <int Blocks> void store(Halves<Blocks> & halves, unsigned char * data) {
-  for (int i = 0; i < Blocks; ++i) {
+  for (int i = 0; i < Blocks; ++i, data += 8) {
     permuteFinally(halves.right[i], halves.left[i]);
     uint32_t const words[2] = {firstByteHighest(halves.right[i]), firstByteHighest(halves.left[i])};
-    std::memcpy(data + i * 8, words, sizeof words);
+    std::memcpy(data, words, sizeof words);
   }
 }
 

@@ -25,11 +25,11 @@ constexpr std::uint64_t chosenKeyBits(std::uint64_t key) {
 }
 
 /// The two words of a round: the six bits of each selection function where the round wants them.
-constexpr void addRoundKey(Schedule & schedule, int round, std::uint64_t halves) {
+constexpr void addRoundKey(Schedule & schedule, std::size_t round, std::uint64_t halves) {
   for (int i = 0; i < 48; ++i) {
     auto const bit = static_cast<std::uint32_t>(halves >> (56 - kivara::des::kKeyChoice2[i]) & 1);
     int const box = i / 6;
-    schedule[static_cast<std::size_t>(round * 2 + box % 2)] |= bit << (kivara::des::selectionShift(box) + 5 - i % 6);
+    schedule[round * 2 + static_cast<std::size_t>(box % 2)] |= bit << (kivara::des::selectionShift(box) + 5 - i % 6);
   }
 }
 
@@ -38,7 +38,7 @@ constexpr Schedule scheduleOf(std::uint64_t key) {
   std::uint64_t const chosen = chosenKeyBits(key);
   auto first = static_cast<std::uint32_t>(chosen >> 28);
   auto second = static_cast<std::uint32_t>(chosen & 0x0fffffff);
-  for (int round = 0; round < 16; ++round) {
+  for (std::size_t round = 0; round < 16; ++round) {
     first = turned(first, kivara::des::kKeyShifts[round]);
     second = turned(second, kivara::des::kKeyShifts[round]);
     addRoundKey(schedule, round, static_cast<std::uint64_t>(first) << 28 | second);

@@ -11,11 +11,13 @@ namespace {
 
 constexpr std::size_t kBlock = 8;
 
-void makeFixedKey(des_ctx & ctx) {
+des_ctx fixedKey() {
   std::uint32_t const words[2] = {kivara::fixed::kDesKey.low, kivara::fixed::kDesKey.high};
   unsigned char key[sizeof words];
   std::memcpy(key, words, sizeof key);
+  des_ctx ctx{};
   ades_key(&ctx, key);
+  return ctx;
 }
 
 std::size_t lengthOf(char const * text) { return text != nullptr ? std::strlen(text) : 0; }
@@ -50,8 +52,7 @@ void Kiv_Encrypt(char const * text, char * hex) {
   if (length % kBlock != 0)
     fillUp(area, text, length, total);
 
-  des_ctx ctx;
-  makeFixedKey(ctx);
+  des_ctx ctx = fixedKey();
   std::size_t const blocks = total / kBlock;
   ades_enc(&ctx, area, static_cast<int>(blocks));
 
@@ -65,8 +66,7 @@ void Kiv_Decrypt(char * hex, unsigned char *& text) {
   for (std::size_t i = 0; i < count; ++i)
     text[i] = byte = pairAt(hex + i * 2, byte);
 
-  des_ctx ctx;
-  makeFixedKey(ctx);
+  des_ctx ctx = fixedKey();
   ades_dec(&ctx, text, static_cast<int>(count / kBlock));
   text[count] = '\0';
 }

@@ -12,7 +12,10 @@ namespace {
 kivara::PrinterSwitches printerSwitches;
 
 int refuse(char const * text) {
-  MessageBoxA(nullptr, text, "Severe StarView error", MB_OK | MB_ICONHAND);
+  if (SV::Application::IsModalDialogSuppression())
+    SV::Application::ModalDialogSuppressionLog(text);
+  else
+    MessageBoxA(nullptr, text, "Severe StarView error", MB_OK | MB_ICONHAND);
   return 1;
 }
 

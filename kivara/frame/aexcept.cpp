@@ -12,20 +12,16 @@ namespace {
 constexpr char kTail[] = "\n\nThis is a severe error!!\n\nThe application will shut down immediately!\n\n"
                          "Please inform your administrator!!";
 
-/// An address that came through 32 bits may point nowhere; it is read without a fault.
-bool readByte(std::uintptr_t address, char & byte) {
-  return ReadProcessMemory(GetCurrentProcess(), reinterpret_cast<void const *>(address), &byte, 1, nullptr) != FALSE;
-}
-
-bool isReadable(unsigned long address) {
-  char first;
-  return readByte(address, first);
-}
-
+/// The text at an address that came through 32 bits and so may point nowhere: it is read without a fault, and is empty
+/// where nothing can be read.
 String textAt(unsigned long address) {
   char text[1024];
   std::size_t length = 0;
-  while (length + 1 < sizeof text && readByte(std::uintptr_t{address} + length, text[length]) && text[length] != '\0')
+  std::uintptr_t const start = address;
+  while (length + 1 < sizeof text &&
+         ReadProcessMemory(GetCurrentProcess(), reinterpret_cast<void const *>(start + length), text + length, 1,
+                           nullptr) &&
+         text[length] != '\0')
     ++length;
   return String(text, static_cast<std::int32_t>(length));
 }
@@ -46,7 +42,7 @@ String systemObjectFragment(unsigned long arg) {
 
 String resourceFileFragment(unsigned long arg) {
   String text("-10004]\nInternal error loading a resource file.");
-  if (isReadable(arg))
+  if (arg != 0)
     text += "\nResource file name: " + textAt(arg);
   return text;
 }

@@ -54,11 +54,11 @@ void writePidFile() {
   String const name = KivCmdline::Instance().getValue("pidfile");
   if (name.Len() == 0)
     return;
-  int const processId = _getpid();
+  int const id = _getpid();
   FILE * const file = std::fopen(name.c_str(), "w");
   if (file == nullptr)
     return;
-  std::fprintf(file, "%d\n", processId);
+  std::fprintf(file, "%d\n", id);
   std::fclose(file);
 }
 

@@ -129,7 +129,7 @@ public:
   /// "wslogformat": the long form for the value "long", else the default form.
   KivWSLogFormat getWSLogFormat() const;
 
-  /// The log file for suppressed dialogs; empty with a GUI and before init.
+  /// The log file for suppressed dialogs; empty before init.
   SV::String const & getModalDialogSuppressionLogfileName() const;
   /// @}
 

@@ -10,7 +10,8 @@ struct HINSTANCE__;
 /// object's Main and takes the toolkit down with DeInitSV. An executable calls it once, from its WinMain; the static
 /// library kivara_main holds such a WinMain. Nothing in the library calls it.
 ///
-/// Without an application object, and when InitSV fails, a box tells so.
+/// Without an application object, and when InitSV fails, a box tells so; where an object's constructor has switched
+/// dialog suppression on, the log of suppressed dialogs does.
 /// \param instance     the executable's instance
 /// \param previous     always null on this platform
 /// \param commandLine  the command line without the program; the words are taken from the process's whole one instead

@@ -166,17 +166,18 @@ TEST(DesCipher, RandomKeysAndBlocksEqualThePeer) {
 
 TEST(DesCipher, ManyBlocksAreEachForItself) {
   Key key(0x133457799bbcdff1);
-  Bytes const plain = Random(2).bytes(8 * 33);
-  for (int blocks = 0; blocks <= 33; ++blocks) {
+  constexpr std::size_t kBlocks = 33;
+  Bytes const plain = Random(2).bytes(kBlocks * 8);
+  for (std::size_t blocks = 0; blocks <= kBlocks; ++blocks) {
     Bytes data = plain;
-    ades_enc(&key.context(), data.data(), blocks);
-    for (int i = 0; i < 33; ++i) {
-      Bytes single(plain.begin() + i * 8, plain.begin() + i * 8 + 8);
+    ades_enc(&key.context(), data.data(), static_cast<int>(blocks));
+    for (std::size_t i = 0; i < kBlocks; ++i) {
+      Bytes single(plain.data() + i * 8, plain.data() + i * 8 + 8);
       if (i < blocks)
         ades_enc(&key.context(), single.data(), 1);
-      ASSERT_TRUE(std::equal(single.begin(), single.end(), data.begin() + i * 8)) << blocks << " " << i;
+      ASSERT_TRUE(std::equal(single.begin(), single.end(), data.data() + i * 8)) << blocks << " " << i;
     }
-    ades_dec(&key.context(), data.data(), blocks);
+    ades_dec(&key.context(), data.data(), static_cast<int>(blocks));
     ASSERT_EQ(data, plain) << blocks;
   }
 }
@@ -213,8 +214,8 @@ TEST(DesKey, TheDecryptionScheduleIsTheOtherWithItsRoundsInReverseOrder) {
 }
 
 TEST(DesKey, TheContextIsTwoSchedulesOf32Words) {
-  static_assert(sizeof(des_ctx) == 2 * 32 * 4);
+  static_assert(sizeof(des_ctx) == 256);
   static_assert(offsetof(des_ctx, encryption) == 0);
-  static_assert(offsetof(des_ctx, decryption) == 32 * 4);
+  static_assert(offsetof(des_ctx, decryption) == 128);
   static_assert(std::is_trivial_v<des_ctx>);
 }

@@ -27,7 +27,7 @@ std::string encrypted(std::string const & text) {
 std::string decrypted(std::string hex) {
   unsigned char * text = nullptr;
   Kiv_Decrypt(hex.data(), text);
-  std::string const result(reinterpret_cast<char *>(text), hex.size() / 2);
+  std::string result(reinterpret_cast<char *>(text), hex.size() / 2);
   EXPECT_EQ(text[hex.size() / 2], '\0');
   delete[] text;
   return result;

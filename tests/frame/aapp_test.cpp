@@ -4,6 +4,7 @@
 #include "aplatfrm.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
+#include "support/import_hook.hpp"
 #include "sv/help.hpp"
 #include "sv/imagepool.hpp"
 #include "sv/resource.hpp"
@@ -11,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cstring>
 #include <ostream>
 #include <process.h>
 
@@ -84,6 +87,58 @@ TEST(Application, StartedInARootKeepsOneSeparator) {
   runMain(application);
   EXPECT_STREQ(Kiv_GetStartCWD(true).c_str(), "C:\\");
   EXPECT_STREQ(Kiv_GetStartCWD(false).c_str(), "C:");
+}
+
+struct FolderRow {
+  char const * told;
+  char const * kept;
+};
+std::ostream & operator<<(std::ostream & out, FolderRow const & row) { return out << '[' << row.told << ']'; }
+
+char const * toldFolder = "";
+DWORD WINAPI tellFolder(DWORD size, char * buffer) {
+  EXPECT_EQ(size, 260u);
+  DWORD const length = static_cast<DWORD>(std::strlen(toldFolder));
+  if (length >= size)
+    return length + 1;
+  std::memcpy(buffer, toldFolder, length + 1);
+  return length;
+}
+
+std::string const kLongestFolder = "C:\\" + std::string(256, 'f');
+std::string const kTooLongFolder = kLongestFolder + "f";
+
+class StartFolder : public testing::TestWithParam<FolderRow> {};
+TEST_P(StartFolder, HasBackslashesAndEndsInOne) {
+  RecordingApplication application;
+  toldFolder = GetParam().told;
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
+                          {{"GetCurrentDirectoryA", reinterpret_cast<void *>(tellFolder)}});
+  runMain(application);
+  EXPECT_STREQ(Kiv_GetStartCWD(true).c_str(), GetParam().kept);
+}
+INSTANTIATE_TEST_SUITE_P(Application, StartFolder,
+                         testing::Values(FolderRow{"C:\\a b", "C:\\a b\\"}, FolderRow{"C:/a/b", "C:\\a\\b\\"},
+                                         FolderRow{"C:\\a\\", "C:\\a\\"}, FolderRow{"C:/", "C:\\"},
+                                         FolderRow{"C:\\a//", "C:\\a\\"},
+                                         FolderRow{"\\\\server\\share", "\\\\server\\share\\"}, FolderRow{"", ""}));
+
+TEST(StartFolderName, OfGreatestLengthIsKept) {
+  RecordingApplication application;
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
+                          {{"GetCurrentDirectoryA", reinterpret_cast<void *>(tellFolder)}});
+  toldFolder = kLongestFolder.c_str();
+  runMain(application);
+  EXPECT_EQ(Kiv_GetStartCWD(false).c_str(), kLongestFolder);
+}
+
+TEST(StartFolderName, ThatIsTooLongLeavesTheStartUnknown) {
+  RecordingApplication application;
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
+                          {{"GetCurrentDirectoryA", reinterpret_cast<void *>(tellFolder)}});
+  toldFolder = kTooLongFolder.c_str();
+  runMain(application);
+  EXPECT_EQ(Kiv_GetStartCWD(true).Len(), 0);
 }
 
 TEST(Application, TakesItsPicturesFromTheProgramFolder) {
@@ -239,6 +294,38 @@ TEST(Resources, LeaveNoManagerActiveAfterMain) {
   application.onPrepare = [&] { return SV::Resource::SetResManager(&manager), 0; };
   runMain(application);
   EXPECT_EQ(SV::Resource::GetResManager(), nullptr);
+}
+
+class LanguagePack : public testing::TestWithParam<int> {};
+TEST_P(LanguagePack, HasTheTextsOfTheFrameAndOfInternalErrors) {
+  RecordingApplication application;
+  SV::ResMgr manager(("language\\" + std::to_string(GetParam()) + "\\kivara72.dll").c_str());
+  ASSERT_TRUE(manager.IsLoaded());
+  for (unsigned long const id : {0x200290B, 0x2002922, 0x2002923, 0x2002924, 0x2000D18, 0x2002B7E})
+    EXPECT_NE(SV::Resource::LoadString(SV::ResId(id, &manager)).Len(), 0) << std::hex << id;
+  std::string const report = SV::Resource::LoadString(SV::ResId(0x2002B7E, &manager)).c_str();
+  EXPECT_NE(report.find("%s"), std::string::npos) << "the place of the error's code";
+  EXPECT_TRUE(application.steps().empty());
+}
+INSTANTIATE_TEST_SUITE_P(Languages, LanguagePack, testing::Values(1031, 2057));
+
+/// The place of a virtual operation among those of its class.
+template <class Member> std::ptrdiff_t slotOf(Member member) {
+  struct Layout {
+    std::ptrdiff_t function;
+    std::ptrdiff_t adjustment;
+  };
+  return (std::bit_cast<Layout>(member).function - 1) / static_cast<std::ptrdiff_t>(sizeof(void *));
+}
+
+TEST(Application, HasItsOwnVirtualOperationsBehindTheToolkitsInSlotOrder) {
+  EXPECT_EQ(slotOf(&KivMDIApplication::SysChange), slotOf(&SV::Application::SysChange));
+  EXPECT_EQ(slotOf(&KivMDIApplication::Main), slotOf(&SV::Application::Main));
+  EXPECT_EQ(slotOf(&KivMDIApplication::Exception), slotOf(&SV::Application::Exception));
+  std::ptrdiff_t const last = slotOf(&SV::MDIApplication::PaintMDIClient);
+  EXPECT_EQ(slotOf(&KivMDIApplication::runApplication), last + 1);
+  EXPECT_EQ(slotOf(&KivMDIApplication::prepareApplication), last + 2);
+  EXPECT_EQ(slotOf(&KivMDIApplication::getMDIClientImage), last + 3);
 }
 
 } // namespace

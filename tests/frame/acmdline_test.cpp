@@ -546,7 +546,7 @@ TEST(CmdlineSecondInit, WithAGUIKeepsWhatWasForcedWithoutOne) {
   initWithoutGUI({"-logfirst.log"});
   KivCmdline const & cmdline = initWith({"-logsecond.log"});
   EXPECT_TRUE(KivCmdline::noGUI());
-  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "first.log");
+  EXPECT_EQ(text(cmdline.getModalDialogSuppressionLogfileName()), "second.log");
 }
 
 TEST(CmdlineSecondInit, WithoutAGUIClearsX) {

@@ -2,6 +2,7 @@
 
 #include "acmdline.hpp"
 #include "frame/box_watch.hpp"
+#include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
 #include "sv/sysdepen.hpp"
 
@@ -57,6 +58,16 @@ TEST(Entry, WithAToolkitThatDoesNotComeUpSaysSoAndAnswers1) {
   EXPECT_EQ(watch.boxes()[0].title, "Severe StarView error");
   EXPECT_EQ(watch.boxes()[0].text, "Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!");
   EXPECT_TRUE(application.steps().empty());
+}
+
+TEST(Entry, UnderSuppressionThatAConstructorHasSetSaysItInTheLog) {
+  SV::Application::SetModalDialogSuppression(true);
+  SV::Application::SetModalDialogSuppressionLogfileName("dialogs.txt");
+  BoxWatch watch;
+  EXPECT_EQ(enter(), 1);
+  EXPECT_TRUE(watch.boxes().empty());
+  EXPECT_EQ(kivtest::contents("dialogs.txt"),
+            "Severe error: No instance of class application (aSVData.pApp)!\r\n\r\nPlease contact your vendor!\r\n");
 }
 
 TEST(Entry, PrinterSwitchesHaveTheirInitialValues) {

@@ -72,14 +72,21 @@ TEST(SevereExceptionText, ReadsAFileNameWithoutAnEndNoFurtherThanMemoryGoes) {
   EXPECT_NE(fileText(name.address()).find("\nResource file name: unterminated\n\nThis is"), std::string::npos);
 }
 
-TEST(SevereExceptionText, TellsAFileNameThatIsEmpty) {
+TEST(SevereExceptionText, AFileNameThatCannotBeReadIsEmpty) {
+  for (unsigned long const address : {1UL, 0xFFFFUL})
+    EXPECT_EQ(fileText(address),
+              "[Tool-10004]\nInternal error loading a resource file.\nResource file name: " + std::string(kTail));
+}
+
+TEST(SevereExceptionText, AnEmptyFileNameIsToldToo) {
   LowText const name(std::string(1, '\0'));
   EXPECT_EQ(fileText(name.address()),
             "[Tool-10004]\nInternal error loading a resource file.\nResource file name: " + std::string(kTail));
 }
 
-TEST(SevereExceptionText, LeavesOutAFileNameThatCannotBeRead) {
-  EXPECT_EQ(fileText(1), "[Tool-10004]\nInternal error loading a resource file." + std::string(kTail));
+TEST(SevereExceptionText, AFileNameIsToldToItsFirst1023Bytes) {
+  LowText const name(std::string(2000, 'n'));
+  EXPECT_NE(fileText(name.address()).find(": " + std::string(1023, 'n') + "\n\nThis is"), std::string::npos);
 }
 
 TEST(SevereExceptionText, AnEmptyNameLeavesTheBracket) {

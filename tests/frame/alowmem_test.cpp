@@ -1,6 +1,7 @@
 #include "aentry.hpp"
 #include "frame/box_watch.hpp"
 #include "frame/recording_application.hpp"
+#include "support/import_hook.hpp"
 
 #include <gtest/gtest.h>
 
@@ -44,6 +45,32 @@ TEST(LowMemory, AsksAgainAtTheNextFailure) {
     EXPECT_EQ(std::malloc(tooMuch), nullptr);
   });
   EXPECT_EQ(watch.boxes().size(), 2u);
+}
+
+/// What the library does with the system's heap, which only its reserve comes from.
+std::vector<std::string> heapCalls;
+
+void * WINAPI heapAlloc(HANDLE heap, DWORD flags, SIZE_T size) {
+  heapCalls.push_back("take " + std::to_string(size));
+  return HeapAlloc(heap, flags, size);
+}
+
+BOOL WINAPI heapFree(HANDLE heap, DWORD flags, void * block) {
+  heapCalls.push_back("give");
+  return HeapFree(heap, flags, block);
+}
+
+TEST(LowMemory, GivesItsReserveBeforeItAsksAndTakesAnotherForARetryOnly) {
+  support::replaceImports(
+      GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
+      {{"HeapAlloc", reinterpret_cast<void *>(heapAlloc)}, {"HeapFree", reinterpret_cast<void *>(heapFree)}});
+  BoxWatch watch({IDRETRY, IDCANCEL, IDCANCEL});
+  watch.whileOpen = [] { heapCalls.push_back("asked"); };
+  inApplication([] {
+    EXPECT_EQ(std::malloc(tooMuch), nullptr);
+    EXPECT_EQ(std::malloc(tooMuch), nullptr);
+  });
+  EXPECT_EQ(heapCalls, (std::vector<std::string>{"give", "asked", "take 4096", "give", "asked", "asked"}));
 }
 
 TEST(LowMemory, ShowsNothingUnderSuppressionAndGivesUp) {

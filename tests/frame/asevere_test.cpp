@@ -33,6 +33,14 @@ TEST(SevereException, OfASystemObjectIsToldToo) {
             0u);
 }
 
+TEST(SevereException, OfAnApplicationWithANullNameHasAnEmptyOne) {
+  RecordingApplication application(true, nullptr);
+  BoxWatch watch;
+  application._handleException(0x200, 0);
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_EQ(watch.boxes()[0].text.rfind("[-10002]\n", 0), 0u) << watch.boxes()[0].text;
+}
+
 TEST(SevereException, TheBoxHasNoOwnerWithoutAVisibleApplicationWindow) {
   RecordingApplication application;
   SV::InitSV(0, nullptr);

@@ -15,7 +15,8 @@ namespace kivtest {
 /// so that an application without resources runs to its end.
 class RecordingApplication : public KivMDIApplication {
 public:
-  explicit RecordingApplication(bool hasGUI = true) : KivMDIApplication("Recorder", hasGUI, "log_recorder") {}
+  explicit RecordingApplication(bool hasGUI = true, char const * applicationName = "Recorder")
+      : KivMDIApplication(applicationName, hasGUI, "log_recorder") {}
 
   /// What the two calls do besides; they give 0 when they are not set.
   std::function<int()> onPrepare;

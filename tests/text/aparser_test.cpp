@@ -42,26 +42,34 @@ Tokens tokensOf(std::string_view text, int commaFlag = kCommaSeparates) {
 
 } // namespace
 
-struct Cut {
-  char const * text;
-  int commaFlag;
-  Tokens tokens;
-};
-
-class TextParserCuts : public testing::TestWithParam<Cut> {};
-
-TEST_P(TextParserCuts, IntoTokens) { EXPECT_EQ(tokensOf(GetParam().text, GetParam().commaFlag), GetParam().tokens); }
-
-INSTANTIATE_TEST_SUITE_P(Table, TextParserCuts,
-                         testing::Values(Cut{"a,b", 1, {"a", ",", "b"}}, Cut{"a,b", 0, {"a,b"}}, Cut{"a,b", 2, {"a,b"}},
-                                         Cut{"a,b", 3, {"a", ",", "b"}}, // the lowest bit counts
-                                         Cut{"a,b", -1, {"a", ",", "b"}}, Cut{",", 0, {","}},
-                                         Cut{"x=-1.5e3;", 1, {"x", "=", "-1.5e3", ";"}}, Cut{"a+b", 1, {"a+b"}},
-                                         Cut{"--", 1, {"--"}}, Cut{"_a.b", 1, {"_a.b"}}, Cut{"((", 1, {"(", "("}},
-                                         Cut{"(a)", 1, {"(", "a", ")"}},
-                                         Cut{"a\tb\vc\fd e", 1, {"a", "b", "c", "d", "e"}},
-                                         Cut{"\"a b\"", 1, {"\"", "a", "b", "\""}}, Cut{"", 1, {}},
-                                         Cut{" \n \n", 1, {}}, Cut{"a\r\nb\rc", 1, {"a", "b", "c"}}));
+TEST(TextParser, CutsTextIntoTokens) {
+  struct Row {
+    char const * text;
+    int commaFlag;
+    Tokens tokens;
+  };
+  Row const rows[] = {
+      {"a,b", 1, {"a", ",", "b"}},
+      {"a,b", 0, {"a,b"}},
+      {"a,b", 2, {"a,b"}}, // only the lowest bit counts
+      {"a,b", 3, {"a", ",", "b"}},
+      {"a,b", -1, {"a", ",", "b"}},
+      {",", 0, {","}},
+      {"x=-1.5e3;", 1, {"x", "=", "-1.5e3", ";"}},
+      {"a+b", 1, {"a+b"}},
+      {"--", 1, {"--"}},
+      {"_a.b", 1, {"_a.b"}},
+      {"((", 1, {"(", "("}},
+      {"(a)", 1, {"(", "a", ")"}},
+      {"a\tb\vc\fd e", 1, {"a", "b", "c", "d", "e"}},
+      {"\"a b\"", 1, {"\"", "a", "b", "\""}},
+      {"", 1, {}},
+      {" \n \n", 1, {}},
+      {"a\r\nb\rc", 1, {"a", "b", "c"}},
+  };
+  for (auto const & row : rows)
+    EXPECT_EQ(tokensOf(row.text, row.commaFlag), row.tokens) << row.text << " with flag " << row.commaFlag;
+}
 
 TEST(TextParser, EveryByteIsClassedByTheLocaleInForce) {
   for (char const * const locale : {"C", ".ACP"}) {

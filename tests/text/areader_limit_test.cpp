@@ -39,7 +39,7 @@ TEST(LineLimit, UnterminatedLineOf8192BytesAtTheEndOfTheFileEndsTheProcess) {
 
 TEST(LineLimit, LineOf8191BytesIsDelivered) {
   auto const result =
-      support::runProgram({.program = "line_reader", .arguments = writeText(x(8191) + "\r\n" + x(8191))});
+      support::runProgram({.program = "line_reader", .arguments = writeText("ab\n" + x(8191) + "\r\n" + x(8191))});
   EXPECT_EQ(result.exitCode, 0u);
-  EXPECT_EQ(result.output, "8192\r\n8192\r\nend\r\n");
+  EXPECT_EQ(result.output, "3\r\n8192\r\n8192\r\nend\r\n");
 }

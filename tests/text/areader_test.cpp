@@ -144,25 +144,27 @@ TEST(TextFileReader, LastLineWithoutTerminatorIsDeliveredWithALineFeed) {
   EXPECT_EQ(line, "kept");
 }
 
-struct Split {
-  char const * text;
-  Lines lines;
-};
-
-class TextFileReaderSplits : public testing::TestWithParam<Split> {};
-
-TEST_P(TextFileReaderSplits, AtEachTerminator) { EXPECT_EQ(linesOfText(GetParam().text), GetParam().lines); }
-
-INSTANTIATE_TEST_SUITE_P(Table, TextFileReaderSplits,
-                         testing::Values(Split{"a\nb\n", {"a\n", "b\n"}},          // no extra line behind a terminator
-                                         Split{"a\rb\r", {"a\n", "b\n"}},          // a carriage return alone
-                                         Split{"a\r\nb\r\n", {"a\n", "b\n"}},      // the pair counts once
-                                         Split{"a\n\rb", {"a\n", "\n", "b\n"}},    // line feed, carriage return: two
-                                         Split{"a\r\r\nb", {"a\n", "\n", "b\n"}},  //
-                                         Split{"a\r\n\nb", {"a\n", "\n", "b\n"}},  //
-                                         Split{"\n", {"\n"}}, Split{"\r", {"\n"}}, //
-                                         Split{"\r\n", {"\n"}}, Split{"a", {"a\n"}}, //
-                                         Split{"a\n\n\nb", {"a\n", "\n", "\n", "b\n"}}));
+TEST(TextFileReader, LinesEndAtEachTerminator) {
+  struct Row {
+    char const * text;
+    Lines lines;
+  };
+  Row const rows[] = {
+      {"a\nb\n", {"a\n", "b\n"}},               // no extra line behind a terminator
+      {"a\rb\r", {"a\n", "b\n"}},               // a carriage return alone
+      {"a\r\nb\r\n", {"a\n", "b\n"}},           // the pair counts once
+      {"a\n\rb", {"a\n", "\n", "b\n"}},         // line feed and carriage return: two
+      {"a\r\r\nb", {"a\n", "\n", "b\n"}},       // carriage return and pair
+      {"a\r\n\nb", {"a\n", "\n", "b\n"}},       // pair and line feed
+      {"a\n\n\nb", {"a\n", "\n", "\n", "b\n"}}, // three line feeds
+      {"\n", {"\n"}},                           //
+      {"\r", {"\n"}},                           //
+      {"\r\n", {"\n"}},                         //
+      {"a", {"a\n"}},                           //
+  };
+  for (auto const & row : rows)
+    EXPECT_EQ(linesOfText(row.text), row.lines) << testing::PrintToString(row.text);
+}
 
 TEST(TextFileReader, BytesOfValueZeroAreCopied) {
   using namespace std::string_literals;

@@ -52,7 +52,10 @@ INSTANTIATE_TEST_SUITE_P(Server, ValidFilename,
                                          Row{"\\\\server\\share\\", false}, Row{"\\\\\\share\\file", false},
                                          Row{"\\\\server\\\\file", false}, Row{"\\\\ser\tver\\share\\file", false},
                                          Row{"\\\\s\xE4\\share\\file", true}, Row{"\\\\server\\share\\C:file", false},
-                                         Row{"\\\\server\\share\\CON", false}, Row{"\\\\server\\share\\a//b", false},
+                                         Row{"\\\\server\\share\\CON", false}, Row{"\\\\s*r/v:r\\sh?re\\file", true},
+                                         Row{"\\\\CON\\NUL\\file", true}, Row{"\\\\server\\share\\con.txt", false},
+                                         Row{"\\\\server\\share\\\\file", true}, Row{"\\\\s\x1F\\share\\file", false},
+                                         Row{"\\\\s r\\share\\file", true}, Row{"\\\\server\\share\\a//b", false},
                                          Row{"\\\\server\\share\\a*b", false}));
 
 } // namespace

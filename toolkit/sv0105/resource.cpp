@@ -3,6 +3,7 @@
 #include "loading.hpp"
 
 #include <cstring>
+#include <string>
 #include <utility>
 
 namespace SV {
