@@ -37,17 +37,36 @@ private:
   }
 
   void word() {
-    static char const * const kWords[] = {"the",    "process", "of",      "an",         "order",    "begins",  "when",
-                                          "a",      "customer", "signs",  "well-known", "e.g",      "step_two", "Department",
-                                          "office", "Gesch\xE4" "ft", "answers", "within", "days", "responsibility"};
+    static char const * const kWords[] = {"the",
+                                          "process",
+                                          "of",
+                                          "an",
+                                          "order",
+                                          "begins",
+                                          "when",
+                                          "a",
+                                          "customer",
+                                          "signs",
+                                          "well-known",
+                                          "e.g",
+                                          "step_two",
+                                          "Department",
+                                          "office",
+                                          "Gesch\xE4"
+                                          "ft",
+                                          "answers",
+                                          "within",
+                                          "days",
+                                          "responsibility"};
     char const * const word = kWords[random_() % std::size(kWords)];
-    report += std::to_string(line_) + ':' + std::to_string(text.size() - lineStart_ + 1) + ' ' + std::to_string(text.size()) +
-              ' ' + word + "\r\n";
+    report += std::to_string(line_) + ':' + std::to_string(text.size() - lineStart_ + 1) + ' ' +
+              std::to_string(text.size()) + ' ' + word + "\r\n";
     add(word);
   }
 
   void decoratedWord() {
-    static char const * const kAround[][2] = {{"(", ")"}, {"\"", "\""}, {"'", "'"}, {"--", "--"}, {"", ","}, {"", ";"}, {"", "..."}};
+    static char const * const kAround[][2] = {{"(", ")"}, {"\"", "\""}, {"'", "'"}, {"--", "--"},
+                                              {"", ","},  {"", ";"},    {"", "..."}};
     auto const & around = kAround[random_() % std::size(kAround)];
     add(around[0]);
     word();
