@@ -44,15 +44,19 @@ lint_cppcheck() {
       --inline-suppr --error-exitcode=1 --suppress=missingIncludeSystem -Ikivara/include -Itoolkit/sv0105/include)
 }
 
-# clang reads the cross-compiler's commands with its headers named one by one.
+# clang reads the cross-compiler's commands with its headers named one by one, and without the options that it does not know.
 lint_tidy() {
   say "clang-tidy (some minutes)"
+  local commands
+  commands=$(build_dir)/lint
+  mkdir -p "$commands"
+  sed 's/ -fno-ipa-ra//g' "$(build_dir)/compile_commands.json" >"$commands/compile_commands.json"
   local base=/usr/lib/gcc/x86_64-w64-mingw32/12-posix/include folders=()
   local folder
   for folder in "$base/c++" "$base/c++/x86_64-w64-mingw32" "$base/c++/backward" /usr/x86_64-w64-mingw32/include; do
     folders+=("--extra-arg-before=-isystem$folder")
   done
-  (cd "$root" && tidy_sources | xargs -r -P "$(nproc)" -n 4 clang-tidy --quiet -p "$(build_dir)" \
+  (cd "$root" && tidy_sources | xargs -r -P "$(nproc)" -n 4 clang-tidy --quiet -p "$commands" \
     --extra-arg-before=--target=x86_64-w64-mingw32 "${folders[@]}" --extra-arg=-Wno-unknown-warning-option \
     --extra-arg=-Wno-unused-command-line-argument 2> >(grep -vE 'warnings? generated|Suppressed|Use -header-filter' >&2))
 }

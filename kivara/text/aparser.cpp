@@ -31,6 +31,16 @@ char const * behindToken(char const * text, CharClasses classes) {
   return end != text ? end : text + 1;
 }
 
+bool sameCharacters(char const * text, SV::String const & s) {
+  return std::memcmp(text, s.c_str(), static_cast<std::size_t>(s.Len())) == 0;
+}
+
+/// Whether \p first and \p second are the last characters in front of \p place, of which there are enough.
+bool standsInFrontOf(char const * place, SV::String const & first, SV::String const & second) {
+  char const * const middle = place - second.Len();
+  return sameCharacters(middle, second) && sameCharacters(middle - first.Len(), first);
+}
+
 } // namespace
 
 KivTextParser::KivTextParser(KivLineReader * reader, int commaFlag)
@@ -205,10 +215,7 @@ void KivTextParser::_ImpTakeLookAhead(char const * token, char const * end) {
 /// in the part of the line that is worked off, and then nothing is copied.
 void KivTextParser::_ImpPutLookAheadBack() {
   std::int64_t const length = std::int64_t{spacesToken.Len()} + lookAheadToken.Len();
-  char const * const front = length <= workedOff ? _ImpRest() - length : nullptr;
-  if (front != nullptr && std::memcmp(front, spacesToken.c_str(), static_cast<std::size_t>(spacesToken.Len())) == 0 &&
-      std::memcmp(front + spacesToken.Len(), lookAheadToken.c_str(), static_cast<std::size_t>(lookAheadToken.Len())) ==
-          0)
+  if (length <= workedOff && standsInFrontOf(_ImpRest(), spacesToken, lookAheadToken))
     workedOff -= static_cast<std::int32_t>(length);
   else
     _ImpSetRest(spacesToken + lookAheadToken + currentLine.substr(workedOff));
