@@ -10,6 +10,7 @@ verb_format() {
   (cd "$root" && sources '*.cpp' '*.hpp' | xargs -r clang-format -i)
 }
 
+# verb_lint [--fast]: --fast leaves out clang-tidy, which takes some minutes.
 verb_lint() {
   configure
   need_packages "${lint_packages[@]}"
@@ -17,7 +18,7 @@ verb_lint() {
   lint_format || failed+=("formatting: ./dev format mends it")
   lint_shell || failed+=("shell scripts: each line above names its rule; shellcheck.net explains it")
   lint_cppcheck || failed+=("cppcheck: mend what it names, or suppress one line with a // cppcheck-suppress and the reason")
-  lint_tidy || failed+=("clang-tidy: mend what it names, or say // NOLINT(check): and the reason")
+  [[ ${1:-} == --fast ]] || lint_tidy || failed+=("clang-tidy: mend what it names, or say // NOLINT(check): and the reason")
   if ((${#failed[@]} > 0)); then
     say "found by lint:"
     printf '  %s\n' "${failed[@]}" >&2

@@ -66,6 +66,8 @@ int main(int count, char ** arguments) {
     std::fprintf(stderr, "words: cannot read %s\n", arguments[1]);
     return 1;
   }
+  static char buffer[1 << 16]; // a line for each word: not a write for each line
+  std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
   reportWords(parser);
   return 0;
 }

@@ -19,7 +19,7 @@
 namespace support {
 
 /// Every wait of the harness ends after this many seconds unless the test names another limit.
-inline constexpr double kTimeLimit = 60;
+inline constexpr double kTimeLimit = 150;
 
 /// How a program is started.
 struct ProgramStart {
