@@ -49,8 +49,10 @@ keep_wine_alive() {
   started+=($!)
   exec {silence}>&-
   rm -rf "$folder"
-  # The first program of a test would start the server's helpers otherwise, and they would keep its output open.
-  "$wine_loader" cmd /c exit </dev/null >/dev/null 2>&1 || true
+  # The first window would start the desktop otherwise, which would keep the output of that test open to the end of all.
+  "$wine_loader" explorer.exe /desktop </dev/null >/dev/null 2>&1 &
+  started+=($!)
+  sleep 3
 }
 
 has_display() { [[ -n ${DISPLAY:-} ]] && xdpyinfo >/dev/null 2>&1; }
