@@ -14,7 +14,7 @@ using kivara::CharClasses;
 using kivara::GatheredText;
 
 /// For tokens and white space. Three: the look-ahead token, the one handed out, and a blank may have the same length.
-class kivara::TokenSpares : public SpareTexts<20, 3> {};
+class kivara::TokenSpares : public SpareTexts<52, 3> {};
 
 namespace {
 

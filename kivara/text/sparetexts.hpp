@@ -5,7 +5,9 @@
 #include "tools/string.hpp"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace kivara {
@@ -24,8 +26,10 @@ public:
       if (Shelf * const shelf = shelfOf(length); shelf != nullptr && shelf->count != 0)
         target = std::move(shelf->texts[--shelf->count]);
     }
-    if (length != 0 || target.Len() != 0)
+    if (target.Len() != length || shared(target))
       target.Assign(text, length);
+    else
+      copyShort(target.writable(), text, static_cast<std::size_t>(length));
   }
 
   /// Takes the block of a text that is about to be overwritten, if there is a place for it; the text is then empty.
@@ -40,6 +44,24 @@ private:
     std::array<SV::String, kDepth> texts;
     std::size_t count = 0;
   };
+
+  /// The runtime's own copying takes longer to begin than a token takes to copy.
+  static void copyShort(char * to, char const * from, std::size_t length) {
+    if (length >= 16)
+      copyByPieces<16>(to, from, length);
+    else if (length >= 4)
+      copyByPieces<4>(to, from, length);
+    else
+      for (std::size_t i = 0; i < length; ++i)
+        to[i] = from[i];
+  }
+
+  /// At least one piece; the last one overlaps the one before it.
+  template <std::size_t kPiece> static void copyByPieces(char * to, char const * from, std::size_t length) {
+    for (std::size_t at = 0; at + kPiece < length; at += kPiece)
+      std::memcpy(to + at, from + at, kPiece);
+    std::memcpy(to + length - kPiece, from + length - kPiece, kPiece);
+  }
 
   static bool shared(SV::String const & text) { return text.block()->nRefCount != 0; }
 
