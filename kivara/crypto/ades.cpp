@@ -51,15 +51,12 @@ template <int Blocks> struct Halves {
   exchange(left, right, 4, 0x0f0f0f0f);
 }
 
-// The eight functions change different bits, so joining them by "or" and by addition does the same as exclusive-or; in this mixture
-// the compiler keeps pairs that do not wait for each other, where it would make one long chain of eight.
 [[gnu::always_inline]] inline uint32_t roundChange(uint32_t half, uint32_t const * key) {
   uint32_t const even = half ^ key[0];
   uint32_t const odd = std::rotl(half, 4) ^ key[1];
-  return ((kCombined[0][even >> 26] | kCombined[2][even >> 18 & 63]) +
-          (kCombined[4][even >> 10 & 63] | kCombined[6][even >> 2 & 63])) ^
-         ((kCombined[1][odd >> 26] | kCombined[3][odd >> 18 & 63]) +
-          (kCombined[5][odd >> 10 & 63] | kCombined[7][odd >> 2 & 63]));
+  return kCombined[0][even >> 26] ^ kCombined[2][even >> 18 & 63] ^ kCombined[4][even >> 10 & 63] ^
+         kCombined[6][even >> 2 & 63] ^ kCombined[1][odd >> 26] ^ kCombined[3][odd >> 18 & 63] ^
+         kCombined[5][odd >> 10 & 63] ^ kCombined[7][odd >> 2 & 63];
 }
 
 template <int Blocks> Halves<Blocks> load(unsigned char const * data) {
