@@ -1,0 +1,90 @@
+#include "atrace.hpp"
+
+#include "acmdline.hpp"
+#include "diagnostics/boundedtext.hpp"
+#include "tools/winapi.hpp"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+bool tracingEnabled = false;
+FILE * traceStream = nullptr;
+char const * pendingFile = nullptr;
+int pendingLine = 0;
+int traceCounter = 0;
+
+// The runtime's own functions: libstdc++ would otherwise put its own in their place, which read formats differently.
+void writePrefix() {
+  __ms_fprintf(traceStream, "%s [%d]: ", pendingFile, pendingLine);
+  pendingFile = nullptr;
+  pendingLine = 0;
+}
+
+/// The console shows the OEM character set. Pieces keep the stack small and need no heap, whatever the text's length.
+void writeToConsole(char const * text) {
+  char piece[512];
+  for (std::size_t rest = std::strlen(text); rest > 0;) {
+    std::size_t const length = std::min(rest, sizeof piece - 1);
+    CharToOemBuffA(text, piece, static_cast<DWORD>(length));
+    piece[length] = '\0';
+    std::fputs(piece, stderr);
+    text += length;
+    rest -= length;
+  }
+}
+
+} // namespace
+
+void Kiv_TraceSetHandle(FILE * stream) {
+  if (traceStream != nullptr)
+    std::fflush(traceStream);
+  traceStream = stream != nullptr ? stream : stdout;
+}
+
+void Kiv_TraceSetSourceInfo(char const * file, int line) {
+  pendingFile = file;
+  pendingLine = line;
+}
+
+void Kiv_Trace(char const * format, ...) {
+  if (!tracingEnabled)
+    return;
+  if (traceStream == nullptr)
+    Kiv_TraceSetHandle(nullptr);
+  if (pendingFile != nullptr)
+    writePrefix();
+  va_list arguments;
+  va_start(arguments, format);
+  __ms_vfprintf(traceStream, format, arguments);
+  va_end(arguments);
+  std::fputc('\n', traceStream);
+  std::fflush(traceStream);
+}
+
+void Kiv_EnableTracing(bool on) { tracingEnabled = on; }
+bool Kiv_IsTracingEnabled() { return tracingEnabled; }
+
+void Kiv_IncTraceCounter() { ++traceCounter; }
+void Kiv_DecTraceCounter() { --traceCounter; }
+
+void KivDebugOut(char const * text) {
+  if (text == nullptr)
+    return;
+  if (IsDebuggerPresent())
+    OutputDebugStringA(text);
+  if (KivCmdline::dynamicConsole())
+    writeToConsole(text);
+}
+
+void Kiv_DoHeapCheck(char const * file, long line, char const *) {
+  if (std::getenv("KIV_NO_HEAPCHECK") != nullptr)
+    return;
+  kivara::BoundedText<512> const text("[debug] Performing HeapCheck %s (%u)", kivara::orEmpty(file),
+                                      static_cast<unsigned>(line));
+  KivDebugOut(text.c_str());
+  KivDebugOut(" - done\n");
+}

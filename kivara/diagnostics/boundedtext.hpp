@@ -1,0 +1,32 @@
+#pragma once
+/// \file
+/// Formatting into a fixed buffer with the runtime's own functions. Internal.
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdio>
+
+namespace kivara {
+
+/// A text of at most Size - 1 characters on the stack; longer ones are cut.
+template <std::size_t Size> class BoundedText {
+public:
+  // The runtime's own function: libstdc++ would otherwise put its own in its place, which reads formats differently.
+  __attribute__((format(ms_printf, 2, 3))) explicit BoundedText(char const * format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    __ms_vsnprintf(text_, Size, format, arguments);
+    va_end(arguments);
+    text_[Size - 1] = '\0'; // the runtime leaves a full buffer without one
+  }
+
+  char const * c_str() const { return text_; }
+
+private:
+  char text_[Size];
+};
+
+/// Null counts as the empty text.
+inline char const * orEmpty(char const * text) { return text != nullptr ? text : ""; }
+
+} // namespace kivara
