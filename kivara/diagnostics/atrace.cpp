@@ -4,10 +4,8 @@
 #include "diagnostics/boundedtext.hpp"
 #include "tools/winapi.hpp"
 
-#include <algorithm>
 #include <cstdarg>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
@@ -24,16 +22,28 @@ void writePrefix() {
   pendingLine = 0;
 }
 
-/// The console shows the OEM character set. Pieces keep the stack small and need no heap, whatever the text's length.
+/// The length of the start of the text that has at most so many bytes and tears no double-byte character.
+std::size_t pieceLength(char const * text, std::size_t most) {
+  std::size_t length = 0;
+  while (text[length] != '\0') {
+    bool const isPair = IsDBCSLeadByte(static_cast<BYTE>(text[length])) && text[length + 1] != '\0';
+    std::size_t const next = length + (isPair ? 2 : 1);
+    if (next > most)
+      break;
+    length = next;
+  }
+  return length;
+}
+
+/// The console shows the OEM character set. Lines go out whole, only very long texts in pieces: that keeps the stack
+/// small and needs no heap, which may be what is broken.
 void writeToConsole(char const * text) {
-  char piece[512];
-  for (std::size_t rest = std::strlen(text); rest > 0;) {
-    std::size_t const length = std::min(rest, sizeof piece - 1);
+  char piece[4096];
+  while (std::size_t const length = pieceLength(text, sizeof piece - 1)) {
     CharToOemBuffA(text, piece, static_cast<DWORD>(length));
     piece[length] = '\0';
     std::fputs(piece, stderr);
     text += length;
-    rest -= length;
   }
 }
 
@@ -59,7 +69,7 @@ void Kiv_Trace(char const * format, ...) {
     writePrefix();
   va_list arguments;
   va_start(arguments, format);
-  __ms_vfprintf(traceStream, format, arguments);
+  __ms_vfprintf(traceStream, format != nullptr ? format : "", arguments);
   va_end(arguments);
   std::fputc('\n', traceStream);
   std::fflush(traceStream);

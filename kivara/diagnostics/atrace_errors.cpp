@@ -1,5 +1,5 @@
-#include "acmdline.hpp"
 #include "aappinfo.hpp"
+#include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "diagnostics/boundedtext.hpp"
@@ -30,9 +30,11 @@ bool deadNet = false;
 bool deadNetworkShown = false;
 bool exitShown = false;
 
-/// A text of the language's resources; the built-in one as long as there are none: loading would raise a severe exception.
+/// A text of the language's resources, or the built-in one. Without a resource manager nothing is loaded: that would
+/// raise a severe exception.
 String resourceText(unsigned long id, char const * builtIn) {
-  return SV::Resource::GetResManager() != nullptr ? SV::Resource::LoadString(id) : String(builtIn);
+  String const text = SV::Resource::GetResManager() != nullptr ? SV::Resource::LoadString(id) : String();
+  return text.Len() != 0 ? text : String(builtIn);
 }
 
 /// The module's name, the line and the version: "aparser-246 [7.20.00.5050]".
@@ -94,7 +96,6 @@ void displayErrorMessage(char const * file, unsigned line) {
   }
   String const code = errorCode(file, line);
   String text = withCode(resourceText(kInternalErrorText, kBuiltInInternalErrorText), code);
-  SV::Window * const window = Application::GetAppWindow();
   WaitPause const pause;
   KivDebugOut(BoundedText<1024>("[dEM] %s (%u): %s\n", orEmpty(file), line, code.c_str()).c_str());
   bool const withCancel = KivCmdline::releaseAssertionsEnabled();
@@ -106,8 +107,9 @@ void displayErrorMessage(char const * file, unsigned line) {
   // JOIN acrash: Fct_CreateMiniDump(file, line), before the debugger stops the program
   if (cancelled)
     DebugBreak();
-  if (window != nullptr)
-    window->Update(); // what the box covered is drawn before the program goes on
+  // Asked for only now: the messages of the box may have closed it. What the box covered is drawn at once.
+  if (SV::Window * const window = Application::GetAppWindow())
+    window->Update();
 }
 
 void displayDeadNetworkMessage() {
@@ -140,8 +142,6 @@ void displayExitMessage() {
   }
 }
 
-bool Kiv_AreReleaseAssertionsEnabled() { return KivCmdline::releaseAssertionsEnabled(); }
-
 int KIV_Assert_Fail(char const * file, int line, char const * expression, char const * userMessage) {
   constexpr std::size_t most = 8192;
   BoundedText<most> const text("Assertion failed!\nFile %s line %d:\n\nExpression: '%s'\n\nUser message:\n  '%s'\n",
@@ -152,9 +152,9 @@ int KIV_Assert_Fail(char const * file, int line, char const * expression, char c
     result = MessageBoxA(nullptr, text.c_str(), "Assertion failed", kBoxStyle);
     error = GetLastError();
   }
-  KivDebugOut(BoundedText<most>("[assertion] %s (%u): %s\n", orEmpty(file), static_cast<unsigned>(line),
-                                orEmpty(expression))
-                  .c_str());
+  KivDebugOut(
+      BoundedText<most>("[assertion] %s (%u): %s\n", orEmpty(file), static_cast<unsigned>(line), orEmpty(expression))
+          .c_str());
   if (result == 0)
     KivDebugOut(BoundedText<128>("            MessageBox errorcode: %u\n", static_cast<unsigned>(error)).c_str());
   if (std::getenv("KIV_DUMP_ASSERTION") != nullptr) {

@@ -2,6 +2,7 @@
 #include "tools/winapi.hpp"
 
 #include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -11,17 +12,40 @@ bool isPoisoned(void const * pointer) {
   case 0xCCCC0000:
   case 0xCDCD0000:
   case 0xDDDD0000:
-  case 0xFDFD0000:
-    return true;
-  default:
-    return false;
+  case 0xFDFD0000: return true;
+  default: return false;
   }
 }
+
+enum class Extent { wholeRange, untilNUL };
+
+/// Whether reading the range, or a text in it, would come to a guard page before anything else stops it. That must not
+/// be tried out: it would use the guard up, with which a stack loses its room to grow, and not every system's IsBad...
+/// functions catch the exception.
+bool meetsGuardPage(void const * pointer, std::size_t length, Extent extent) {
+  auto const * const start = static_cast<char const *>(pointer);
+  MEMORY_BASIC_INFORMATION region = {};
+  for (std::size_t done = 0; done < length;) {
+    char const * const at = start + done;
+    if (VirtualQuery(at, &region, sizeof region) == 0 || region.State != MEM_COMMIT || region.Protect == PAGE_NOACCESS)
+      return false;
+    if ((region.Protect & PAGE_GUARD) != 0)
+      return true;
+    auto const rest = static_cast<std::size_t>(static_cast<char const *>(region.BaseAddress) + region.RegionSize - at);
+    if (extent == Extent::untilNUL && std::memchr(at, '\0', rest) != nullptr)
+      return false;
+    done += rest;
+  }
+  return false;
+}
+
+constexpr auto kMaximum = static_cast<std::size_t>(-1);
 
 } // namespace
 
 bool Kiv_MemoryIsReadable(void const * pointer, std::size_t length) {
-  return pointer != nullptr && !isPoisoned(pointer) && !IsBadReadPtr(pointer, length);
+  return pointer != nullptr && !isPoisoned(pointer) && !meetsGuardPage(pointer, length, Extent::wholeRange) &&
+         !IsBadReadPtr(pointer, length);
 }
 
 bool Kiv_MemoryIsWriteable(void const * pointer, std::size_t length) {
@@ -30,5 +54,6 @@ bool Kiv_MemoryIsWriteable(void const * pointer, std::size_t length) {
 
 // Null is a valid absent text for callers that print optional arguments.
 bool Kiv_MemoryIsString(char const * pointer) {
-  return pointer == nullptr || (!isPoisoned(pointer) && !IsBadStringPtrA(pointer, static_cast<UINT_PTR>(-1)));
+  return pointer == nullptr || (!isPoisoned(pointer) && !meetsGuardPage(pointer, kMaximum, Extent::untilNUL) &&
+                                !IsBadStringPtrA(pointer, kMaximum));
 }

@@ -11,11 +11,11 @@ namespace kivara {
 /// A text of at most Size - 1 characters on the stack; longer ones are cut.
 template <std::size_t Size> class BoundedText {
 public:
-  // The runtime's own function: libstdc++ would otherwise put its own in its place, which reads formats differently.
+  // _vsnprintf is the runtime's own; libstdc++ puts another vsnprintf in its place, which reads formats differently.
   __attribute__((format(ms_printf, 2, 3))) explicit BoundedText(char const * format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    __ms_vsnprintf(text_, Size, format, arguments);
+    _vsnprintf(text_, Size, format, arguments);
     va_end(arguments);
     text_[Size - 1] = '\0'; // the runtime leaves a full buffer without one
   }

@@ -1,6 +1,7 @@
 #include "aapp.hpp"
 
 #include "acmdline.hpp"
+#include "atrace.hpp"
 #include "frame/aappfont.hpp"
 #include "frame/aconsole.hpp"
 #include "frame/asevere.hpp"
@@ -44,14 +45,14 @@ void KivApplicationInterface::_beforeMain(int argc, char ** const argv, String c
   KivCmdline::init(argc, argv, withGUI, logOption);
   if (KivCmdline::dynamicConsole())
     kivara::openDynamicConsole();
-  // JOIN atrace: Kiv_EnableTracing(KivCmdline::doTracing())
+  Kiv_EnableTracing(KivCmdline::doTracing());
   kivara::openTraceFile();
   kivara::installApplicationFont();
   kivara::applySuppression();
   kivara::registerPictures();
   // JOIN ainter: KivInternational::InitAvailableLanguages()
-  // JOIN ainter: KivInternational::SetCurrentLanguageID(), when the value of "lang" is not empty and can be resolved
-  // JOIN atrace: KivDebugOut("[locale] The locale '" + value + "' could not be resolved!\n"), when it can't
+  // JOIN ainter: KivInternational::SetCurrentLanguageID(), when the value of "lang" is not empty and can be resolved;
+  //   when it can't, KivDebugOut("[locale] The locale '" + value + "' could not be resolved!\n")
   // JOIN amlstr: Kiv_InitializeMultiLanguageStrings()
   kivara::writePidFile();
   kivara::keepStartDirectory();

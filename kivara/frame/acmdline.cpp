@@ -1,5 +1,6 @@
 #include "acmdline.hpp"
 
+#include "atrace.hpp"
 #include "tools/direntry.hpp"
 
 #include <cstring>
@@ -9,11 +10,11 @@ using SV::String;
 namespace {
 
 // Where a call outside of its time is reported: the second part of the error code.
-constexpr int kLineSecondInit = 109;
-constexpr int kLineGetCountBeforeInit = 179;
-constexpr int kLineGetParamBeforeInit = 188;
-constexpr int kLineIsFlagBeforeInit = 201;
-constexpr int kLineGetValueBeforeInit = 228;
+constexpr unsigned kLineSecondInit = 109;
+constexpr unsigned kLineGetCountBeforeInit = 179;
+constexpr unsigned kLineGetParamBeforeInit = 188;
+constexpr unsigned kLineIsFlagBeforeInit = 201;
+constexpr unsigned kLineGetValueBeforeInit = 228;
 
 struct Flags {
   bool kivLogin;
@@ -72,6 +73,11 @@ Flags flags;
 String modalDialogSuppressionLogfileName;
 KivWSLogFormat wsLogFormat = KIV_WS_LOG_FORMAT_DEFAULT;
 
+void reportIf(bool misused, unsigned line) {
+  if (misused)
+    displayErrorMessage("acmdline.cpp", line);
+}
+
 /// The text behind the '-' or '/' of an option; null for any other word.
 char const * optionText(char const * word) {
   return word != nullptr && (*word == '-' || *word == '/') ? word + 1 : nullptr;
@@ -111,7 +117,7 @@ KivCmdline & KivCmdline::Instance() {
 }
 
 void KivCmdline::_init(int count, char ** words) {
-  // JOIN atrace: if (argv != nullptr) displayErrorMessage("acmdline.cpp", kLineSecondInit)
+  reportIf(argv != nullptr, kLineSecondInit);
   argc = count;
   argv = words;
   for (int i = 1; argv != nullptr && i < argc; ++i)
@@ -132,22 +138,22 @@ void KivCmdline::init(int argc, char ** argv, bool withGUI, String const & logOp
 }
 
 int KivCmdline::getCount() const {
-  // JOIN atrace: if (argv == nullptr) displayErrorMessage("acmdline.cpp", kLineGetCountBeforeInit)
+  reportIf(argv == nullptr, kLineGetCountBeforeInit);
   return argc;
 }
 
 String KivCmdline::getParam(int i) const {
-  // JOIN atrace: if (argv == nullptr) displayErrorMessage("acmdline.cpp", kLineGetParamBeforeInit)
+  reportIf(argv == nullptr, kLineGetParamBeforeInit);
   return argv != nullptr && i >= 0 && i < argc ? String(argv[i]) : String();
 }
 
 bool KivCmdline::isFlag(char const * name) const {
-  // JOIN atrace: if (argv == nullptr) displayErrorMessage("acmdline.cpp", kLineIsFlagBeforeInit)
+  reportIf(argv == nullptr, kLineIsFlagBeforeInit);
   return textBehind(argc, argv, name) != nullptr;
 }
 
 String KivCmdline::getValue(char const * name) const {
-  // JOIN atrace: if (argv == nullptr) displayErrorMessage("acmdline.cpp", kLineGetValueBeforeInit)
+  reportIf(argv == nullptr, kLineGetValueBeforeInit);
   return String(textBehind(argc, argv, name));
 }
 

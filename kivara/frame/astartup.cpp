@@ -2,6 +2,7 @@
 
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
+#include "atrace.hpp"
 #include "sv/application.hpp"
 #include "sv/imagepool.hpp"
 #include "sv/resource.hpp"
@@ -31,13 +32,14 @@ void openTraceFile() {
   if (name.Len() == 0)
     return;
   traceFile = std::fopen(name.c_str(), "wt");
-  // JOIN atrace: if (traceFile != nullptr) Kiv_TraceSetHandle(traceFile)
+  if (traceFile != nullptr)
+    Kiv_TraceSetHandle(traceFile);
 }
 
 void closeTraceFile() {
   if (traceFile == nullptr)
     return;
-  // JOIN atrace: Kiv_TraceSetHandle(nullptr)
+  Kiv_TraceSetHandle(nullptr); // lines that come later go to stdout
   std::fclose(traceFile);
   traceFile = nullptr;
 }

@@ -36,7 +36,8 @@ public:
   static KivCmdline & Instance();
 
   /// Takes the command line over, reads the flags and settles the values that are read once.
-  /// A second call is a mistake of the caller. It repeats the work: flags that are set stay set.
+  /// A second call is a mistake of the caller, reported as internal error "acmdline-109". It repeats the work: flags
+  /// that are set stay set.
   /// \param argc           number of words with the program's own name; below 1 there are none
   /// \param argv           the words. The array is kept, not copied, and must outlive every later query. Null words are
   ///                       passed over
@@ -47,7 +48,8 @@ public:
   static void init(int argc, char ** argv, bool withGUI, SV::String const & logOptionName);
 
   /// \name Words
-  /// To ask before init is a mistake of the caller; they then answer as for an empty command line.
+  /// To ask before init is a mistake of the caller, reported as internal error "acmdline" with line 179 (getCount), 188
+  /// (getParam), 201 (isFlag) or 228 (getValue and all that read by it); they then answer as for an empty command line.
   /// @{
 
   /// The number of words, with the program's own name.

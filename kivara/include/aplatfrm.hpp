@@ -24,6 +24,18 @@ KIV_API double Kiv_GetSystemDPIScaleX();
 KIV_API double Kiv_GetSystemDPIScaleY();
 /// @}
 
+/// \name Connection to the database
+/// The database layer of the product keeps a word that says whether it is connected, and lends it to the library.
+/// Internal errors then tell of a lost connection instead. Any thread may ask.
+/// @{
+
+/// \param link  not 0 while connected; read at each question, so it must outlive the last of them. Null: no layer
+KIV_API void Kiv_SetDBConnected_Link(short const * link);
+
+/// True without a database layer, too.
+KIV_API bool Kiv_Is_DBConnected();
+/// @}
+
 /// The folder of the program.
 /// \param withSeparator  true: it ends in one '\\'; false: in none, but for a root
 KIV_API SV::String Kiv_GetProgramPath(bool withSeparator);

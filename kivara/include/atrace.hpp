@@ -2,8 +2,10 @@
 /// \file
 /// The lowest diagnostic layer: trace lines, debug output, internal errors, failed assertions, and tests of pointers.
 ///
-/// Nothing here reports an error to its caller, and everything works while the program is half built or failing. Any thread may
-/// call; nothing is locked, so lines of several threads may interleave.
+/// Nothing here reports an error to its caller, and everything works while the program is half built or failing. Any
+/// thread may call; nothing is locked, so lines of several threads may interleave, and the position of the next trace
+/// line is one for all threads. A text that grows too long is cut: the line of an internal error at 1023 characters,
+/// the texts of an assertion at 8191, the line of a heap check at 511.
 ///
 /// \code
 ///   if (window == nullptr)
@@ -13,6 +15,7 @@
 ///   Kiv_Trace("opened %s", name);              // "amodule.cpp [251]: opened report.txt"
 /// \endcode
 
+#include "acmdline.hpp"
 #include "export.hpp"
 
 #include <cstddef>
@@ -25,12 +28,13 @@
 /// Flushes the stream in use, if there is one, and takes another: not owned; null stands for stdout.
 KIV_API void Kiv_TraceSetHandle(FILE * stream);
 
-/// Sets the position that stands in front of the next line, and of that line only. The text is not copied: it has to outlive
-/// the next Kiv_Trace.
+/// Sets the position that stands in front of the next line, and of that line only. The text is not copied: it has to
+/// outlive the next Kiv_Trace. A null file takes a position back.
 KIV_API void Kiv_TraceSetSourceInfo(char const * file, int line);
 
-/// Writes the formatted text and a line end and flushes the stream; stdout where none is set. Switched off, nothing is done: the
-/// format is not looked at and a source position stays for a later line.
+/// Writes the formatted text, in the form of the runtime's printf, and a line end, and flushes the stream; stdout where
+/// none is set. A null format is an empty line. Switched off, nothing is done: the format is not looked at and a source
+/// position stays for a later line.
 KIV_API void Kiv_Trace(char const * format, ...) __attribute__((format(ms_printf, 1, 2)));
 
 /// Switches tracing on or off. It is off at start.
@@ -42,8 +46,9 @@ KIV_API void Kiv_IncTraceCounter();
 KIV_API void Kiv_DecTraceCounter();
 /// @}
 
-/// Writes the text, as it stands and without a line end of its own, to the debugger if one is attached and to the console if the
-/// program was started with "-console". Otherwise nothing happens. A null text is ignored.
+/// Writes the text, as it stands and without a line end of its own, to the debugger if one is attached and to the
+/// console (stderr, in the OEM character set) if the program was started with "-console". Otherwise nothing happens. A
+/// null text is ignored. A line begins with a tag in square brackets that names its origin, "[aproc] ...".
 KIV_API void KivDebugOut(char const * text);
 
 /// \name Internal errors
@@ -53,14 +58,17 @@ KIV_API void KivDebugOut(char const * text);
 KIV_API void Kiv_SetDeadNet(bool dead);
 KIV_API bool Kiv_IsDeadNet();
 
-/// Reports a broken invariant and returns: a "[dEM]" line on the debug output and, unless dialogs are suppressed, a box with the
-/// module, the line and the version. With "-assert" the box offers Cancel, which stops in the debugger. Without an application
-/// object nothing happens; with a lost database connection displayDeadNetworkMessage is called instead.
-/// \param file  the module's source name, such as "aparser.cpp"; its last four characters do not show in the code
+/// Reports a broken invariant and returns: a "[dEM]" line on the debug output and, unless dialogs are suppressed, a box
+/// with the module, the line and the version. With "-assert" the box offers Cancel, which stops in the debugger;
+/// without a debugger that ends the process. The application window, if there is one, is updated after the box. Without
+/// an application object nothing happens; with a lost database connection displayDeadNetworkMessage is called instead.
+/// \param file  the module's source name, such as "aparser.cpp"; its last four characters do not show in the code. Null
+///              counts as empty
 /// \param line  the place in it
 KIV_API void displayErrorMessage(char const * file, unsigned line);
 
-/// Tells, once per process, that the connection to the database is lost. Under suppression it goes to the suppression log.
+/// Tells, once per process, that the connection to the database is lost. Under suppression it goes to the suppression
+/// log. The process goes on.
 KIV_API void displayDeadNetworkMessage();
 
 /// Tells, once per process, that the program ends: in a box with "-assert", in the suppression log under suppression.
@@ -70,34 +78,36 @@ KIV_API void displayExitMessage();
 /// \name Assertions
 /// @{
 
-/// Reports a failed assertion in a box, unless dialogs are suppressed, and on the debug output, and returns: an assertion never
-/// stops the program by itself. Callers use KIV_ASSERT.
+/// Reports a failed assertion in a box, unless dialogs are suppressed, and on the debug output, and returns: an
+/// assertion never stops the program by itself. Callers use KIV_ASSERT. Texts that are null count as empty.
 /// \return 1 when the box was cancelled, otherwise 0
 KIV_API int KIV_Assert_Fail(char const * file, int line, char const * expression, char const * userMessage);
 
-/// Whether KIV_ASSERT tests in a release build: with "-assert" on the command line.
-KIV_API bool Kiv_AreReleaseAssertionsEnabled();
-
-/// @}
-
-/// Tests a condition in debug builds, and in release builds when the program was started with "-assert".
+/// Whether assertions test: in debug builds, and in release builds when the program was started with "-assert".
 #ifdef KIVARA_DEBUG
-#define KIV_ASSERT(condition, userMessage)                                                                             \
-  ((condition) ? static_cast<void>(0)                                                                                  \
-               : static_cast<void>(::KIV_Assert_Fail(__FILE__, __LINE__, #condition, userMessage)))
+#define KIV_ASSERTIONS_ENABLED() true
 #else
-#define KIV_ASSERT(condition, userMessage)                                                                             \
-  (!::Kiv_AreReleaseAssertionsEnabled() || (condition)                                                                 \
-       ? static_cast<void>(0)                                                                                          \
-       : static_cast<void>(::KIV_Assert_Fail(__FILE__, __LINE__, #condition, userMessage)))
+#define KIV_ASSERTIONS_ENABLED() ::KivCmdline::releaseAssertionsEnabled()
 #endif
+
+/// Tests a condition and reports one that does not hold under the given place and text. Where assertions do not test,
+/// nothing of it is evaluated.
+#define KIV_ASSERT_AT(condition, expression, userMessage, file, line)                                                  \
+  (!KIV_ASSERTIONS_ENABLED() || (condition)                                                                            \
+       ? static_cast<void>(0)                                                                                          \
+       : static_cast<void>(::KIV_Assert_Fail(file, line, expression, userMessage)))
+
+/// The same under its own text and place.
+#define KIV_ASSERT(condition, userMessage) KIV_ASSERT_AT(condition, #condition, userMessage, __FILE__, __LINE__)
+/// @}
 
 /// Puts this place in front of the next trace line.
 #define KIV_TRACE_HERE() ::Kiv_TraceSetSourceInfo(__FILE__, __LINE__)
 
 /// \name Pointers
-/// Tests for diagnostics: what is readable now need not be so later. A pointer whose lower half lies in 0xCCCC0000, 0xCDCD0000,
-/// 0xDDDD0000 or 0xFDFD0000 is taken for one read from uninitialised, freed or guard memory, whatever its upper half holds.
+/// Tests for diagnostics: what is readable now need not be so later. A pointer whose lower half is 0xCCCC, 0xCDCD,
+/// 0xDDDD or 0xFDFD with any four digits behind is taken for one read from uninitialised, freed or guard memory,
+/// whatever its upper half holds. Guard pages count as not accessible, and a test leaves them as they are.
 /// @{
 
 /// False for null, for a poisoned pointer and for a range of \p length bytes that cannot be read.

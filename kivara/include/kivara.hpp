@@ -12,5 +12,6 @@
 #include "aplatfrm.hpp"
 #include "areader.hpp"
 #include "atools.hpp"
+#include "atrace.hpp"
 #include "export.hpp"
 #include "tools.hpp"

@@ -14,6 +14,7 @@ namespace {
 double dpiScaleX = 0;
 double dpiScaleY = 0;
 String startDirectory;
+short const volatile * databaseConnected = nullptr; // the database layer may write it on a thread of its own
 
 kivara::WindowsVersion windowsVersion() {
   OSVERSIONINFOA record = {};
@@ -65,6 +66,9 @@ bool Kiv_IsAtLeastWindows10() {
 
 double Kiv_GetSystemDPIScaleX() { return cachedScale(dpiScaleX, LOGPIXELSX); }
 double Kiv_GetSystemDPIScaleY() { return cachedScale(dpiScaleY, LOGPIXELSY); }
+
+void Kiv_SetDBConnected_Link(short const * link) { databaseConnected = link; }
+bool Kiv_Is_DBConnected() { return databaseConnected == nullptr || *databaseConnected != 0; }
 
 String Kiv_GetProgramPath(bool withSeparator) {
   char program[260] = "";

@@ -84,7 +84,7 @@ public:
 
   /// Has it painted anew; Update does so at once where something is to be painted.
   void Invalidate();
-  void Update();
+  virtual void Update();
 
   /// The window it was made for; null for none, once that has died, and when the system refused this one.
   Window * GetParent() const { return parent_; }

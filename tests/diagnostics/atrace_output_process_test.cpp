@@ -1,0 +1,123 @@
+// Where lines go: the debugger, the dynamic console, the trace file and stdout, in whole processes.
+
+#include "diagnostics/reporter_run.hpp"
+#include "support/files.hpp"
+
+#include <gtest/gtest.h>
+
+using kivtest::Lines;
+using kivtest::linesOf;
+using kivtest::ReporterRun;
+
+namespace {
+
+/// The lines of the console as the program itself read them back.
+Lines screen() {
+  Lines lines = linesOf(support::readFile("screen.txt").value_or(""));
+  while (!lines.empty() && lines.back().empty())
+    lines.pop_back();
+  return lines;
+}
+
+TEST(DebugOutput, ReachesTheDebuggerUnchanged) {
+  ReporterRun run("\"out:[kiv] no line end\" out: \"out:100%s \xE4\xF6\xFC \x84\"");
+  EXPECT_EQ(run.texts(), (Lines{"[kiv] no line end", "", "100%s \xE4\xF6\xFC \x84"}));
+  EXPECT_EQ(run.lines(), Lines{});
+}
+
+TEST(DebugOutput, OfAnyLengthReachesTheDebuggerWhole) {
+  ReporterRun run("long:END");
+  EXPECT_EQ(run.texts(), Lines{std::string(5000, 'x') + "END"});
+}
+
+TEST(DebugOutput, WithNobodyListeningIsNowhere) {
+  auto const result = support::runProgram({.program = "error_reporter", .arguments = "out:line heapcheck:a.cpp"});
+  EXPECT_EQ(result.exitCode, 0u);
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.errors, "");
+}
+
+/// Runs the program with a console of its own, as from the desktop, and gives the console's lines.
+Lines consoleOf(std::string const & words) {
+  auto const result = support::runProgram(
+      {.program = "error_reporter", .arguments = "-console " + words + " screen:screen.txt", .withoutStreams = true});
+  EXPECT_EQ(result.exitCode, 0u);
+  return screen();
+}
+
+TEST(DebugOutput, ReachesTheConsoleInItsCharacterSet) {
+  EXPECT_EQ(consoleOf("\"out:[kiv] \xE4\xF6\xFC\" \"out: and more\""),
+            Lines{"[kiv] \xC3\xA4\xC3\xB6\xC3\xBC and more"});
+}
+
+TEST(DebugOutput, OfAnyLengthReachesTheConsoleWhole) {
+  std::string text;
+  for (std::string const & line : consoleOf("long:END"))
+    text += line;
+  EXPECT_EQ(text, std::string(5000, 'x') + "END");
+}
+
+TEST(DebugOutput, ReachesDebuggerAndConsoleTogether) {
+  support::Debugger const debugger({.program = "error_reporter",
+                                    .arguments = "-console \"out:[kiv] line\" screen:screen.txt",
+                                    .withoutStreams = true});
+  EXPECT_EQ(debugger.waitForEnd(), 0u);
+  EXPECT_EQ(debugger.texts(), Lines{"[kiv] line"});
+  EXPECT_EQ(screen(), Lines{"[kiv] line"});
+}
+
+TEST(DebugOutput, OfAnInternalErrorReachesTheConsole) {
+  Lines const lines = consoleOf("-no_dialogs error");
+  ASSERT_FALSE(lines.empty());
+  EXPECT_EQ(lines[0], "[dEM] aEvent.cpp (246): " + kivtest::errorCode());
+}
+
+TEST(HeapCheck, IsTwoPiecesOfOneLine) {
+  ReporterRun run("heapcheck:amodule.cpp");
+  EXPECT_EQ(run.texts(), (Lines{"[debug] Performing HeapCheck amodule.cpp (42)", " - done\n"}));
+}
+
+TEST(HeapCheck, IsSwitchedOffByTheEnvironment) {
+  ReporterRun run("heapcheck:amodule.cpp", {{"KIV_NO_HEAPCHECK", "0"}});
+  EXPECT_EQ(run.texts(), Lines{});
+}
+
+TEST(HeapCheck, OfALongNameIsCut) {
+  std::string const name(600, 'x');
+  ReporterRun run("heapcheck:" + name);
+  EXPECT_EQ(run.texts(), (Lines{("[debug] Performing HeapCheck " + name).substr(0, 511), " - done\n"}));
+}
+
+TEST(TraceOfAProgram, GoesToTheFileOfTheCommandLineAndToStdoutAfterMain) {
+  auto const result = support::runProgram(
+      {.program = "error_reporter", .arguments = "-trace -trfout.txt trace:first \"trace:second line\""});
+  EXPECT_EQ(linesOf(support::readFile("out.txt").value_or("")), (Lines{"first", "second line"}));
+  EXPECT_EQ(linesOf(result.output), Lines{"destroyed"});
+}
+
+TEST(TraceOfAProgram, IsOffWithoutTheOption) {
+  auto const result =
+      support::runProgram({.program = "error_reporter", .arguments = "-tracex -trfout.txt trace:first"});
+  EXPECT_EQ(support::readFile("out.txt"), "");
+  EXPECT_EQ(result.output, "");
+}
+
+TEST(TraceOfAProgram, GoesToStdoutWithoutAFile) {
+  auto const result = support::runProgram({.program = "error_reporter", .arguments = "-trace trace:first"});
+  EXPECT_EQ(linesOf(result.output), (Lines{"first", "destroyed"}));
+}
+
+TEST(TraceOfAProgram, GoesToStdoutWhenItsFileCannotBeOpened) {
+  auto const result =
+      support::runProgram({.program = "error_reporter", .arguments = "-trace -trfno\\such\\out.txt trace:first"});
+  EXPECT_EQ(result.exitCode, 0u);
+  EXPECT_EQ(linesOf(result.output), (Lines{"first", "destroyed"}));
+}
+
+TEST(TraceOfAProgram, ReplacesAnOlderFile) {
+  support::writeFile("out.txt", "from before\r\n");
+  support::runProgram({.program = "error_reporter", .arguments = "-trace -trfout.txt trace:new"});
+  EXPECT_EQ(linesOf(support::readFile("out.txt").value_or("")), Lines{"new"});
+}
+
+} // namespace

@@ -1,0 +1,207 @@
+// A product that reports what its words tell it to, one after the other, and prints what it sees of it, a line each.
+// Words with '-' are options of the frame. KIVTEST_EARLY=1: an internal error before the application object exists.
+// KIVTEST_BEFORE_INIT=name: that question to the command line before it has been read.
+
+#include "kivara.hpp"
+
+#include "support/import_hook.hpp"
+#include "sv/resource.hpp"
+#include "sv/window.hpp"
+#include "tools/winapi.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+template <class... Values> void print(char const * format, Values... values) {
+  std::printf(format, values...);
+  std::fflush(stdout);
+}
+
+std::string setting(char const * name) {
+  char const * const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+bool isEvaluated() {
+  print("evaluated\n");
+  return false;
+}
+
+int (*boxInstead)() = nullptr;
+
+/// Stands in front of the system's box in the library.
+int WINAPI spyOnBox(HWND owner, char const * text, char const * title, UINT style) {
+  print("box owner=%d style=0x%x\n", owner != nullptr, style);
+  return boxInstead != nullptr ? boxInstead() : MessageBoxA(owner, text, title, style);
+}
+
+int noBox() {
+  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return 0;
+}
+
+int cancelledBox() { return IDCANCEL; }
+
+class ProductWindow : public SV::Window {
+public:
+  ProductWindow() : Window(nullptr, SV::WB_TITLE) {
+    SetText("The product");
+    SetPosSizePixel({0, 0}, {200, 100});
+    Show();
+    SV::Application::SetAppWindow(this);
+  }
+  void Update() override {
+    print("update, wait %d\n", SV::Application::IsWait());
+    Window::Update();
+  }
+};
+
+/// Writes the characters of the console's first 60 lines to a file, in UTF-8.
+void writeScreen(std::string const & name) {
+  HANDLE const console = CreateFileA("CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
+  CONSOLE_SCREEN_BUFFER_INFO info = {};
+  GetConsoleScreenBufferInfo(console, &info);
+  std::string bytes;
+  for (SHORT row = 0; row < 120 && row < info.dwSize.Y; ++row) {
+    std::wstring line(static_cast<std::size_t>(info.dwSize.X), L' ');
+    DWORD read = 0;
+    ReadConsoleOutputCharacterW(console, line.data(), static_cast<DWORD>(line.size()), {0, row}, &read);
+    line.resize(line.find_last_not_of(L' ') + 1);
+    std::string utf8(line.size() * 3, '\0');
+    utf8.resize(
+        static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, line.data(), static_cast<int>(line.size()),
+                                                     utf8.data(), static_cast<int>(utf8.size()), nullptr, nullptr)));
+    bytes += utf8 + "\n";
+  }
+  CloseHandle(console);
+  if (FILE * const file = std::fopen(name.c_str(), "wb")) {
+    std::fwrite(bytes.data(), 1, bytes.size(), file);
+    std::fclose(file);
+  }
+}
+
+void askCommandLine(std::string const & question) {
+  KivCmdline const & cmdline = KivCmdline::Instance();
+  if (question == "getCount")
+    print("answer %d\n", cmdline.getCount());
+  else if (question == "getParam")
+    print("answer '%s'\n", cmdline.getParam(0).c_str());
+  else if (question == "isFlag")
+    print("answer %d\n", cmdline.isFlag("assert"));
+  else if (question == "getValue")
+    print("answer '%s'\n", cmdline.getValue("h").c_str());
+}
+
+class Reporter : public KivMDIApplication {
+public:
+  Reporter() : KivMDIApplication("Reporter", true, "log_reporter") {
+    support::replaceImports(GetModuleHandleA("kivara.dll"), "user32.dll",
+                            {{"MessageBoxA", reinterpret_cast<void *>(spyOnBox)}});
+    askCommandLine(setting("KIVTEST_BEFORE_INIT"));
+  }
+
+  ~Reporter() override { Kiv_Trace("destroyed"); }
+
+  int prepareApplication() override { return 0; }
+
+  int runApplication() override {
+    isRunning_ = true;
+    std::vector<std::string> words;
+    for (int i = 1; i < KivCmdline::Instance().getCount(); ++i)
+      words.emplace_back(KivCmdline::Instance().getParam(i).c_str());
+    for (std::string const & word : words)
+      take(word);
+    window_.reset();
+    return 0;
+  }
+
+  bool getMDIClientImage(SV::Image &, int &) override { return false; }
+
+  void Exception(long code, unsigned long arg) override {
+    if (isRunning_)
+      print("exception 0x%lx of 0x%lx\n", code, arg);
+  }
+
+private:
+  /// A word is a name, or a name, a colon and a text.
+  void take(std::string const & word) {
+    std::size_t const colon = word.find(':');
+    std::string const text = colon != std::string::npos ? word.substr(colon + 1) : "";
+    auto const action = actions_.find(word.substr(0, colon));
+    if (action != actions_.end())
+      action->second(text);
+  }
+
+  void useTexts(std::string const & language) {
+    texts_ = std::make_unique<SV::ResMgr>(("language\\" + language + "\\kivara72.dll").c_str());
+    SV::Resource::SetResManager(texts_.get());
+  }
+
+  static void reportError(std::string const & file) {
+    displayErrorMessage(file.empty() ? "aEvent.cpp" : file.c_str(), 246);
+    print("after error, wait %d\n", Application::IsWait());
+  }
+
+  static void failAssertion(std::string const & expression) {
+    print("assertion %d\n", KIV_Assert_Fail("amodule.cpp", 42, expression.c_str(), "what it means"));
+  }
+
+  static void assertInCode(std::string const &) {
+    KIV_ASSERT_AT(isEvaluated(), "the text", "what it means", "aplace.cpp", 7);
+    print("after the assertion\n");
+  }
+
+  std::map<std::string, std::function<void(std::string const &)>> const actions_ = {
+      {"window", [this](auto &) { window_ = std::make_unique<ProductWindow>(); }},
+      {"closewindow", [this](auto &) { window_.reset(); }},
+      {"texts", [this](auto & language) { useTexts(language); }},
+      {"wait", [](auto &) { Wait(3); }},
+      {"log", [](auto & file) { SetModalDialogSuppressionLogfileName(file.c_str()); }},
+      {"nobox", [](auto &) { boxInstead = noBox; }},
+      {"cancelledbox", [](auto &) { boxInstead = cancelledBox; }},
+      {"deadnet", [](auto &) { Kiv_SetDeadNet(true); }},
+      {"connected", [this](auto & word) { connected_ = static_cast<short>(std::atoi(word.c_str())); }},
+      {"link", [this](auto &) { Kiv_SetDBConnected_Link(&connected_); }},
+      {"error", reportError},
+      {"network", [](auto &) { displayDeadNetworkMessage(), print("after network\n"); }},
+      {"exit", [](auto &) { displayExitMessage(), print("after exit\n"); }},
+      {"fail", failAssertion},
+      {"assert", assertInCode},
+      {"heapcheck", [](auto & file) { Kiv_DoHeapCheck(file.c_str(), 42, "ignored"); }},
+      {"out", [](auto & text) { KivDebugOut(text.c_str()); }},
+      {"long", [](auto & end) { KivDebugOut((std::string(5000, 'x') + end).c_str()); }},
+      {"screen", [](auto & file) { writeScreen(file); }},
+      {"trace", [](auto & text) { Kiv_Trace("%s", text.c_str()); }},
+      {"again", [](auto &) {
+         static char * words[] = {__argv[0], nullptr};
+         KivCmdline::init(1, words, true, "log_reporter");
+         print("after init, assert %d\n", KivCmdline::releaseAssertionsEnabled());
+       }},
+  };
+
+  std::unique_ptr<SV::ResMgr> texts_;
+  std::unique_ptr<ProductWindow> window_;
+  short connected_ = 0;
+  bool isRunning_ = false;
+};
+
+struct Early {
+  Early() {
+    if (setting("KIVTEST_EARLY").empty())
+      return;
+    displayErrorMessage("aearly.cpp", 1);
+    print("after the early error\n");
+  }
+} early;
+
+Reporter reporter;
+
+} // namespace
