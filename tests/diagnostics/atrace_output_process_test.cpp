@@ -39,15 +39,21 @@ TEST(DebugOutput, WithNobodyListeningIsNowhere) {
 
 /// Runs the program with a console of its own, as from the desktop, and gives the console's lines.
 Lines consoleOf(std::string const & words) {
-  auto const result = support::runProgram(
-      {.program = "error_reporter", .arguments = "-console " + words + " screen:screen.txt", .withoutStreams = true});
+  auto const result = support::runProgram({.program = "error_reporter",
+                                           .arguments = "-console " + words + " screen:screen.txt",
+                                           .withoutStreams = true,
+                                           .creationFlags = DETACHED_PROCESS});
   EXPECT_EQ(result.exitCode, 0u);
   return screen();
 }
 
-TEST(DebugOutput, ReachesTheConsoleInItsCharacterSet) {
-  EXPECT_EQ(consoleOf("\"out:[kiv] \xE4\xF6\xFC\" \"out: and more\""),
-            Lines{"[kiv] \xC3\xA4\xC3\xB6\xC3\xBC and more"});
+TEST(DebugOutput, ReachesTheConsole) {
+  EXPECT_EQ(consoleOf("\"out:[kiv] a line,\" \"out: and more\""), Lines{"[kiv] a line, and more"});
+}
+
+TEST(DebugOutput, ForTheConsoleIsStderrInTheOEMCharacterSet) {
+  consoleOf("stderr:bytes.txt \"out:[kiv] \xE4\xF6\xFC\" \"out: and more\"");
+  EXPECT_EQ(support::readFile("bytes.txt"), "[kiv] \x84\x94\x81 and more");
 }
 
 TEST(DebugOutput, OfAnyLengthReachesTheConsoleWhole) {
@@ -60,7 +66,8 @@ TEST(DebugOutput, OfAnyLengthReachesTheConsoleWhole) {
 TEST(DebugOutput, ReachesDebuggerAndConsoleTogether) {
   support::Debugger const debugger({.program = "error_reporter",
                                     .arguments = "-console \"out:[kiv] line\" screen:screen.txt",
-                                    .withoutStreams = true});
+                                    .withoutStreams = true,
+                                    .creationFlags = DETACHED_PROCESS});
   EXPECT_EQ(debugger.waitForEnd(), 0u);
   EXPECT_EQ(debugger.texts(), Lines{"[kiv] line"});
   EXPECT_EQ(screen(), Lines{"[kiv] line"});

@@ -178,6 +178,7 @@ private:
       {"heapcheck", [](auto & file) { Kiv_DoHeapCheck(file.c_str(), 42, "ignored"); }},
       {"out", [](auto & text) { KivDebugOut(text.c_str()); }},
       {"long", [](auto & end) { KivDebugOut((std::string(5000, 'x') + end).c_str()); }},
+      {"stderr", [](auto & file) { std::freopen(file.c_str(), "wb", stderr); }},
       {"screen", [](auto & file) { writeScreen(file); }},
       {"trace", [](auto & text) { Kiv_Trace("%s", text.c_str()); }},
       {"again", [](auto &) {

@@ -1,0 +1,3 @@
+#include "diagnostics/empty_call.hpp"
+
+void emptyCall() {}
