@@ -1,5 +1,6 @@
 #include "modeler.hpp"
 
+#include "atrace.hpp"
 #include "mainwindow.hpp"
 
 namespace modeler {
@@ -11,6 +12,7 @@ Modeler::~Modeler() = default;
 int Modeler::prepareApplication() {
   // JOIN ainter: createResourceManager("kivara", true), which finds the language by itself
   texts_ = std::make_unique<SV::ResMgr>("language\\2057\\kivara72.dll");
+  Kiv_Trace("texts of %s: %s", texts_->GetFileName().c_str(), texts_->IsLoaded() ? "loaded" : "missing");
   if (!texts_->IsLoaded())
     return 1;
   SV::Resource::SetResManager(texts_.get());
@@ -21,6 +23,7 @@ int Modeler::runApplication() {
   MainWindow window;
   window.Show();
   appInitialized = true;
+  KivDebugOut("[kiv] Main window shown\n");
   if (IsShowWindowSuppression())
     Quit();
   return Execute();
