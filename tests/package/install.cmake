@@ -23,15 +23,24 @@ foreach(file IN ITEMS
   endif()
 endforeach()
 
-# The umbrella header has all others of its folder.
-file(READ ${INSTALLED}/include/kivara/kivara.hpp umbrella)
-file(GLOB headers RELATIVE ${INSTALLED}/include/kivara ${INSTALLED}/include/kivara/*.hpp)
-list(REMOVE_ITEM headers kivara.hpp)
-foreach(header IN LISTS headers)
-  if(NOT umbrella MATCHES "#include \"${header}\"")
-    message(SEND_ERROR "kivara.hpp does not include ${header}")
-  endif()
-endforeach()
+# expect_umbrella(HEADER FOLDER [EXCEPT header...]): a header that includes all others of a folder; the names count from
+# include/kivara.
+function(expect_umbrella header folder)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "EXCEPT")
+  file(READ ${INSTALLED}/include/kivara/${header} umbrella)
+  file(GLOB headers RELATIVE ${INSTALLED}/include/kivara ${INSTALLED}/include/kivara/${folder}*.hpp)
+  list(REMOVE_ITEM headers ${header} ${arg_EXCEPT})
+  foreach(other IN LISTS headers)
+    if(NOT umbrella MATCHES "#include \"${other}\"")
+      message(SEND_ERROR "${header} does not include ${other}")
+    endif()
+  endforeach()
+endfunction()
+
+expect_umbrella(kivara.hpp "")
+expect_umbrella(sv/sv.hpp sv/)
+# The platform's header is for sources that want it, and the marks of export come with every other header.
+expect_umbrella(tools.hpp tools/ EXCEPT tools/winapi.hpp tools/export.hpp)
 
 # Every binary has its symbols in a file of its own and knows its name.
 file(GLOB binaries ${INSTALLED}/bin/*.dll ${INSTALLED}/bin/*.exe)
