@@ -52,9 +52,14 @@ endfunction()
 # The paths count from the prefixes where packages are found, and from /usr.
 function(kivara_notice name)
   cmake_parse_arguments(arg "" "WHAT" "FILES" ${ARGN})
-  find_file(KIVARA_NOTICE_${name} NAMES ${arg_FILES} NO_CMAKE_FIND_ROOT_PATH REQUIRED
+  find_file(KIVARA_NOTICE_${name} NAMES ${arg_FILES} NO_CMAKE_FIND_ROOT_PATH
     PATHS ${CMAKE_FIND_ROOT_PATH} ${CMAKE_PREFIX_PATH} $ENV{MINGW_PREFIX} /usr)
   mark_as_advanced(KIVARA_NOTICE_${name})
+  if(NOT KIVARA_NOTICE_${name})
+    install(CODE "message(FATAL_ERROR \"The notice of ${name} is missing, and nothing is shipped without it: \
+set KIVARA_NOTICE_${name} to its file.\")")
+    return()
+  endif()
   install(FILES ${KIVARA_NOTICE_${name}} DESTINATION share/doc/kivara/notices RENAME ${name}.txt)
   set_property(GLOBAL APPEND_STRING PROPERTY KIVARA_NOTICES "${name}.txt: ${arg_WHAT}\n")
 endfunction()
