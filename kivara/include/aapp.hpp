@@ -101,6 +101,10 @@ public:
   /// Passes what _handleException does not settle on to the toolkit, which ends the process.
   void Exception(long code, unsigned long arg) override;
 
+  // JOIN aclient: bool MakeMDIClientImg(bool multiMonitor), for the derived class to call
+  // JOIN aclient: bool IsUserDefPaintMDIClient() override, which answers true
+  // JOIN aclient: void PaintMDIClient(HWND) override, which draws mdiClientBitmap as mdiClientImageMode says
+
   /// The program itself; the result is the exit code.
   virtual int runApplication() = 0;
 
