@@ -114,7 +114,7 @@ public:
   /// The picture behind the MDI windows: fills the image and sets how it is laid out; false when there is none.
   virtual bool getMDIClientImage(SV::Image & image, int & mode) = 0;
 
-  bool isAppInitialized() const { return appInitialized; }
+  bool isAppInitialized() const { return appInitialized; } ///< what the derived class set
 
 private:
   SV::String logOptionName;

@@ -80,7 +80,7 @@ public:
 /// Texts are released with delete[]; null counts as the empty text in the old form and is refused in the AES form.
 class KIV_API KivEncryption : public KivObject {
 public:
-  static KivEncryption & Instance();
+  static KivEncryption & Instance(); ///< the only one; it is made at the first call
   ~KivEncryption() override;
 
   /// 0 until it is set.
