@@ -1,6 +1,7 @@
 # shellcheck shell=bash
-# Libraries that are cross-built from Debian's sources, each once, into the cache under a key of compiler and recipe. A prefix
-# holds one version; when a newer one is known, it takes the place of the old one, for all checkouts and build folders.
+# Libraries that are cross-built from Debian's sources, each once, into the cache under a key of compiler and recipe. A
+# prefix holds one version; when a newer one is known, it takes the place of the old one, for all checkouts and build
+# folders.
 
 toolchain=$root/cmake/toolchain-mingw64.cmake
 dependency_prefixes=()
@@ -12,8 +13,8 @@ build_key() {
   printf '%s-%s' "$1" "$(cat "$toolchain" <(declare -f "build_$1") <(printf '%s' "$compiler") | sha256sum | cut -c1-12)"
 }
 
-# need_dependency NAME: builds it with build_NAME if the cache lacks it or has another version of it than version_NAME tells,
-# and adds its prefix for CMake.
+# need_dependency NAME: builds it with build_NAME if the cache lacks it or has another version of it than version_NAME
+# tells, and adds its prefix for CMake.
 need_dependency() {
   local key prefix version
   key=$(build_key "$1")
@@ -85,7 +86,8 @@ build_benchmark() {
       -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF
 }
 
-# Headers alone, linked into a prefix of their own: the host's include folder must never be on the cross-compiler's path.
+# Headers alone, linked into a prefix of their own: the host's include folder must never be on the cross-compiler's
+# path.
 build_peers() {
   need_packages libboost-dev libspdlog-dev libfmt-dev
   mkdir -p "$2/include" &&
@@ -93,7 +95,8 @@ build_peers() {
     package_version libboost-dev >"$1/version"
 }
 
-# Versions. version_NAME tells, without asking anybody, which version a build of today would have; nothing when that is not known.
+# Versions. version_NAME tells which version a build of today would have; nothing where that is not known. It takes no
+# time but for the first call after the machine's package lists have changed.
 
 version_googletest() { package_version googletest; }
 version_openssl() { source_version openssl openssl; }

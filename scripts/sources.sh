@@ -43,9 +43,9 @@ source_versions() {
   source_apt cache showsrc --only-source "$1" | sed -n 's/^Version: //p' | sort -Vru
 }
 
-# source_version NAME PACKAGE: the version of the source that debian_source would unpack, as far as this machine knows: nothing
-# before the first time. PACKAGE is a package that is built from that source. The answer is kept until the machine's package
-# lists change; then the mirror is asked, if they name a version other than the one kept.
+# source_version NAME PACKAGE: the version of the source that debian_source would unpack, as far as this machine knows:
+# nothing before the first time. PACKAGE is a package that is built from that source. The answer is kept until the
+# machine's package lists change; then the mirror is asked, if they name a version other than the one kept.
 source_version() {
   local kept=$cache/sources/$1.version
   [[ $kept -nt $package_lists ]] || once "version-$1" renew_source_version "$1" "$2" "$kept"
@@ -70,7 +70,8 @@ renew_source_version() {
 
 keep_source_version() { printf '%s\n' "$2" >"$cache/sources/$1.version"; }
 
-# The newest version of a package by the machine's lists; nothing when there are none. An added "+b" counts mere rebuilds.
+# The newest version of a package by the machine's lists; nothing when there are none. An added "+b" counts mere
+# rebuilds.
 listed_version() { apt-cache madison "$1" 2>/dev/null | awk 'NR == 1 { sub(/\+b[0-9]+$/, "", $3); print $3 }'; }
 
 # The newest version whose description is on the mirror.
