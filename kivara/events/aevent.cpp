@@ -8,9 +8,14 @@ namespace {
 // A plain value: listeners of static lifetime may die after the dispatcher and still ask.
 bool shutDown = false;
 
+char const * nameOf(KivEventType type) {
+  unsigned long const index = static_cast<unsigned long>(type) - KIV_EVENT_FIRST;
+  return index < Kiv_GetEventCount() ? Kiv_GetEventNames()[index] : "";
+}
+
 } // namespace
 
-KivEventData::KivEventData(KivEventType type) : type_(type), name_(Kiv_GetEventNames()[type - KIV_EVENT_FIRST]) {}
+KivEventData::KivEventData(KivEventType type) : type_(type), name_(nameOf(type)) {}
 KivEventData::~KivEventData() = default;
 
 KivEvent::KivEvent(KivEventType type) : KivEventData(type) {}
@@ -28,7 +33,8 @@ KivEventListener & KivEventListener::operator=(KivEventListener const &) { retur
 KivEventListener::~KivEventListener() { manualSignOff(); }
 
 void KivEventListener::setEventHandler(KivEventType type, KivEventHandler handler, KivEventPriority priority) {
-  KivEventDispatcher::Instance().registerAction(type, this, handler, priority);
+  if (!shutDown)
+    KivEventDispatcher::Instance().registerAction(type, this, handler, priority);
 }
 
 void KivEventListener::manualSignOff() {
@@ -71,7 +77,7 @@ void KivEventActionSeq::remove(KivEventListener * listener) {
     delete action;
     return true;
   };
-  actions_.erase(std::remove_if(actions_.begin(), actions_.end(), isGone), actions_.end());
+  std::erase_if(actions_, isGone);
 }
 
 void KivEventActionSeq::fire(KivEvent * event) {

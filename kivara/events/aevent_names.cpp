@@ -1,5 +1,7 @@
 #include "aevent.hpp"
 
+#include "atrace.hpp"
+
 #include <cstring>
 #include <iterator>
 
@@ -11,6 +13,8 @@ char const * eventNames[] = {
 #include "detail/aevent_types.inc"
     "__LAST__",
 };
+
+constexpr unsigned kLineSameName = 246;
 
 constexpr unsigned long eventCount = static_cast<unsigned long>(std::size(eventNames));
 static_assert(eventCount == KIV_EVENT_LAST - KIV_EVENT_FIRST + 1);
@@ -34,10 +38,8 @@ KivEventType Kiv_GetEventTypeOfName(char const * name) {
 }
 
 void Kiv_CheckEventNames() {
-  constexpr unsigned kLineSameName [[maybe_unused]] = 246;
   for (unsigned long a = 0; a < eventCount; ++a)
     for (unsigned long b = a + 1; b < eventCount; ++b)
-      if (std::strcmp(eventNames[a], eventNames[b]) == 0) {
-        // JOIN atrace: displayErrorMessage("aevent.cpp", kLineSameName)
-      }
+      if (std::strcmp(eventNames[a], eventNames[b]) == 0)
+        displayErrorMessage("aevent.cpp", kLineSameName);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 using SV::String;
 
@@ -33,29 +34,27 @@ KivCleanUp::~KivCleanUp() {
   manualSignOff();
 }
 
-void KivCleanUp::AddAction(KivCleanUpAction * action) { actions_.push_back(action); }
-
-void KivCleanUp::AddFileCleanUpAction(String const & file) {
-  auto action = std::make_unique<KivFileCleanUpAction>(file);
-  AddAction(action.get());
-  static_cast<void>(action.release());
+void KivCleanUp::AddAction(KivCleanUpAction * action) {
+  std::unique_ptr<KivCleanUpAction> owner(action);
+  if (owner != nullptr)
+    actions_.push_back(std::move(owner));
 }
 
+void KivCleanUp::AddFileCleanUpAction(String const & file) { AddAction(new KivFileCleanUpAction(file)); }
+
 void KivCleanUp::RemoveFileCleanUpAction(String const & file) {
-  auto const place = std::find_if(actions_.begin(), actions_.end(), [&file](KivCleanUpAction * action) {
-    auto const * const each = dynamic_cast<KivFileCleanUpAction *>(action);
+  auto const place = std::find_if(actions_.begin(), actions_.end(), [&file](auto const & action) {
+    auto const * const each = dynamic_cast<KivFileCleanUpAction const *>(action.get());
     return each != nullptr && isSameName(each->GetFileName(), file);
   });
-  if (place == actions_.end())
-    return;
-  delete *place;
-  actions_.erase(place);
+  if (place != actions_.end())
+    actions_.erase(place);
 }
 
 void KivCleanUp::_onExit(KivEvent *) {
   // By index, and out of the list before it runs: an action may add and remove others.
   for (std::size_t place = 0; place < actions_.size(); ++place) {
-    std::unique_ptr<KivCleanUpAction> const action(std::exchange(actions_[place], nullptr));
+    std::unique_ptr<KivCleanUpAction> const action = std::move(actions_[place]);
     if (action != nullptr)
       action->execute();
   }

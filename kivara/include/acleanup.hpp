@@ -14,6 +14,7 @@
 #include "export.hpp"
 #include "tools/string.hpp"
 
+#include <memory>
 #include <vector>
 
 /// Something to do at the end.
@@ -68,7 +69,8 @@ public:
   KivCleanUp & operator=(KivCleanUp const &) = delete;
   ~KivCleanUp() override;
 
-  /// Appends an action, which the registry owns from then on.
+  /// Appends an action, which the registry owns from then on, whatever happens. Null is passed over. Throws
+  /// std::bad_alloc.
   void AddAction(KivCleanUpAction * action);
 
   /// Appends the deletion of a file. A name may stand there more than once.
@@ -84,5 +86,5 @@ protected:
 private:
   KivCleanUp();
 
-  std::vector<KivCleanUpAction *> actions_;
+  std::vector<std::unique_ptr<KivCleanUpAction>> actions_;
 };

@@ -22,18 +22,17 @@
 /// walked: the running action may then run again. An exception from a handler leaves trigger; the rest of the walk is skipped and
 /// its type counts as being walked from then on, so that listeners that leave are only marked.
 ///
-/// Everything here belongs to the main thread; nothing is locked. After the dispatcher's end, at the end of the process, trigger
-/// and sign-off do nothing; registering is then not allowed.
+/// Everything here belongs to the main thread; nothing is locked. After the dispatcher's end, at the end of the process, trigger,
+/// sign-off and registering do nothing.
 
 #include "export.hpp"
-#include "tools/containers.hpp"
 
 #include <map>
 #include <set>
 #include <vector>
 
 /// The types of all events of the product: 700 and 854 are sentinels, the events proper lie between them without a gap.
-enum KivEventType {
+enum KivEventType : int {
   KIV_EVENT_FIRST = 700,
 #define KIV_EVENT(name) KIV_EVENT_##name,
 #include "detail/aevent_types.inc"
@@ -67,7 +66,7 @@ KIV_API void Kiv_CheckEventNames();
 /// The root of all events.
 class KIV_API KivEventData {
 public:
-  /// \param type  is not tested
+  /// \param type  is not tested; one outside of the catalogue has an empty name
   explicit KivEventData(KivEventType type);
   virtual ~KivEventData();
 
@@ -127,7 +126,7 @@ public:
   /// Removes all handlers of this listener from all types.
   void manualSignOff();
 
-  /// Does nothing: the place for a derived class's test of its own state.
+  /// Does nothing.
   void check() const {}
 };
 
@@ -175,7 +174,8 @@ public:
   virtual ~KivEventDispatcher();
 
   void dispatch(KivEvent * event);
-  void registerAction(KivEventType type, KivEventListener * listener, KivEventHandler handler, KivEventPriority priority);
+  void registerAction(KivEventType type, KivEventListener * listener, KivEventHandler handler,
+                      KivEventPriority priority);
   void signOff(KivEventListener * listener);
 
   /// Whether the dispatcher has come to its end.

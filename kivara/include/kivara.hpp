@@ -4,10 +4,12 @@
 
 #include "aapp.hpp"
 #include "aappinfo.hpp"
+#include "acleanup.hpp"
 #include "acmdline.hpp"
 #include "acrypto.hpp"
 #include "ades.hpp"
 #include "aentry.hpp"
+#include "aevent.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"
 #include "areader.hpp"
