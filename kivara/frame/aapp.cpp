@@ -1,6 +1,7 @@
 #include "aapp.hpp"
 
 #include "acmdline.hpp"
+#include "aevents.hpp"
 #include "atrace.hpp"
 #include "frame/aappfont.hpp"
 #include "frame/aconsole.hpp"
@@ -63,9 +64,9 @@ void KivApplicationInterface::_beforeMain2() {
   kivara::applyButtonLabels();
 }
 
-void KivApplicationInterface::_afterMain([[maybe_unused]] int exitCode) {
+void KivApplicationInterface::_afterMain(int exitCode) {
   afterMain = true;
-  // JOIN aevents: KivExitAppEvent("end(" + String(exitCode) + ")").trigger()
+  KivExitAppEvent("end(" + String(exitCode) + ")").trigger();
   kivara::closeTraceFile();
   // JOIN amlstr: Kiv_DeinitializeMultiLanguageStrings()
   delete help;
@@ -78,9 +79,9 @@ bool KivApplicationInterface::_handleException(long code, unsigned long arg) {
   return kivara::handleSevereException(name, code, arg);
 }
 
-void KivApplicationInterface::_onSystemSettingsChange(SV::SysChangeType) {
+void KivApplicationInterface::_onSystemSettingsChange(SV::SysChangeType type) {
   // JOIN atheme: if (type == SV::SYSCHANGE_THEME) KivThemeManager::Instance().SysThemeChanged()
-  // JOIN aevents: KivSystemSettingsChangedEvent(type).trigger()
+  KivSystemSettingsChangedEvent(type).trigger();
 }
 
 KivMDIApplication::KivMDIApplication(char const * applicationName, bool hasGUI, String logOption)

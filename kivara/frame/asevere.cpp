@@ -1,5 +1,7 @@
 #include "frame/asevere.hpp"
 
+#include "aevents.hpp"
+#include "awinstack.hpp"
 #include "frame/aexcept.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
@@ -22,9 +24,8 @@ bool isSettled(long code) {
 }
 
 HWND ownerOfBox() {
-  // JOIN aplatfrm: Kiv_GetTopWindow(0), which looks at the stack of parent windows first
-  SV::Window const * const window = SV::Application::GetAppWindow();
-  return window != nullptr && window->IsVisible() ? window->GetHWND() : nullptr;
+  SV::Window const * const window = Kiv_GetTopWindow(0);
+  return window != nullptr ? window->GetHWND() : nullptr;
 }
 
 void show(String const & text, String const & caption) {
@@ -48,7 +49,7 @@ bool handleSevereException(String const & applicationName, long code, unsigned l
   if (!settled) {
     show(severeExceptionText(applicationName, code, arg), applicationName);
     // JOIN acrash: Fct_CreateMiniDump("aapp.cpp", kLineDump)
-    // JOIN aevents: KivExitAppEvent("exception (minidump)").trigger()
+    KivExitAppEvent("exception (minidump)").trigger();
   }
   inExceptionHandler = false;
   return settled;
