@@ -55,7 +55,11 @@ enum KivCurrencyType : unsigned long {
   KIV_CURRENCY_SUFFIX_SPACE = 3
 };
 /// The order in the short and in the long date.
-enum KivDateType : unsigned long { KIV_DATE_MONTH_DAY_YEAR = 0, KIV_DATE_DAY_MONTH_YEAR = 1, KIV_DATE_YEAR_MONTH_DAY = 2 };
+enum KivDateType : unsigned long {
+  KIV_DATE_MONTH_DAY_YEAR = 0,
+  KIV_DATE_DAY_MONTH_YEAR = 1,
+  KIV_DATE_YEAR_MONTH_DAY = 2
+};
 enum KivLongDateType : unsigned long {
   KIV_LONG_DATE_MONTH_DAY_YEAR = 0,
   KIV_LONG_DATE_DAY_MONTH_YEAR = 1,

@@ -2,12 +2,14 @@
 /// \file
 /// All of the library's public headers.
 
+#include "aacceler.hpp"
 #include "aapp.hpp"
 #include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "acrypto.hpp"
 #include "ades.hpp"
 #include "aentry.hpp"
+#include "alocale.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"
 #include "areader.hpp"

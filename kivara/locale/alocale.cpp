@@ -21,8 +21,8 @@ String sizedFact(LCTYPE type) {
   if (size <= 1)
     return String();
   String text = String::ofLength(size - 1);
-  // A setting that has grown since the first question does not fit any more.
-  return GetLocaleInfoA(kUser, type, text.writable(), size) == size ? text : String();
+  // The setting may have changed since the first question: a longer one does not fit any more and gives nothing.
+  return text.substr(0, GetLocaleInfoA(kUser, type, text.writable(), size) - 1);
 }
 
 template <class Result> Result choice(char const * text) { return static_cast<Result>(std::atol(text)); }

@@ -154,6 +154,15 @@ private:
     print("assertion %d\n", KIV_Assert_Fail("amodule.cpp", 42, expression.c_str(), "what it means"));
   }
 
+  static void missMenu(std::string const &) {
+    KivAcceleratorTable table;
+    table.setAcceleratorsOfMenu(nullptr);
+    int c = 0;
+    while (table.IsInUse(static_cast<char>(c)))
+      ++c;
+    print("first free %d\n", c);
+  }
+
   static void assertInCode(std::string const &) {
     KIV_ASSERT_AT(isEvaluated(), "the text", "what it means", "aplace.cpp", 7);
     print("after the assertion\n");
@@ -175,6 +184,7 @@ private:
       {"exit", [](auto &) { displayExitMessage(), print("after exit\n"); }},
       {"fail", failAssertion},
       {"assert", assertInCode},
+      {"nomenu", missMenu},
       {"heapcheck", [](auto & file) { Kiv_DoHeapCheck(file.c_str(), 42, "ignored"); }},
       {"out", [](auto & text) { KivDebugOut(text.c_str()); }},
       {"long", [](auto & end) { KivDebugOut((std::string(5000, 'x') + end).c_str()); }},
