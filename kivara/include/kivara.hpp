@@ -2,6 +2,7 @@
 /// \file
 /// All of the library's public headers.
 
+#include "aacceler.hpp"
 #include "aapp.hpp"
 #include "aappinfo.hpp"
 #include "acleanup.hpp"
@@ -11,6 +12,8 @@
 #include "aentry.hpp"
 #include "aevent.hpp"
 #include "aevents.hpp"
+#include "alocale.hpp"
+#include "alog.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"
 #include "areader.hpp"
