@@ -14,6 +14,7 @@
 #include "aplatfrm.hpp"
 #include "areader.hpp"
 #include "atools.hpp"
+#include "atools_errors.hpp"
 #include "atrace.hpp"
 #include "export.hpp"
 #include "tools.hpp"
