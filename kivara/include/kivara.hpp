@@ -18,6 +18,7 @@
 #include "aplatfrm.hpp"
 #include "areader.hpp"
 #include "atools.hpp"
+#include "atools_errors.hpp"
 #include "atrace.hpp"
 #include "awinstack.hpp"
 #include "export.hpp"
