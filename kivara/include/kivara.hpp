@@ -5,6 +5,7 @@
 #include "aapp.hpp"
 #include "aappinfo.hpp"
 #include "acmdline.hpp"
+#include "acolor.hpp"
 #include "acrypto.hpp"
 #include "ades.hpp"
 #include "aentry.hpp"
