@@ -4,11 +4,13 @@
 
 #include "aapp.hpp"
 #include "aappinfo.hpp"
+#include "acleanup.hpp"
 #include "acmdline.hpp"
 #include "acolor.hpp"
 #include "acrypto.hpp"
 #include "ades.hpp"
 #include "aentry.hpp"
+#include "aevent.hpp"
 #include "aextman.hpp"
 #include "afarcall.hpp"
 #include "amemcach.hpp"
