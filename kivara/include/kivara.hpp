@@ -13,6 +13,7 @@
 #include "aevent.hpp"
 #include "aextman.hpp"
 #include "afarcall.hpp"
+#include "afileman.hpp"
 #include "amemcach.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"
