@@ -51,6 +51,26 @@ function(kivara_resource_dll name)
     LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${folder})
 endfunction()
 
+# kivara_language_pack(NAME OUTPUT file TEXTS file.txt [CODEPAGE n]): packs a list of texts that are recognised in every language;
+# the texts are checked on the way. OUTPUT counts from the folder of the programs: language/2057/kivml.dll.
+function(kivara_language_pack name)
+  cmake_parse_arguments(arg "" "OUTPUT;TEXTS;CODEPAGE" "" ${ARGN})
+  if(NOT arg_CODEPAGE)
+    set(arg_CODEPAGE 1252)
+  endif()
+  cmake_path(ABSOLUTE_PATH arg_TEXTS)
+  set(packed ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${arg_OUTPUT})
+  cmake_path(GET packed PARENT_PATH folder)
+  file(MAKE_DIRECTORY ${folder})
+  add_custom_command(
+    OUTPUT ${packed}
+    COMMAND kivml pack ${arg_TEXTS} ${packed} --codepage ${arg_CODEPAGE}
+    DEPENDS kivml ${arg_TEXTS}
+    COMMENT "Packing ${arg_OUTPUT}"
+    VERBATIM)
+  add_custom_target(${name} ALL DEPENDS ${packed})
+endfunction()
+
 # kivara_test(NAME SOURCES file... [LINKS target...] [PROGRAMS target...] [PROPERTIES ctest property...]): a GoogleTest
 # program; each of its cases is a ctest case of its own, found when the tests run. PROGRAMS are the child programs that it starts.
 function(kivara_test name)

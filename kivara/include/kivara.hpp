@@ -8,6 +8,8 @@
 #include "acrypto.hpp"
 #include "ades.hpp"
 #include "aentry.hpp"
+#include "ainter.hpp"
+#include "amlstr.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"
 #include "areader.hpp"
