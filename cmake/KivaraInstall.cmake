@@ -1,7 +1,7 @@
 # What users get, and where it goes. Only what is shipped by name is installed.
 #
 #   bin/                    DLLs with the compiler's runtime, tools; .debug/ holds their debug symbols, where debuggers look
-#   bin/language/ID/        language packs
+#   bin/language/ID/        language packs, and words that are recognised in every language; bin/lang.ini lists the languages
 #   include/kivara/         the public headers of the library and of the toolkit
 #   lib/, lib/cmake/kivara/ import libraries, kivara::main, the CMake package with the toolchain file
 #   share/doc/kivara/       changes, and the notices of what others wrote
@@ -41,6 +41,12 @@ function(kivara_ship name)
   if(NOT type STREQUAL INTERFACE_LIBRARY)
     add_dependencies(kivara_shipped ${name})
   endif()
+endfunction()
+
+# kivara_ship_file(FILE): installs a file that the build made, by its place below the folder of the programs.
+function(kivara_ship_file file)
+  cmake_path(GET file PARENT_PATH folder)
+  install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${file} DESTINATION bin/${folder})
 endfunction()
 
 # kivara_ship_headers(FOLDER): installs the headers of a folder whose headers are all public, with its folders.
