@@ -41,6 +41,9 @@ found_dependencies() {
 # build TARGET...: none means everything.
 build() {
   configure
+  # The build itself runs a program of ours, for the language packs.
+  need_packages "${run_packages[@]}"
+  need_prefix
   local targets=()
   (($# == 0)) || targets=(--target "$@")
   say "building ($preset)"

@@ -10,15 +10,10 @@ class Minimal : public KivMDIApplication {
 public:
   Minimal() : KivMDIApplication("Minimal", true, "log_dialogs") {}
 
-  int prepareApplication() override {
-    // JOIN ainter: createResourceManager, which finds the language by itself
-    static SV::ResMgr library("language\\2057\\kivara72.dll");
-    SV::Resource::SetResManager(&library);
-    return library.IsLoaded() ? 0 : 1;
-  }
+  int prepareApplication() override { return createResourceManager("kivara", true) ? 0 : 1; }
 
   int runApplication() override {
-    SV::ResMgr texts("language\\2057\\minimal72.dll");
+    SV::ResMgr texts("language\\" + SV::String(KivInternational::GetCurrentLanguageID()) + "\\minimal72.dll");
     SV::Window window(nullptr, SV::WB_TITLE | SV::WB_SIZEABLE);
     window.SetText(SV::Resource::LoadString(SV::ResId(0x2000001, &texts)));
     SetAppWindow(&window);

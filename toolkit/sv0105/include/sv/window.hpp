@@ -82,6 +82,10 @@ public:
   Font const & GetFont() const;
   Font ChangeFont(Font const & font);
 
+  /// Gives it the input of the keyboard; a window in the background of the desktop has it when its program comes to the
+  /// front.
+  virtual void GrabFocus();
+
   /// Has it painted anew; Update does so at once where something is to be painted.
   void Invalidate();
   virtual void Update();
