@@ -75,7 +75,8 @@ build_openssl() {
     CC=$tools-gcc-posix AR=$tools-ar RANLIB=$tools-ranlib RC=$tools-windres \
       perl Configure mingw64 "${off[@]/#/no-}" --prefix="$2" --libdir=lib &&
     make -j "$(nproc)" build_generated libcrypto.a &&
-    mkdir -p "$2/lib" "$2/include" &&
+    mkdir -p "$2/lib" "$2/include" "$2/share/licenses/openssl" &&
+    cp LICENSE.txt "$2/share/licenses/openssl/" &&
     cp -r include/openssl "$2/include/" &&
     cp libcrypto.a "$2/lib/"
 }

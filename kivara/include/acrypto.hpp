@@ -86,7 +86,7 @@ public:
 /// as the empty text in the old form and is refused in the AES form.
 class KIV_API KivEncryption : public KivObject {
 public:
-  static KivEncryption & Instance();
+  static KivEncryption & Instance(); ///< the only one; it is made at the first call
   KivEncryption(KivEncryption const &) = delete;
   KivEncryption & operator=(KivEncryption const &) = delete;
   ~KivEncryption() override;
