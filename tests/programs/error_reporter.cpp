@@ -177,6 +177,30 @@ private:
     std::thread([&] { take(word); }).join();
   }
 
+  static void openLog(std::string const & file) {
+    KivBasicFileLogger log(true, true, 3);
+    bool const opened = log.open(file.c_str(), true);
+    print("open %d, line %d\n", opened, log.addText("a line"));
+  }
+
+  static void writeOwnLogLine(std::string const &) {
+    struct Log : KivBasicFileLogger {
+      using KivBasicFileLogger::_debugPrint;
+      using KivBasicFileLogger::KivBasicFileLogger;
+    };
+    Log(true, true, 3)._debugPrint("to a log without a name");
+    print("own line\n");
+  }
+
+  static void missMenu(std::string const &) {
+    KivAcceleratorTable table;
+    table.setAcceleratorsOfMenu(nullptr);
+    int c = 0;
+    while (table.IsInUse(static_cast<char>(c)))
+      ++c;
+    print("first free %d\n", c);
+  }
+
   static void assertInCode(std::string const &) {
     KIV_ASSERT_AT(isEvaluated(), "the text", "what it means", "aplace.cpp", 7);
     print("after the assertion\n");
@@ -205,6 +229,11 @@ private:
       {"fail", [this](auto & expression) { failAssertion(expression); }},
       {"nullfail", [](auto &) { KIV_Assert_Fail(nullptr, 0, nullptr, nullptr); }},
       {"assert", assertInCode},
+      {"nomenu", missMenu},
+      {"openlog", openLog},
+      {"ownlogline", writeOwnLogLine},
+      {"addtolog", [](auto & text) { Kiv_AddToLog("named.log", text.c_str()); }},
+      {"addtocsvlog", [](auto & text) { Kiv_AddToCSVLog("named.csv", text.c_str()); }},
       {"heapcheck", [](auto & file) { Kiv_DoHeapCheck(file.c_str(), 42, "ignored"); }},
       {"nullheapcheck", [](auto &) { Kiv_DoHeapCheck(nullptr, -1, nullptr); }},
       {"out", [](auto & text) { KivDebugOut(text.c_str()); }},

@@ -36,6 +36,8 @@ TEST(Platform, VersionTestsAgreeWithTheSystem) {
 
 TEST(Platform, Windows10IsToldFromTheRegistry) { EXPECT_EQ(Kiv_IsAtLeastWindows10(), registryMajorVersion() >= 10); }
 
+TEST(Platform, A64BitProgramIsNotTakenForA32BitOneOnA64BitSystem) { EXPECT_FALSE(Kiv_IsRunningOn64Bits()); }
+
 TEST(Platform, ScaleIsDotsPerInchBy96) {
   HDC const screen = GetDC(nullptr);
   EXPECT_EQ(Kiv_GetSystemDPIScaleX(), GetDeviceCaps(screen, LOGPIXELSX) / 96.0);
