@@ -1,14 +1,13 @@
 #include "atrace.hpp"
 
+#include "support/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <ostream>
-#include <thread>
 
 namespace {
 
@@ -184,24 +183,25 @@ TEST(Text, ThatRunsOverSeveralKindsOfPagesIsOne) {
 
 TEST(Text, InFreedPagesIsNone) { EXPECT_FALSE(Kiv_MemoryIsString(static_cast<char *>(freedPage()))); }
 
-TEST(Text, WhoseEndAnotherThreadTakesAwayMeanwhileIsAnswered) {
-  constexpr std::size_t length = 512 * kPage; // long enough to be taken away while it is being read
-  auto * const text = static_cast<char *>(VirtualAlloc(nullptr, length, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
-  ASSERT_NE(text, nullptr);
-  std::memset(text, 'x', length - 1);
-  std::atomic<bool> ended = false;
-  std::thread other([&] {
-    for (DWORD before = 0; !ended;) {
-      VirtualProtect(text + length - kPage, kPage, PAGE_NOACCESS, &before);
-      VirtualProtect(text + length - kPage, kPage, PAGE_READWRITE, &before);
-    }
-  });
-  for (int i = 0; i < 100; ++i)
-    Kiv_MemoryIsString(text); // true or false, as it happens
-  ended = true;
-  other.join();
-  EXPECT_TRUE(Kiv_MemoryIsString(text));
-  VirtualFree(text, 0, MEM_RELEASE);
+void * takenAwayPage = nullptr;
+
+/// Answers as the system does, and takes a page away when all is known of it, as another thread may do at any moment.
+SIZE_T WINAPI queryAndTakeAway(void const * address, MEMORY_BASIC_INFORMATION * region, SIZE_T size) {
+  SIZE_T const answer = VirtualQuery(address, region, size);
+  DWORD before = 0;
+  if ((region->Protect & PAGE_GUARD) != 0)
+    VirtualProtect(takenAwayPage, kPage, PAGE_NOACCESS, &before);
+  return answer;
+}
+
+TEST(Text, ThatAnotherThreadTakesAwayMeanwhileIsNone) {
+  Pages const pages(PAGE_READWRITE, PAGE_READWRITE | PAGE_GUARD);
+  *pages.beforeEnd(1) = '\0';
+  EXPECT_TRUE(Kiv_MemoryIsString(pages.first()));
+  takenAwayPage = pages.first();
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
+                          {{"VirtualQuery", reinterpret_cast<void *>(queryAndTakeAway)}});
+  EXPECT_FALSE(Kiv_MemoryIsString(pages.first()));
 }
 
 TEST(Text, ThatRunsIntoPagesWithoutAccessIsNone) {
