@@ -121,6 +121,7 @@ enum KivTimeFormatType : unsigned long { KIV_TIME_12_HOURS = 0, KIV_TIME_24_HOUR
 enum KivTimeMarkerPositionType : unsigned long { KIV_TIME_MARKER_BEHIND = 0, KIV_TIME_MARKER_BEFORE = 1 };
 /// @}
 
+/// The facts, see alocale.hpp.
 namespace Locale {
 
 #define KIV_LOCALE_NUMBER(result, name, type, size) KIV_API result name();

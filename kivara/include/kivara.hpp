@@ -10,6 +10,7 @@
 #include "ades.hpp"
 #include "aentry.hpp"
 #include "alocale.hpp"
+#include "alog.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"
 #include "areader.hpp"

@@ -154,6 +154,21 @@ private:
     print("assertion %d\n", KIV_Assert_Fail("amodule.cpp", 42, expression.c_str(), "what it means"));
   }
 
+  static void openLog(std::string const & file) {
+    KivBasicFileLogger log(true, true, 3);
+    bool const opened = log.open(file.c_str(), true);
+    print("open %d, line %d\n", opened, log.addText("a line"));
+  }
+
+  static void writeOwnLogLine(std::string const &) {
+    struct Log : KivBasicFileLogger {
+      using KivBasicFileLogger::_debugPrint;
+      using KivBasicFileLogger::KivBasicFileLogger;
+    };
+    Log(true, true, 3)._debugPrint("to a log without a name");
+    print("own line\n");
+  }
+
   static void missMenu(std::string const &) {
     KivAcceleratorTable table;
     table.setAcceleratorsOfMenu(nullptr);
@@ -185,6 +200,10 @@ private:
       {"fail", failAssertion},
       {"assert", assertInCode},
       {"nomenu", missMenu},
+      {"openlog", openLog},
+      {"ownlogline", writeOwnLogLine},
+      {"addtolog", [](auto & text) { Kiv_AddToLog("named.log", text.c_str()); }},
+      {"addtocsvlog", [](auto & text) { Kiv_AddToCSVLog("named.csv", text.c_str()); }},
       {"heapcheck", [](auto & file) { Kiv_DoHeapCheck(file.c_str(), 42, "ignored"); }},
       {"out", [](auto & text) { KivDebugOut(text.c_str()); }},
       {"long", [](auto & end) { KivDebugOut((std::string(5000, 'x') + end).c_str()); }},
