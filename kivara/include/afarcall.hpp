@@ -32,7 +32,7 @@ class KIV_API KivFarCallFactory {
 public:
   using Receiver = KivMemBuf (*)(KivInputData const &);
 
-  static KivFarCallFactory & Instance();
+  static KivFarCallFactory & Instance(); ///< made at the first call
 
   KivFarCallFactory(KivFarCallFactory const &) = delete;
   KivFarCallFactory & operator=(KivFarCallFactory const &) = delete;

@@ -20,7 +20,7 @@ public:
   static SV::String const & getErrorMessage();
 
 protected:
-  static void _setErrorMessage(SV::String const & text);
+  static void _setErrorMessage(SV::String const & text); ///< in place of the last text, or behind it
   static void _appendErrorMessage(SV::String const & text);
 };
 
