@@ -33,15 +33,18 @@ function(kivara_program name)
   endif()
 endfunction()
 
-# kivara_resource_dll(NAME OUTPUT file LANGUAGE id SOURCE file.rc): a DLL of resources alone, without code and start-up.
-# OUTPUT counts from the folder of the programs, LANGUAGE is the decimal language id of all that the script names none for, and
-# the script is UTF-8.
+# kivara_resource_dll(NAME OUTPUT file LANGUAGE id SOURCE file.rc [DESCRIPTION text]): a DLL of resources alone, without code and
+# start-up. OUTPUT counts from the folder of the programs, LANGUAGE is the decimal language id of all that the script names none
+# for, and the script is UTF-8. With a description it has file properties.
 function(kivara_resource_dll name)
-  cmake_parse_arguments(arg "" "OUTPUT;LANGUAGE;SOURCE" "" ${ARGN})
+  cmake_parse_arguments(arg "" "OUTPUT;LANGUAGE;SOURCE;DESCRIPTION" "" ${ARGN})
   cmake_path(GET arg_OUTPUT PARENT_PATH folder)
   cmake_path(GET arg_OUTPUT STEM file)
   math(EXPR language ${arg_LANGUAGE} OUTPUT_FORMAT HEXADECIMAL)
   add_library(${name} MODULE ${arg_SOURCE})
+  if(arg_DESCRIPTION)
+    kivara_version_info(${name} ${file}.dll VFT_DLL "${arg_DESCRIPTION}")
+  endif()
   target_compile_options(${name} PRIVATE --language=${language})
   target_link_options(${name} PRIVATE -nostdlib -Wl,--entry=0)
   set_target_properties(${name} PROPERTIES
