@@ -2,6 +2,10 @@
 
 #include "sv/window.hpp"
 
+#include <cstddef>
+
+using SV::String;
+
 namespace {
 
 char const * const userActions[] = {
@@ -14,6 +18,10 @@ char const * const userGroupActions[] = {
 #include "detail/aevents_usergroup_actions.inc"
 };
 
+template <std::size_t count> String nameOf(char const * const (&names)[count], int action) {
+  return static_cast<std::size_t>(action) < count ? names[action] : nullptr;
+}
+
 } // namespace
 
 KivUserEvent::KivUserEvent(ActionType action, long id) : KivUserEvent(action, id, -1, KIV_DB_PERMISSION_NONE) {}
@@ -22,7 +30,7 @@ KivUserEvent::KivUserEvent(ActionType action, long id, long permissionType, KivD
 }
 KivUserEvent::~KivUserEvent() = default;
 
-SV::String KivUserEvent::GetActionName() const { return userActions[action_]; }
+String KivUserEvent::GetActionName() const { return nameOf(userActions, action_); }
 
 KivUserGroupEvent::KivUserGroupEvent(ActionType action, long userGroupId)
     : KivUserGroupEvent(action, userGroupId, -1) {}
@@ -30,12 +38,12 @@ KivUserGroupEvent::KivUserGroupEvent(ActionType action, long userGroupId, long u
     : KivEvent(KIV_EVENT_UserGroup), action_(action), userGroupId_(userGroupId), userId_(userId) {}
 KivUserGroupEvent::~KivUserGroupEvent() = default;
 
-SV::String KivUserGroupEvent::GetActionName() const { return userGroupActions[action_]; }
+String KivUserGroupEvent::GetActionName() const { return nameOf(userGroupActions, action_); }
 
-KivExitAppEvent::KivExitAppEvent(SV::String const & reason) : KivEvent(KIV_EVENT_AppExit), reason_(reason) {}
+KivExitAppEvent::KivExitAppEvent(String const & reason) : KivEvent(KIV_EVENT_AppExit), reason_(reason) {}
 KivExitAppEvent::~KivExitAppEvent() = default;
 
-KivWindowStackChangedEvent::KivWindowStackChangedEvent(std::size_t depth, bool pushed, SV::String const & title)
+KivWindowStackChangedEvent::KivWindowStackChangedEvent(std::size_t depth, bool pushed, String const & title)
     : KivEvent(KIV_EVENT_KivWindowStackChanged), depth_(depth), pushed_(pushed), title_(title) {}
 KivWindowStackChangedEvent::~KivWindowStackChangedEvent() = default;
 
@@ -49,7 +57,7 @@ KivBeforeGrabFocusEvent::~KivBeforeGrabFocusEvent() = default;
 bool KivBeforeGrabFocusEvent::GrabFocus(SV::Window * window) {
   KivBeforeGrabFocusEvent event;
   event.trigger();
-  if (event.getResultValue() != 0)
+  if (event.getResultValue() != 0 || window == nullptr)
     return false;
   window->GrabFocus();
   return true;

@@ -16,7 +16,7 @@ enum KivDBPermission : long { KIV_DB_PERMISSION_NONE = 0 };
 /// Something happened to a user. Raised by the administration.
 class KIV_API KivUserEvent : public KivEvent {
 public:
-  enum ActionType {
+  enum ActionType : int {
 #define KIV_ACTION(name) name,
 #include "detail/aevents_user_actions.inc"
   };
@@ -27,7 +27,7 @@ public:
   ~KivUserEvent() override;
 
   ActionType GetActionType() const { return action_; }
-  /// The enumerator's name.
+  /// The enumerator's name; empty for another number.
   SV::String GetActionName() const;
   long GetID() const { return id_; }
   long GetPermissionType() const { return permissionType_; }
@@ -43,7 +43,7 @@ private:
 /// Something happened to a user group. Raised by the administration.
 class KIV_API KivUserGroupEvent : public KivEvent {
 public:
-  enum ActionType {
+  enum ActionType : int {
 #define KIV_ACTION(name) name,
 #include "detail/aevents_usergroup_actions.inc"
   };
@@ -54,7 +54,7 @@ public:
   ~KivUserGroupEvent() override;
 
   ActionType GetActionType() const { return action_; }
-  /// The enumerator's name.
+  /// The enumerator's name; empty for another number.
   SV::String GetActionName() const;
   long GetUserGroupID() const { return userGroupId_; }
   long GetUserID() const { return userId_; }
@@ -116,6 +116,24 @@ public:
   KivBeforeGrabFocusEvent();
   ~KivBeforeGrabFocusEvent() override;
 
-  /// Asks the listeners and, unless they forbid it, gives the window the focus; true when it was given.
+  /// Asks the listeners and, unless they forbid it, gives the window the focus; true when it was given. Null never gets it.
   static bool GrabFocus(SV::Window * window);
+};
+
+/// Tells of events on the debug output, a "[kiv]" line each: AppInitialized, AppExit, KivWindowStackChanged, and of
+/// AppChangeStartupPhase the text. It hears of them before all listeners of normal priority. The frame has one as long as
+/// a dynamic console is open.
+///
+/// Whatever class a product gives its AppChangeStartupPhase event: it derives from KivEvent alone, and its first field is
+/// an SV::String.
+class KIV_API KivDynamicConsoleListener : public KivEventListener {
+public:
+  KivDynamicConsoleListener();
+  ~KivDynamicConsoleListener() override;
+
+private:
+  void _onStartupPhase(KivEvent * event);
+  void _onInitialized(KivEvent * event);
+  void _onExit(KivEvent * event);
+  void _onWindowStack(KivEvent * event);
 };
