@@ -53,8 +53,11 @@ enum KivApplicationType : int {
   KIV_APPLICATION_TOOLKIT = 1, ///< makes models; what a program is that does not say otherwise
 };
 
+/// Set once, before anything asks for it.
+/// @{
 KIV_API void Kiv_SetApplicationType(KivApplicationType type);
 KIV_API KivApplicationType Kiv_GetApplicationType();
+/// @}
 
 /// Whether it makes models.
 KIV_API bool Kiv_IsKVTK();
@@ -91,6 +94,7 @@ public:
 
 enum KivCoreVarType : int {};
 
+/// The value of the variable.
 KIV_API long Kiv_GetCoreVarConst(KivCoreVarType variable);
 /// The variable itself, valid to the end of the process.
 KIV_API long & Kiv_GetCoreVar(KivCoreVarType variable);
@@ -100,6 +104,7 @@ KIV_API void Kiv_SetCoreVar(KivCoreVarType variable, long value);
 /// The components that are installed, as they told: nothing is tested against the list.
 class KIV_API KivComponentInformation {
 public:
+  /// The list of the process; destroyed at its end.
   static KivComponentInformation & Instance();
 
   KivComponentInformation(KivComponentInformation const &) = delete;
