@@ -1,6 +1,7 @@
 #include "frame/aconsole.hpp"
 
 #include "aappinfo.hpp"
+#include "aevents.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstdio>
@@ -13,6 +14,8 @@ namespace {
 
 constexpr UINT kNoConsoleAction = 4711;
 
+KivDynamicConsoleListener * consoleListener = nullptr;
+
 /// Runs on a thread of the system's own.
 BOOL WINAPI answerControlEvent(DWORD event) {
   ControlAnswer const answer = controlAnswer(event);
@@ -20,12 +23,13 @@ BOOL WINAPI answerControlEvent(DWORD event) {
     std::fputs(answer.text, stdout);
   if (!answer.ends)
     return TRUE;
-  // JOIN aevents: KivExitAppEvent("console").trigger()
+  KivExitAppEvent("console").trigger();
   std::exit(1);
 }
 
 void closeDynamicConsole() {
-  // JOIN aevents: delete the KivDynamicConsoleListener and clear its pointer
+  delete consoleListener;
+  consoleListener = nullptr;
   SetConsoleCtrlHandler(answerControlEvent, FALSE);
   FreeConsole();
 }
@@ -69,7 +73,7 @@ void openDynamicConsole() {
   rebind(stderr, STD_ERROR_HANDLE, "w");
   setTitle();
   SetConsoleCtrlHandler(answerControlEvent, TRUE);
-  // JOIN aevents: create the KivDynamicConsoleListener
+  consoleListener = new KivDynamicConsoleListener;
 }
 
 } // namespace kivara

@@ -1,8 +1,12 @@
 #include "frame/asevere.hpp"
 
+#include "aevents.hpp"
+#include "awinstack.hpp"
+#include "ainter.hpp"
 #include "frame/aexcept.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
+#include "sv/resource.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 
@@ -15,16 +19,24 @@ constexpr int kLineDump [[maybe_unused]] = 622;
 
 bool inExceptionHandler = false;
 
+/// Goes on to the next manager of the chain, which may have what the active one lacks.
+bool isNextResourceManagerActive() {
+  SV::ResMgr * const next = KivInternational::getNextResMgr();
+  if (next != nullptr)
+    SV::Resource::SetResManager(next);
+  return next != nullptr;
+}
+
 /// Whether somebody else has taken care of it.
 bool isSettled(long code) {
-  // JOIN ainter: 0x100 is settled by Resource::SetResManager(KivInternational::getNextResMgr()), when it gives one
+  if (code == SV::EXC_RESOURCE_NOT_LOADED)
+    return isNextResourceManagerActive();
   return code == SV::EXC_RESOURCE_FILE_NOT_LOADED && loadingResourceFile;
 }
 
 HWND ownerOfBox() {
-  // JOIN aplatfrm: Kiv_GetTopWindow(0), which looks at the stack of parent windows first
-  SV::Window const * const window = SV::Application::GetAppWindow();
-  return window != nullptr && window->IsVisible() ? window->GetHWND() : nullptr;
+  SV::Window const * const window = Kiv_GetTopWindow(0);
+  return window != nullptr ? window->GetHWND() : nullptr;
 }
 
 void show(String const & text, String const & caption) {
@@ -48,7 +60,7 @@ bool handleSevereException(String const & applicationName, long code, unsigned l
   if (!settled) {
     show(severeExceptionText(applicationName, code, arg), applicationName);
     // JOIN acrash: Fct_CreateMiniDump("aapp.cpp", kLineDump)
-    // JOIN aevents: KivExitAppEvent("exception (minidump)").trigger()
+    KivExitAppEvent("exception (minidump)").trigger();
   }
   inExceptionHandler = false;
   return settled;

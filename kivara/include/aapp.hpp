@@ -31,10 +31,11 @@ public:
 
   /// Makes the help object of the application and installs it in the toolkit. It dies with the end of Main. A second
   /// call keeps the first object.
-  /// \param fileName  the name of the help file
+  /// \param fileName  the name of the help file without folder and extension, for KivInternational::switchHelpObject
   void createHelpObject(char const * fileName);
 
-  // JOIN ainter: bool createResourceManager(char const *, bool), which forwards to KivInternational
+  /// KivInternational::createResourceManager.
+  bool createResourceManager(char const * const resourceName, bool languageSpecific);
 
 protected:
   ~KivApplicationInterface() = default;
@@ -101,6 +102,10 @@ public:
   /// Passes what _handleException does not settle on to the toolkit, which ends the process.
   void Exception(long code, unsigned long arg) override;
 
+  // JOIN aclient: bool MakeMDIClientImg(bool multiMonitor), for the derived class to call
+  // JOIN aclient: bool IsUserDefPaintMDIClient() override, which answers true
+  // JOIN aclient: void PaintMDIClient(HWND) override, which draws mdiClientBitmap as mdiClientImageMode says
+
   /// The program itself; the result is the exit code.
   virtual int runApplication() = 0;
 
@@ -110,7 +115,7 @@ public:
   /// The picture behind the MDI windows: fills the image and sets how it is laid out; false when there is none.
   virtual bool getMDIClientImage(SV::Image & image, int & mode) = 0;
 
-  bool isAppInitialized() const { return appInitialized; }
+  bool isAppInitialized() const { return appInitialized; } ///< what the derived class set
 
 private:
   SV::String logOptionName;

@@ -1,6 +1,7 @@
 #include "aapp.hpp"
 
 #include "acmdline.hpp"
+#include "aevents.hpp"
 #include "aplatfrm.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
@@ -230,6 +231,49 @@ TEST(Application, TellsThatTheEndHasBegun) {
   runMain(application);
   EXPECT_FALSE(inRun);
   EXPECT_TRUE(KivApplicationInterface::IsAfterMain());
+}
+
+/// Calls a function for each event of a type.
+class Observer : public KivEventListener {
+public:
+  Observer(KivEventType type, std::function<void(KivEvent *)> then) : then_(std::move(then)) {
+    setEventHandler(type, &Observer::handle);
+  }
+
+private:
+  void handle(KivEvent * event) { then_(event); }
+  std::function<void(KivEvent *)> then_;
+};
+
+TEST(Application, TellsOfItsEndWithTheExitCodeBeforeAnythingGoes) {
+  RecordingApplication application;
+  SV::ResMgr manager("language\\2057\\kivara72.dll");
+  application.onPrepare = [&] {
+    application.createHelpObject("help");
+    SV::Resource::SetResManager(&manager);
+    return 0;
+  };
+  Steps seen;
+  Observer const observer(KIV_EVENT_AppExit, [&](KivEvent * event) {
+    seen.emplace_back(static_cast<KivExitAppEvent *>(event)->GetReason().c_str());
+    EXPECT_TRUE(KivApplicationInterface::IsAfterMain());
+    EXPECT_NE(SV::Application::GetHelp(), nullptr);
+    EXPECT_EQ(SV::Resource::GetResManager(), &manager);
+    EXPECT_FALSE(DeleteFileA("out.txt")) << "the trace file is still open";
+  });
+  runMain(application, {"-trfout.txt"});
+  EXPECT_EQ(seen, (Steps{"end(0)"}));
+}
+
+TEST(Application, TellsListenersOfEachChangeOfTheSystemsSettings) {
+  RecordingApplication application;
+  std::vector<int> changes;
+  Observer const observer(KIV_EVENT_SystemSettingsChanged, [&](KivEvent * event) {
+    changes.push_back(static_cast<KivSystemSettingsChangedEvent *>(event)->GetChange());
+  });
+  for (int change = 1; change <= 6; ++change)
+    application.SysChange(static_cast<SV::SysChangeType>(change));
+  EXPECT_EQ(changes, (std::vector<int>{1, 2, 3, 4, 5, 6}));
 }
 
 TEST(Application, WithoutAnObjectThereIsNeitherGUINorEnd) {

@@ -12,6 +12,8 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+char const * const kEndLine = "[kiv] Application shutdown event recognized";
+
 /// A run of frame_console, started without streams as from the desktop and seen from inside of its console.
 struct ConsoleRun {
   explicit ConsoleRun(std::string const & control)
@@ -44,7 +46,7 @@ TEST(DynamicConsole, ShowsBothOutputStreams) {
   ConsoleRun console("");
   console.go();
   EXPECT_EQ(console.run.exitCode(), 0u);
-  EXPECT_EQ(console.console.lines(), (Lines{"a line of output", "a line of errors"}));
+  EXPECT_EQ(console.console.lines(), (Lines{"a line of output", "a line of errors", kEndLine}));
 }
 
 TEST(DynamicConsole, IsTheStandardInput) {
@@ -80,6 +82,7 @@ TEST_P(ControlEventAtAConsole, PrintsItsLineAndEndsTheProgramOrNot) {
     expected.push_back(event.line);
   if (!event.ends)
     expected.insert(expected.end(), {"a line of output", "a line of errors"});
+  expected.push_back(kEndLine);
   EXPECT_EQ(console.console.lines(), expected);
   // What is to run at exit has run, however the end came.
   EXPECT_EQ(console.run.record().back(), "destroyed");

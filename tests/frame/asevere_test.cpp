@@ -1,3 +1,5 @@
+#include "aevents.hpp"
+#include "awinstack.hpp"
 #include "frame/box_watch.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
@@ -62,6 +64,81 @@ TEST(SevereException, TheBoxLiesOnTheVisibleApplicationWindow) {
   application._handleException(0x200, 0);
   ASSERT_EQ(watch.boxes().size(), 1u);
   EXPECT_EQ(watch.boxes()[0].owner, window.GetHWND());
+}
+
+TEST(SevereException, TheBoxLiesOnTheTopmostParentWindow) {
+  RecordingApplication application;
+  SV::InitSV(0, nullptr);
+  SV::Window main(nullptr, SV::WB_TITLE);
+  SV::Window dialog(nullptr, SV::WB_TITLE);
+  main.Show();
+  dialog.Show();
+  SV::Application::SetAppWindow(&main);
+  Kiv_PushParentWindow(&dialog);
+  BoxWatch watch;
+  application._handleException(0x200, 0);
+  ASSERT_EQ(watch.boxes().size(), 1u);
+  EXPECT_EQ(watch.boxes()[0].owner, dialog.GetHWND());
+}
+
+/// Keeps the reasons of all ends.
+class Ends : public KivEventListener {
+public:
+  Ends() { setEventHandler(KIV_EVENT_AppExit, &Ends::note); }
+  std::vector<std::string> reasons;
+
+private:
+  void note(KivEvent * event) { reasons.emplace_back(static_cast<KivExitAppEvent *>(event)->GetReason().c_str()); }
+};
+
+TEST(SevereException, EndsTheApplicationOnceItsBoxIsClosed) {
+  RecordingApplication application;
+  Ends ends;
+  BoxWatch watch;
+  std::size_t whileOpen = 99;
+  watch.whileOpen = [&] { whileOpen = ends.reasons.size(); };
+  application._handleException(0x200, 0);
+  EXPECT_EQ(whileOpen, 0u);
+  EXPECT_EQ(ends.reasons, (std::vector<std::string>{"exception (minidump)"}));
+}
+
+TEST(SevereException, ThatIsSettledEndsNothing) {
+  RecordingApplication application;
+  Ends const ends;
+  kivara::loadingResourceFile = true;
+  application._handleException(0x400, 0);
+  EXPECT_TRUE(ends.reasons.empty());
+}
+
+TEST(SevereException, InsideOfAnotherEndsNothingByItself) {
+  RecordingApplication application;
+  Ends const ends;
+  BoxWatch watch;
+  watch.whileOpen = [&] {
+    application._handleException(0x100, 1);
+    EXPECT_TRUE(ends.reasons.empty());
+  };
+  application._handleException(0x200, 0);
+  EXPECT_EQ(ends.reasons.size(), 1u);
+}
+
+TEST(SevereException, AListenerOfTheEndThatRaisesAnotherOneIsAnsweredByTheToolkit) {
+  RecordingApplication application;
+  class Raiser : public KivEventListener {
+  public:
+    explicit Raiser(RecordingApplication & owner) : owner_(owner) {
+      setEventHandler(KIV_EVENT_AppExit, &Raiser::raise);
+    }
+    bool settled = true;
+
+  private:
+    void raise(KivEvent *) { settled = owner_._handleException(0x200, 0); }
+    RecordingApplication & owner_;
+  } raiser(application);
+  BoxWatch watch;
+  application._handleException(0x200, 0);
+  EXPECT_FALSE(raiser.settled);
+  EXPECT_EQ(watch.boxes().size(), 1u);
 }
 
 TEST(SevereException, TheWaitPointerIsOffWhileTheBoxIsOpen) {

@@ -132,6 +132,7 @@ TEST_F(WindowTest, ThatTheSystemRefusesRaisesAnExceptionAndDoesNothing) {
   child.ChangeFont(SV::Font("Arial", {0, 12}));
   child.Invalidate();
   child.Update();
+  child.GrabFocus();
   EXPECT_FALSE(child.IsVisible());
   EXPECT_FALSE(child.IsVisible(true));
   EXPECT_EQ(child.GetText().Len(), 0);
@@ -438,6 +439,18 @@ TEST_F(WindowTest, ShowsWhatWasPaintedOnItsBackground) {
   EXPECT_EQ(GetPixel(device, 15, 15), GetSysColor(COLOR_WINDOW));
   EXPECT_EQ(GetPixel(device, 4, 4), GetSysColor(COLOR_WINDOW));
   ReleaseDC(window.GetHWND(), device);
+}
+
+TEST_F(WindowTest, GrabFocusGivesItTheKeyboard) {
+  Window window(nullptr, SV::WB_TITLE);
+  Window first(&window);
+  Window second(&window);
+  for (Window * each : {&window, &first, &second})
+    each->Show();
+  first.GrabFocus();
+  EXPECT_EQ(GetFocus(), first.GetHWND());
+  second.GrabFocus();
+  EXPECT_EQ(GetFocus(), second.GetHWND());
 }
 
 } // namespace

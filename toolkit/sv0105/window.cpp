@@ -191,6 +191,11 @@ void Window::useFont() {
   Invalidate();
 }
 
+void Window::GrabFocus() {
+  if (hwnd_)
+    SetFocus(hwnd_);
+}
+
 void Window::Invalidate() {
   if (hwnd_)
     InvalidateRect(hwnd_, nullptr, TRUE);

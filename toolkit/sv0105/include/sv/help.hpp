@@ -11,7 +11,7 @@ namespace SV {
 /// The help file in use. Application::ChangeHelp installs one; an installed one that dies leaves none installed.
 class SV_API Help : public LinkHdl {
 public:
-  Help();
+  Help(); ///< without a file
   explicit Help(String const & fileName);
   Help(Help const &) = delete;
   Help & operator=(Help const &) = delete;
@@ -20,6 +20,9 @@ public:
   /// The name as given, empty at first; the change gives the former one. Whether the file is there is not looked at.
   String const & GetFileName() const { return fileName_; }
   String ChangeFileName(String const & fileName);
+
+  /// Opens the file with the program that the system has for it. False when that cannot be done, or without a name.
+  virtual bool Start();
 
 private:
   String fileName_;

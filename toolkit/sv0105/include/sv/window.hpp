@@ -70,7 +70,7 @@ public:
   String GetText() const;
   void SetText(String const & text);
 
-  Point GetPosPixel() const;
+  Point GetPosPixel() const; ///< of the frame, in its parent or on the screen
   Size GetSizePixel() const;
   void SetPosSizePixel(Point const & position, Size const & size);
 
@@ -81,6 +81,10 @@ public:
   /// The font that Paint begins with: the application's until one is set here. The change gives the former one.
   Font const & GetFont() const;
   Font ChangeFont(Font const & font);
+
+  /// Gives it the input of the keyboard; a window in the background of the desktop has it when its program comes to the
+  /// front.
+  virtual void GrabFocus();
 
   /// Has it painted anew; Update does so at once where something is to be painted.
   void Invalidate();
@@ -93,7 +97,7 @@ public:
   HWND GetHWND() const { return hwnd_; }
 
 protected:
-  explicit Window(detail::WindowSpec const & spec);
+  explicit Window(detail::WindowSpec const & spec); ///< for the toolkit's own kinds of windows
 
   /// Answers a message of the system, after the message hook. What a class does not deal with goes to its base.
   virtual long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam);

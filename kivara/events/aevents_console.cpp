@@ -1,0 +1,39 @@
+#include "aevents.hpp"
+#include "atrace.hpp"
+
+using SV::String;
+
+namespace {
+
+/// All that is known of the event of a start-up phase: its class is the product's.
+struct StartupPhaseLayout : KivEvent {
+  String text;
+};
+static_assert(sizeof(KivEvent) == 32 && sizeof(StartupPhaseLayout) == 40, "the text lies right behind the result");
+
+} // namespace
+
+KivDynamicConsoleListener::KivDynamicConsoleListener() {
+  using Self = KivDynamicConsoleListener;
+  setEventHandler(KIV_EVENT_AppChangeStartupPhase, &Self::_onStartupPhase, KIV_PRIORITY_EARLY);
+  setEventHandler(KIV_EVENT_AppInitialized, &Self::_onInitialized, KIV_PRIORITY_EARLY);
+  setEventHandler(KIV_EVENT_AppExit, &Self::_onExit, KIV_PRIORITY_EARLY);
+  setEventHandler(KIV_EVENT_KivWindowStackChanged, &Self::_onWindowStack, KIV_PRIORITY_EARLY);
+}
+
+KivDynamicConsoleListener::~KivDynamicConsoleListener() = default;
+
+void KivDynamicConsoleListener::_onStartupPhase(KivEvent * event) {
+  KivDebugOut((static_cast<StartupPhaseLayout const *>(event)->text + "\n").c_str());
+}
+
+void KivDynamicConsoleListener::_onInitialized(KivEvent *) { KivDebugOut("[kiv] Application initialized\n"); }
+
+void KivDynamicConsoleListener::_onExit(KivEvent *) { KivDebugOut("[kiv] Application shutdown event recognized\n"); }
+
+void KivDynamicConsoleListener::_onWindowStack(KivEvent * event) {
+  auto const & change = *static_cast<KivWindowStackChangedEvent const *>(event);
+  String const line = String("[kiv] WinStack: ") + (change.IsPushed() ? "+= " : "-= ") + String(change.GetDepth()) +
+                      " [" + change.GetTitle() + "]\n";
+  KivDebugOut(line.c_str());
+}
