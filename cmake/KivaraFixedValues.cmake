@@ -1,5 +1,5 @@
-# The values that all copies of the library share, as hexadecimal digits, two for each byte in their order. An owner of existing
-# data builds with the old ones (docs/ciphers.md).
+# The values that all copies of the library share, as hexadecimal digits, two for each byte in their order. An owner of
+# existing data builds with the old ones (docs/ciphers.md).
 
 set(KIVARA_DES_KEY 4b1f92e6c85d30a7 CACHE STRING "DES key of the old text form: 8 bytes")
 set(KIVARA_AES_KEY 9c0e57b1f2486ad3713ce890254fba6d18d7a45e03c97bf66285df1a4e90b73c CACHE STRING

@@ -1,8 +1,7 @@
 # What every target is compiled with, and the one platform that is supported.
 
-if(NOT (WIN32 AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SIZEOF_VOID_P EQUAL 8))
-  message(FATAL_ERROR "kivara needs MinGW-w64 GCC for 64-bit Windows on msvcrt; configure with `cmake --preset release`.")
-endif()
+include(KivaraCompiler)
+kivara_require_compiler("Configure with `cmake --preset release`.")
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)

@@ -1,6 +1,8 @@
 # How the kinds of targets of this project are made. Sources and links are always named, never globbed.
 
 set(KIVARA_CMAKE_DIR ${CMAKE_CURRENT_LIST_DIR})
+include(KivaraResources)
+include(KivaraInstall)
 
 # The file's properties: name, version, what it is.
 function(kivara_version_info name file_name file_type description)
@@ -23,7 +25,8 @@ endfunction()
 # it says CONSOLE, with a manifest, and with file properties where it has a description.
 function(kivara_program name)
   cmake_parse_arguments(arg "CONSOLE" "DESCRIPTION" "SOURCES;LINKS" ${ARGN})
-  add_executable(${name} ${arg_SOURCES} ${KIVARA_CMAKE_DIR}/program.rc)
+  add_executable(${name} ${arg_SOURCES})
+  kivara_manifest(${name})
   if(arg_DESCRIPTION)
     kivara_version_info(${name} ${name}.exe VFT_APP "${arg_DESCRIPTION}")
   endif()
@@ -31,24 +34,6 @@ function(kivara_program name)
   if(NOT arg_CONSOLE)
     set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
   endif()
-endfunction()
-
-# kivara_resource_dll(NAME OUTPUT file LANGUAGE id SOURCE file.rc): a DLL of resources alone, without code and start-up.
-# OUTPUT counts from the folder of the programs, LANGUAGE is the decimal language id of all that the script names none for, and
-# the script is UTF-8.
-function(kivara_resource_dll name)
-  cmake_parse_arguments(arg "" "OUTPUT;LANGUAGE;SOURCE" "" ${ARGN})
-  cmake_path(GET arg_OUTPUT PARENT_PATH folder)
-  cmake_path(GET arg_OUTPUT STEM file)
-  math(EXPR language ${arg_LANGUAGE} OUTPUT_FORMAT HEXADECIMAL)
-  add_library(${name} MODULE ${arg_SOURCE})
-  target_compile_options(${name} PRIVATE --language=${language})
-  target_link_options(${name} PRIVATE -nostdlib -Wl,--entry=0)
-  set_target_properties(${name} PROPERTIES
-    LINKER_LANGUAGE CXX
-    PREFIX ""
-    OUTPUT_NAME ${file}
-    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${folder})
 endfunction()
 
 # kivara_test(NAME SOURCES file... [LINKS target...] [PROGRAMS target...] [PROPERTIES ctest property...]): a GoogleTest

@@ -26,8 +26,16 @@ configure() {
   stamp=$(build_dir)/.configured
   [[ -e $stamp && $(<"$stamp") == "$prefixes"* && -e $(build_dir)/build.ninja ]] && return
   say "configuring preset $preset"
-  (cd "$root" && CMAKE_PREFIX_PATH=$prefixes cmake --preset "$preset" -DKIVARA_BENCH="${with_bench:-no}" >&2)
+  local forget
+  mapfile -t forget < <(found_dependencies)
+  (cd "$root" &&
+    CMAKE_PREFIX_PATH=$prefixes cmake --preset "$preset" "${forget[@]}" -DKIVARA_BENCH="${with_bench:-no}" >&2)
   printf '%s' "$prefixes" >"$stamp"
+}
+
+# An option for each thing that an earlier configuration found among the dependencies, which may lie elsewhere by now.
+found_dependencies() {
+  [[ ! -e $(build_dir)/CMakeCache.txt ]] || sed -n "s|^\([^#:]*\):[A-Z]*=$cache/deps/.*|-U\1|p" "$(build_dir)/CMakeCache.txt"
 }
 
 # build TARGET...: none means everything.

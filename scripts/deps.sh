@@ -1,40 +1,50 @@
 # shellcheck shell=bash
-# Libraries that are cross-built from Debian's sources, each once, into the cache under a key of version and flags.
+# Libraries that are cross-built from Debian's sources, each once, into the cache under a key of compiler and recipe. A
+# prefix holds one version; when a newer one is known, it takes the place of the old one, for all checkouts and build
+# folders.
 
 toolchain=$root/cmake/toolchain-mingw64.cmake
 dependency_prefixes=()
 
-# build_key NAME: the folder name of a build; it changes with the compiler, the source package and the recipe.
+# build_key NAME: the folder name of a build; it changes with the compiler, its settings and the recipe.
 build_key() {
   local compiler
   compiler=$(x86_64-w64-mingw32-g++-posix -dumpfullversion)
   printf '%s-%s' "$1" "$(cat "$toolchain" <(declare -f "build_$1") <(printf '%s' "$compiler") | sha256sum | cut -c1-12)"
 }
 
-# need_dependency NAME: builds it with build_NAME if the cache lacks it, and adds its prefix for CMake.
+# need_dependency NAME: builds it with build_NAME if the cache lacks it or has another version of it than version_NAME
+# tells, and adds its prefix for CMake.
 need_dependency() {
-  local key prefix
+  local key prefix version
   key=$(build_key "$1")
   prefix=$cache/deps/$key
-  if [[ ! -e $prefix/.complete ]]; then
+  version=$("version_$1")
+  if ! is_built "$prefix" "$version"; then
     need_space "$cache" 500 "building $1"
-    say "building $1 (once; kept in $cache)"
-    once "$key" build_into "$1" "$prefix"
+    say "building $1 ${version:+$version }(once; kept in $cache)"
+    once "$key" build_into "$1" "$prefix" "$version"
   fi
   dependency_prefixes+=("$prefix")
 }
 
+# is_built PREFIX VERSION: any version will do where none is known.
+is_built() { [[ -e $1/.complete && (-z $2 || $(<"$1/.complete") == "$2") ]]; }
+
+# Builds beside the prefix and exchanges the two: other checkouts may be reading it.
 build_into() {
   local name=$1 prefix=$2 work log
-  [[ ! -e $prefix/.complete ]] || return 0
+  ! is_built "$prefix" "$3" || return 0
   work=$(mktemp -d "$cache/build-$name.XXXXXX")
   log=$work/build.log
-  rm -rf "$prefix"
-  if ! "build_$name" "$work" "$prefix" >"$log" 2>&1; then
+  rm -rf "$prefix.new"
+  if ! "build_$name" "$work" "$prefix.new" >"$log" 2>&1; then
     tail -n 20 "$log" >&2
     fail "$name could not be built (log: $log)"
   fi
-  cat "$work/version" >"$prefix/.complete"
+  cat "$work/version" >"$prefix.new/.complete"
+  [[ ! -e $prefix ]] || mv -T "$prefix" "$work/replaced"
+  mv -T "$prefix.new" "$prefix"
   say "built $name $(<"$work/version")"
   rm -rf "$work"
 }
@@ -65,7 +75,8 @@ build_openssl() {
     CC=$tools-gcc-posix AR=$tools-ar RANLIB=$tools-ranlib RC=$tools-windres \
       perl Configure mingw64 "${off[@]/#/no-}" --prefix="$2" --libdir=lib &&
     make -j "$(nproc)" build_generated libcrypto.a &&
-    mkdir -p "$2/lib" "$2/include" &&
+    mkdir -p "$2/lib" "$2/include" "$2/share/licenses/openssl" &&
+    cp LICENSE.txt "$2/share/licenses/openssl/" &&
     cp -r include/openssl "$2/include/" &&
     cp libcrypto.a "$2/lib/"
 }
@@ -76,13 +87,22 @@ build_benchmark() {
       -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF
 }
 
-# Headers alone, linked into a prefix of their own: the host's include folder must never be on the cross-compiler's path.
+# Headers alone, linked into a prefix of their own: the host's include folder must never be on the cross-compiler's
+# path.
 build_peers() {
   need_packages libboost-dev libspdlog-dev libfmt-dev
   mkdir -p "$2/include" &&
     ln -s /usr/include/boost /usr/include/spdlog /usr/include/fmt "$2/include/" &&
     package_version libboost-dev >"$1/version"
 }
+
+# Versions. version_NAME tells which version a build of today would have; nothing where that is not known. It takes no
+# time but for the first call after the machine's package lists have changed.
+
+version_googletest() { package_version googletest; }
+version_openssl() { source_version openssl openssl; }
+version_benchmark() { source_version benchmark libbenchmark-dev; }
+version_peers() { :; } # links, which follow what is installed
 
 package_version() { dpkg-query -W -f='${Version}' "$1" | tr -c 'A-Za-z0-9.\n' '_'; }
 

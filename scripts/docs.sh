@@ -1,10 +1,27 @@
 # shellcheck shell=bash
-# API pages of the public headers; a warning is an error.
+# API pages of the public headers, with the pages of docs/; a warning is an error, and so is an operation without a comment.
 
 docs_packages=(doxygen)
 
 verb_docs() {
-  need_packages "${docs_packages[@]}"
-  (cd "$root" && doxygen docs/Doxyfile)
+  need_packages "${build_packages[@]}" "${docs_packages[@]}"
+  mkdir -p "$root/build"
+  local failed=()
+  documented || failed+=("comments: write /// above what is named; what it holds is told in docs/adding-a-module.md")
+  (cd "$root" && doxygen docs/Doxyfile) || failed+=("pages: mend what doxygen names above")
+  if ((${#failed[@]} > 0)); then
+    say "found in the documentation:"
+    printf '  %s\n' "${failed[@]}" >&2
+    return 1
+  fi
   say "API pages: $root/build/docs/html/index.html"
+}
+
+documented() {
+  say "looking for operations without a comment"
+  local system
+  mapfile -t system < <(x86_64-w64-mingw32-g++-posix -E -v -x c++ /dev/null 2>&1 >/dev/null |
+    sed -n '/^#include </,/^End of/s/^ /--system=/p')
+  (cd "$root" && python3 scripts/documented.py --libclang=/usr/lib/x86_64-linux-gnu/libclang-14.so.1 --header=kivara.hpp \
+    --header=sv/sv.hpp --include=kivara/include --include=toolkit/sv0105/include "${system[@]}")
 }

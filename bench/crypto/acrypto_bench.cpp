@@ -1,5 +1,5 @@
-// Hexadecimal digits and Base64 beside OpenSSL's block functions and beside loops over the runtime's formats. Both sides
-// allocate their result.
+// Hexadecimal digits and Base64 beside OpenSSL's block functions and beside loops over the runtime's formats. Both
+// sides allocate their result.
 
 #include "acrypto.hpp"
 
@@ -116,6 +116,10 @@ bench::Pair const pairs[] = {
      "EVP_DecodeBlock", peersDecode()},
     {"Base64, new form: decoding 3,000 bytes", bench::atMost(1), kivBase64(Kiv_NewBase64Decode, base64OfData()),
      "EVP_DecodeBlock", peersDecode()},
+    {"Base64, old form: encoding 3,000 bytes, and a loop", bench::timesAsFast(3),
+     kivBase64(Kiv_OldBase64Encode, dataText()), "sprintf of digits", sprintfLoop()},
+    {"Base64, old form: decoding 3,000 bytes, and a loop", bench::timesAsFast(3),
+     kivBase64(Kiv_OldBase64Decode, base64OfData()), "sscanf of digits", sscanfLoop()},
     {"Base64, new form: encoding 3,000 bytes, and a loop", bench::timesAsFast(3),
      kivBase64(Kiv_NewBase64Encode, dataText()), "sprintf of digits", sprintfLoop()},
     {"Base64, new form: decoding 3,000 bytes, and a loop", bench::timesAsFast(3),

@@ -2,9 +2,10 @@
 
 #include "ades.hpp"
 
+#include "crypto/cryptoresult.hpp"
+
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 namespace {
 
@@ -17,13 +18,14 @@ std::size_t oldFormSize(std::size_t length) { return (length + 7) / 8 * 16 + 1; 
 
 long encryptOldForm(char const * text, char *& out, long maxLength) {
   std::size_t const size = oldFormSize(lengthOf(text));
-  out = new char[size];
-  Kiv_Encrypt(text, out);
+  std::unique_ptr<char[]> hex(new char[size]);
+  Kiv_Encrypt(text, hex.get());
   auto length = static_cast<long>(size - 1);
   if (maxLength >= 0 && length > maxLength) {
     length = maxLength;
-    out[length] = '\0';
+    hex[static_cast<std::size_t>(length)] = '\0';
   }
+  out = hex.release();
   return length;
 }
 
@@ -35,7 +37,17 @@ long decryptOldForm(char * text, char *& out) {
   return static_cast<long>(std::strlen(out));
 }
 
-long handOver(std::pair<char *, int> const & result, char *& out) {
+/// What the old form gives. Its functions throw where memory lacks; the services tell of it by their result.
+template <class Operation> long oldFormResult(char *& out, Operation const & operation) {
+  try {
+    return operation();
+  } catch (std::bad_alloc const &) {
+    out = nullptr;
+    return kivara::crypto::kFailed;
+  }
+}
+
+long aesFormResult(std::pair<char *, int> const & result, char *& out) {
   out = result.first;
   return result.second;
 }
@@ -48,6 +60,22 @@ std::pair<unsigned char *, int> decryptedBlock(char const * data, unsigned long 
   std::memcpy(block, data, std::min<std::size_t>(length, kAesBlock));
   return KivCryptoUtils::AESDecrypt(block, static_cast<int>(length),
                                     reinterpret_cast<unsigned char const *>(key.c_str()), key.Len());
+}
+
+SV::String decryptedPassword(SV::String const & cipherText, SV::String const & key) {
+  char * data = nullptr;
+  unsigned long length = 0;
+  bool const readable =
+      Kiv_NewBase64Decode(cipherText.c_str(), static_cast<unsigned long>(cipherText.Len()), data, length);
+  std::unique_ptr<char[]> const decoded(data);
+  if (!readable)
+    return SV::String();
+  auto const [plain, padded] = decryptedBlock(decoded.get(), length, key);
+  std::unique_ptr<unsigned char[]> const owned(plain);
+  if (padded < 1)
+    return SV::String();
+  int const filling = plain[padded - 1];
+  return SV::String(reinterpret_cast<char const *>(plain), static_cast<int>(length) - filling);
 }
 
 } // namespace
@@ -64,27 +92,21 @@ long KivEncryption::Encrypt(char * text, char *& out, long maxLength) {
 }
 
 long KivEncryption::Encrypt(long type, char * text, char *& out, long maxLength) {
-  return type < kFirstAesType ? encryptOldForm(text, out, maxLength) : handOver(KivCryptoUtils::AESEncrypt(text), out);
+  return type < kFirstAesType ? oldFormResult(out, [&] { return encryptOldForm(text, out, maxLength); })
+                              : aesFormResult(KivCryptoUtils::AESEncrypt(text), out);
 }
 
 long KivEncryption::Decrypt(char * text, char *& out) { return Decrypt(encryptionType, text, out); }
 
 long KivEncryption::Decrypt(long type, char * text, char *& out) {
-  return type < kFirstAesType ? decryptOldForm(text, out) : handOver(KivCryptoUtils::AESDecrypt(text), out);
+  return type < kFirstAesType ? oldFormResult(out, [&] { return decryptOldForm(text, out); })
+                              : aesFormResult(KivCryptoUtils::AESDecrypt(text), out);
 }
 
 SV::String Kiv_DecryptPasswordForAPP(SV::String const & cipherText, SV::String const & key) {
-  char * data = nullptr;
-  unsigned long length = 0;
-  bool const readable =
-      Kiv_NewBase64Decode(cipherText.c_str(), static_cast<unsigned long>(cipherText.Len()), data, length);
-  std::unique_ptr<char[]> const decoded(data);
-  if (!readable)
+  try {
+    return decryptedPassword(cipherText, key);
+  } catch (std::bad_alloc const &) {
     return SV::String();
-  auto const [plain, padded] = decryptedBlock(decoded.get(), length, key);
-  std::unique_ptr<unsigned char[]> const owned(plain);
-  if (padded < 1)
-    return SV::String();
-  int const filling = plain[padded - 1];
-  return SV::String(reinterpret_cast<char const *>(plain), static_cast<int>(length) - filling);
+  }
 }

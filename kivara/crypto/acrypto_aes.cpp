@@ -3,6 +3,7 @@
 #include "acrypto.hpp"
 
 #include "crypto/cryptoresult.hpp"
+#include "crypto/hexdigits.hpp"
 #include "fixed_values.hpp"
 
 #include <openssl/aes.h>
@@ -39,8 +40,8 @@ bool setKey(AES_KEY & schedule, unsigned char const * key, int bits, int directi
   return true;
 }
 
-/// The cipher overwrites the vector, so it gets a copy, which has always stayed allocated; the contract says so. It has a byte
-/// for each bit of the key, of which the first 16 count. Null where memory lacks.
+/// The cipher overwrites the vector, so it gets a copy, which has always stayed allocated; the contract says so. It has
+/// a byte for each bit of the key, of which the first 16 count. Null where memory lacks.
 unsigned char * copyOfVector(unsigned char const * iv, int keyBits) {
   auto * const copy = new (std::nothrow) unsigned char[static_cast<std::size_t>(keyBits)];
   if (copy != nullptr)
@@ -97,6 +98,11 @@ Bytes chainedWithFixedKey(unsigned char const * data, int length, int direction)
   return chained(data, length, key.data(), static_cast<int>(key.size() * 8), vector.data(), direction);
 }
 
+/// Decoding such a text can only have failed because memory lacked.
+bool holdsOnlyDigits(char const * text) {
+  return std::all_of(text, text + std::strlen(text), [](char c) { return kivara::hex::digitAt(c) >= 0; });
+}
+
 } // namespace
 
 Bytes KivCryptoUtils::AESEncrypt(unsigned char const * data, int length, unsigned char const * key, int keyBits,
@@ -130,10 +136,13 @@ std::pair<char *, int> KivCryptoUtils::AESEncrypt(char const * text) {
   return HexEncode(data, padded);
 }
 
-// What is no hexadecimal text gives -2 for either reason, since the cipher then gets no data: callers test for that value.
+// What is no hexadecimal text gives -2 for either reason, since the cipher then gets no data: callers test for that
+// value.
 std::pair<char *, int> KivCryptoUtils::AESDecrypt(char const * text) {
   auto const [data, length] = HexDecode(text);
   std::unique_ptr<unsigned char[]> const owned(data);
+  if (length == kFailed && holdsOnlyDigits(text))
+    return {nullptr, kFailed};
   auto const [plain, padded] = chainedWithFixedKey(data, length, AES_DECRYPT);
   // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): the vector stays allocated
   return {reinterpret_cast<char *>(plain), padded};

@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -107,6 +108,9 @@ bool decode(char const * text, std::size_t length, char * out) {
   return true;
 }
 
+/// Room for so many bytes and one more; null where memory lacks.
+char * newArray(std::uint64_t bytes) { return new (std::nothrow) char[static_cast<std::size_t>(bytes) + 1]; }
+
 bool refused(char *& out, unsigned long & outLength) {
   out = nullptr;
   outLength = 0;
@@ -118,13 +122,27 @@ bool encodeInto(char const * data, unsigned long length, std::uint64_t character
                 unsigned long & outLength) {
   if ((data == nullptr && length != 0) || characters > ULONG_MAX)
     return refused(out, outLength);
-  char * const text = new char[static_cast<std::size_t>(characters) + 1];
+  char * const text = newArray(characters);
+  if (text == nullptr)
+    return refused(out, outLength);
   char * const end = text + characters;
   std::fill(encode(data, length, text), end, '=');
   *end = '\0';
   out = text;
   outLength = static_cast<unsigned long>(characters);
   return true;
+}
+
+/// Decodes into a new array and counts as many bytes as \p counted.
+bool decodeInto(char const * text, unsigned long length, unsigned long counted, char *& out,
+                unsigned long & outLength) {
+  // A text without its "=", or with too many, holds more bytes than are counted; they are decoded all the same.
+  char * const bytes = newArray(std::max(counted, bytesIn(length)));
+  if (bytes == nullptr)
+    return refused(out, outLength);
+  out = bytes;
+  outLength = counted;
+  return decode(text, length, bytes);
 }
 
 } // namespace
@@ -141,10 +159,7 @@ bool Kiv_NewBase64Encode(char const * data, unsigned long length, char *& out, u
 bool Kiv_OldBase64Decode(char * text, unsigned long length, char *& out, unsigned long & outLength) {
   if (text == nullptr && length != 0)
     return refused(out, outLength);
-  char * const bytes = new char[static_cast<std::size_t>(bytesIn(length)) + 1];
-  out = bytes;
-  outLength = bytesIn(length);
-  return decode(text, length, bytes);
+  return decodeInto(text, length, bytesIn(length), out, outLength);
 }
 
 bool Kiv_NewBase64Decode(char const * text, unsigned long length, char *& out, unsigned long & outLength) {
@@ -153,9 +168,5 @@ bool Kiv_NewBase64Decode(char const * text, unsigned long length, char *& out, u
   unsigned long bytes = length / 4 * 3;
   for (; length != 0 && text[length - 1] == '='; --length)
     bytes -= bytes != 0;
-  // A text without its "=" holds more bytes than its length tells; they are decoded all the same.
-  char * const decoded = new char[static_cast<std::size_t>(std::max(bytes, bytesIn(length))) + 1];
-  out = decoded;
-  outLength = bytes;
-  return decode(text, length, decoded);
+  return decodeInto(text, length, bytes, out, outLength);
 }

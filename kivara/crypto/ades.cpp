@@ -3,52 +3,54 @@
 #include "crypto/ades_tables.hpp"
 
 #include <cstring>
-#include <utility>
+#include <emmintrin.h>
 
 namespace {
 
 using std::uint32_t;
+using std::uint64_t;
 
 constexpr kivara::des::CombinedTables kCombined = kivara::des::combinedTables();
 
-uint32_t firstByteHighest(uint32_t word) { return __builtin_bswap32(word); }
+// What runs for each block is inlined by order: called, it would pass the halves through memory.
 
-// What runs sixteen times for each block is inlined by order: called, it would pass the halves through memory.
-
-/// The two halves of so many blocks side by side: the processor works on one while the other waits for its tables.
+/// The two halves of so many blocks side by side: the processor works on one while another waits for its tables.
 template <int Blocks> struct Halves {
   uint32_t left[Blocks];
   uint32_t right[Blocks];
 };
 
-/// Exchanges the bits of \p low that \p mask names with those of \p high that stand \p distance further left.
-[[gnu::always_inline]] inline void exchange(uint32_t & high, uint32_t & low, int distance, uint32_t mask) {
-  uint32_t const difference = (high >> distance ^ low) & mask;
-  low ^= difference;
-  high ^= difference << distance;
+// The initial permutation takes the block as a square of eight bytes by eight bits and makes a byte of each column: of
+// the even ones the left half, of the odd ones the right half. One instruction collects the highest bits of sixteen
+// bytes, which hold the square twice, so that it gives two columns. The final permutation lays the columns down again
+// and collects the rows.
+
+/// The square twice, in the lower bytes shifted \p apart bits further to the left.
+[[gnu::always_inline]] inline __m128i twice(__m128i square, int apart) {
+  return _mm_unpacklo_epi64(_mm_slli_epi64(square, apart), square);
 }
 
-// The initial permutation moves whole rows and columns of an 8 by 8 square of bits, so five exchanges do it, and the same five
-// in reverse order undo it. Behind it both halves are turned right by one, as the combined tables want them.
-
-[[gnu::always_inline]] inline void permuteInitially(uint32_t & left, uint32_t & right) {
-  exchange(left, right, 4, 0x0f0f0f0f);
-  exchange(left, right, 16, 0x0000ffff);
-  exchange(right, left, 2, 0x33333333);
-  exchange(right, left, 8, 0x00ff00ff);
-  exchange(left, right, 1, 0x55555555);
-  left = std::rotr(left, 1);
-  right = std::rotr(right, 1);
+/// Four bytes, the lower two of the columns that a shift by \p low brings to the front, the others by \p high.
+[[gnu::always_inline]] inline uint32_t collected(__m128i squares, int low, int high) {
+  return static_cast<uint32_t>(_mm_movemask_epi8(_mm_slli_epi64(squares, low))) |
+         static_cast<uint32_t>(_mm_movemask_epi8(_mm_slli_epi64(squares, high))) << 16;
 }
 
-[[gnu::always_inline]] inline void permuteFinally(uint32_t & left, uint32_t & right) {
-  left = std::rotl(left, 1);
-  right = std::rotl(right, 1);
-  exchange(left, right, 1, 0x55555555);
-  exchange(right, left, 8, 0x00ff00ff);
-  exchange(right, left, 2, 0x33333333);
-  exchange(left, right, 16, 0x0000ffff);
-  exchange(left, right, 4, 0x0f0f0f0f);
+/// Gives both halves turned right by one, as the combined tables want them.
+[[gnu::always_inline]] inline void permuteInitially(unsigned char const * data, uint32_t & left, uint32_t & right) {
+  __m128i const squares = twice(_mm_loadl_epi64(reinterpret_cast<__m128i const *>(data)), 2);
+  left = std::rotr(collected(squares, 5, 1), 1);
+  right = std::rotr(collected(squares, 4, 0), 1);
+}
+
+[[gnu::always_inline]] inline __m128i turnedBack(uint32_t half) {
+  return _mm_cvtsi32_si128(static_cast<int>(std::rotl(half, 1)));
+}
+
+[[gnu::always_inline]] inline void permuteFinally(uint32_t left, uint32_t right, unsigned char * data) {
+  __m128i const squares = twice(_mm_unpacklo_epi8(turnedBack(left), turnedBack(right)), 1);
+  uint64_t const block = collected(squares, 6, 4) | uint64_t{collected(squares, 2, 0)} << 32;
+  std::memcpy(data, &block, sizeof block);
 }
 
 [[gnu::always_inline]] inline uint32_t roundChange(uint32_t half, uint32_t const * key) {
@@ -59,42 +61,31 @@ template <int Blocks> struct Halves {
          kCombined[5][odd >> 10 & 63] ^ kCombined[7][odd >> 2 & 63];
 }
 
-template <int Blocks> Halves<Blocks> load(unsigned char const * data) {
-  Halves<Blocks> halves;
-  for (int i = 0; i < Blocks; ++i, data += 8) {
-    uint32_t words[2];
-    std::memcpy(words, data, sizeof words);
-    halves.left[i] = firstByteHighest(words[0]);
-    halves.right[i] = firstByteHighest(words[1]);
-    permuteInitially(halves.left[i], halves.right[i]);
-  }
-  return halves;
-}
-
-// The halves change places behind the last round.
-template <int Blocks> void store(Halves<Blocks> & halves, unsigned char * data) {
-  for (int i = 0; i < Blocks; ++i, data += 8) {
-    permuteFinally(halves.right[i], halves.left[i]);
-    uint32_t const words[2] = {firstByteHighest(halves.right[i]), firstByteHighest(halves.left[i])};
-    std::memcpy(data, words, sizeof words);
-  }
-}
-
+// The loops over blocks are unrolled: with an index that is known, the halves stay in registers.
 template <int Blocks> void cipher(uint32_t const * schedule, unsigned char * data) {
-  Halves<Blocks> halves = load<Blocks>(data);
+  Halves<Blocks> halves;
+#pragma GCC unroll 8
+  for (int i = 0; i < Blocks; ++i)
+    permuteInitially(data + i * 8, halves.left[i], halves.right[i]);
   for (uint32_t const * key = schedule; key != schedule + 32; key += 4) {
+#pragma GCC unroll 8
     for (int i = 0; i < Blocks; ++i)
       halves.left[i] ^= roundChange(halves.right[i], key);
+#pragma GCC unroll 8
     for (int i = 0; i < Blocks; ++i)
       halves.right[i] ^= roundChange(halves.left[i], key + 2);
   }
-  store(halves, data);
+  // The halves change places behind the last round.
+#pragma GCC unroll 8
+  for (int i = 0; i < Blocks; ++i)
+    permuteFinally(halves.right[i], halves.left[i], data + i * 8);
 }
 
 void cipherAll(uint32_t const * schedule, unsigned char * data, int blocks) {
-  for (; blocks >= 2; blocks -= 2, data += 16)
-    cipher<2>(schedule, data);
-  if (blocks == 1)
+  constexpr int kTogether = 3;
+  for (; blocks >= kTogether; blocks -= kTogether, data += kTogether * 8)
+    cipher<kTogether>(schedule, data);
+  for (; blocks >= 1; --blocks, data += 8)
     cipher<1>(schedule, data);
 }
 

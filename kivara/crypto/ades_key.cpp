@@ -51,8 +51,8 @@ constexpr void mix(Schedule & into, Schedule const & other) {
     into[i] ^= other[i];
 }
 
-/// Each bit of a schedule is one bit of the key. So the schedule of a key is that of its first four bits, mixed with that of
-/// the next four, and so on; those of all fours are made when the library is compiled.
+/// Each bit of a schedule is one bit of the key. So the schedule of a key is that of its first four bits, mixed with
+/// that of the next four, and so on; those of all fours are made when the library is compiled.
 using ScheduleOfFour = std::array<std::array<Schedule, 16>, 16>;
 
 constexpr ScheduleOfFour schedulesOfFours() {

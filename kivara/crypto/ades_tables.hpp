@@ -1,6 +1,7 @@
 #pragma once
 /// \file
-/// The published tables of the Data Encryption Standard (FIPS 46), and what is made of them when the library is compiled.
+/// The published tables of the Data Encryption Standard (FIPS 46), and what is made of them when the library is
+/// compiled.
 ///
 /// Bits are numbered as published: bit 1 is the most significant one of the first byte.
 
@@ -53,9 +54,9 @@ inline constexpr std::uint8_t kKeyChoice2[48] = {14, 17, 11, 24, 1,  5,  3,  28,
 /// How far the halves of a key are turned before each round.
 inline constexpr std::uint8_t kKeyShifts[16] = {1, 1, 2, 2, 2, 2, 2, 2, 1, 2, 2, 2, 2, 2, 2, 1};
 
-/// How far the six bits of a selection function stand from the right in a word. The functions of even index (from 0) share a
-/// word, and so do the odd ones: with a half of the data turned right by one, the even ones lie there ready, and turned left
-/// by four, the odd ones.
+/// How far the six bits of a selection function stand from the right in a word. The functions of even index (from 0)
+/// share a word, and so do the odd ones: with a half of the data turned right by one, the even ones lie there ready,
+/// and turned left by four, the odd ones.
 constexpr int selectionShift(int box) { return 26 - box / 2 * 8; }
 
 constexpr std::uint32_t permuted(std::uint32_t word) {
@@ -71,8 +72,8 @@ constexpr std::uint8_t selected(int box, int six) {
   return kSelection[box][row * 16 + column];
 }
 
-/// Selection and permutation in one: for each function and its six bits, what the other half of the data changes by. Halves
-/// stay turned right by one through all rounds, and so are these words.
+/// Selection and permutation in one: for each function and its six bits, what the other half of the data changes by.
+/// Halves stay turned right by one through all rounds, and so are these words.
 using CombinedTables = std::array<std::array<std::uint32_t, 64>, 8>;
 
 constexpr CombinedTables combinedTables() {

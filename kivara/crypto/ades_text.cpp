@@ -28,8 +28,8 @@ void fillUp(unsigned char * area, char const * text, std::size_t length, std::si
     area[i] = static_cast<unsigned char>(text[i * 17 % length]);
 }
 
-/// The byte that the pair at \p text means; where it is no number, \p before. The runtime decides what is a number: white space
-/// in front and a sign count.
+/// The byte that the pair at \p text means; where it is no number, \p before. The runtime decides what is a number:
+/// white space in front and a sign count.
 unsigned char pairAt(char const * text, unsigned char before) {
   int const first = kivara::hex::digitAt(text[0]);
   int const second = kivara::hex::digitAt(text[1]);

@@ -6,6 +6,7 @@
 
 #include <cstdarg>
 #include <cstdlib>
+#include <cstring>
 
 namespace {
 
@@ -13,7 +14,7 @@ bool tracingEnabled = false;
 FILE * traceStream = nullptr;
 char const * pendingFile = nullptr;
 int pendingLine = 0;
-int traceCounter = 0;
+unsigned traceCounter = 0; // unsigned: it may wrap in a loop that never ends
 
 // The runtime's own functions: libstdc++ would otherwise put its own in their place, which read formats differently.
 void writePrefix() {
@@ -40,7 +41,9 @@ std::size_t pieceLength(char const * text, std::size_t most) {
 void writeToConsole(char const * text) {
   char piece[4096];
   while (std::size_t const length = pieceLength(text, sizeof piece - 1)) {
-    CharToOemBuffA(text, piece, static_cast<DWORD>(length));
+    std::memcpy(piece, text, length);
+    piece[length] = '\0';
+    CharToOemBuffA(piece, piece, static_cast<DWORD>(length + 1)); // with the end, which may move to the front
     piece[length] = '\0';
     std::fputs(piece, stderr);
     text += length;

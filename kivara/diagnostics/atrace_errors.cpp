@@ -143,20 +143,20 @@ void displayExitMessage() {
 }
 
 int KIV_Assert_Fail(char const * file, int line, char const * expression, char const * userMessage) {
-  constexpr std::size_t most = 8192;
-  BoundedText<most> const text("Assertion failed!\nFile %s line %d:\n\nExpression: '%s'\n\nUser message:\n  '%s'\n",
-                               orEmpty(file), line, orEmpty(expression), orEmpty(userMessage));
+  BoundedText<8192> text("Assertion failed!\nFile %s line %d:\n\nExpression: '%s'\n\nUser message:\n  '%s'\n",
+                         orEmpty(file), line, orEmpty(expression), orEmpty(userMessage));
   int result = 0;
   DWORD error = 0;
   if (!Application::IsModalDialogSuppression()) {
     result = MessageBoxA(nullptr, text.c_str(), "Assertion failed", kBoxStyle);
     error = GetLastError();
   }
-  KivDebugOut(
-      BoundedText<most>("[assertion] %s (%u): %s\n", orEmpty(file), static_cast<unsigned>(line), orEmpty(expression))
-          .c_str());
-  if (result == 0)
-    KivDebugOut(BoundedText<128>("            MessageBox errorcode: %u\n", static_cast<unsigned>(error)).c_str());
+  text.set("[assertion] %s (%u): %s\n", orEmpty(file), static_cast<unsigned>(line), orEmpty(expression));
+  KivDebugOut(text.c_str());
+  if (result == 0) {
+    text.set("            MessageBox errorcode: %u\n", static_cast<unsigned>(error));
+    KivDebugOut(text.c_str());
+  }
   if (std::getenv("KIV_DUMP_ASSERTION") != nullptr) {
     // JOIN acrash: Fct_CreateMiniDump(file, line)
   }

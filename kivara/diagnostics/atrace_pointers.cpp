@@ -1,6 +1,7 @@
 #include "atrace.hpp"
 #include "tools/winapi.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -15,6 +16,21 @@ bool isPoisoned(void const * pointer) {
   case 0xFDFD0000: return true;
   default: return false;
   }
+}
+
+/// Whether a NUL stands in the range. Another thread may take the memory away meanwhile, so it is copied by the system,
+/// which then refuses; a read of our own would be the end of the process.
+bool hasNUL(char const * start, std::size_t length) {
+  char piece[256];
+  for (std::size_t done = 0; done < length;) {
+    std::size_t const count = std::min(length - done, sizeof piece);
+    if (!ReadProcessMemory(GetCurrentProcess(), start + done, piece, count, nullptr))
+      return false;
+    if (std::memchr(piece, '\0', count) != nullptr)
+      return true;
+    done += count;
+  }
+  return false;
 }
 
 enum class Extent { wholeRange, untilNUL };
@@ -32,7 +48,7 @@ bool meetsGuardPage(void const * pointer, std::size_t length, Extent extent) {
     if ((region.Protect & PAGE_GUARD) != 0)
       return true;
     auto const rest = static_cast<std::size_t>(static_cast<char const *>(region.BaseAddress) + region.RegionSize - at);
-    if (extent == Extent::untilNUL && std::memchr(at, '\0', rest) != nullptr)
+    if (extent == Extent::untilNUL && hasNUL(at, rest))
       return false;
     done += rest;
   }

@@ -11,18 +11,30 @@ namespace kivara {
 /// A text of at most Size - 1 characters on the stack; longer ones are cut.
 template <std::size_t Size> class BoundedText {
 public:
-  // _vsnprintf is the runtime's own; libstdc++ puts another vsnprintf in its place, which reads formats differently.
   __attribute__((format(ms_printf, 2, 3))) explicit BoundedText(char const * format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    _vsnprintf(text_, Size, format, arguments);
+    put(format, arguments);
     va_end(arguments);
-    text_[Size - 1] = '\0'; // the runtime leaves a full buffer without one
+  }
+
+  /// Another text in the same place: stack is what a failing program may have little of.
+  __attribute__((format(ms_printf, 2, 3))) void set(char const * format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    put(format, arguments);
+    va_end(arguments);
   }
 
   char const * c_str() const { return text_; }
 
 private:
+  // _vsnprintf is the runtime's own; libstdc++ puts another vsnprintf in its place, which reads formats differently.
+  void put(char const * format, va_list arguments) {
+    _vsnprintf(text_, Size, format, arguments);
+    text_[Size - 1] = '\0'; // the runtime leaves a full buffer without one
+  }
+
   char text_[Size];
 };
 

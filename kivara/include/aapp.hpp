@@ -101,6 +101,10 @@ public:
   /// Passes what _handleException does not settle on to the toolkit, which ends the process.
   void Exception(long code, unsigned long arg) override;
 
+  // JOIN aclient: bool MakeMDIClientImg(bool multiMonitor), for the derived class to call
+  // JOIN aclient: bool IsUserDefPaintMDIClient() override, which answers true
+  // JOIN aclient: void PaintMDIClient(HWND) override, which draws mdiClientBitmap as mdiClientImageMode says
+
   /// The program itself; the result is the exit code.
   virtual int runApplication() = 0;
 
@@ -110,7 +114,7 @@ public:
   /// The picture behind the MDI windows: fills the image and sets how it is laid out; false when there is none.
   virtual bool getMDIClientImage(SV::Image & image, int & mode) = 0;
 
-  bool isAppInitialized() const { return appInitialized; }
+  bool isAppInitialized() const { return appInitialized; } ///< what the derived class set
 
 private:
   SV::String logOptionName;

@@ -33,7 +33,7 @@ enum KivWSLogFormat : int {
 /// itself would change its count of owners.
 class KIV_API KivCmdline {
 public:
-  static KivCmdline & Instance();
+  static KivCmdline & Instance(); ///< the only one; it is made at the first call
 
   /// Takes the command line over, reads the flags and settles the values that are read once.
   /// A second call is a mistake of the caller, reported as internal error "acmdline-109". It repeats the work: flags

@@ -2,8 +2,9 @@
 /// \file
 /// The Data Encryption Standard block by block, byte streams of such blocks, and the old text form of passwords.
 ///
-/// Each block stands for itself (electronic codebook): equal plain blocks give equal cipher blocks. DES keys can be found by
-/// trying all of them, and the text form has one key for everybody: docs/ciphers.md says what this is good for.
+/// Each block stands for itself (electronic codebook): equal plain blocks give equal cipher blocks. DES keys can be
+/// found by trying all of them, and the text form has one key for everybody: docs/ciphers.md says what this is good
+/// for.
 ///
 /// \code
 ///   des_ctx ctx;
@@ -44,8 +45,8 @@ public:
   /// Takes over all of the other's state, with the bytes that it has read ahead. The position in the file is shared.
   des_reader & operator=(des_reader const &) = default;
 
-  /// The next byte, 0 to 255; -1 at the end, which is where no whole block is left. The blanks with which a writer filled
-  /// the last block come back as bytes like any other.
+  /// The next byte, 0 to 255; -1 at the end, which is where no whole block is left. The blanks with which a writer
+  /// filled the last block come back as bytes like any other.
   int get();
 
 private:
@@ -96,9 +97,9 @@ private:
 KIV_API void Kiv_Encrypt(char const * text, char * hex);
 
 /// Reads what Kiv_Encrypt wrote. The filling stays on the end of the text; nothing is checked.
-/// \param hex   pairs of hexadecimal digits; a single last character is ignored, and bytes behind the last whole block stay
-///              as they were read. A pair that is no number repeats the byte before it, 0 at the start. A null pointer counts
-///              as the empty text
+/// \param hex   pairs of hexadecimal digits; a single last character is ignored, and bytes behind the last whole block
+///              stay as they were read. A pair that is no number repeats the byte before it, 0 at the start. A null
+///              pointer counts as the empty text
 /// \param text  gets half as many bytes as \p hex is long, and a NUL; the caller releases it with delete[]
 /// Threads: as ades_key. Throws std::bad_alloc and leaves \p text.
 KIV_API void Kiv_Decrypt(char * hex, unsigned char *& text);

@@ -114,7 +114,7 @@ public:
   /// The reader's position when the look-ahead token was found: behind that token's line.
   std::int64_t GetNextTokenOffset() const { return nextTokenOffset; }
 
-  std::int64_t GetSavedOffset() const { return savedOffset; }
+  std::int64_t GetSavedOffset() const { return savedOffset; } ///< by the last SaveOffset
   std::int64_t GetSavedLineNum() const { return savedLineNum; }
 
   /// Where the current line starts, by the lengths of the lines in front.

@@ -77,7 +77,7 @@ public:
   /// negative. False, with the reader exhausted: the read there fails.
   virtual bool MoveTo(std::int64_t offset);
 
-  SV::String const & GetFilename() const { return filename; }
+  SV::String const & GetFilename() const { return filename; } ///< as the constructor got it
   char const * GetpFilename() const { return filename.c_str(); }
 
   /// The Windows file handle; INVALID_HANDLE_VALUE while no file is open.

@@ -25,7 +25,8 @@
 /// A printf-style channel to a file or a standard stream, off until it is switched on.
 /// @{
 
-/// Flushes the stream in use, if there is one, and takes another: not owned; null stands for stdout.
+/// Flushes the stream in use, if there is one, and takes another; null stands for stdout. It is not owned: whoever closes
+/// it sets another one before.
 KIV_API void Kiv_TraceSetHandle(FILE * stream);
 
 /// Sets the position that stands in front of the next line, and of that line only. The text is not copied: it has to
@@ -62,16 +63,18 @@ KIV_API bool Kiv_IsDeadNet();
 /// with the module, the line and the version. With "-assert" the box offers Cancel, which stops in the debugger;
 /// without a debugger that ends the process. The application window, if there is one, is updated after the box. Without
 /// an application object nothing happens; with a lost database connection displayDeadNetworkMessage is called instead.
+/// The text is that of the language's resources; without a resource manager it is a built-in one in English.
 /// \param file  the module's source name, such as "aparser.cpp"; its last four characters do not show in the code. Null
 ///              counts as empty
 /// \param line  the place in it
 KIV_API void displayErrorMessage(char const * file, unsigned line);
 
-/// Tells, once per process, that the connection to the database is lost. Under suppression it goes to the suppression
-/// log. The process goes on.
+/// Tells, once per process, that the connection to the database is lost, in a box as that of an internal error. Under
+/// suppression it goes to the suppression log. The process goes on.
 KIV_API void displayDeadNetworkMessage();
 
-/// Tells, once per process, that the program ends: in a box with "-assert", in the suppression log under suppression.
+/// Tells, once per process, that the program ends: in a box with OK and Cancel, with "-assert" only; under suppression in
+/// the suppression log, with or without "-assert".
 KIV_API void displayExitMessage();
 /// @}
 
@@ -83,7 +86,8 @@ KIV_API void displayExitMessage();
 /// \return 1 when the box was cancelled, otherwise 0
 KIV_API int KIV_Assert_Fail(char const * file, int line, char const * expression, char const * userMessage);
 
-/// Whether assertions test: in debug builds, and in release builds when the program was started with "-assert".
+/// Whether assertions test: in debug builds, which define KIVARA_DEBUG, and in release builds when the program was started
+/// with "-assert".
 #ifdef KIVARA_DEBUG
 #define KIV_ASSERTIONS_ENABLED() true
 #else

@@ -4,6 +4,7 @@
 #include "sv/sysdepen.hpp"
 #include "system/astartdir.hpp"
 #include "system/awinver.hpp"
+#include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 #include "tools/winapi.hpp"
 
@@ -14,7 +15,6 @@ namespace {
 double dpiScaleX = 0;
 double dpiScaleY = 0;
 String startDirectory;
-short const volatile * databaseConnected = nullptr; // the database layer may write it on a thread of its own
 
 kivara::WindowsVersion windowsVersion() {
   OSVERSIONINFOA record = {};
@@ -52,23 +52,21 @@ bool Kiv_IsAtLeastWindowsVista() { return kivara::isAtLeastVista(windowsVersion(
 bool Kiv_IsAtLeastWindows7() { return kivara::isAtLeast7(windowsVersion()); }
 
 bool Kiv_IsAtLeastWindows10() {
-  HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", 0, KEY_READ, &key) !=
-      ERROR_SUCCESS)
-    return false;
+  kivara::MachineKey const key("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion");
   DWORD major = 0;
-  DWORD size = sizeof major;
-  LSTATUS const status =
-      RegQueryValueExA(key, "CurrentMajorVersionNumber", nullptr, nullptr, reinterpret_cast<BYTE *>(&major), &size);
-  RegCloseKey(key);
-  return status == ERROR_SUCCESS && size == sizeof major && major >= 10;
+  return key.read("CurrentMajorVersionNumber", &major, sizeof major) == sizeof major && major >= 10;
+}
+
+bool Kiv_IsRunningOn64Bits() {
+  using Question = BOOL(WINAPI *)(HANDLE, BOOL *);
+  FARPROC const entry = GetProcAddress(GetModuleHandleA("kernel32"), "IsWow64Process");
+  BOOL answer = FALSE;
+  return entry != nullptr &&
+         reinterpret_cast<Question>(reinterpret_cast<void *>(entry))(GetCurrentProcess(), &answer) && answer;
 }
 
 double Kiv_GetSystemDPIScaleX() { return cachedScale(dpiScaleX, LOGPIXELSX); }
 double Kiv_GetSystemDPIScaleY() { return cachedScale(dpiScaleY, LOGPIXELSY); }
-
-void Kiv_SetDBConnected_Link(short const * link) { databaseConnected = link; }
-bool Kiv_Is_DBConnected() { return databaseConnected == nullptr || *databaseConnected != 0; }
 
 String Kiv_GetProgramPath(bool withSeparator) {
   char program[260] = "";

@@ -1,50 +1,29 @@
 #include "atools.hpp"
 
-#include "tools/ctext.hpp"
+#include "tools/winapi.hpp"
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
+
+using SV::String;
 
 namespace {
 
-bool isSeparator(char c) { return c == '\\' || c == '/'; }
-bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-bool isForbidden(char c) { return c != '\0' && std::strchr("|*<>?\"", c) != nullptr; }
-
-/// What stands behind "\\server\share\"; null where server, share or a separator is missing.
-char const * behindShare(char const * name) {
-  char const * const server = name + 2;
-  char const * at = server;
-  while (*at != '\\') {
-    if (static_cast<unsigned char>(*at) < 32)
-      return nullptr;
-    ++at;
-  }
-  if (at == server)
-    return nullptr;
-  char const * const share = ++at;
-  while (*at != '\0' && !isSeparator(*at))
-    ++at;
-  return at != share && *at != '\0' ? at + 1 : nullptr;
+/// Whether the code page has a character for the byte, and not a control code.
+bool isInCodePage(char c) {
+  wchar_t character = 0;
+  return MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &c, 1, &character, 1) == 1 && character > 0xFF;
 }
 
-bool beginsWithDevice(char const * text) {
-  static constexpr char const * kDevices[] = {"CON",  "PRN",  "AUX",  "CLOCK$", "NUL",  "COM1", "COM2", "COM3",
-                                              "COM4", "COM5", "COM6", "COM7",   "COM8", "COM9", "LPT1", "LPT2",
-                                              "LPT3", "LPT4", "LPT5", "LPT6",   "LPT7", "LPT8", "LPT9"};
-  for (char const * device : kDevices) {
-    std::size_t const length = std::strlen(device);
-    if (_strnicmp(text, device, length) == 0 && (text[length] == '\0' || text[length] == '.'))
-      return true;
-  }
-  return false;
-}
-
-/// A colon parts a drive letter from its path and is wrong elsewhere: "ab:c" would name a stream of the file "ab".
-bool holdsValidCharacters(char const * text, bool driveAllowed) {
-  for (char const * at = text; *at != '\0'; ++at) {
-    if (isForbidden(*at) || (isSeparator(at[0]) && isSeparator(at[1])))
-      return false;
-    if (*at == ':' && !(driveAllowed && at == text + 1 && isLetter(*text)))
+/// Whether the parenthesis in front is closed at the last place of the text and not before.
+bool isOneTerm(std::string_view text) {
+  if (text.empty() || text.front() != '(' || text.back() != ')')
+    return false;
+  int depth = 0;
+  for (char const c : text.substr(0, text.size() - 1)) {
+    depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+    if (depth == 0 && c == ')')
       return false;
   }
   return true;
@@ -52,13 +31,45 @@ bool holdsValidCharacters(char const * text, bool driveAllowed) {
 
 } // namespace
 
-bool Kiv_Valid_Filename(char const * name) {
-  if (name == nullptr || *name == '\0' || std::strstr(name, "://") != nullptr)
-    return false;
-  bool const withServer = name[0] == '\\' && name[1] == '\\';
-  char const * const path = withServer ? behindShare(name) : name;
-  if (path == nullptr || beginsWithDevice(path) || !holdsValidCharacters(path, !withServer))
-    return false;
-  char const last = name[std::strlen(name) - 1];
-  return !isSeparator(last) && last != ':';
+bool Kiv_IsValidXMLChar(char c, bool allowEuro, bool checkCodePage) {
+  auto const byte = static_cast<unsigned char>(c);
+  if (allowEuro && byte == 128)
+    return true;
+  if (checkCodePage)
+    return byte < 127 || byte > 159 || isInCodePage(c);
+  return byte >= 32 || byte == '\0' || byte == '\t' || byte == '\n' || byte == '\r';
+}
+
+void kiv_charreplace(char * text, char from, char to) {
+  if (text != nullptr && from != to)
+    std::replace(text, text + std::strlen(text), from, to);
+}
+
+int kiv_charcount(char const * text, char c) {
+  return text != nullptr ? static_cast<int>(std::count(text, text + std::strlen(text), c)) : 0;
+}
+
+void kiv_getuntil(char const * text, char stop, String & out) {
+  char const * const found = stop != '\0' ? SV::h_strchr(text, stop) : nullptr;
+  out = found != nullptr ? String(text, static_cast<std::int32_t>(found - text) + 1) : String(text);
+}
+
+void Kiv_MakeNextName(String & name) {
+  std::string_view const text(name.c_str(), static_cast<std::size_t>(name.Len()));
+  std::size_t const open = text.ends_with(')') ? text.rfind('(') : std::string_view::npos;
+  if (open == std::string_view::npos) {
+    name += " (2)";
+    return;
+  }
+  auto const start = static_cast<std::int32_t>(open) + 1;
+  long long const next = SV::h_atoi(name.c_str() + start) + 1LL;
+  name = name.substr(0, start) + String(next) + ")";
+}
+
+String Kiv_EnsureSurroundingParentheses(String const & text) {
+  std::string_view term(text.c_str(), static_cast<std::size_t>(text.Len()));
+  constexpr char kBlanks[] = " \t\n\r";
+  term.remove_prefix(std::min(term.find_first_not_of(kBlanks), term.size()));
+  term.remove_suffix(term.size() - (term.find_last_not_of(kBlanks) + 1));
+  return isOneTerm(term) ? text : "(" + text + ")";
 }

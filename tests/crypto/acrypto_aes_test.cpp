@@ -125,8 +125,10 @@ TEST(AesBlock, LackOfMemoryGivesMinus1) {
   Bytes const key(16, 1);
   Bytes const data(16, 2);
   EXPECT_TRUE(Result(U::AESEncrypt(data.data(), INT_MAX, key.data(), 16)).failedWith(-1));
+  EXPECT_TRUE(Result(U::AESDecrypt(data.data(), INT_MAX, key.data(), 16)).failedWith(-1));
   support::AllocationLimit const limit(5000);
   EXPECT_TRUE(Result(U::AESEncrypt(data.data(), 6000, key.data(), 16)).failedWith(-1));
+  EXPECT_TRUE(Result(U::AESDecrypt(data.data(), 6000, key.data(), 16)).failedWith(-1));
 }
 
 TEST(AesChain, GivesThePublishedAnswers) {
@@ -211,10 +213,23 @@ TEST(AesChain, ANullPointerANegativeLengthOrAnotherKeySizeGivesMinus2) {
 TEST(AesChain, LackOfMemoryGivesMinus1) {
   Bytes const data(6000, 1);
   EXPECT_TRUE(Result(U::AESEncrypt(data.data(), INT_MAX, data.data(), 128, data.data())).failedWith(-1));
+  EXPECT_TRUE(Result(U::AESDecrypt(data.data(), INT_MAX, data.data(), 128, data.data())).failedWith(-1));
   for (std::size_t most : {std::size_t{5000}, std::size_t{0}}) {
     support::AllocationLimit const limit(most);
     EXPECT_TRUE(Result(U::AESEncrypt(data.data(), 6000, data.data(), 128, data.data())).failedWith(-1)) << most;
+    EXPECT_TRUE(Result(U::AESDecrypt(data.data(), 6000, data.data(), 128, data.data())).failedWith(-1)) << most;
   }
+}
+
+TEST(AesChain, LackOfMemoryForTheCopyOfTheVectorGivesMinus1) {
+  Bytes const data(32, 1);
+  for (int const bits : {128, 192, 256}) {
+    support::AllocationLimit const limit(static_cast<std::size_t>(bits) - 1); // the result has 17 bytes
+    EXPECT_TRUE(Result(U::AESEncrypt(data.data(), 16, data.data(), bits, data.data())).failedWith(-1)) << bits;
+    EXPECT_TRUE(Result(U::AESDecrypt(data.data(), 16, data.data(), bits, data.data())).failedWith(-1)) << bits;
+  }
+  support::AllocationLimit const limit(256);
+  EXPECT_EQ(Result(U::AESEncrypt(data.data(), 16, data.data(), 256, data.data())).length, 16);
 }
 
 TEST(AesText, TwentyCharactersGive64UpperCaseDigits) {
@@ -272,6 +287,21 @@ TEST(AesText, LackOfMemoryGivesMinus1) {
     support::AllocationLimit const limit(most);
     EXPECT_TRUE(Result(U::AESEncrypt(text.c_str())).failedWith(-1)) << most;
   }
+}
+
+TEST(AesText, LackOfMemoryForAnyPartOfDecryptionGivesMinus1) {
+  std::string const text(12000, 'A');
+  {
+    support::AllocationLimit const limit(5000); // too little for the decoded bytes
+    EXPECT_TRUE(Result(U::AESDecrypt(text.c_str())).failedWith(-1));
+  }
+  std::string const begunBlock(6002, 'A');
+  {
+    support::AllocationLimit const limit(3002); // enough for those, too little for the whole blocks
+    EXPECT_TRUE(Result(U::AESDecrypt(begunBlock.c_str())).failedWith(-1));
+  }
+  support::AllocationLimit const limit(255); // enough for both, too little for the copy of the vector
+  EXPECT_TRUE(Result(U::AESDecrypt("000102030405060708090A0B0C0D0E0F")).failedWith(-1));
 }
 
 TEST(AesText, KeyAndVectorDoNotLieInTheLibraryAsTheyAre) {

@@ -80,10 +80,61 @@ TEST(Base64Decode, AnEmptyTextGivesNoBytes) {
   EXPECT_EQ(result.length, 0);
 }
 
-TEST(Base64Decode, ATextWithoutALineFeedGivesNoBytes) {
-  Result const result = KivCryptoUtils::Base64Decode("TQ==");
-  EXPECT_NE(result.data(), nullptr);
-  EXPECT_EQ(result.length, 0);
+TEST(Base64Decode, ReadsLinesOfUpTo1000CharactersWithWhiteSpaceAndWhatStandsInFront) {
+  struct Row {
+    std::string text;
+    std::string bytes;
+  };
+  for (auto const & row : std::initializer_list<Row>{{"QUJD\nRA==\n", "ABCD"},
+                                                     {"QUJD\r\nRA==\r\n", "ABCD"},
+                                                     {" QU JD \n", "ABC"},
+                                                     {"\nQUJD\n\n\nQUJD\n", "ABCABC"},
+                                                     {"hello, world\nQUJD\n", "ABC"},
+                                                     {"QUJD-QUJD\n", "ABC"},
+                                                     {"QUJD\n-----\n", "ABC"}}) {
+    Result const result = KivCryptoUtils::Base64Decode(row.text.c_str());
+    ASSERT_NE(result.data(), nullptr) << row.text;
+    EXPECT_EQ(result.text(), row.bytes) << row.text;
+  }
+  Result const longLine = KivCryptoUtils::Base64Decode((std::string(1000, 'A') + "\n").c_str());
+  EXPECT_EQ(longLine.length, 750);
+}
+
+TEST(Base64Decode, WhatIsNoBase64IsNoFailureButGivesNoBytesOrThoseOfTheLinesBefore) {
+  struct Row {
+    std::string text;
+    int length;
+  };
+  std::string const line(64, 'A');
+  for (auto const & row : std::initializer_list<Row>{{"TQ==", 0},         // no line feed
+                                                     {line, 0},           // nor here
+                                                     {"\n", 0},           // an empty line
+                                                     {"T\n", 0},          // groups that are too short
+                                                     {"TQ\n", 0},         //
+                                                     {"TQ=\n", 0},        //
+                                                     {"QUJDRA\n", 0},     //
+                                                     {"QUJD\nQUI", 0},    //
+                                                     {"=\n", 0},          // "=" alone, too many, or inside of a group
+                                                     {"====\n", 0},       //
+                                                     {"QUJD==\n", 0},     //
+                                                     {"QUJDRA===\n", 0},  //
+                                                     {"=QJD\n", 0},       //
+                                                     {"Q=JD\n", 0},       //
+                                                     {"QU=D\n", 0},       //
+                                                     {"TQ==QUJD\n", 0},   // more text behind the end
+                                                     {"TQ==\nQUJD\n", 0}, //
+                                                     {"!!!!\n", 0},       // characters that are not of the alphabet
+                                                     {"QUJDQU!D\n", 0},   //
+                                                     {"QUJD\xff\n", 0},   //
+                                                     {"QUJD\n!!!!\n", 0}, //
+                                                     {"-----\n", 0},      // the end before anything else
+                                                     {line + "\n====\n", 0}, // a bad line behind a good one
+                                                     {line + "\nQUJ", 48},   // a begun group at the end
+                                                     {line + "\n=", 48}}) {  //
+    Result const result = KivCryptoUtils::Base64Decode(row.text.c_str());
+    EXPECT_NE(result.data(), nullptr) << row.text;
+    EXPECT_EQ(result.length, row.length) << row.text;
+  }
 }
 
 TEST(Base64Decode, ANullPointerGivesMinus2) {
@@ -96,4 +147,9 @@ TEST(Base64Decode, LackOfMemoryGivesMinus1) {
     support::AllocationLimit const limit(most);
     EXPECT_TRUE(Result(KivCryptoUtils::Base64Decode(text.c_str())).failedWith(-1)) << most;
   }
+}
+
+TEST(Base64Decode, AReaderThatCannotBeMadeGivesMinus1) {
+  support::AllocationLimit const limit(1000); // enough for the result, too little for OpenSSL's filter
+  EXPECT_TRUE(Result(KivCryptoUtils::Base64Decode("QUJD\n")).failedWith(-1));
 }

@@ -3,6 +3,7 @@
 #include "ades.hpp"
 #include "crypto/bytes.hpp"
 #include "crypto/heapuse.hpp"
+#include "support/allocation.hpp"
 
 #include <gtest/gtest.h>
 
@@ -71,15 +72,37 @@ TEST(KivEncryption, IsOneInstanceWithAVirtualDestructorOnly) {
   static_assert(std::is_base_of_v<KivObject, KivEncryption>);
   static_assert(std::has_virtual_destructor_v<KivEncryption>);
   static_assert(!std::is_default_constructible_v<KivEncryption>);
+  static_assert(!std::is_copy_constructible_v<KivEncryption> && !std::is_copy_assignable_v<KivEncryption>);
 }
 
-TEST(KivEncryption, TheTypeIs0UntilItIsSet) {
+TEST(KivEncryption, HoldsTheTypeAloneWhichIs0UntilItIsSet) {
+  static_assert(sizeof(KivEncryption) == sizeof(void *) * 2);
+  auto const type = [] {
+    long value = 0;
+    std::memcpy(&value, reinterpret_cast<char const *>(&service()) + sizeof(KivObject), sizeof value);
+    return value;
+  };
+  EXPECT_EQ(type(), 0);
+  for (long const value : {1L, 2L, -2147483647L - 1, 2147483647L}) {
+    service().SetEncryptionType(value);
+    EXPECT_EQ(type(), value);
+  }
+}
+
+TEST(KivEncryption, TheFormsWithoutATypeUseTheOneThatWasSet) {
   char text[] = "password";
   Outcome const before = outcomeOf([&](char *& out) { return service().Encrypt(text, out, -1); });
+  ASSERT_NE(before.text, nullptr);
+  EXPECT_EQ(before.length, 16);
   EXPECT_STREQ(before.text.get(), oldForm("password").c_str());
+  Outcome const beforeBack = outcomeOf([&](char *& out) { return service().Decrypt(before.text.get(), out); });
+  ASSERT_NE(beforeBack.text, nullptr);
+  EXPECT_STREQ(beforeBack.text.get(), "password");
+  EXPECT_EQ(outcomeOf([&](char *& out) { return service().Encrypt(text, out, 5); }).length, 5);
   service().SetEncryptionType(2);
   Outcome const after = outcomeOf([&](char *& out) { return service().Encrypt(text, out, -1); });
   bytes::Result const aes = KivCryptoUtils::AESEncrypt("password");
+  ASSERT_NE(after.text, nullptr);
   EXPECT_STREQ(after.text.get(), aes.data());
   EXPECT_EQ(after.length, 32);
   Outcome const back = outcomeOf([&](char *& out) { return service().Decrypt(after.text.get(), out); });
@@ -89,10 +112,19 @@ TEST(KivEncryption, TheTypeIs0UntilItIsSet) {
 
 TEST(KivEncryption, TypesBelow2AreTheOldFormAndOthersAes) {
   bytes::Result const aes = KivCryptoUtils::AESEncrypt("password");
-  for (long const type : {-2147483647L - 1, -1L, 0L, 1L})
-    EXPECT_STREQ(encrypted(type, "password").text.get(), oldForm("password").c_str()) << type;
-  for (long const type : {2L, 3L, 2147483647L})
-    EXPECT_STREQ(encrypted(type, "password").text.get(), aes.data()) << type;
+  ASSERT_EQ(aes.length, 32);
+  std::string const old = oldForm("password");
+  ASSERT_EQ(old.size(), 16u);
+  for (long const type : {-2147483647L - 1, -1L, 0L, 1L, 2L, 3L, 2147483647L}) {
+    Outcome const hidden = encrypted(type, "password");
+    ASSERT_NE(hidden.text, nullptr) << type;
+    EXPECT_STREQ(hidden.text.get(), type < 2 ? old.c_str() : aes.data()) << type;
+    EXPECT_EQ(hidden.length, type < 2 ? 16 : 32) << type;
+    Outcome const shown = decrypted(type, hidden.text.get());
+    ASSERT_NE(shown.text, nullptr) << type;
+    EXPECT_STREQ(shown.text.get(), "password") << type;
+    EXPECT_EQ(shown.length, type < 2 ? 8 : 16) << type << ": up to the first byte 0, or of the blocks";
+  }
 }
 
 TEST(KivEncryption, OldFormIsCutAtTheMostCharacters) {
@@ -143,6 +175,25 @@ TEST(KivEncryption, AFailedAesOperationGivesNullAndANegativeLength) {
   EXPECT_EQ(decrypted(2, "no hexadecimal text").text, nullptr);
 }
 
+TEST(KivEncryption, LackOfMemoryGivesNullAndMinus1) {
+  std::string const hex(20000, '0');
+  char before = 'x';
+  auto const check = [&](char const * name, std::size_t most, auto const & operation) {
+    char * out = &before;
+    support::AllocationLimit const limit(most);
+    EXPECT_NO_THROW(EXPECT_EQ(operation(out), -1) << name) << name;
+    EXPECT_EQ(out, nullptr) << name;
+  };
+  std::string text(8000, 'x');
+  std::string digits = hex;
+  check("old form, the result", 9000, [&](char *& out) { return service().Encrypt(0, text.data(), out, -1); });
+  check("old form, anything", 100, [&](char *& out) { return service().Encrypt(0, text.data(), out, -1); });
+  check("old form, the first array", 30000, [&](char *& out) { return service().Decrypt(0, digits.data(), out); });
+  check("old form, anything", 100, [&](char *& out) { return service().Decrypt(0, digits.data(), out); });
+  check("AES form", 5000, [&](char *& out) { return service().Encrypt(2, text.data(), out, -1); });
+  check("AES form", 5000, [&](char *& out) { return service().Decrypt(2, digits.data(), out); });
+}
+
 TEST(KivEncryption, OldFormTakesANullPointerAsTheEmptyText) {
   Outcome const hidden = outcomeOf([](char *& out) { return service().Encrypt(0, nullptr, out, -1); });
   EXPECT_EQ(hidden.length, 0);
@@ -185,11 +236,32 @@ TEST(DecryptPassword, WhatIsLongerThanABlockComesBackAsZeros) {
 TEST(DecryptPassword, ADecodedTextShorterThanABlockIsCompletedWithZeros) {
   Bytes cipher(16);
   cipher[0] = 'M';
-  bytes::Result const plain =
-      KivCryptoUtils::AESDecrypt(cipher.data(), 16, reinterpret_cast<unsigned char const *>(key16.data()), 16);
-  int const count = plain.data()[15];
-  String const result = Kiv_DecryptPasswordForAPP(String("TQ=="), String(key16.c_str()));
-  EXPECT_EQ(result.Len(), count == 0 ? 1 : 0) << "one byte less the filling";
+  // Only under a key that makes the last byte, the count of the filling, 0 does anything come out of one byte.
+  std::string key = key16;
+  unsigned char first = 0;
+  bool found = false;
+  for (int i = 0; !found && i < 65536; ++i) {
+    key[0] = static_cast<char>(i >> 8);
+    key[1] = static_cast<char>(i);
+    bytes::Result const plain =
+        KivCryptoUtils::AESDecrypt(cipher.data(), 16, reinterpret_cast<unsigned char const *>(key.data()), 16);
+    found = plain.data()[15] == 0;
+    first = plain.data()[0];
+  }
+  ASSERT_TRUE(found);
+  String const result = Kiv_DecryptPasswordForAPP(String("TQ=="), String(key.data(), 16));
+  ASSERT_EQ(result.Len(), 1) << "one byte less no filling";
+  EXPECT_EQ(static_cast<unsigned char>(result.charAt(0)), first);
+}
+
+TEST(DecryptPassword, LackOfMemoryGivesTheEmptyText) {
+  String const cipher = cipherTextOf(filledUp("sixteen letters.", 0), key16, 6000);
+  String const key(key16.c_str());
+  ASSERT_EQ(Kiv_DecryptPasswordForAPP(cipher, key).Len(), 6000);
+  for (std::size_t const most : {std::size_t{6008}, std::size_t{5000}, std::size_t{0}}) {
+    support::AllocationLimit const limit(most);
+    EXPECT_NO_THROW(EXPECT_EQ(Kiv_DecryptPasswordForAPP(cipher, key).Len(), 0) << most) << most;
+  }
 }
 
 TEST(DecryptPassword, BadTextsAndKeysGiveTheEmptyText) {

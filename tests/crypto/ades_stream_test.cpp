@@ -169,18 +169,22 @@ TEST_F(DesStream, AssigningAReaderTakesOverTheBytesReadAhead) {
   setContent(encrypted("12345678abcdefgh"));
   des_reader first(file, &ctx);
   EXPECT_EQ(first.get(), '1');
-  des_ctx otherKey = ctx;
+  unsigned char const other[8] = {0xfe, 0xdc, 0xba, 0x98, 0x76, 0x54, 0x32, 0x10};
+  des_ctx otherKey;
+  ades_key(&otherKey, other);
   des_reader second(nullptr, &otherKey);
   second = first;
   for (char const expected : {'2', '3', '4', '5', '6', '7', '8', 'a'})
-    EXPECT_EQ(second.get(), expected);
+    EXPECT_EQ(second.get(), expected) << "of the other's file, under the other's key";
   EXPECT_EQ(first.get(), '2');
 }
 
 TEST_F(DesStream, AssigningAWriterTakesOverTheBytesNotYetWritten) {
   des_writer first(file, &ctx);
   first.put("1234");
-  des_ctx otherKey{};
+  unsigned char const other[8] = {0xfe, 0xdc, 0xba, 0x98, 0x76, 0x54, 0x32, 0x10};
+  des_ctx otherKey;
+  ades_key(&otherKey, other);
   des_writer second(nullptr, &otherKey);
   second = first;
   second.put("5678");

@@ -65,6 +65,17 @@ std::string filledUp(std::string const & text) {
   return result;
 }
 
+/// The bytes as a loop over the runtime's sscanf gives them, for texts shorter than a block.
+std::string byRuntime(std::string const & hex) {
+  std::string result;
+  unsigned int value = 0;
+  for (std::size_t i = 0; i + 2 <= hex.size(); i += 2) {
+    __ms_sscanf(hex.c_str() + i, "%2x", &value);
+    result += static_cast<char>(value);
+  }
+  return result;
+}
+
 } // namespace
 
 TEST(KivEncrypt, AnEmptyTextGivesAnEmptyResult) {
@@ -129,11 +140,23 @@ TEST(KivDecrypt, APairThatIsNoNumberRepeatsTheByteBeforeIt) {
 }
 
 TEST(KivDecrypt, APairIsReadAsTheRuntimeReadsANumber) {
-  // One digit and something else is that digit; white space in front is passed over, into the pairs that follow; a sign counts.
+  // One digit and something else is that digit; white space in front is passed over, into the pairs that follow; a sign
+  // counts.
   EXPECT_EQ(decrypted("4z"), "\x04");
   EXPECT_EQ(decrypted("  41"), "AA");
   EXPECT_EQ(decrypted("-1"), "\xff");
   EXPECT_EQ(decrypted("+1"), "\x01");
+  // "0x" begins a number and has no digit within the width: a number or none, as the runtime has it.
+  for (std::string const hex : {"0x41", "0X41", "410x42", "0x", "7e0x"})
+    EXPECT_EQ(decrypted(hex), byRuntime(hex)) << hex;
+}
+
+TEST(KivDecrypt, EveryPairIsReadAsTheRuntimeReadsIt) {
+  for (int a = 1; a < 256; ++a)
+    for (int b = 1; b < 256; ++b) {
+      std::string const hex = {'7', 'e', static_cast<char>(a), static_cast<char>(b), '4', '2'};
+      ASSERT_EQ(decrypted(hex), byRuntime(hex)) << a << " " << b;
+    }
 }
 
 TEST(KivDecrypt, ANullPointerIsTheEmptyText) {

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// The published known answers of DES (NBS Special Publication 500-20, NIST Special Publication 800-17). Blocks and keys are
-/// written as numbers, the first byte highest.
+/// The published known answers of DES (NBS Special Publication 500-20, NIST Special Publication 800-17). Blocks and
+/// keys are written as numbers, the first byte highest.
 
 #include <cstdint>
 

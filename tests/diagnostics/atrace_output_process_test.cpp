@@ -30,6 +30,11 @@ TEST(DebugOutput, OfAnyLengthReachesTheDebuggerWhole) {
   EXPECT_EQ(run.texts(), Lines{std::string(5000, 'x') + "END"});
 }
 
+TEST(DebugOutput, ComesFromAnyThread) {
+  ReporterRun run("thread:out:line");
+  EXPECT_EQ(run.texts(), Lines{"line"});
+}
+
 TEST(DebugOutput, WithNobodyListeningIsNowhere) {
   auto const result = support::runProgram({.program = "error_reporter", .arguments = "out:line heapcheck:a.cpp"});
   EXPECT_EQ(result.exitCode, 0u);
@@ -63,6 +68,28 @@ TEST(DebugOutput, OfAnyLengthReachesTheConsoleWhole) {
   EXPECT_EQ(text, std::string(5000, 'x') + "END");
 }
 
+TEST(DebugOutput, ForTheConsoleLosesNothingWhereverItIsLong) {
+  std::string words;
+  std::string expected;
+  for (int const count : {1, 4094, 4095, 4096, 8189, 8190, 8191, 20'000}) {
+    words += " characters:" + std::to_string(count) + " out:|";
+    for (int i = 0; i < count; ++i)
+      expected += static_cast<char>('a' + i % 26);
+    expected += '|';
+  }
+  consoleOf("stderr:bytes.txt" + words);
+  EXPECT_EQ(support::readFile("bytes.txt"), expected);
+}
+
+TEST(DebugOutput, OfAnAssertionReachesTheConsole) {
+  EXPECT_EQ(consoleOf("-no_dialogs fail:count>0"),
+            (Lines{"[assertion] amodule.cpp (42): count>0", "            MessageBox errorcode: 0", "assertion 0"}));
+}
+
+TEST(DebugOutput, OfAHeapCheckIsOneLineOfTheConsole) {
+  EXPECT_EQ(consoleOf("heapcheck:amodule.cpp"), Lines{"[debug] Performing HeapCheck amodule.cpp (42) - done"});
+}
+
 TEST(DebugOutput, ReachesDebuggerAndConsoleTogether) {
   support::Debugger const debugger({.program = "error_reporter",
                                     .arguments = "-console \"out:[kiv] line\" screen:screen.txt",
@@ -84,9 +111,14 @@ TEST(HeapCheck, IsTwoPiecesOfOneLine) {
   EXPECT_EQ(run.texts(), (Lines{"[debug] Performing HeapCheck amodule.cpp (42)", " - done\n"}));
 }
 
-TEST(HeapCheck, IsSwitchedOffByTheEnvironment) {
+TEST(HeapCheck, IsSwitchedOffByTheEnvironmentWhateverItsValue) {
   ReporterRun run("heapcheck:amodule.cpp", {{"KIV_NO_HEAPCHECK", "0"}});
   EXPECT_EQ(run.texts(), Lines{});
+}
+
+TEST(HeapCheck, OfANullNameAndANegativeLineIsTold) {
+  ReporterRun run("nullheapcheck");
+  EXPECT_EQ(run.texts(), (Lines{"[debug] Performing HeapCheck  (4294967295)", " - done\n"}));
 }
 
 TEST(HeapCheck, OfALongNameIsCut) {
@@ -120,6 +152,8 @@ TEST(TraceOfAProgram, GoesToStdoutWhenItsFileCannotBeOpened) {
   EXPECT_EQ(result.exitCode, 0u);
   EXPECT_EQ(linesOf(result.output), (Lines{"first", "destroyed"}));
 }
+
+TEST(TraceOfAProgram, WithAConsoleGoesToIt) { EXPECT_EQ(consoleOf("-trace trace:first"), Lines{"first"}); }
 
 TEST(TraceOfAProgram, ReplacesAnOlderFile) {
   support::writeFile("out.txt", "from before\r\n");

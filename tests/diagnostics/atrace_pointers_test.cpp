@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <ostream>
+#include <thread>
 
 namespace {
 
@@ -42,6 +44,12 @@ char * pageAt(std::uint32_t lowerHalf) {
       return static_cast<char *>(page);
   }
   return nullptr;
+}
+
+void * freedPage() {
+  void * const page = VirtualAlloc(nullptr, kPage, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+  VirtualFree(page, 0, MEM_RELEASE);
+  return page;
 }
 
 TEST(Readable, NullIsNot) {
@@ -84,6 +92,14 @@ TEST(Readable, FreedPagesAreNot) {
   EXPECT_FALSE(Kiv_MemoryIsReadable(page, 1));
 }
 
+TEST(Readable, PagesThatAreOnlyReservedAreNot) {
+  void * const page = VirtualAlloc(nullptr, kPage, MEM_RESERVE, PAGE_READWRITE);
+  EXPECT_FALSE(Kiv_MemoryIsReadable(page, 1));
+  EXPECT_FALSE(Kiv_MemoryIsWriteable(page, 1));
+  EXPECT_FALSE(Kiv_MemoryIsString(static_cast<char *>(page)));
+  VirtualFree(page, 0, MEM_RELEASE);
+}
+
 TEST(Readable, AGuardPageIsNotAndIsNotUsedUp) {
   Pages const pages(PAGE_READWRITE | PAGE_GUARD);
   EXPECT_FALSE(Kiv_MemoryIsReadable(pages.first(), 1));
@@ -115,6 +131,13 @@ TEST(Writeable, ReadOnlyPagesAreNot) {
   EXPECT_FALSE(Kiv_MemoryIsWriteable(pages.first(), 1));
 }
 
+TEST(Writeable, ALengthOf0IsInReadOnlyPagesToo) {
+  Pages const pages(PAGE_READONLY);
+  EXPECT_TRUE(Kiv_MemoryIsWriteable(pages.first(), 0));
+}
+
+TEST(Writeable, FreedPagesAreNot) { EXPECT_FALSE(Kiv_MemoryIsWriteable(freedPage(), 1)); }
+
 TEST(Writeable, PagesWithoutAccessAreNot) {
   Pages const pages(PAGE_NOACCESS);
   EXPECT_FALSE(Kiv_MemoryIsWriteable(pages.first(), 1));
@@ -141,6 +164,43 @@ TEST(Text, WithANULIsOne) {
   Pages const pages(PAGE_READWRITE);
   *pages.beforeEnd(1) = '\0';
   EXPECT_TRUE(Kiv_MemoryIsString(pages.beforeEnd(16)));
+}
+
+TEST(Text, InReadOnlyPagesIsOne) {
+  Pages const pages(PAGE_READWRITE);
+  *pages.beforeEnd(1) = '\0';
+  DWORD before = 0;
+  VirtualProtect(pages.first(), kPage, PAGE_READONLY, &before);
+  EXPECT_TRUE(Kiv_MemoryIsString(pages.first()));
+}
+
+TEST(Text, ThatRunsOverSeveralKindsOfPagesIsOne) {
+  Pages const pages(PAGE_READWRITE, PAGE_READWRITE);
+  *(pages.first() + kPage + 300) = '\0';
+  DWORD before = 0;
+  VirtualProtect(pages.first(), kPage, PAGE_READONLY, &before);
+  EXPECT_TRUE(Kiv_MemoryIsString(pages.beforeEnd(16)));
+}
+
+TEST(Text, InFreedPagesIsNone) { EXPECT_FALSE(Kiv_MemoryIsString(static_cast<char *>(freedPage()))); }
+
+TEST(Text, WhosePagesAnotherThreadTakesAwayMeanwhileIsAnswered) {
+  Pages const pages(PAGE_READWRITE, PAGE_READWRITE);
+  *pages.beforeEnd(1) = '\0';
+  std::atomic<bool> ended = false;
+  std::thread other([&] {
+    for (DWORD before = 0; !ended;) {
+      VirtualProtect(pages.first(), kPage, PAGE_NOACCESS, &before);
+      VirtualProtect(pages.first(), kPage, PAGE_READWRITE, &before);
+    }
+  });
+  int found = 0;
+  for (int i = 0; i < 2000; ++i)
+    found += Kiv_MemoryIsString(pages.first());
+  ended = true;
+  other.join();
+  EXPECT_LE(found, 2000);
+  EXPECT_TRUE(Kiv_MemoryIsString(pages.first()));
 }
 
 TEST(Text, ThatRunsIntoPagesWithoutAccessIsNone) {

@@ -1,65 +1,85 @@
 // Failed assertions and misuse of the command line, in whole processes.
 
-#include "diagnostics/reporter_run.hpp"
+#include "diagnostics/report_texts.hpp"
 
 #include <gtest/gtest.h>
 
-using kivtest::errorCode;
-using kivtest::Lines;
-using kivtest::ReporterRun;
+using namespace kivtest;
 
 namespace {
 
-std::string const kNoError = "            MessageBox errorcode: 0\n";
-
-TEST(FailedAssertion, IsABoxWithOneButton) {
-  ReporterRun run("window fail:count>0");
-  auto const read = run.answerBox(IDOK);
-  EXPECT_EQ(read.title, "Assertion failed");
-  EXPECT_EQ(read.texts, Lines{"Assertion failed!\nFile amodule.cpp line 42:\n\nExpression: 'count>0'\n\n"
-                              "User message:\n  'what it means'\n"});
-  EXPECT_EQ(read.buttons, Lines{"OK"});
-  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010", "assertion 0"}));
-  EXPECT_EQ(run.texts(), Lines{"[assertion] amodule.cpp (42): count>0\n"});
-}
-
-TEST(FailedAssertion, HasNoCancelWithReleaseAssertionsEither) {
-  ReporterRun run("-assert fail:count>0");
-  EXPECT_EQ(run.answerBox(IDOK).buttons, Lines{"OK"});
-  EXPECT_EQ(run.stops(), 0u);
-}
-
 TEST(FailedAssertion, UnderSuppressionIsTwoLinesForTheDebugger) {
-  ReporterRun run("-no_dialogs fail:count>0");
+  ReporterRun run("-no_dialogs -assert fail:count>0");
   EXPECT_EQ(run.lines(), Lines{"assertion 0"});
-  EXPECT_EQ(run.texts(), (Lines{"[assertion] amodule.cpp (42): count>0\n", kNoError}));
+  EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine}));
 }
 
 TEST(FailedAssertion, WithoutABoxTellsTheSystemsError) {
   ReporterRun run("nobox fail:count>0");
-  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010", "assertion 0"}));
-  EXPECT_EQ(run.texts(), (Lines{"[assertion] amodule.cpp (42): count>0\n", "            MessageBox errorcode: 8\n"}));
+  EXPECT_EQ(run.lines(), (Lines{kPlainBox, "assertion 0"}));
+  EXPECT_EQ(run.texts(), (Lines{kAssertionLine, "            MessageBox errorcode: 8\n"}));
 }
 
 TEST(FailedAssertion, Answers1WhenTheBoxWasCancelledAndDoesNotStop) {
   ReporterRun run("cancelledbox fail:count>0");
-  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010", "assertion 1"}));
-  EXPECT_EQ(run.texts(), Lines{"[assertion] amodule.cpp (42): count>0\n"});
+  EXPECT_EQ(run.lines(), (Lines{kPlainBox, "assertion 1"}));
+  EXPECT_EQ(run.texts(), Lines{kAssertionLine});
   EXPECT_EQ(run.stops(), 0u);
 }
 
 TEST(FailedAssertion, NeedsNeitherDatabaseNorNetwork) {
   ReporterRun run("-no_dialogs deadnet link fail:count>0");
-  EXPECT_EQ(run.texts(), (Lines{"[assertion] amodule.cpp (42): count>0\n", kNoError}));
+  EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine}));
 }
 
 TEST(FailedAssertion, WithADumpAskedForIsToldAsEver) {
   ReporterRun run("-no_dialogs fail:count>0", {{"KIV_DUMP_ASSERTION", "0"}});
   EXPECT_EQ(run.lines(), Lines{"assertion 0"});
-  EXPECT_EQ(run.texts(), (Lines{"[assertion] amodule.cpp (42): count>0\n", kNoError}));
+  EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine}));
 }
 
-Lines const kAsserted{"evaluated", "box owner=0 style=0x42010", "after the assertion"};
+TEST(FailedAssertion, LeavesTheWaitPointerAlone) {
+  ReporterRun run("wait fail:count>0");
+  run.answerBox(IDOK);
+  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010, wait 3", "assertion 0"}));
+}
+
+TEST(FailedAssertion, IsToldEachTimeAndFromAnyThread) {
+  ReporterRun run("-no_dialogs fail:count>0 thread:fail:count>0");
+  EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine, kAssertionLine, kNoBoxLine}));
+}
+
+TEST(FailedAssertion, OnANegativeLineHasItsSignInTheBoxOnly) {
+  ReporterRun run("assertionline:-1 fail:x");
+  EXPECT_EQ(run.answerBox(IDOK).texts, Lines{"Assertion failed!\nFile amodule.cpp line -1:\n\nExpression: 'x'\n\n"
+                                             "User message:\n  'what it means'\n"});
+  EXPECT_EQ(run.texts(), Lines{"[assertion] amodule.cpp (4294967295): x\n"});
+}
+
+TEST(FailedAssertion, ShowsItsTextsAsTheyStand) {
+  ReporterRun run("\"fail:count % 2 == %s%n\"");
+  EXPECT_EQ(run.answerBox(IDOK).texts,
+            Lines{"Assertion failed!\nFile amodule.cpp line 42:\n\nExpression: 'count % 2 == %s%n'\n\n"
+                  "User message:\n  'what it means'\n"});
+  EXPECT_EQ(run.texts(), Lines{"[assertion] amodule.cpp (42): count % 2 == %s%n\n"});
+}
+
+TEST(FailedAssertion, OfALongExpressionIsCutInTheBoxAndInTheLine) {
+  std::string const expression(9000, 'x');
+  ReporterRun run("fail:" + expression);
+  EXPECT_EQ(run.answerBox(IDOK).texts,
+            Lines{("Assertion failed!\nFile amodule.cpp line 42:\n\nExpression: '" + expression).substr(0, 8191)});
+  EXPECT_EQ(run.texts(), Lines{("[assertion] amodule.cpp (42): " + expression).substr(0, 8191)});
+}
+
+TEST(FailedAssertion, OfNullTextsHasEmptyOnes) {
+  ReporterRun run("nullfail");
+  EXPECT_EQ(run.answerBox(IDOK).texts,
+            Lines{"Assertion failed!\nFile  line 0:\n\nExpression: ''\n\nUser message:\n  ''\n"});
+  EXPECT_EQ(run.texts(), Lines{"[assertion]  (0): \n"});
+}
+
+Lines const kAsserted{"evaluated", kPlainBox, "after the assertion"};
 
 TEST(AssertMacro, TestsWithReleaseAssertions) {
   ReporterRun run("-assert assert");
@@ -92,10 +112,10 @@ TEST_P(CommandLineBeforeInit, ReportsItsLineAndAnswersAsForNoWords) {
   ReporterRun run("-h14 -assert", {{"KIVTEST_BEFORE_INIT", GetParam().question}});
   std::string const code = errorCode("acmdline", GetParam().line);
   auto const read = run.answerBox(IDOK);
-  EXPECT_EQ(read.title, "Unexpected program failure");
-  EXPECT_EQ(read.texts, Lines{"An internal error has occurred.\n\nError code: " + code});
-  EXPECT_EQ(read.buttons, Lines{"OK"}); // "-assert" has not been read yet
-  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010", std::string("answer ") + GetParam().answer}));
+  EXPECT_EQ(read.title, kNoWindow);
+  EXPECT_EQ(read.texts, Lines{errorText(0, code)});
+  EXPECT_EQ(read.buttons, kOK); // "-assert" has not been read yet
+  EXPECT_EQ(run.lines(), (Lines{kPlainBox, std::string("answer ") + GetParam().answer}));
   EXPECT_EQ(run.texts(), Lines{"[dEM] acmdline.cpp (" + std::to_string(GetParam().line) + "): " + code + "\n"});
 }
 INSTANTIATE_TEST_SUITE_P(Questions, CommandLineBeforeInit,
@@ -105,9 +125,8 @@ INSTANTIATE_TEST_SUITE_P(Questions, CommandLineBeforeInit,
 TEST(CommandLine, ASecondInitIsReportedAndRepeatsTheWork) {
   ReporterRun run("-assert again");
   std::string const code = errorCode("acmdline", 109);
-  EXPECT_EQ(run.answerBox(IDOK).texts,
-            Lines{"An internal error has occurred.\n\nError code: " + code + "\n\n Press Cancel to debug!"});
-  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42011", "after init, assert 1"}));
+  EXPECT_EQ(run.answerBox(IDOK).texts, Lines{errorText(0, code) + kCancelHint});
+  EXPECT_EQ(run.lines(), (Lines{kBoxWithCancel, "after init, assert 1"}));
   EXPECT_EQ(run.texts(), Lines{"[dEM] acmdline.cpp (109): " + code + "\n"});
 }
 

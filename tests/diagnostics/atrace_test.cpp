@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -134,6 +136,22 @@ TEST_F(Trace, AnotherStreamFlushesTheFormerOne) {
   EXPECT_EQ(contents("other.txt"), "line\n");
   Kiv_TraceSetHandle(nullptr);
   std::fclose(other);
+}
+
+TEST_F(Trace, OfSeveralThreadsLosesNoCharacter) {
+  constexpr int lines = 300;
+  auto const write = [](char const * word) {
+    for (int i = 0; i < lines; ++i)
+      Kiv_Trace("%s", word);
+  };
+  std::thread first(write, "ab");
+  std::thread second(write, "cde");
+  first.join();
+  second.join();
+  std::string const all = text();
+  for (char const c : {'a', 'b', 'c', 'd', 'e'})
+    EXPECT_EQ(std::count(all.begin(), all.end(), c), lines) << c;
+  EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 2 * lines);
 }
 
 TEST_F(Trace, NullIsStdoutAndNotSilence) {

@@ -1,6 +1,7 @@
 // A product that reports what its words tell it to, one after the other, and prints what it sees of it, a line each.
-// Words with '-' are options of the frame. KIVTEST_EARLY=1: an internal error before the application object exists.
-// KIVTEST_BEFORE_INIT=name: that question to the command line before it has been read.
+// Words with '-' are options of the frame. KIVTEST_EARLY=1: an internal error before the application object exists, and
+// one after it has gone. KIVTEST_BEFORE_INIT=name: that question to the command line before it has been read.
+// KIVTEST_NO_GUI=1: a host without a user interface.
 
 #include "kivara.hpp"
 
@@ -15,6 +16,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -38,7 +40,7 @@ int (*boxInstead)() = nullptr;
 
 /// Stands in front of the system's box in the library.
 int WINAPI spyOnBox(HWND owner, char const * text, char const * title, UINT style) {
-  print("box owner=%d style=0x%x\n", owner != nullptr, style);
+  print("box owner=%d style=0x%x, wait %d\n", owner != nullptr, style, SV::Application::IsWait());
   return boxInstead != nullptr ? boxInstead() : MessageBoxA(owner, text, title, style);
 }
 
@@ -48,6 +50,13 @@ int noBox() {
 }
 
 int cancelledBox() { return IDCANCEL; }
+
+std::unique_ptr<SV::Window> window;
+
+int boxThatClosesTheWindow() {
+  window.reset();
+  return IDOK;
+}
 
 class ProductWindow : public SV::Window {
 public:
@@ -102,7 +111,7 @@ void askCommandLine(std::string const & question) {
 
 class Reporter : public KivMDIApplication {
 public:
-  Reporter() : KivMDIApplication("Reporter", true, "log_reporter") {
+  Reporter() : KivMDIApplication("Reporter", setting("KIVTEST_NO_GUI").empty(), "log_reporter") {
     support::replaceImports(GetModuleHandleA("kivara.dll"), "user32.dll",
                             {{"MessageBoxA", reinterpret_cast<void *>(spyOnBox)}});
     askCommandLine(setting("KIVTEST_BEFORE_INIT"));
@@ -119,7 +128,7 @@ public:
       words.emplace_back(KivCmdline::Instance().getParam(i).c_str());
     for (std::string const & word : words)
       take(word);
-    window_.reset();
+    window.reset();
     return 0;
   }
 
@@ -127,7 +136,9 @@ public:
 
   void Exception(long code, unsigned long arg) override {
     if (isRunning_)
-      print("exception 0x%lx of 0x%lx\n", code, arg);
+      print("exception 0x%lx of 0x%lx\n", code, code == SV::EXC_RESOURCE_NOT_LOADED ? arg : 0);
+    if (reportsInException_)
+      displayErrorMessage("aexception.cpp", 1);
   }
 
 private:
@@ -140,18 +151,54 @@ private:
       action->second(text);
   }
 
-  void useTexts(std::string const & language) {
-    texts_ = std::make_unique<SV::ResMgr>(("language\\" + language + "\\kivara72.dll").c_str());
+  void useManager(std::string const & file) {
+    texts_ = std::make_unique<SV::ResMgr>(file.c_str());
     SV::Resource::SetResManager(texts_.get());
   }
 
-  static void reportError(std::string const & file) {
-    displayErrorMessage(file.empty() ? "aEvent.cpp" : file.c_str(), 246);
+  void reportError(char const * file) const {
+    displayErrorMessage(file, errorLine_);
     print("after error, wait %d\n", Application::IsWait());
   }
 
-  static void failAssertion(std::string const & expression) {
-    print("assertion %d\n", KIV_Assert_Fail("amodule.cpp", 42, expression.c_str(), "what it means"));
+  void failAssertion(std::string const & expression) const {
+    print("assertion %d\n", KIV_Assert_Fail("amodule.cpp", assertionLine_, expression.c_str(), "what it means"));
+  }
+
+  /// So many characters, each of which tells where it stands.
+  static void writeCharacters(std::string const & count) {
+    std::string text(std::strtoul(count.c_str(), nullptr, 10), ' ');
+    for (std::size_t i = 0; i < text.size(); ++i)
+      text[i] = static_cast<char>('a' + i % 26);
+    KivDebugOut(text.c_str());
+  }
+
+  void takeOnAThread(std::string const & word) {
+    std::thread([&] { take(word); }).join();
+  }
+
+  static void openLog(std::string const & file) {
+    KivBasicFileLogger log(true, true, 3);
+    bool const opened = log.open(file.c_str(), true);
+    print("open %d, line %d\n", opened, log.addText("a line"));
+  }
+
+  static void writeOwnLogLine(std::string const &) {
+    struct Log : KivBasicFileLogger {
+      using KivBasicFileLogger::_debugPrint;
+      using KivBasicFileLogger::KivBasicFileLogger;
+    };
+    Log(true, true, 3)._debugPrint("to a log without a name");
+    print("own line\n");
+  }
+
+  static void missMenu(std::string const &) {
+    KivAcceleratorTable table;
+    table.setAcceleratorsOfMenu(nullptr);
+    int c = 0;
+    while (table.IsInUse(static_cast<char>(c)))
+      ++c;
+    print("first free %d\n", c);
   }
 
   static void assertInCode(std::string const &) {
@@ -160,24 +207,38 @@ private:
   }
 
   std::map<std::string, std::function<void(std::string const &)>> const actions_ = {
-      {"window", [this](auto &) { window_ = std::make_unique<ProductWindow>(); }},
-      {"closewindow", [this](auto &) { window_.reset(); }},
-      {"texts", [this](auto & language) { useTexts(language); }},
+      {"window", [](auto &) { window = std::make_unique<ProductWindow>(); }},
+      {"texts", [this](auto & language) { useManager("language\\" + language + "\\kivara72.dll"); }},
+      {"manager", [this](auto & file) { useManager(file); }},
+      {"line", [this](auto & number) { errorLine_ = std::strtoul(number.c_str(), nullptr, 10); }},
+      {"assertionline", [this](auto & number) { assertionLine_ = std::atoi(number.c_str()); }},
+      {"thread", [this](auto & word) { takeOnAThread(word); }},
+      {"reportexceptions", [this](auto &) { reportsInException_ = true; }},
       {"wait", [](auto &) { Wait(3); }},
       {"log", [](auto & file) { SetModalDialogSuppressionLogfileName(file.c_str()); }},
       {"nobox", [](auto &) { boxInstead = noBox; }},
       {"cancelledbox", [](auto &) { boxInstead = cancelledBox; }},
+      {"closingbox", [](auto &) { boxInstead = boxThatClosesTheWindow; }},
       {"deadnet", [](auto &) { Kiv_SetDeadNet(true); }},
       {"connected", [this](auto & word) { connected_ = static_cast<short>(std::atoi(word.c_str())); }},
       {"link", [this](auto &) { Kiv_SetDBConnected_Link(&connected_); }},
-      {"error", reportError},
+      {"error", [this](auto & file) { reportError(file.empty() ? "aEvent.cpp" : file.c_str()); }},
+      {"nullerror", [this](auto &) { reportError(nullptr); }},
       {"network", [](auto &) { displayDeadNetworkMessage(), print("after network\n"); }},
       {"exit", [](auto &) { displayExitMessage(), print("after exit\n"); }},
-      {"fail", failAssertion},
+      {"fail", [this](auto & expression) { failAssertion(expression); }},
+      {"nullfail", [](auto &) { KIV_Assert_Fail(nullptr, 0, nullptr, nullptr); }},
       {"assert", assertInCode},
+      {"nomenu", missMenu},
+      {"openlog", openLog},
+      {"ownlogline", writeOwnLogLine},
+      {"addtolog", [](auto & text) { Kiv_AddToLog("named.log", text.c_str()); }},
+      {"addtocsvlog", [](auto & text) { Kiv_AddToCSVLog("named.csv", text.c_str()); }},
       {"heapcheck", [](auto & file) { Kiv_DoHeapCheck(file.c_str(), 42, "ignored"); }},
+      {"nullheapcheck", [](auto &) { Kiv_DoHeapCheck(nullptr, -1, nullptr); }},
       {"out", [](auto & text) { KivDebugOut(text.c_str()); }},
       {"long", [](auto & end) { KivDebugOut((std::string(5000, 'x') + end).c_str()); }},
+      {"characters", writeCharacters},
       {"stderr", [](auto & file) { std::freopen(file.c_str(), "wb", stderr); }},
       {"screen", [](auto & file) { writeScreen(file); }},
       {"trace", [](auto & text) { Kiv_Trace("%s", text.c_str()); }},
@@ -189,19 +250,29 @@ private:
   };
 
   std::unique_ptr<SV::ResMgr> texts_;
-  std::unique_ptr<ProductWindow> window_;
+  unsigned errorLine_ = 246;
+  int assertionLine_ = 42;
   short connected_ = 0;
   bool isRunning_ = false;
+  bool reportsInException_ = false;
 };
 
-struct Early {
-  Early() {
+/// Lives longer than the application object, at both ends.
+class Around {
+public:
+  Around() { report("early"); }
+  ~Around() { report("late"); }
+  Around(Around const &) = delete;
+  Around & operator=(Around const &) = delete;
+
+private:
+  static void report(char const * time) {
     if (setting("KIVTEST_EARLY").empty())
       return;
-    displayErrorMessage("aearly.cpp", 1);
-    print("after the early error\n");
+    displayErrorMessage("aaround.cpp", 1);
+    print("after the %s error\n", time);
   }
-} early;
+} around;
 
 Reporter reporter;
 

@@ -125,6 +125,30 @@ TEST(WindowsVersionCall, DecidesAboutXPVistaAnd7) {
   }
 }
 
+BOOL WINAPI answerWow64(HANDLE process, BOOL * answer) {
+  EXPECT_EQ(process, GetCurrentProcess());
+  *answer = TRUE;
+  return TRUE;
+}
+
+bool hasWow64 = true;
+FARPROC WINAPI findEntry(HMODULE module, char const * name) {
+  EXPECT_EQ(module, GetModuleHandleA("kernel32"));
+  EXPECT_STREQ(name, "IsWow64Process");
+  return hasWow64 ? reinterpret_cast<FARPROC>(address(answerWow64)) : nullptr;
+}
+
+TEST(RunningOn64Bits, IsTheAnswerOfTheSystemsFunction) {
+  replace("KERNEL32.dll", {{"GetProcAddress", address(findEntry)}});
+  EXPECT_TRUE(Kiv_IsRunningOn64Bits());
+}
+
+TEST(RunningOn64Bits, IsFalseOnASystemWithoutTheFunction) {
+  hasWow64 = false;
+  replace("KERNEL32.dll", {{"GetProcAddress", address(findEntry)}});
+  EXPECT_FALSE(Kiv_IsRunningOn64Bits());
+}
+
 /// A screen of the test's own.
 struct {
   int dotsX = 0;

@@ -36,6 +36,8 @@ TEST(Platform, VersionTestsAgreeWithTheSystem) {
 
 TEST(Platform, Windows10IsToldFromTheRegistry) { EXPECT_EQ(Kiv_IsAtLeastWindows10(), registryMajorVersion() >= 10); }
 
+TEST(Platform, A64BitProgramIsNotTakenForA32BitOneOnA64BitSystem) { EXPECT_FALSE(Kiv_IsRunningOn64Bits()); }
+
 TEST(Platform, ScaleIsDotsPerInchBy96) {
   HDC const screen = GetDC(nullptr);
   EXPECT_EQ(Kiv_GetSystemDPIScaleX(), GetDeviceCaps(screen, LOGPIXELSX) / 96.0);
@@ -78,6 +80,34 @@ TEST(ProgramPathFilename, OfNullIsEmpty) { EXPECT_EQ(Kiv_GetProgramPathFilename(
 TEST(StartDirectory, IsEmptyBeforeTheFrameHasStoredIt) {
   EXPECT_EQ(Kiv_GetStartCWD(true).Len(), 0);
   EXPECT_EQ(Kiv_GetStartCWD(false).Len(), 0);
+}
+
+TEST(DatabaseConnection, IsThereWithoutADatabaseLayer) { EXPECT_TRUE(Kiv_Is_DBConnected()); }
+
+TEST(DatabaseConnection, IsWhatTheLinkedWordSaysAtTheMoment) {
+  short word = 0;
+  Kiv_SetDBConnected_Link(&word);
+  EXPECT_FALSE(Kiv_Is_DBConnected());
+  for (short const connected : {1, -1, 0x100, -0x8000}) {
+    word = connected;
+    EXPECT_TRUE(Kiv_Is_DBConnected()) << connected;
+  }
+  word = 0;
+  EXPECT_FALSE(Kiv_Is_DBConnected());
+}
+
+TEST(DatabaseConnection, IsThereAgainWhenTheLinkIsTakenBack) {
+  short const word = 0;
+  Kiv_SetDBConnected_Link(&word);
+  EXPECT_FALSE(Kiv_Is_DBConnected());
+  Kiv_SetDBConnected_Link(nullptr);
+  EXPECT_TRUE(Kiv_Is_DBConnected());
+}
+
+TEST(DatabaseConnection, ReadsTheLinkedWordAlone) {
+  short words[] = {1, 0, 1};
+  Kiv_SetDBConnected_Link(&words[1]);
+  EXPECT_FALSE(Kiv_Is_DBConnected());
 }
 
 } // namespace

@@ -1,61 +1,171 @@
 #include "atools.hpp"
 
+#include "support/allocation.hpp"
+
+#include "tools/winapi.hpp"
+
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <memory>
 #include <ostream>
+#include <string>
+
+using SV::String;
 
 namespace {
 
-struct Row {
-  char const * name;
-  bool valid;
-};
-std::ostream & operator<<(std::ostream & out, Row const & row) {
-  return out << (row.name != nullptr ? row.name : "(null)");
+// Characters of a text.
+
+TEST(CharReplace, ReplacesEachInPlace) {
+  char text[] = "a.b..c";
+  kiv_charreplace(text, '.', ',');
+  EXPECT_STREQ(text, "a,b,,c");
+  kiv_charreplace(text, 'x', 'y');
+  EXPECT_STREQ(text, "a,b,,c");
 }
 
-class ValidFilename : public testing::TestWithParam<Row> {};
-TEST_P(ValidFilename, IsToldFromItsTextAlone) { EXPECT_EQ(Kiv_Valid_Filename(GetParam().name), GetParam().valid); }
+TEST(CharReplace, LeavesNullAlone) { kiv_charreplace(nullptr, 'a', 'b'); }
 
-INSTANTIATE_TEST_SUITE_P(Plain, ValidFilename,
-                         testing::Values(Row{nullptr, false}, Row{"", false}, Row{"C:\\dir\\file.txt", true},
-                                         Row{"file", true}, Row{"dir/file", true}, Row{"..\\file", true},
-                                         Row{"\\file", true}, Row{"a b", true}, Row{"\xE4\xF6", true},
-                                         Row{"C:\\dir\\", false}, Row{"dir/", false}, Row{"\\", false},
-                                         Row{"C:", false}, Row{"a//b", false}, Row{"a\\/b", false}, Row{"a/\\b", false},
-                                         Row{"//a", false}, Row{"ab://x", false}, Row{"http://x/y", false}));
+TEST(CharReplace, OfEqualCharactersDoesNotTouchTheText) {
+  char const * const text = "in memory for reading only";
+  kiv_charreplace(const_cast<char *>(text), 'o', 'o');
+  EXPECT_STREQ(text, "in memory for reading only");
+}
 
-INSTANTIATE_TEST_SUITE_P(Colon, ValidFilename,
-                         testing::Values(Row{"c:file", true}, Row{"Z:/f", true}, Row{"ab:c", false}, Row{":a", false},
-                                         Row{"1:a", false}, Row{"C:a:b", false}, Row{"dir\\a:b", false},
-                                         Row{"C::a", false}));
+TEST(CharReplace, CanEndTheText) {
+  char text[] = "a.b";
+  kiv_charreplace(text, '.', '\0');
+  EXPECT_STREQ(text, "a");
+}
 
-INSTANTIATE_TEST_SUITE_P(Characters, ValidFilename,
-                         testing::Values(Row{"a|b", false}, Row{"a*", false}, Row{"<a", false}, Row{"a>b", false},
-                                         Row{"a?b", false}, Row{"a\"b", false}, Row{"C:\\di?r\\file", false}));
+TEST(CharReplace, NeverReplacesTheNUL) {
+  char text[] = "a";
+  kiv_charreplace(text, '\0', 'x');
+  EXPECT_EQ(text[1], '\0');
+}
 
-INSTANTIATE_TEST_SUITE_P(Device, ValidFilename,
-                         testing::Values(Row{"CON", false}, Row{"con.txt", false}, Row{"PRN", false},
-                                         Row{"AUX.", false}, Row{"clock$", false}, Row{"NUL", false},
-                                         Row{"COM1", false}, Row{"COM2", false}, Row{"COM3", false}, Row{"COM4", false},
-                                         Row{"COM5", false}, Row{"COM6", false}, Row{"COM7", false}, Row{"COM8", false},
-                                         Row{"com9.x", false}, Row{"LPT1", false}, Row{"LPT2", false},
-                                         Row{"LPT3", false}, Row{"LPT4", false}, Row{"LPT5", false}, Row{"LPT6", false},
-                                         Row{"LPT7", false}, Row{"LPT8", false}, Row{"lpt9", false}, Row{"COM1x", true},
-                                         Row{"CON1", true}, Row{"COM0", true}, Row{"CLOCK", true}, Row{"xCON", true},
-                                         Row{"C:\\CON", true}, Row{"dir\\con.txt", true}, Row{"CON\\file", true}));
+TEST(CharCount, CountsAndIs0ForNull) {
+  EXPECT_EQ(kiv_charcount("a.b..c", '.'), 3);
+  EXPECT_EQ(kiv_charcount("a.b..c", 'x'), 0);
+  EXPECT_EQ(kiv_charcount("", '.'), 0);
+  EXPECT_EQ(kiv_charcount("abc", '\0'), 0);
+  EXPECT_EQ(kiv_charcount(nullptr, '.'), 0);
+}
 
-INSTANTIATE_TEST_SUITE_P(Server, ValidFilename,
-                         testing::Values(Row{"\\\\server\\share\\file", true}, Row{"\\\\server\\share/file", true},
-                                         Row{"\\\\s\\s\\f", true}, Row{"\\\\", false}, Row{"\\\\server", false},
-                                         Row{"\\\\server\\", false}, Row{"\\\\server\\share", false},
-                                         Row{"\\\\server\\share\\", false}, Row{"\\\\\\share\\file", false},
-                                         Row{"\\\\server\\\\file", false}, Row{"\\\\ser\tver\\share\\file", false},
-                                         Row{"\\\\s\xE4\\share\\file", true}, Row{"\\\\server\\share\\C:file", false},
-                                         Row{"\\\\server\\share\\CON", false}, Row{"\\\\s*r/v:r\\sh?re\\file", true},
-                                         Row{"\\\\CON\\NUL\\file", true}, Row{"\\\\server\\share\\con.txt", false},
-                                         Row{"\\\\server\\share\\\\file", true}, Row{"\\\\s\x1F\\share\\file", false},
-                                         Row{"\\\\s r\\share\\file", true}, Row{"\\\\server\\share\\a//b", false},
-                                         Row{"\\\\server\\share\\a*b", false}));
+String until(char const * text, char stop) {
+  String out("before");
+  kiv_getuntil(text, stop, out);
+  return out;
+}
+
+TEST(GetUntil, GivesTheTextWithTheFirstStop) {
+  EXPECT_STREQ(until("a=b=c", '=').c_str(), "a=");
+  EXPECT_STREQ(until("=", '=').c_str(), "=");
+}
+
+TEST(GetUntil, WithoutAStopGivesAllOfTheText) {
+  EXPECT_STREQ(until("abc", '=').c_str(), "abc");
+  EXPECT_EQ(until("abc", '\0').Len(), 3);
+  EXPECT_EQ(until("", '=').Len(), 0);
+  EXPECT_EQ(until(nullptr, '=').Len(), 0);
+}
+
+TEST(GetUntil, CanWriteIntoTheTextItself) {
+  String text("a=b");
+  kiv_getuntil(text.c_str(), '=', text);
+  EXPECT_STREQ(text.c_str(), "a=");
+}
+
+// Names and terms.
+
+struct Row {
+  char const * text;
+  char const * result;
+};
+std::ostream & operator<<(std::ostream & out, Row const & row) { return out << '"' << row.text << '"'; }
+
+class NextName : public testing::TestWithParam<Row> {};
+TEST_P(NextName, CountsOn) {
+  String name(GetParam().text);
+  Kiv_MakeNextName(name);
+  EXPECT_STREQ(name.c_str(), GetParam().result);
+}
+INSTANTIATE_TEST_SUITE_P(Names, NextName,
+                         testing::Values(Row{"Model", "Model (2)"}, Row{"Model (2)", "Model (3)"},
+                                         Row{"Model (x)", "Model (1)"}, Row{"Model (9)", "Model (10)"},
+                                         Row{"Model ()", "Model (1)"}, Row{"Model (2) ", "Model (2)  (2)"},
+                                         Row{"Model(-1)", "Model(0)"}, Row{"(7)", "(8)"}, Row{"a (b) (4)", "a (b) (5)"},
+                                         Row{"a (b (4))", "a (b (5)"}, Row{"a (12x)", "a (13)"}, Row{"", " (2)"},
+                                         Row{"a (2147483647)", "a (2147483648)"}));
+
+TEST(NextNameWithoutOpeningParenthesis, TakesTheClosingOneForAPartOfTheName) {
+  support::GuardPages const guard;
+  for (auto const & row : {Row{")", ") (2)"}, Row{"Model 2)", "Model 2) (2)"}}) {
+    String name(row.text);
+    Kiv_MakeNextName(name);
+    EXPECT_STREQ(name.c_str(), row.result);
+  }
+}
+
+TEST(NextNameOfACopy, LeavesTheOriginal) {
+  String const name("Model (2)");
+  String next(name);
+  Kiv_MakeNextName(next);
+  EXPECT_EQ(name, "Model (2)");
+}
+
+class Surrounded : public testing::TestWithParam<Row> {};
+TEST_P(Surrounded, ByOnePairAroundAllOfIt) {
+  EXPECT_STREQ(Kiv_EnsureSurroundingParentheses(GetParam().text).c_str(), GetParam().result);
+}
+INSTANTIATE_TEST_SUITE_P(Terms, Surrounded,
+                         testing::Values(Row{"(a)", "(a)"}, Row{"(a) or (b)", "((a) or (b))"}, Row{"a", "(a)"},
+                                         Row{"((a) or (b))", "((a) or (b))"},
+                                         Row{" \t\r\n(a) \t\r\n", " \t\r\n(a) \t\r\n"}, Row{"", "()"}, Row{" ", "( )"},
+                                         Row{"()", "()"}, Row{"(", "(()"}, Row{")", "())"}, Row{"(a", "((a)"},
+                                         Row{"a)", "(a))"}, Row{")(", "()()"}, Row{"((a)", "((a)"},
+                                         Row{"(a))", "((a)))"}, Row{"(a)b", "((a)b)"}, Row{"a(b)", "(a(b))"},
+                                         Row{"\v(a)", "(\v(a))"}));
+
+TEST(SurroundedText, IsSharedWhenItComesBackUnchanged) {
+  String const text("(a)");
+  EXPECT_EQ(Kiv_EnsureSurroundingParentheses(text).block(), text.block());
+}
+
+// Characters of XML.
+
+TEST(XMLChar, WithoutTheCodePageExcludesControlCharacters) {
+  for (int byte = 0; byte < 256; ++byte) {
+    bool const wanted = byte >= 32 || byte == 0 || byte == 9 || byte == 10 || byte == 13;
+    EXPECT_EQ(Kiv_IsValidXMLChar(static_cast<char>(byte), false, false), wanted) << byte;
+    EXPECT_EQ(Kiv_IsValidXMLChar(static_cast<char>(byte), true, false), wanted) << byte;
+  }
+}
+
+bool hasCharacter(int byte) {
+  char const c = static_cast<char>(byte);
+  wchar_t character = 0;
+  return MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &c, 1, &character, 1) == 1 && character >= 0x100;
+}
+
+TEST(XMLChar, WithTheCodePageExcludesBytesWithoutACharacter) {
+  for (int byte = 0; byte < 256; ++byte) {
+    bool const wanted = byte < 127 || byte > 159 || hasCharacter(byte);
+    EXPECT_EQ(Kiv_IsValidXMLChar(static_cast<char>(byte), false, true), wanted) << byte;
+  }
+  EXPECT_FALSE(Kiv_IsValidXMLChar('\x7F', true, true));
+}
+
+TEST(XMLChar, OfTheWesternCodePageHasItsHoles) {
+  if (GetACP() != 1252)
+    GTEST_SKIP() << "another code page";
+  for (char const c : {'\x81', '\x8D', '\x8F', '\x90', '\x9D'})
+    EXPECT_FALSE(Kiv_IsValidXMLChar(c, false, true)) << static_cast<int>(c);
+  for (char const c : {'\x80', '\x82', '\x99', '\x9F'})
+    EXPECT_TRUE(Kiv_IsValidXMLChar(c, false, true)) << static_cast<int>(c);
+}
+
+TEST(XMLChar, EuroIsThereWhenItIsAllowed) { EXPECT_TRUE(Kiv_IsValidXMLChar('\x80', true, true)); }
 
 } // namespace

@@ -8,7 +8,7 @@
 
 namespace SV {
 
-enum DayOfWeek { MONDAY, TUESDAY, WEDNESDAY, THURSDAY, FRIDAY, SATURDAY, SUNDAY };
+enum DayOfWeek { MONDAY, TUESDAY, WEDNESDAY, THURSDAY, FRIDAY, SATURDAY, SUNDAY }; ///< from 0
 
 /// A day of the Gregorian calendar, held as the decimal number YYYYMMDD. The fields are stored as given, modulo what
 /// their digits hold (day and month 100, year 10000): a 31st of February stays one.
@@ -18,7 +18,7 @@ public:
   TL_API Date();
   TL_API Date(unsigned long day, unsigned long month, unsigned long year);
 
-  unsigned long GetDay() const { return nDate_ % 100; }
+  unsigned long GetDay() const { return nDate_ % 100; } ///< from 1
   unsigned long GetMonth() const { return nDate_ / 100 % 100; }
   unsigned long GetYear() const { return nDate_ / 10000; }
 
@@ -40,7 +40,7 @@ private:
   std::uint32_t nDate_;
 };
 
-inline bool operator==(Date const & a, Date const & b) { return a.value() == b.value(); }
+inline bool operator==(Date const & a, Date const & b) { return a.value() == b.value(); } ///< the same day
 inline bool operator<(Date const & a, Date const & b) { return a.value() < b.value(); }
 
 } // namespace SV

@@ -26,7 +26,7 @@ public:
   /// Sorts the list, by name without regard to case for 0x80; any other order leaves it as the system gave it.
   TL_API void SetSort(int order);
 
-  unsigned long Count() const { return static_cast<unsigned long>(entries_.size()); }
+  unsigned long Count() const { return static_cast<unsigned long>(entries_.size()); } ///< of the listed
 
   /// The entry at a position, with its full path; an empty entry at Count and beyond.
   TL_API DirEntry const & operator[](unsigned long position) const;

@@ -20,7 +20,7 @@ inline constexpr FSysError FSYS_ERR_OK = 0;
 /// system fail; its full path is the working directory.
 class DirEntry {
 public:
-  TL_API DirEntry(String const & path, FSysPathStyle style = FSYS_STYLE_HOST);
+  TL_API DirEntry(String const & path, FSysPathStyle style = FSYS_STYLE_HOST); ///< nothing is looked up
 
   /// The full path, without "." and ".."; that of a relative entry begins at the working directory of the moment.
   /// \param withSeparator  non-zero: the path ends in one separator; 0: it ends in none, but for the root of a drive
@@ -41,7 +41,7 @@ public:
   /// one, as a full path.
   TL_API DirEntry GetPath() const;
 
-  TL_API bool Exists() const;
+  TL_API bool Exists() const; ///< as a file or a folder
 
   /// Deletes the file or the empty folder.
   TL_API FSysError Kill() const;

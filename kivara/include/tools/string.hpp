@@ -54,7 +54,7 @@ public:
   /// The number at the start of the text, as the runtime's atof reads it.
   TL_API explicit operator double() const;
 
-  String & operator=(char const * text) { return Assign(text); }
+  String & operator=(char const * text) { return Assign(text); } ///< null gives the empty text
 
   /// Replaces the text. An unshared block is overwritten in place when the length stays the same and is above 0.
   String & Assign(char const * text, std::int32_t length = STRING_LEN_TO_NUL) {
@@ -62,7 +62,7 @@ public:
     return *this;
   }
 
-  std::int32_t Len() const { return text_.length(); }
+  std::int32_t Len() const { return text_.length(); } ///< in bytes, without the NUL
 
   /// The characters and a NUL; valid until the text is changed or dies.
   char const * c_str() const { return text_.text(); }

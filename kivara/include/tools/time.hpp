@@ -20,7 +20,7 @@ public:
   TL_API explicit Time(unsigned long hour, unsigned long minute = 0, unsigned long second = 0,
                        unsigned long hundredth = 0);
 
-  unsigned long GetHour() const { return magnitude() / 1000000; }
+  unsigned long GetHour() const { return magnitude() / 1000000; } ///< each without the sign
   unsigned long GetMin() const { return magnitude() / 10000 % 100; }
   unsigned long GetSec() const { return magnitude() / 100 % 100; }
   unsigned long Get100Sec() const { return magnitude() % 100; }
@@ -45,7 +45,7 @@ private:
 /// The difference, negative where \p b is the later one.
 TL_API Time operator-(Time const & a, Time const & b);
 
-inline bool operator==(Time const & a, Time const & b) { return a.value() == b.value(); }
+inline bool operator==(Time const & a, Time const & b) { return a.value() == b.value(); } ///< with the sign
 inline bool operator<(Time const & a, Time const & b) { return a.value() < b.value(); }
 
 } // namespace SV

@@ -27,19 +27,21 @@ public:
   /// One unit; the NUL unit gives the empty text.
   explicit WString(wchar_t c) : text_(&c, c != L'\0') {}
 
-  WString & operator=(wchar_t const * text) { return Assign(text); }
+  WString & operator=(wchar_t const * text) { return Assign(text); } ///< null gives the empty text
 
+  /// As the operation of String of that name, like those below.
   WString & Assign(wchar_t const * text, std::int32_t length = STRING_LEN_TO_NUL) {
     text_.assign(text, length);
     return *this;
   }
 
-  std::int32_t Len() const { return text_.length(); }
+  std::int32_t Len() const { return text_.length(); } ///< in units, without the NUL
   wchar_t const * c_str() const { return text_.text(); }
 
   /// The unit at \p position; NUL where there is none.
   wchar_t charAt(std::int32_t position) const { return position >= 0 && position < Len() ? c_str()[position] : L'\0'; }
 
+  /// A null pointer and the NUL unit append nothing.
   WString & operator+=(WString const & other) {
     if (Len() == 0)
       text_ = other.text_;
@@ -57,13 +59,16 @@ public:
     return *this;
   }
 
+  /// \p count units from \p start on, clipped to what remains.
   WString substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const {
     return WString(text_.part(start, count));
   }
 
+  /// For writing in place: first the one, then the other.
   void makeUnique() { text_.makeUnique(); }
   wchar_t * writable() { return text_.writableText(); }
 
+  /// The block, for those who look at sharing.
   StringDataW const * block() const { return text_.block(); }
 
 private:
@@ -72,6 +77,7 @@ private:
   detail::SharedText<wchar_t> text_;
 };
 
+/// Equal in length and in every unit.
 inline bool operator==(WString const & a, WString const & b) {
   return a.block() == b.block() ||
          (a.Len() == b.Len() &&

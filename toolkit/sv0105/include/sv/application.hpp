@@ -110,7 +110,7 @@ public:
 /// An application whose main window is an MDI frame with a client area.
 class SV_API MDIApplication : public Application {
 public:
-  MDIApplication();
+  MDIApplication(); ///< registers itself, as Application does
   ~MDIApplication() override;
 
   /// Whether PaintMDIClient draws the background of the client area; false here.

@@ -28,7 +28,7 @@ public:
   /// Takes over a system bitmap; null gives the empty bitmap.
   explicit Bitmap(HBITMAP bitmap);
 
-  bool IsEmpty() const { return !bitmap_; }
+  bool IsEmpty() const { return !bitmap_; } ///< of size 0 by 0
   Size GetSizePixel() const;
 
   /// Null for the empty bitmap; it stays owned here.

@@ -45,7 +45,7 @@ public:
   Color(unsigned short red, unsigned short green, unsigned short blue)
       : name_(COL_USER), red_(red), green_(green), blue_(blue) {}
 
-  ColorName GetColorName() const { return name_; }
+  ColorName GetColorName() const { return name_; } ///< its number, COL_USER for a colour by channels
 
   /// The channels, 16 bits; for a numbered colour those of the table or of the system at this moment.
   SV_API unsigned short GetRed() const;

@@ -22,14 +22,14 @@ public:
   ///              the room that the face leaves above them
   SV_API Font(String const & name, Size const & size);
 
-  String const & GetName() const { return name_; }
+  String const & GetName() const { return name_; } ///< the face
   Size const & GetSize() const { return size_; }
   CharSet GetCharSet() const { return charSet_; }
   Color const & GetColor() const { return color_; }
   Color const & GetFillColor() const { return fillColor_; }
   bool IsTransparent() const { return transparent_; }
 
-  SV_API String ChangeName(String const & name);
+  SV_API String ChangeName(String const & name); ///< each gives the former value
   SV_API Size ChangeSize(Size const & size);
   SV_API CharSet ChangeCharSet(CharSet charSet);
   SV_API Color ChangeColor(Color const & color);

@@ -11,7 +11,7 @@ namespace SV {
 /// The help file in use. Application::ChangeHelp installs one; an installed one that dies leaves none installed.
 class SV_API Help : public LinkHdl {
 public:
-  Help();
+  Help(); ///< without a file
   explicit Help(String const & fileName);
   Help(Help const &) = delete;
   Help & operator=(Help const &) = delete;

@@ -19,7 +19,7 @@ public:
   /// From a bitmap resource; empty when no manager has it.
   explicit Image(ResId const & id);
 
-  bool IsEmpty() const { return bitmap_.IsEmpty(); }
+  bool IsEmpty() const { return bitmap_.IsEmpty(); } ///< of size 0 by 0
   Size GetSizePixel() const { return bitmap_.GetSizePixel(); }
   Bitmap const & GetBitmap() const { return bitmap_; }
 

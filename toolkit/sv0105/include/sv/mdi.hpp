@@ -16,7 +16,7 @@ class MenuBar;
 /// MDIApplication::IsUserDefPaintMDIClient says so.
 class SV_API MDIClient : public Window {
 public:
-  explicit MDIClient(MDIFrame & frame);
+  explicit MDIClient(MDIFrame & frame); ///< made and owned by its frame
   ~MDIClient() override;
 
 protected:
@@ -26,10 +26,10 @@ protected:
 /// The main window. The first one becomes the application window.
 class SV_API MDIFrame : public Window {
 public:
-  explicit MDIFrame(String const & title);
+  explicit MDIFrame(String const & title); ///< hidden at first
   ~MDIFrame() override;
 
-  MDIClient & GetClient() { return *client_; }
+  MDIClient & GetClient() { return *client_; } ///< lives as long as the frame
 
   /// The child in front; null when there is none.
   MDIChild * GetActiveChild() const;
@@ -51,7 +51,7 @@ private:
 /// A document's window. Show brings it to the front.
 class SV_API MDIChild : public Window {
 public:
-  explicit MDIChild(MDIFrame & frame, String const & title = String());
+  explicit MDIChild(MDIFrame & frame, String const & title = String()); ///< the frame has to outlive it
   ~MDIChild() override;
 
   void Show() override;

@@ -44,7 +44,7 @@ public:
   void InsertSeparator(unsigned short position = MENU_APPEND);
   bool RemoveItem(unsigned short position);
 
-  unsigned short GetItemCount() const;
+  unsigned short GetItemCount() const; ///< with separators
 
   /// 0 also where there is no item.
   unsigned short GetItemId(unsigned short position) const;
@@ -64,7 +64,7 @@ public:
   HMENU GetHMENU() const { return handle_; }
 
 protected:
-  explicit Menu(HMENU handle);
+  explicit Menu(HMENU handle); ///< takes the system's menu over
 
   /// Takes it away from the item that it hangs under.
   void leave();
@@ -99,14 +99,14 @@ private:
 /// A menu that hangs under an item of another one.
 class SV_API PopupMenu : public Menu {
 public:
-  PopupMenu();
+  PopupMenu(); ///< empty, and hanging nowhere
   ~PopupMenu() override;
 };
 
 /// The menu bar of a frame, see MDIFrame::SetMenuBar.
 class SV_API MenuBar : public Menu {
 public:
-  MenuBar();
+  MenuBar(); ///< empty, and in no frame
   ~MenuBar() override;
 
 protected:

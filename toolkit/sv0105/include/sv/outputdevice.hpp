@@ -23,7 +23,7 @@ public:
   OutputDevice & operator=(OutputDevice const &) = delete;
   ~OutputDevice() override;
 
-  HDC GethDC() const { return context_; }
+  HDC GethDC() const { return context_; } ///< owned by who made it
 
   /// The client area of a window, the bitmap of a memory device, or the page.
   Size GetOutputSizePixel() const;
@@ -43,7 +43,7 @@ public:
   void DrawText(Point const & position, String const & text);
   Size GetTextSize(String const & text) const;
 
-  void DrawBitmap(Point const & position, Bitmap const & bitmap);
+  void DrawBitmap(Point const & position, Bitmap const & bitmap); ///< pixel by pixel, from its upper left corner
   /// Stretched to \p area.
   void DrawBitmap(Rectangle const & area, Bitmap const & bitmap);
   void DrawImage(Point const & position, Image const & image);

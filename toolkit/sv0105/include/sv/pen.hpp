@@ -14,7 +14,7 @@ public:
   /// \param width  in pixels; 0 and below count as 1
   explicit Pen(Color const & color, long width = 1) : color_(color), width_(width < 1 ? 1 : width) {}
 
-  bool IsNone() const { return width_ == 0; }
+  bool IsNone() const { return width_ == 0; } ///< nothing is drawn
   Color const & GetColor() const { return color_; }
   long GetWidth() const { return width_; }
 
@@ -30,7 +30,7 @@ public:
   Brush() = default;
   explicit Brush(Color const & color) : color_(color), none_(false) {}
 
-  bool IsNone() const { return none_; }
+  bool IsNone() const { return none_; } ///< nothing is drawn
   Color const & GetColor() const { return color_; }
 
 private:

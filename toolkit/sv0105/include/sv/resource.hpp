@@ -27,12 +27,12 @@ public:
   /// Unloads the DLL. An active manager leaves none active.
   ~ResMgr();
 
-  bool IsLoaded() const { return module_ != nullptr; }
+  bool IsLoaded() const { return module_ != nullptr; } ///< false: the file could not be had
 
   /// The name as given; a bare one with ".\" in front.
   String const & GetFileName() const { return fileName_; }
 
-  HINSTANCE GetModule() const { return module_; }
+  HINSTANCE GetModule() const { return module_; } ///< null when it is not loaded
 
 private:
   String fileName_;
@@ -45,7 +45,7 @@ public:
   /// \param manager  null: the one that is active when the resource is loaded
   ResId(unsigned long id, ResMgr * manager = nullptr) : id_(id), manager_(manager) {}
 
-  unsigned long GetId() const { return id_; }
+  unsigned long GetId() const { return id_; } ///< all 32 bits
   /// The type in the high part; 0 in a plain number.
   unsigned long GetType() const { return id_ >> 16; }
   unsigned long GetNumber() const { return id_ & 0xFFFF; }

@@ -10,6 +10,7 @@ namespace SV {
 using MessageHook = int (*)(HWND window, unsigned message, unsigned long long wParam, long long lParam,
                             long long & result);
 
+/// The process as the system started it, and the hook of all windows. Static members alone; main thread.
 class SV_API Sysdepen {
 public:
   /// The instance of the executable.

@@ -70,7 +70,7 @@ public:
   String GetText() const;
   void SetText(String const & text);
 
-  Point GetPosPixel() const;
+  Point GetPosPixel() const; ///< of the frame, in its parent or on the screen
   Size GetSizePixel() const;
   void SetPosSizePixel(Point const & position, Size const & size);
 
@@ -97,7 +97,7 @@ public:
   HWND GetHWND() const { return hwnd_; }
 
 protected:
-  explicit Window(detail::WindowSpec const & spec);
+  explicit Window(detail::WindowSpec const & spec); ///< for the toolkit's own kinds of windows
 
   /// Answers a message of the system, after the message hook. What a class does not deal with goes to its base.
   virtual long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam);

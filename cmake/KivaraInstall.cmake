@@ -1,0 +1,100 @@
+# What users get, and where it goes. Only what is shipped by name is installed.
+#
+#   bin/                    DLLs with the compiler's runtime, tools; .debug/ holds their debug symbols, where debuggers look
+#   bin/language/ID/        language packs
+#   include/kivara/         the public headers of the library and of the toolkit
+#   lib/, lib/cmake/kivara/ import libraries, kivara::main, the CMake package with the toolchain file
+#   share/doc/kivara/       changes, and the notices of what others wrote
+
+set(KIVARA_PACKAGE_DIR lib/cmake/kivara)
+add_custom_target(kivara_shipped)
+
+# kivara_split_symbols(FILE): after the binary's installation to bin.
+function(kivara_split_symbols file)
+  install(CODE "set(KIVARA_BUILT \"${file}\")\nset(KIVARA_OBJCOPY \"${CMAKE_OBJCOPY}\")")
+  install(SCRIPT ${KIVARA_CMAKE_DIR}/split-symbols.cmake)
+endfunction()
+
+# kivara_ship(TARGET [EXPORT_NAME name]): installs a library, a program, or a DLL of resources, the last in the same place below
+# bin as in the build. Libraries become targets kivara::NAME of the CMake package.
+function(kivara_ship name)
+  cmake_parse_arguments(arg "" "EXPORT_NAME" "" ${ARGN})
+  get_target_property(type ${name} TYPE)
+  if(type STREQUAL MODULE_LIBRARY)
+    get_target_property(folder ${name} LIBRARY_OUTPUT_DIRECTORY)
+    cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+    install(TARGETS ${name} LIBRARY DESTINATION bin/${folder})
+  elseif(type STREQUAL EXECUTABLE)
+    install(TARGETS ${name} RUNTIME DESTINATION bin)
+  else()
+    if(arg_EXPORT_NAME)
+      set_target_properties(${name} PROPERTIES EXPORT_NAME ${arg_EXPORT_NAME})
+    endif()
+    install(TARGETS ${name} EXPORT kivaraTargets
+      RUNTIME DESTINATION bin
+      ARCHIVE DESTINATION lib
+      INCLUDES DESTINATION include/kivara)
+  endif()
+  if(type STREQUAL EXECUTABLE OR type STREQUAL SHARED_LIBRARY)
+    kivara_split_symbols($<TARGET_FILE:${name}>)
+  endif()
+  if(NOT type STREQUAL INTERFACE_LIBRARY)
+    add_dependencies(kivara_shipped ${name})
+  endif()
+endfunction()
+
+# kivara_ship_headers(FOLDER): installs the headers of a folder whose headers are all public, with its folders.
+function(kivara_ship_headers folder)
+  install(DIRECTORY ${folder}/ DESTINATION include/kivara FILES_MATCHING PATTERN "*.hpp")
+endfunction()
+
+# kivara_notice(NAME FILES path... WHAT text): the notice of something that others wrote and that our binaries hold or come with.
+# The paths count from the prefixes where packages are found, and from /usr.
+function(kivara_notice name)
+  cmake_parse_arguments(arg "" "WHAT" "FILES" ${ARGN})
+  find_file(KIVARA_NOTICE_${name} NAMES ${arg_FILES} NO_CMAKE_FIND_ROOT_PATH REQUIRED
+    PATHS ${CMAKE_FIND_ROOT_PATH} ${CMAKE_PREFIX_PATH} $ENV{MINGW_PREFIX} /usr)
+  mark_as_advanced(KIVARA_NOTICE_${name})
+  install(FILES ${KIVARA_NOTICE_${name}} DESTINATION share/doc/kivara/notices RENAME ${name}.txt)
+  set_property(GLOBAL APPEND_STRING PROPERTY KIVARA_NOTICES "${name}.txt: ${arg_WHAT}\n")
+endfunction()
+
+# kivara_package(): the rest, once everything is shipped: runtime, package files, documents, and the archive that cpack makes.
+function(kivara_package)
+  include(CMakePackageConfigHelpers)
+  set(work ${PROJECT_BINARY_DIR}/package)
+  set(KIVARA_RUNTIME_NAMES ${KIVARA_RUNTIME_DLLS})
+  list(TRANSFORM KIVARA_RUNTIME_NAMES REPLACE ".*/" "")
+  configure_package_config_file(${KIVARA_CMAKE_DIR}/package/kivaraConfig.cmake.in ${work}/kivaraConfig.cmake
+    INSTALL_DESTINATION ${KIVARA_PACKAGE_DIR})
+  # Names of resource DLLs hold the minor version; a compiler of another size is refused with a reason by the package itself.
+  write_basic_package_version_file(${work}/kivaraConfigVersion.cmake COMPATIBILITY SameMinorVersion ARCH_INDEPENDENT)
+  file(READ ${KIVARA_CMAKE_DIR}/toolchain-mingw64.cmake toolchain)
+  file(READ ${KIVARA_CMAKE_DIR}/package/toolchain-end.cmake toolchain_end)
+  file(CONFIGURE OUTPUT ${work}/toolchain-mingw64.cmake CONTENT "${toolchain}\n${toolchain_end}" @ONLY)
+  get_property(notices GLOBAL PROPERTY KIVARA_NOTICES)
+  file(CONFIGURE OUTPUT ${work}/NOTICES.txt CONTENT "What others wrote, and these binaries hold or come with:\n\n${notices}" @ONLY)
+
+  install(FILES ${KIVARA_RUNTIME_DLLS} DESTINATION bin)
+  foreach(dll IN LISTS KIVARA_RUNTIME_DLLS)
+    kivara_split_symbols(${dll})
+  endforeach()
+  install(EXPORT kivaraTargets NAMESPACE kivara:: DESTINATION ${KIVARA_PACKAGE_DIR})
+  install(FILES
+      ${work}/kivaraConfig.cmake
+      ${work}/kivaraConfigVersion.cmake
+      ${work}/toolchain-mingw64.cmake
+      ${KIVARA_CMAKE_DIR}/KivaraCompiler.cmake
+      ${KIVARA_CMAKE_DIR}/KivaraResources.cmake
+      ${KIVARA_CMAKE_DIR}/package/KivaraCopyDlls.cmake
+      ${KIVARA_CMAKE_DIR}/program.manifest
+      ${KIVARA_CMAKE_DIR}/program.rc
+    DESTINATION ${KIVARA_PACKAGE_DIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION share/doc/kivara)
+  install(FILES ${work}/NOTICES.txt DESTINATION share/doc/kivara/notices)
+
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_PACKAGE_VENDOR kivara)
+  set(CPACK_PACKAGE_FILE_NAME kivara-${PROJECT_VERSION}-win64)
+  include(CPack)
+endfunction()

@@ -1,0 +1,12 @@
+# What others wrote, as far as it is shipped. What is linked into a DLL of ours, or put beside it, gets an entry here; the build
+# fails when its notice is missing.
+
+kivara_notice(gcc-runtime
+  WHAT "libstdc++-6.dll and libgcc_s_seh-1.dll, the runtime of the compiler"
+  FILES share/doc/gcc-mingw-w64-base/copyright share/licenses/gcc-libs/COPYING.RUNTIME)
+kivara_notice(winpthreads
+  WHAT "libwinpthread-1.dll, threads of the runtime, and start-up code in each binary"
+  FILES share/doc/mingw-w64-common/copyright share/licenses/libwinpthread/COPYING share/licenses/winpthreads/COPYING)
+kivara_notice(openssl
+  WHAT "OpenSSL, AES and Base64 in kivara.dll"
+  FILES share/licenses/openssl/LICENSE.txt share/licenses/openssl/LICENSE)

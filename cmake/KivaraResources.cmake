@@ -1,0 +1,54 @@
+# DLLs of resources and manifests of programs. The build uses this file, and the installed package hands it to its users.
+
+set(KIVARA_PROGRAM_RC ${CMAKE_CURRENT_LIST_DIR}/program.rc)
+
+# The version in the names of resource DLLs.
+set(KIVARA_RESOURCE_VERSION 72)
+
+# kivara_resource_dll(NAME OUTPUT file LANGUAGE id SOURCE file.rc): a DLL of resources alone, without code and start-up.
+# OUTPUT counts from the folder of the programs, LANGUAGE is the decimal language id of all that the script names none for, and
+# the script is UTF-8.
+function(kivara_resource_dll name)
+  cmake_parse_arguments(arg "" "OUTPUT;LANGUAGE;SOURCE" "" ${ARGN})
+  foreach(needed IN ITEMS OUTPUT LANGUAGE SOURCE)
+    if(NOT arg_${needed})
+      message(FATAL_ERROR "kivara_resource_dll(${name}) needs ${needed}.")
+    endif()
+  endforeach()
+  if(NOT CMAKE_RC_COMPILER_LOADED)
+    message(FATAL_ERROR "kivara_resource_dll needs RC among the languages of the project: project(NAME LANGUAGES CXX RC).")
+  endif()
+  cmake_path(GET arg_OUTPUT PARENT_PATH folder)
+  cmake_path(GET arg_OUTPUT STEM file)
+  math(EXPR language ${arg_LANGUAGE} OUTPUT_FORMAT HEXADECIMAL)
+  set(programs ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  if(NOT programs)
+    set(programs ${CMAKE_CURRENT_BINARY_DIR})
+  endif()
+  add_library(${name} MODULE ${arg_SOURCE})
+  target_compile_options(${name} PRIVATE --codepage=65001 --language=${language})
+  target_link_options(${name} PRIVATE -nostdlib -Wl,--entry=0)
+  set_target_properties(${name} PROPERTIES
+    LINKER_LANGUAGE CXX
+    PREFIX ""
+    OUTPUT_NAME ${file}
+    LIBRARY_OUTPUT_DIRECTORY ${programs}/${folder})
+endfunction()
+
+# kivara_language_pack(NAME BASE name LANGUAGE id SOURCE file.rc): a resource DLL under the name that the library looks for:
+# createResourceManager("name", true) finds language\ID\name72.dll.
+function(kivara_language_pack name)
+  cmake_parse_arguments(arg "" "BASE;LANGUAGE;SOURCE" "" ${ARGN})
+  if(NOT arg_BASE)
+    message(FATAL_ERROR "kivara_language_pack(${name}) needs BASE.")
+  endif()
+  kivara_resource_dll(${name}
+    OUTPUT language/${arg_LANGUAGE}/${arg_BASE}${KIVARA_RESOURCE_VERSION}.dll
+    LANGUAGE ${arg_LANGUAGE}
+    SOURCE ${arg_SOURCE})
+endfunction()
+
+# kivara_manifest(PROGRAM): the manifest of a program: common controls 6, no administrator, current versions of Windows.
+function(kivara_manifest program)
+  target_sources(${program} PRIVATE ${KIVARA_PROGRAM_RC})
+endfunction()

@@ -1,0 +1,88 @@
+#pragma once
+/// \file
+/// Colours: names, texts, RGB and HSV values, and the arithmetic that themes are made of.
+///
+/// A colour text is the lower-case name of a colour ("steelblue"), '#' or '$' with six hexadecimal digits RRGGBB
+/// ("#ff8000"), or the decimal number of 0xRRGGBB ("16744448"). The names are those of CSS in their American spelling,
+/// of which "gray" and "khaki" have values of their own here, and "lightmagenta". A packed colour is 0x00BBGGRR; a
+/// channel of an SV::Color has 16 bits, with its 8-bit value in the high byte.
+///
+/// \code
+///   SV::Color const edge = mulColor(getColorOfColorName("steelblue"), 0.8);
+///   SV::Color const tint = srcOver(SV::COL_WHITE, edge, 0.25); // three quarters white
+/// \endcode
+///
+/// Nothing is kept here: any thread may call. Pointers are not null.
+
+#include "export.hpp"
+#include "sv/color.hpp"
+#include "tools/string.hpp"
+
+struct tagRGBQUAD;
+
+/// \name Texts
+/// @{
+
+/// Six hexadecimal digits of either case as red, green and blue. Another character counts as 0 in its place, and so does
+/// what is missing at the end; a seventh is not looked at. Null counts as the empty text.
+KIV_API void getRGBValuesFromColorString(char const * text, unsigned char & red, unsigned char & green,
+                                         unsigned char & blue);
+
+/// The values of a colour text; an unknown name gives black.
+/// \return true when it is one of the names, false for digits, numbers and unknown names
+KIV_API bool getRGBValuesOfColorName(SV::String const & name, unsigned char & red, unsigned char & green,
+                                     unsigned char & blue);
+
+/// The user colour of a colour text; an unknown name gives black.
+KIV_API SV::Color getColorOfColorName(SV::String const & name);
+
+/// The name of the colour, otherwise its text with '$', so that the functions above read it back. Only the 8-bit values
+/// count. Of several names the first in the alphabet is taken: "aqua" for "cyan", "fuchsia" for "magenta".
+KIV_API SV::String getLeoTextOfColor(SV::Color const & color);
+/// @}
+
+/// \name Hue, saturation and value
+/// Red, green, blue, saturation and value are from 0 to 1, the hue is in degrees from 0 to below 360.
+/// @{
+
+/// Grays have hue 0 and saturation 0.
+KIV_API void RGBtoHSV(float r, float g, float b, float * h, float * s, float * v);
+
+/// Without saturation the hue is not looked at. A hue below 0 or from 360 on is not wrapped but taken for one in the last
+/// sixth: 360 gives what 300 gives, magenta.
+KIV_API void HSVtoRGB(float * r, float * g, float * b, float h, float s, float v);
+
+/// As getRGBValuesOfColorName.
+KIV_API bool getHSVValuesFromColorName(SV::String const & name, float & h, float & s, float & v);
+
+/// The three as bytes 0x00HHSSVV, in which 360 degrees are 255; each is cut, not rounded.
+KIV_API unsigned long hsvAsULONGValue(float h, float s, float v);
+/// @}
+
+/// \name Arithmetic
+/// Results are user colours; channels are computed with 16 bits and cut, not rounded.
+/// @{
+
+/// Each channel multiplied, at most 0xFFFF. A negative product counts as too large.
+KIV_API SV::Color mulColor(SV::Color const & color, double factor);
+
+/// \p src laid over \p dest.
+/// \param alpha  0 gives \p dest, 1 gives \p src. Values outside of these are not clamped: channels then lose their
+///               upper bits
+KIV_API SV::Color srcOver(SV::Color const & dest, SV::Color const & src, double alpha);
+
+/// The brightness of a packed colour, 0 to 254: 0.3 of red, 0.59 of green and 0.11 of blue, each cut for itself, so that
+/// white has 254.
+KIV_API int grayValue(unsigned long packed);
+
+/// Makes it the gray of that brightness; the reserved byte of a quad stays.
+/// @{
+KIV_API void toGray(SV::Color & color);
+KIV_API void toGray(tagRGBQUAD & color);
+/// @}
+
+/// A fill for what is selected: the mixture of white and a colour of the system whose gray value is nearest to that of
+/// \p color less 25.
+/// \param system  the system's colour for what is highlighted, otherwise that of faces
+KIV_API SV::Color getSelectFillInColor(SV::Color const & color, bool system);
+/// @}

@@ -1,0 +1,43 @@
+#include "alocale.hpp"
+
+#include "tools/winapi.hpp"
+
+#include <cstdlib>
+
+using SV::String;
+
+namespace {
+
+constexpr LCID kUser = LOCALE_USER_DEFAULT;
+
+/// What the system leaves in a buffer of Size bytes, and a NUL behind it. A text that does not fit is usually left out.
+template <int Size> struct FixedFact {
+  explicit FixedFact(LCTYPE type) { GetLocaleInfoA(kUser, type, text, Size); }
+  char text[Size + 1] = {};
+};
+
+String sizedFact(LCTYPE type) {
+  int const size = GetLocaleInfoA(kUser, type, nullptr, 0);
+  if (size <= 1)
+    return String();
+  String text = String::ofLength(size - 1);
+  // The setting may have changed since the first question: a longer one does not fit any more and gives nothing.
+  return text.substr(0, GetLocaleInfoA(kUser, type, text.writable(), size) - 1);
+}
+
+template <class Result> Result choice(char const * text) { return static_cast<Result>(std::atol(text)); }
+template <> bool choice<bool>(char const * text) { return std::atol(text) != 0; }
+
+} // namespace
+
+namespace Locale {
+
+#define KIV_LOCALE_NUMBER(result, name, type, size)                                                                    \
+  result name() { return choice<result>(FixedFact<size>(type).text); }
+#define KIV_LOCALE_FIXED(name, type, size)                                                                             \
+  String name() { return String(FixedFact<size>(type).text); }
+#define KIV_LOCALE_SIZED(name, type)                                                                                   \
+  String name() { return sizedFact(type); }
+#include "detail/alocale_facts.inc"
+
+} // namespace Locale

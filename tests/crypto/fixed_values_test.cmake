@@ -1,0 +1,45 @@
+# cmake -DVALUES=KivaraFixedValues.cmake -P fixed_values_test.cmake: what a build does with values that its owner sets.
+
+# configured(VARIABLE VALUE): as an owner would set it; leaves the result and what was said, in one line.
+macro(configured variable value)
+  execute_process(
+    COMMAND ${CMAKE_COMMAND} "-D${variable}=${value}" -P ${VALUES}
+    RESULT_VARIABLE result OUTPUT_VARIABLE said ERROR_VARIABLE said)
+  string(REGEX REPLACE "[ \n]+" " " said "${said}")
+endmacro()
+
+function(accepted variable value)
+  configured(${variable} "${value}")
+  if(NOT result EQUAL 0)
+    message(SEND_ERROR "${variable} ${value} is refused: ${said}")
+  endif()
+endfunction()
+
+function(refused variable digits value)
+  configured(${variable} "${value}")
+  set(expected "${variable} must be ${digits} hexadecimal digits, two for each byte; it is \"${value}\".")
+  string(FIND "${said}" "${expected}" place)
+  if(result EQUAL 0)
+    message(SEND_ERROR "${variable} \"${value}\" is accepted")
+  elseif(place EQUAL -1)
+    message(SEND_ERROR "${variable} \"${value}\" is refused with another text: ${said}")
+  endif()
+endfunction()
+
+foreach(row KIVARA_DES_KEY:16 KIVARA_AES_KEY:64 KIVARA_AES_VECTOR:32 KIVARA_REPORT_KEY:2 KIVARA_STRING_MASK:2)
+  string(REPLACE ":" ";" row ${row})
+  list(GET row 0 variable)
+  list(GET row 1 digits)
+  math(EXPR fewer "${digits} - 1")
+  string(REPEAT 0 ${fewer} zeros)
+  accepted(${variable} ${zeros}0)
+  accepted(${variable} ${zeros}9)
+  accepted(${variable} ${zeros}f)
+  accepted(${variable} ${zeros}F)
+  refused(${variable} ${digits} ${zeros})
+  refused(${variable} ${digits} ${zeros}00)
+  refused(${variable} ${digits} ${zeros}g)
+  refused(${variable} ${digits} ${zeros}-)
+  refused(${variable} ${digits} x${zeros})
+  refused(${variable} ${digits} "")
+endforeach()

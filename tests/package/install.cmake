@@ -1,0 +1,57 @@
+# Installs, and looks at what is there.
+file(REMOVE_RECURSE ${INSTALLED})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${INSTALLED}
+  OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE code)
+if(NOT code EQUAL 0)
+  message(FATAL_ERROR "the installation failed:\n${output}")
+endif()
+
+foreach(file IN ITEMS
+    bin/kivara.dll bin/SV0105.dll bin/TL0105.dll
+    bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
+    bin/.debug/kivara.dll.debug bin/.debug/SV0105.dll.debug bin/.debug/TL0105.dll.debug
+    bin/words.exe bin/modeler.exe
+    bin/language/1031/kivara72.dll bin/language/2057/kivara72.dll
+    include/kivara/kivara.hpp include/kivara/tools.hpp include/kivara/tools/string.hpp include/kivara/sv/sv.hpp
+    lib/libkivara.dll.a lib/libSV0105.dll.a lib/libTL0105.dll.a lib/libkivara_main.a
+    lib/cmake/kivara/kivaraConfig.cmake lib/cmake/kivara/kivaraConfigVersion.cmake
+    lib/cmake/kivara/toolchain-mingw64.cmake
+    share/doc/kivara/CHANGELOG.md share/doc/kivara/notices/NOTICES.txt share/doc/kivara/notices/gcc-runtime.txt
+    share/doc/kivara/notices/openssl.txt share/doc/kivara/notices/winpthreads.txt)
+  if(NOT EXISTS ${INSTALLED}/${file})
+    message(SEND_ERROR "${file} is missing")
+  endif()
+endforeach()
+
+# expect_umbrella(HEADER FOLDER [EXCEPT header...]): a header that includes all others of a folder; the names count from
+# include/kivara.
+function(expect_umbrella header folder)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "EXCEPT")
+  file(READ ${INSTALLED}/include/kivara/${header} umbrella)
+  file(GLOB headers RELATIVE ${INSTALLED}/include/kivara ${INSTALLED}/include/kivara/${folder}*.hpp)
+  list(REMOVE_ITEM headers ${header} ${arg_EXCEPT})
+  foreach(other IN LISTS headers)
+    if(NOT umbrella MATCHES "#include \"${other}\"")
+      message(SEND_ERROR "${header} does not include ${other}")
+    endif()
+  endforeach()
+endfunction()
+
+expect_umbrella(kivara.hpp "")
+expect_umbrella(sv/sv.hpp sv/)
+# The platform's header is for sources that want it, and the marks of export come with every other header.
+expect_umbrella(tools.hpp tools/ EXCEPT tools/winapi.hpp tools/export.hpp)
+
+# Every binary has its symbols in a file of its own and knows its name.
+file(GLOB binaries ${INSTALLED}/bin/*.dll ${INSTALLED}/bin/*.exe)
+foreach(binary IN LISTS binaries)
+  cmake_path(GET binary FILENAME name)
+  execute_process(COMMAND ${OBJDUMP} -h ${binary} OUTPUT_VARIABLE sections COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT sections MATCHES "\\.gnu_debuglink" OR sections MATCHES "\\.debug_info")
+    message(SEND_ERROR "${name} has its debug symbols still, or no link to them")
+  endif()
+  execute_process(COMMAND ${OBJDUMP} -h ${INSTALLED}/bin/.debug/${name}.debug OUTPUT_VARIABLE sections)
+  if(NOT sections MATCHES "\\.debug_info")
+    message(SEND_ERROR "${name}.debug holds no debug symbols")
+  endif()
+endforeach()

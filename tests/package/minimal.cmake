@@ -1,0 +1,18 @@
+# Builds apps/minimal with the installation, and nothing of this checkout, to go by.
+include(${CMAKE_CURRENT_LIST_DIR}/configure_minimal.cmake)
+configure_minimal(${WORK}/minimal)
+if(NOT code EQUAL 0)
+  message(FATAL_ERROR "apps/minimal cannot be configured:\n${output}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/minimal
+  OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE code)
+if(NOT code EQUAL 0)
+  message(FATAL_ERROR "apps/minimal cannot be built:\n${output}")
+endif()
+file(READ ${WORK}/minimal/build.ninja rules)
+foreach(folder IN ITEMS ${SOURCE}/kivara ${SOURCE}/toolkit ${SOURCE}/cmake ${BUILD}/bin)
+  string(FIND "${rules}" ${folder}/ place)
+  if(NOT place EQUAL -1)
+    message(SEND_ERROR "the build uses ${folder}, not the installation alone")
+  endif()
+endforeach()

@@ -1,0 +1,15 @@
+# The archive holds the files of the installation and no others.
+set(folder kivara-${VERSION}-win64)
+file(REMOVE_RECURSE ${WORK}/zip)
+execute_process(COMMAND ${CPACK} --config ${BUILD}/CPackConfig.cmake -B ${WORK}/zip
+  OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE code)
+if(NOT code EQUAL 0)
+  message(FATAL_ERROR "no archive was made:\n${output}")
+endif()
+file(ARCHIVE_EXTRACT INPUT ${WORK}/zip/${folder}.zip DESTINATION ${WORK}/zip/unpacked)
+file(GLOB_RECURSE packed RELATIVE ${WORK}/zip/unpacked/${folder} ${WORK}/zip/unpacked/${folder}/*)
+file(GLOB_RECURSE installed RELATIVE ${INSTALLED} ${INSTALLED}/*)
+if(NOT packed STREQUAL installed)
+  message(FATAL_ERROR "packed: ${packed}\ninstalled: ${installed}")
+endif()
+file(REMOVE_RECURSE ${WORK}/zip)
