@@ -2,6 +2,7 @@
 
 #include "atrace.hpp"
 #include "mainwindow.hpp"
+#include "startupphase.hpp"
 
 namespace modeler {
 
@@ -10,6 +11,7 @@ Modeler::Modeler() : KivMDIApplication("Modeler", true, "log_dialogs") {}
 Modeler::~Modeler() = default;
 
 int Modeler::prepareApplication() {
+  StartupPhaseEvent("[kiv] Loading the texts").trigger();
   // JOIN ainter: createResourceManager("kivara", true), which finds the language by itself
   texts_ = std::make_unique<SV::ResMgr>("language\\2057\\kivara72.dll");
   Kiv_Trace("texts of %s: %s", texts_->GetFileName().c_str(), texts_->IsLoaded() ? "loaded" : "missing");
@@ -20,9 +22,11 @@ int Modeler::prepareApplication() {
 }
 
 int Modeler::runApplication() {
-  MainWindow window;
+  StartupPhaseEvent("[kiv] Opening the main window").trigger();
+  MainWindow window(events_);
   window.Show();
   appInitialized = true;
+  InitializedEvent().trigger();
   KivDebugOut("[kiv] Main window shown\n");
   if (IsShowWindowSuppression())
     Quit();

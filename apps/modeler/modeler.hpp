@@ -2,6 +2,7 @@
 /// \file
 /// The modelling program on the library.
 
+#include "eventlog.hpp"
 #include "kivara.hpp"
 #include "sv/resource.hpp"
 
@@ -25,6 +26,7 @@ public:
   bool getMDIClientImage(SV::Image & image, int & mode) override;
 
 private:
+  EventLog events_;
   std::unique_ptr<SV::ResMgr> texts_;
 };
 
