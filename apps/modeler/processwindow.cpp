@@ -1,6 +1,7 @@
 #include "processwindow.hpp"
 
 #include "sv/outputdevice.hpp"
+#include "texts.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -63,7 +64,7 @@ void drawCentred(SV::OutputDevice & device, Point const & centre, String const &
   device.DrawText({centre.x - size.width / 2, centre.y - size.height / 2}, text);
 }
 
-String durationText(long minutes) { return String(minutes) + " min"; }
+String durationText(long minutes) { return String(minutes) + " " + text(Text::Minutes); }
 
 } // namespace
 
