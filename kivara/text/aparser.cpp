@@ -94,9 +94,9 @@ bool KivTextParser::ExpectToken(char const * s) {
 
 bool KivTextParser::IsNext(char c) const { return lookAheadToken.Len() != 0 && lookAheadToken.charAt(0) == c; }
 
-bool KivTextParser::IsNext(char const * s) const { return s != nullptr && lookAheadToken == s; }
+bool KivTextParser::IsNext(char const * s) { return s != nullptr && lookAheadToken == s; }
 
-bool KivTextParser::IsNexti(char const * s) const {
+bool KivTextParser::IsNexti(char const * s) {
   if (s == nullptr || (lookAheadToken.Len() == 0) != (*s == '\0'))
     return false;
   return CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, lookAheadToken.c_str(), -1, s, -1) == CSTR_EQUAL;
@@ -162,9 +162,11 @@ void KivTextParser::_ImpGetNextLine() {
     return;
   currentLineOffset = nextLineOffset;
   ++lookAheadLineNumber;
+  SV::StringData const * const before = currentLine.block();
   okay = lineReader->GetLine(currentLine);
   // A reader that fails leaves the old line, and later operations meet the rest of it again.
-  workedOff = okay ? 0 : std::min(workedOff, currentLine.Len());
+  bool const left = !okay && currentLine.block() == before;
+  workedOff = left ? std::min(workedOff, currentLine.Len()) : 0;
   nextLineOffset = currentLineOffset + _ImpRestLen() + (lineReader->Is2CharsForNewline() ? 1 : 0);
 }
 
