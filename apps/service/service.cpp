@@ -56,12 +56,12 @@ private:
   /// "-wslogfile" names the log; without it there is none. "-wslogbackup" is the number of old files that are kept.
   void openLog() {
     KivCmdline const & line = KivCmdline::Instance();
-    String const name = line.getWSLogFileName();
-    if (name.Len() == 0)
+    String const fileName = line.getWSLogFileName();
+    if (fileName.Len() == 0)
       return;
     log_ = std::make_unique<KivBasicFileLogger>(true, true, std::max(line.getWSLogFileBackupCount(), 0));
-    if (!log_->open(name.c_str(), true)) {
-      SV::Application::ModalDialogSuppressionLog(("The log " + name + " cannot be written.").c_str());
+    if (!log_->open(fileName.c_str(), true)) {
+      SV::Application::ModalDialogSuppressionLog(("The log " + fileName + " cannot be written.").c_str());
       log_.reset();
     }
     Kiv_SetWSLogger(log_.get());
