@@ -165,8 +165,7 @@ bench::Pair const pairs[] = {
     {"Kiv_MultiLangGet: by identifier", bench::atMost(1.2), loaded(kLoaded, get), "two std::map look-ups",
      loaded(kLoaded, getNested)},
     {"Kiv_MultiLangFindResId: 10,000 texts", bench::shown(), loaded(1000, find), "1,000 texts", loaded(100, find)},
-    {"Kiv_MultiLangFindResId: 100,000 texts", bench::shown(), loaded(10'000, find), "10,000 texts",
-     loaded(1000, find)},
+    {"Kiv_MultiLangFindResId: 100,000 texts", bench::shown(), loaded(10'000, find), "10,000 texts", loaded(1000, find)},
 };
 
 } // namespace

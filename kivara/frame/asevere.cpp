@@ -1,8 +1,8 @@
 #include "frame/asevere.hpp"
 
 #include "aevents.hpp"
-#include "awinstack.hpp"
 #include "ainter.hpp"
+#include "awinstack.hpp"
 #include "frame/aexcept.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"

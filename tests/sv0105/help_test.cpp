@@ -1,7 +1,7 @@
 #include "sv/help.hpp"
 
-#include "sv0105/testapplication.hpp"
 #include "support/files.hpp"
+#include "sv0105/testapplication.hpp"
 
 namespace {
 
