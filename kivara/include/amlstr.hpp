@@ -33,7 +33,7 @@ public:
   /// The text of an identifier; null when there is none. It is valid as long as the table.
   SV::String const * Find(unsigned short resId) const;
 
-  Map const & GetTexts() const { return texts_; }
+  Map const & GetTexts() const { return texts_; } ///< valid as long as the table
   void Clear() { texts_.clear(); }
 
 private:

@@ -36,7 +36,7 @@ KIV_API SV::String Kiv_MaskCSV(SV::String const & text);
 
 /// Write the text with a backslash in front of each backslash and of each '>' (name), '"' (value) or '/' (path). A line
 /// feed in a name is an internal error and becomes a blank.
-/// \param out  room for twice the text and its NUL, apart from the text. Memory that cannot take the result is an
+/// \param out  room for twice the text and its NUL; it may be that of the text. Memory that cannot take the result is an
 ///             internal error; as much as it can take is then written, with its NUL
 /// @{
 KIV_API void Kiv_Mask_Export_Name(char const * text, char * out);
