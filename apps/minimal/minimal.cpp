@@ -10,12 +10,13 @@ class Minimal : public KivMDIApplication {
 public:
   Minimal() : KivMDIApplication("Minimal", true, "log_dialogs") {}
 
-  int prepareApplication() override { return createResourceManager("kivara", true) ? 0 : 1; }
+  int prepareApplication() override {
+    return createResourceManager("kivara", true) && createResourceManager("minimal", true) ? 0 : 1;
+  }
 
   int runApplication() override {
-    SV::ResMgr texts("language\\" + SV::String(KivInternational::GetCurrentLanguageID()) + "\\minimal72.dll");
     SV::Window window(nullptr, SV::WB_TITLE | SV::WB_SIZEABLE);
-    window.SetText(SV::Resource::LoadString(SV::ResId(0x2000001, &texts)));
+    window.SetText(SV::Resource::LoadString(SV::ResId(0x2000001, KivInternational::getNextResMgr())));
     SetAppWindow(&window);
     window.Show();
     if (KivCmdline::Instance().isFlag("close"))

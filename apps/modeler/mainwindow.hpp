@@ -2,9 +2,12 @@
 /// \file
 /// The main window with its menus and documents.
 
+#include "eventswindow.hpp"
 #include "factswindow.hpp"
+#include "journal.hpp"
+#include "menus.hpp"
+#include "processwindow.hpp"
 #include "sv/mdi.hpp"
-#include "sv/menu.hpp"
 
 #include <memory>
 
@@ -12,21 +15,29 @@ namespace modeler {
 
 class MainWindow : public SV::MDIFrame {
 public:
-  MainWindow();
+  /// \param events, journal  outlive the window
+  MainWindow(EventLog & events, Journal & journal);
   ~MainWindow() override;
 
+  /// Shows the process model of a file in a window of its own; says so where that cannot be done.
+  void OpenModel(SV::String const & fileName);
+
 private:
-  void fillMenus();
   void select(unsigned short id);
   void showFacts();
+  void showEvents();
+  void chooseModel();
+  void changeLanguage(std::size_t place);
   void arrange(unsigned message);
   void showAbout();
+  void tell(SV::String const & text, SV::String const & title, unsigned style);
 
-  SV::MenuBar bar_;
-  SV::PopupMenu file_;
-  SV::PopupMenu window_;
-  SV::PopupMenu help_;
+  EventLog & eventLog_;
+  Journal & journal_;
+  Menus menus_;
   std::unique_ptr<FactsWindow> facts_;
+  std::unique_ptr<EventsWindow> events_;
+  ISequence<std::unique_ptr<ProcessWindow>> models_;
 };
 
 } // namespace modeler

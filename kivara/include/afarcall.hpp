@@ -30,9 +30,11 @@ class KivInputData;
 /// The names and their receivers: one registry for the process, destroyed at its end.
 class KIV_API KivFarCallFactory {
 public:
+  /// A service: gets the input and answers with a block, which may be empty.
   using Receiver = KivMemBuf (*)(KivInputData const &);
 
-  static KivFarCallFactory & Instance(); ///< made at the first call
+  /// The registry of the process.
+  static KivFarCallFactory & Instance();
 
   KivFarCallFactory(KivFarCallFactory const &) = delete;
   KivFarCallFactory & operator=(KivFarCallFactory const &) = delete;

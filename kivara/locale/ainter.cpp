@@ -1,5 +1,6 @@
 #include "ainter.hpp"
 
+#include "aappinfo.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "diagnostics/boundedtext.hpp"
@@ -123,7 +124,7 @@ void KivInternational::SetCurrentLanguageID(unsigned short id) {
   if (SV::Help const * const help = SV::Application::GetHelp())
     switchHelpObject(baseNameOfHelp(help->GetFileName()).c_str());
   changeButtonTexts();
-  // JOIN aappinfo: Kiv_GetToolName(true)
+  Kiv_GetToolName(true); // kept in the new language
 }
 
 String KivInternational::GetNativeLanguageName(unsigned short id) { return infoOrEmpty(id, LOCALE_SNATIVELANGNAME); }

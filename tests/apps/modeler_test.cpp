@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <ostream>
+
 namespace {
 
 std::string title() { return std::string("KIVARA Modeler ") + Kiv_GetVersionString().c_str(); }
@@ -42,9 +45,240 @@ TEST(Modeler, HasAConsoleWhenAskedFor) {
   EXPECT_EQ(run.exitCode(), 0u);
 }
 
+// Its window of events
+
+using Lines = std::vector<std::string>;
+
+constexpr WPARAM kShowEvents = 204;
+constexpr WPARAM kRaiseUser = 401;
+constexpr WPARAM kRaiseUserGroup = 402;
+
+/// The list that has come, or null.
+HWND eventList(HWND window) {
+  HWND list = nullptr;
+  support::eventually([&] {
+    for (HWND const child : support::children(window))
+      if (support::windowClass(child) == "ListBox")
+        list = child;
+    return list != nullptr;
+  });
+  return list;
+}
+
+Lines rowsOf(HWND list) {
+  Lines rows;
+  auto const count = static_cast<WPARAM>(SendMessageW(list, LB_GETCOUNT, 0, 0));
+  for (WPARAM index = 0; index < count; ++index) {
+    // In the W form: Wine does not convert a row for another process.
+    wchar_t text[500] = L"";
+    SendMessageW(list, LB_GETTEXT, index, reinterpret_cast<LPARAM>(text));
+    rows.emplace_back();
+    for (wchar_t const * each = text; *each != 0; ++each)
+      rows.back() += static_cast<char>(*each);
+  }
+  return rows;
+}
+
+/// Waits until the list holds that row behind those that were there before.
+bool waitForRow(HWND list, std::string const & row) {
+  return support::eventually([&] {
+    Lines const rows = rowsOf(list);
+    return !rows.empty() && rows.back() == row;
+  });
+}
+
+TEST(Modeler, ListsTheEventsSinceItsStart) {
+  ProductRun run("modeler", "");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  PostMessageA(window, WM_COMMAND, kShowEvents, 0);
+  HWND const list = eventList(window);
+  ASSERT_TRUE(list);
+  EXPECT_TRUE(waitForRow(list, "850\tBeforeGrabFocus\t"));
+  EXPECT_EQ(rowsOf(list), (Lines{"840\tAppChangeStartupPhase\t[kiv] Loading the texts",
+                                 "840\tAppChangeStartupPhase\t[kiv] Opening the main window",
+                                 "848\tKivWindowStackChanged\t+= 1 [" + title() + "]", "775\tAppInitialized\t",
+                                 "850\tBeforeGrabFocus\t"}));
+}
+
+TEST(Modeler, ListsEventsAsTheyComeWithWhatTheyCarry) {
+  ProductRun run("modeler", "");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  PostMessageA(window, WM_COMMAND, kShowEvents, 0);
+  HWND const list = eventList(window);
+  ASSERT_TRUE(waitForRow(list, "850\tBeforeGrabFocus\t"));
+  PostMessageA(window, WM_COMMAND, kRaiseUser, 0);
+  EXPECT_TRUE(waitForRow(list, "701\tUser\tAfterRename, user 17, permission type -1, database permission 0"));
+  PostMessageA(window, WM_COMMAND, kRaiseUserGroup, 0);
+  EXPECT_TRUE(waitForRow(list, "702\tUserGroup\tAfterAddUser, group 4, user 17"));
+  HWND const listener =
+      support::waitForWindow({.processId = run.child().processId(), .className = "SV0105.Listener", .visible = false});
+  PostMessageA(listener, WM_FONTCHANGE, 0, 0);
+  EXPECT_TRUE(waitForRow(list, "849\tSystemSettingsChanged\tfonts"));
+}
+
+TEST(Modeler, KeepsItsEventsWhenTheirWindowIsClosedAndOpenedAgain) {
+  ProductRun run("modeler", "");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  PostMessageA(window, WM_COMMAND, kShowEvents, 0);
+  HWND const list = eventList(window);
+  ASSERT_TRUE(waitForRow(list, "850\tBeforeGrabFocus\t"));
+  std::size_t const before = rowsOf(list).size();
+  PostMessageA(GetParent(list), WM_CLOSE, 0, 0);
+  ASSERT_TRUE(support::waitUntilGone(list));
+  PostMessageA(window, WM_COMMAND, kRaiseUserGroup, 0);
+  PostMessageA(window, WM_COMMAND, kShowEvents, 0);
+  HWND const again = eventList(window);
+  ASSERT_TRUE(waitForRow(again, "850\tBeforeGrabFocus\t"));
+  Lines const rows = rowsOf(again);
+  EXPECT_EQ(rows.size(), before + 2);
+  EXPECT_EQ(rows[before], "702\tUserGroup\tAfterAddUser, group 4, user 17");
+  PostMessageA(window, WM_COMMAND, kRaiseUserGroup, 0);
+  EXPECT_TRUE(waitForRow(again, rows[before]));
+}
+
+TEST(Modeler, TracesItsEventsToTheLastOne) {
+  ProductRun run("modeler", "-trace -trfout.txt");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  EXPECT_TRUE(support::closeWindow(window));
+  EXPECT_EQ(run.exitCode(), 0u);
+  Lines events = linesOf(run.file("out.txt").value_or(""));
+  std::erase_if(events, [](std::string const & line) { return !line.starts_with("event "); });
+  ASSERT_GE(events.size(), 2u);
+  EXPECT_EQ(Lines(events.end() - 2, events.end()),
+            (Lines{"event 848 KivWindowStackChanged -= 0 [" + title() + "]", "event 776 AppExit end(0)"}));
+}
+
+TEST(Modeler, ShowsItsStartAtAConsole) {
+  ProductRun run(support::ProgramStart{.program = "modeler", .arguments = "-console", .withoutStreams = true});
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  support::ConsoleView const console(run.child().processId());
+  EXPECT_TRUE(support::closeWindow(window));
+  EXPECT_EQ(run.exitCode(), 0u);
+  Lines const lines = console.lines();
+  for (std::string const line : {"[kiv] Loading the texts", "[kiv] Opening the main window",
+                                 "[kiv] Application initialized", "[kiv] Application shutdown event recognized"})
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), line), 1) << line;
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "[kiv] WinStack: += 1 [" + title() + "]"), 1);
+}
+
 TEST(Modeler, EndsByItselfWithoutWindows) {
   ProductRun run("modeler", "-no_windows");
   EXPECT_EQ(run.exitCode(), 0u);
+}
+
+// Its process models and languages
+
+constexpr WPARAM kOpenSample = 103;
+constexpr WPARAM kEnglish = 501;
+constexpr WPARAM kGerman = 502;
+
+std::string menuText(HWND window, unsigned position) {
+  char text[100] = "";
+  GetMenuStringA(GetMenu(window), position, text, sizeof text, MF_BYPOSITION);
+  return text;
+}
+
+/// The titles of the documents.
+Lines documents(HWND window) {
+  Lines titles;
+  for (HWND const child : support::children(window))
+    if (GetWindowLongA(child, GWL_EXSTYLE) & WS_EX_MDICHILD)
+      titles.push_back(support::windowText(child));
+  return titles;
+}
+
+bool waitForDocument(HWND window, std::string const & title) {
+  return support::eventually([&] {
+    Lines const titles = documents(window);
+    return std::find(titles.begin(), titles.end(), title) != titles.end();
+  });
+}
+
+TEST(Modeler, ShowsItsSampleModel) {
+  ProductRun run("modeler", "-journalout.log");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  std::size_t const before = support::readWindow(window).colours();
+  PostMessageA(window, WM_COMMAND, kOpenSample, 0);
+  EXPECT_TRUE(waitForDocument(window, "Handling of an order"));
+  EXPECT_TRUE(support::eventually([&] { return support::readWindow(window).colours() > before; }));
+  EXPECT_TRUE(support::closeWindow(window));
+  EXPECT_EQ(run.exitCode(), 0u);
+  EXPECT_NE(run.file("out.log").value_or("").find("order.txt, 8 nodes\r\n"), std::string::npos);
+}
+
+TEST(Modeler, ReadsAModelInWordsOfEitherLanguage) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "model.txt",
+                     "Prozess \"Gemischt\"\r\nBeginn a \"A\"\r\nactivity b \"B \\\"b\\\"\" Dauer 5\r\n"
+                     "Aktivit\xE4t c \"C\"\r\nFluss a b\r\nflow b c \"weiter\"\r\n");
+  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -journalout.log");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  EXPECT_TRUE(waitForDocument(window, "Gemischt"));
+  EXPECT_NE(run.file("out.log").value_or("").find("model.txt, 3 nodes\r\n"), std::string::npos);
+}
+
+struct BadModel {
+  char const * content;
+  char const * fault;
+};
+std::ostream & operator<<(std::ostream & out, BadModel const & row) { return out << row.fault; }
+
+class ModelerFault : public testing::TestWithParam<BadModel> {};
+TEST_P(ModelerFault, IsToldWithItsLine) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "model.txt", GetParam().content);
+  ProductRun run("modeler",
+                 "\"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
+  EXPECT_EQ(run.exitCode(), 0u);
+  std::string const log = run.file("dialogs.log").value_or("");
+  EXPECT_NE(log.find(GetParam().fault), std::string::npos) << log;
+}
+INSTANTIATE_TEST_SUITE_P(Models, ModelerFault,
+                         testing::Values(BadModel{"process \"A\"\r\nround a \"A\"\r\n",
+                                                  "Line 2: 'round' begins no statement."},
+                                         BadModel{"process\r\n", "Line 1: a text in quotation marks is missing."},
+                                         BadModel{"start \"A\"\r\n", "Line 1: an identifier is missing."},
+                                         BadModel{"start a \"A\"\r\nend a \"B\"\r\n", "Line 2: 'a' is there twice."},
+                                         BadModel{"start a \"A\"\r\nflow a b\r\n", "Line 2: there is no 'b' above."},
+                                         BadModel{"# all of it\r\nactivity a \"A\" duration long\r\n",
+                                                  "Line 2: a duration in minutes is missing."}));
+
+TEST(Modeler, TellsOfAModelThatCannotBeRead) {
+  ProductRun run("modeler", "-modelnone.txt");
+  auto const box = run.answerBox();
+  ASSERT_FALSE(box.texts.empty());
+  EXPECT_NE(box.texts.back().find("The process model none.txt cannot be shown.\n\nThe file cannot be read."),
+            std::string::npos);
+}
+
+TEST(Modeler, ChangesItsLanguageWhileItRuns) {
+  ProductRun run("modeler", "");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  EXPECT_EQ(menuText(window, 0), "&File");
+  EXPECT_TRUE(waitForDocument(window, "Start"));
+  PostMessageA(window, WM_COMMAND, kShowEvents, 0);
+  EXPECT_TRUE(waitForDocument(window, "Events"));
+  PostMessageA(window, WM_COMMAND, kGerman, 0);
+  EXPECT_TRUE(waitForDocument(window, "Ereignisse"));
+  EXPECT_TRUE(support::eventually([&] { return menuText(window, 0) == "&Datei"; }));
+  PostMessageA(window, WM_COMMAND, kEnglish, 0);
+  EXPECT_TRUE(waitForDocument(window, "Events"));
+  EXPECT_TRUE(support::eventually([&] { return menuText(window, 0) == "&File"; }));
+}
+
+TEST(Modeler, StartsInTheLanguageThatItIsTold) {
+  ProductRun run("modeler", "-langde");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  EXPECT_EQ(menuText(window, 0), "&Datei");
 }
 
 } // namespace

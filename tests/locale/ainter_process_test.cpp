@@ -274,6 +274,18 @@ TEST_F(Packs, ChangeTheButtonsWithTheLanguageWhileAWindowIsOpen) {
   EXPECT_EQ(run.fact("current"), "2057");
 }
 
+TEST_F(Packs, ChangeTheNameOfTheToolWithTheLanguage) {
+  auto const english = folder.facts("runtime|create texts 1|run|tool");
+  EXPECT_EQ(english.at("tool"), "KIVARA Runtime");
+  auto const german = folder.facts("runtime|create texts 1|run|tool|set 1031|tool");
+  EXPECT_EQ(german.at("tool"), "KIVARA Laufzeit");
+}
+
+TEST_F(Packs, LeaveTheNameOfTheToolThatTheCommandLineGives) {
+  auto const named = folder.facts("runtime|create texts 1|run|set 1031|tool", "-toolnameMine");
+  EXPECT_EQ(named.at("tool"), "Mine");
+}
+
 TEST_F(Packs, HelpOfTheLanguageComesFromItsFolder) {
   folder.write("help\\2057\\manual.chm", "english");
   folder.write("help\\1031\\manual.chm", "german");

@@ -3,6 +3,7 @@
 
 #include "frame_program.hpp"
 
+#include "aappinfo.hpp"
 #include "ainter.hpp"
 #include "amlstr.hpp"
 #include "support/import_spy.hpp"
@@ -141,6 +142,8 @@ class LanguageProgram : public FrameProgram {
       {"chain", printChain},
       {"text", [](Words const & w) { print(w[1], SV::Resource::LoadString(numberOf(w[1]))); }},
       {"buttons", printButtons},
+      {"runtime", [](Words const &) { Kiv_SetApplicationType(KIV_APPLICATION_RUNTIME); }},
+      {"tool", [](Words const & w) { print(w[0], Kiv_GetToolName(false)); }},
       {"newhelp", [this](Words const & w) { createHelpObject(w[1].c_str()); }},
       {"help", [](Words const & w) { print(w[0], SV::Application::GetHelp()->GetFileName()); }},
       {"helpmodes", [](Words const & w) { print(w[0], SV::Application::EnableHelp(0)); }},

@@ -1,0 +1,26 @@
+#pragma once
+/// \file
+/// The modeler's own events.
+
+#include "kivara.hpp"
+
+namespace modeler {
+
+/// A step of the start. The text comes first: the library's console shows it.
+class StartupPhaseEvent : public KivEvent {
+public:
+  explicit StartupPhaseEvent(SV::String const & text) : KivEvent(KIV_EVENT_AppChangeStartupPhase), text_(text) {}
+
+  SV::String const & GetText() const { return text_; }
+
+private:
+  SV::String text_;
+};
+
+/// The program is ready.
+class InitializedEvent : public KivEvent {
+public:
+  InitializedEvent() : KivEvent(KIV_EVENT_AppInitialized) {}
+};
+
+} // namespace modeler
