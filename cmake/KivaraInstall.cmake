@@ -1,7 +1,7 @@
 # What users get, and where it goes. Only what is shipped by name is installed.
 #
 #   bin/                    DLLs with the compiler's runtime, tools; .debug/ holds their debug symbols, where debuggers look
-#   bin/language/ID/        language packs
+#   bin/language/ID/        language packs, and words that are recognised in every language; bin/lang.ini lists the languages
 #   include/kivara/         the public headers of the library and of the toolkit
 #   lib/, lib/cmake/kivara/ import libraries, kivara::main, the CMake package with the toolchain file
 #   share/doc/kivara/       changes, and the notices of what others wrote
@@ -43,18 +43,31 @@ function(kivara_ship name)
   endif()
 endfunction()
 
-# kivara_ship_headers(FOLDER): installs the headers of a folder whose headers are all public, with its folders.
+# kivara_ship_file(FILE): installs a file that the build made, by its place below the folder of the programs. kivara_copy_dlls puts it
+# beside the programs of users.
+function(kivara_ship_file file)
+  set_property(GLOBAL APPEND PROPERTY KIVARA_SHIPPED_FILES ${file})
+  cmake_path(GET file PARENT_PATH folder)
+  install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${file} DESTINATION bin/${folder})
+endfunction()
+
+# kivara_ship_headers(FOLDER): installs the headers of a folder whose headers are all public, with its folders and what they include.
 function(kivara_ship_headers folder)
-  install(DIRECTORY ${folder}/ DESTINATION include/kivara FILES_MATCHING PATTERN "*.hpp")
+  install(DIRECTORY ${folder}/ DESTINATION include/kivara FILES_MATCHING PATTERN "*.hpp" PATTERN "*.inc")
 endfunction()
 
 # kivara_notice(NAME FILES path... WHAT text): the notice of something that others wrote and that our binaries hold or come with.
 # The paths count from the prefixes where packages are found, and from /usr.
 function(kivara_notice name)
   cmake_parse_arguments(arg "" "WHAT" "FILES" ${ARGN})
-  find_file(KIVARA_NOTICE_${name} NAMES ${arg_FILES} NO_CMAKE_FIND_ROOT_PATH REQUIRED
+  find_file(KIVARA_NOTICE_${name} NAMES ${arg_FILES} NO_CMAKE_FIND_ROOT_PATH
     PATHS ${CMAKE_FIND_ROOT_PATH} ${CMAKE_PREFIX_PATH} $ENV{MINGW_PREFIX} /usr)
   mark_as_advanced(KIVARA_NOTICE_${name})
+  if(NOT KIVARA_NOTICE_${name})
+    install(CODE "message(FATAL_ERROR \"The notice of ${name} is missing, and nothing is shipped without it: \
+set KIVARA_NOTICE_${name} to its file.\")")
+    return()
+  endif()
   install(FILES ${KIVARA_NOTICE_${name}} DESTINATION share/doc/kivara/notices RENAME ${name}.txt)
   set_property(GLOBAL APPEND_STRING PROPERTY KIVARA_NOTICES "${name}.txt: ${arg_WHAT}\n")
 endfunction()
@@ -65,6 +78,8 @@ function(kivara_package)
   set(work ${PROJECT_BINARY_DIR}/package)
   set(KIVARA_RUNTIME_NAMES ${KIVARA_RUNTIME_DLLS})
   list(TRANSFORM KIVARA_RUNTIME_NAMES REPLACE ".*/" "")
+  get_property(KIVARA_SHIPPED_FILES GLOBAL PROPERTY KIVARA_SHIPPED_FILES)
+  list(FILTER KIVARA_SHIPPED_FILES EXCLUDE REGEX "^language/")
   configure_package_config_file(${KIVARA_CMAKE_DIR}/package/kivaraConfig.cmake.in ${work}/kivaraConfig.cmake
     INSTALL_DESTINATION ${KIVARA_PACKAGE_DIR})
   # Names of resource DLLs hold the minor version; a compiler of another size is refused with a reason by the package itself.

@@ -1,5 +1,5 @@
-# What others wrote, as far as it is shipped. What is linked into a DLL of ours, or put beside it, gets an entry here; the build
-# fails when its notice is missing.
+# What others wrote, as far as it is shipped. What is linked into a DLL of ours, or put beside it, gets an entry here; nothing can be
+# installed while a notice is missing.
 
 kivara_notice(gcc-runtime
   WHAT "libstdc++-6.dll and libgcc_s_seh-1.dll, the runtime of the compiler"

@@ -48,6 +48,39 @@ function(kivara_language_pack name)
     SOURCE ${arg_SOURCE})
 endfunction()
 
+# kivara_word_pack(NAME LANGUAGE id TEXTS file.txt [CODEPAGE n]): language/ID/kivml.dll from a list of words that are recognised
+# in every language. The packer checks the list on the way; where programs of Windows do not run by themselves,
+# CMAKE_CROSSCOMPILING_EMULATOR names what runs them.
+function(kivara_word_pack name)
+  cmake_parse_arguments(arg "" "LANGUAGE;TEXTS;CODEPAGE" "" ${ARGN})
+  foreach(needed IN ITEMS LANGUAGE TEXTS)
+    if(NOT arg_${needed})
+      message(FATAL_ERROR "kivara_word_pack(${name}) needs ${needed}.")
+    endif()
+  endforeach()
+  if(NOT arg_CODEPAGE)
+    set(arg_CODEPAGE 1252)
+  endif()
+  set(programs ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  if(NOT programs)
+    set(programs ${CMAKE_CURRENT_BINARY_DIR})
+  endif()
+  set(packer kivml)
+  if(NOT TARGET kivml)
+    set(packer ${CMAKE_CROSSCOMPILING_EMULATOR} ${KIVARA_BIN_DIR}/kivml.exe)
+  endif()
+  cmake_path(ABSOLUTE_PATH arg_TEXTS)
+  set(packed ${programs}/language/${arg_LANGUAGE}/kivml.dll)
+  file(MAKE_DIRECTORY ${programs}/language/${arg_LANGUAGE})
+  add_custom_command(
+    OUTPUT ${packed}
+    COMMAND ${packer} pack ${arg_TEXTS} ${packed} --codepage ${arg_CODEPAGE}
+    DEPENDS $<TARGET_NAME_IF_EXISTS:kivml> ${arg_TEXTS}
+    COMMENT "Packing language/${arg_LANGUAGE}/kivml.dll"
+    VERBATIM)
+  add_custom_target(${name} ALL DEPENDS ${packed})
+endfunction()
+
 # kivara_manifest(PROGRAM): the manifest of a program: common controls 6, no administrator, current versions of Windows.
 function(kivara_manifest program)
   target_sources(${program} PRIVATE ${KIVARA_PROGRAM_RC})

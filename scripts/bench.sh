@@ -1,7 +1,16 @@
 # shellcheck shell=bash
 # Benchmarks: each operation beside its peer, in one process.
 
+bench_table=docs/benchmarks.md
+
+# verb_bench [--table | options]: runs them; --table only writes the table of the last run into docs/benchmarks.md.
 verb_bench() {
+  local json
+  json=$(build_dir)/bench.json
+  if [[ ${1:-} == --table ]]; then
+    write_bench_table "$json"
+    return
+  fi
   with_bench=yes
   build kivara_bench
   need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
@@ -10,8 +19,36 @@ verb_bench() {
   keep_wine_alive
   local folder code=0
   folder=$(mktemp -d)
-  (cd "$folder" && "$wine_loader" "$(build_dir)/bin/kivara_bench.exe" --json="Z:$(build_dir)/bench.json" "$@" </dev/null) || code=$?
+  (cd "$folder" && "$wine_loader" "$(build_dir)/bin/kivara_bench.exe" --json="Z:$json" "$@" </dev/null) || code=$?
   rm -rf "$folder"
-  ((code != 0)) || say "the same table as JSON: $(build_dir)/bench.json"
+  ((code != 0)) || say "the same table as JSON: $json (./dev bench --table writes it into $bench_table)"
   return "$code"
+}
+
+# write_bench_table JSON: replaces what stands between the two marks of the page.
+write_bench_table() {
+  [[ -e $1 ]] || fail "there is no $1; run ./dev bench first"
+  local page=$root/$bench_table table
+  table=$(mktemp)
+  bench_rows "$1" >"$table"
+  awk -v table="$table" '
+    /^<!-- end of the table -->$/ { inside = 0 }
+    !inside { print }
+    /^<!-- table/ { inside = 1; while ((getline line < table) > 0) print line }' "$page" >"$page.new"
+  mv "$page.new" "$page"
+  rm -f "$table"
+  say "written: $page"
+}
+
+# bench_rows JSON: the benchmark program writes one row a line, its texts without quotes.
+bench_rows() {
+  printf '\n| operation | peer | ratio | goal |\n|---|---|---|---|\n'
+  awk -F'"' '/"operation"/ {
+    ratio = $15; goal = $17
+    gsub(/[^0-9.e+-]/, "", ratio)
+    gsub(/[^0-9.a-z]/, "", goal)
+    told = goal == "null" ? "" : sprintf("at most %.2f%s", goal, ratio + 0 <= goal + 0 ? "" : ", **missed**")
+    printf "| %s | %s | %.*f | %s |\n", $4, $8, ratio < 0.1 ? 3 : 2, ratio, told
+  }' "$1"
+  printf '\n'
 }

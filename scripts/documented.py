@@ -1,7 +1,8 @@
 """Names the classes and operations of the public headers that have no comment.
 
 A comment holds for the declaration below it and for those that follow that one without an empty line. Private members, what is
-deleted or made by the compiler, destructors, and functions that override a documented one need none.
+deleted or made by the compiler, copies and plain beginnings of objects, destructors, and functions that override a documented one
+need none.
 """
 
 import argparse
@@ -57,7 +58,17 @@ class Comments:
             return False
         if any(child.kind == OVERRIDE for child in self.clang.children(cursor)):
             return False
-        return not self.clang.lib.clang_CXXMethod_isDefaulted(cursor)
+        return not self.clang.lib.clang_CXXMethod_isDefaulted(cursor) and not self.told_by_class(cursor)
+
+    def told_by_class(self, cursor):
+        """Making an object from nothing or from another one, which the comment of the class tells where it is not plain."""
+        lib = self.clang.lib
+        if cursor.kind == CONSTRUCTOR:
+            return (lib.clang_CXXConstructor_isDefaultConstructor(cursor) or lib.clang_CXXConstructor_isCopyConstructor(cursor)
+                    or lib.clang_CXXConstructor_isMoveConstructor(cursor))
+        owner = self.clang.name(lib.clang_getCursorSemanticParent(cursor))
+        shown = self.clang.text(lib.clang_getCursorDisplayName(cursor))
+        return cursor.kind == METHOD and shown in (f"operator=(const {owner} &)", f"operator=({owner} &&)")
 
 
 def main():

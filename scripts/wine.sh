@@ -16,6 +16,7 @@ need_prefix() {
   [[ -e $WINEPREFIX/.complete ]] && return
   need_space "$cache" 1500 "a Wine prefix"
   say "making a Wine prefix (once; kept in $cache)"
+  has_display || start_virtual_display
   once wine-prefix make_prefix
 }
 

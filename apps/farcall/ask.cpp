@@ -36,7 +36,8 @@ int main(int count, char ** arguments) {
     std::fprintf(stderr, "ask: nobody offers %s\n", arguments[1]);
     return 1;
   }
-  std::fwrite(answer.data, 1, static_cast<std::size_t>(answer.size), stdout);
+  if (answer.data != nullptr)
+    std::fwrite(answer.data, 1, static_cast<std::size_t>(answer.size), stdout);
   std::fputc('\n', stdout);
   return 0;
 }

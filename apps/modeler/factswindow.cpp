@@ -1,6 +1,7 @@
 #include "factswindow.hpp"
 
 #include "sv/outputdevice.hpp"
+#include "texts.hpp"
 
 #include <algorithm>
 
@@ -13,7 +14,7 @@ constexpr long kLineGap = 6;
 
 } // namespace
 
-FactsWindow::FactsWindow(SV::MDIFrame & frame) : MDIChild(frame, "Start"), facts_(startFacts()) {}
+FactsWindow::FactsWindow(SV::MDIFrame & frame) : MDIChild(frame, text(Text::TitleStart)), facts_(startFacts()) {}
 
 void FactsWindow::Paint(SV::OutputDevice & device, SV::Rectangle const &) {
   long nameWidth = 0;

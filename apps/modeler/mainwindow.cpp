@@ -2,34 +2,47 @@
 
 #include "tools/winapi.hpp"
 
+#include <commdlg.h>
+
+#include <cstdio>
+
 using SV::String;
 
 namespace modeler {
 namespace {
 
-enum Item : unsigned short {
-  MENU_FILE = 1,
-  MENU_WINDOW = 2,
-  MENU_HELP = 3,
-  MENU_RAISE = 4,
-  FILE_EXIT = 101,
-  WINDOW_START = 201,
-  WINDOW_CASCADE = 202,
-  WINDOW_TILE = 203,
-  WINDOW_EVENTS = 204,
-  HELP_ABOUT = 301,
-  RAISE_USER = 401,
-  RAISE_USER_GROUP = 402
-};
+constexpr char kSample[] = "models\\order.txt";
 
 String productName() { return "KIVARA Modeler " + Kiv_GetVersionString(); }
 
+/// The text with its "%s" filled in.
+String filled(Text which, String const & first, String const & second = String()) {
+  char buffer[1024];
+  std::snprintf(buffer, sizeof buffer, text(which).c_str(), first.c_str(), second.c_str());
+  return buffer;
+}
+
+/// The file that the user chooses; empty when none.
+String chosenFile(HWND owner) {
+  String filter = text(Text::ModelFiles) + " (*.txt)";
+  char name[MAX_PATH] = "";
+  std::string const pattern = std::string(filter.c_str()) + '\0' + "*.txt" + '\0';
+  OPENFILENAMEA dialog = {};
+  dialog.lStructSize = sizeof dialog;
+  dialog.hwndOwner = owner;
+  dialog.lpstrFilter = pattern.c_str();
+  dialog.lpstrFile = name;
+  dialog.nMaxFile = sizeof name;
+  dialog.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  return GetOpenFileNameA(&dialog) != FALSE ? String(name) : String();
+}
+
 } // namespace
 
-MainWindow::MainWindow(EventLog & events) : MDIFrame(productName()), eventLog_(events) {
+MainWindow::MainWindow(EventLog & events, Journal & journal)
+    : MDIFrame(productName()), eventLog_(events), journal_(journal), menus_([this](unsigned short id) { select(id); }) {
   SetPosSizePixel({40, 40}, {1000, 700});
-  fillMenus();
-  SetMenuBar(&bar_);
+  SetMenuBar(&menus_.GetBar());
   Kiv_PushParentWindow(this);
   showFacts();
 }
@@ -39,30 +52,10 @@ MainWindow::~MainWindow() {
   SetMenuBar(nullptr);
 }
 
-void MainWindow::fillMenus() {
-  file_.InsertItem(FILE_EXIT, "E~xit");
-  raise_.InsertItem(RAISE_USER, "~User");
-  raise_.InsertItem(RAISE_USER_GROUP, "User ~group");
-  window_.InsertItem(WINDOW_START, "~Start");
-  window_.InsertItem(WINDOW_EVENTS, "~Events");
-  window_.InsertSeparator();
-  window_.InsertItem(WINDOW_CASCADE, "~Cascade");
-  window_.InsertItem(WINDOW_TILE, "~Tile");
-  help_.InsertItem(HELP_ABOUT, "~About");
-
-  bar_.InsertItem(MENU_FILE, "~File");
-  bar_.InsertItem(MENU_RAISE, "~Raise event");
-  bar_.InsertItem(MENU_WINDOW, "~Window");
-  bar_.InsertItem(MENU_HELP, "~Help");
-  bar_.SetPopupMenu(MENU_FILE, &file_);
-  bar_.SetPopupMenu(MENU_RAISE, &raise_);
-  bar_.SetPopupMenu(MENU_WINDOW, &window_);
-  bar_.SetPopupMenu(MENU_HELP, &help_);
-  bar_.ChangeSelectHdl([this](unsigned short id) { select(id); });
-}
-
 void MainWindow::select(unsigned short id) {
   switch (id) {
+  case FILE_OPEN: chooseModel(); break;
+  case FILE_OPEN_SAMPLE: OpenModel(Kiv_GetProgramPathFilename(kSample)); break;
   case FILE_EXIT: Close(); break;
   case RAISE_USER: KivUserEvent(KivUserEvent::AfterRename, 17).trigger(); break;
   case RAISE_USER_GROUP: KivUserGroupEvent(KivUserGroupEvent::AfterAddUser, 4, 17).trigger(); break;
@@ -71,7 +64,9 @@ void MainWindow::select(unsigned short id) {
   case WINDOW_CASCADE: arrange(WM_MDICASCADE); break;
   case WINDOW_TILE: arrange(WM_MDITILE); break;
   case HELP_ABOUT: showAbout(); break;
-  default: break;
+  default:
+    if (id >= LANGUAGE_FIRST)
+      changeLanguage(static_cast<std::size_t>(id - LANGUAGE_FIRST));
   }
 }
 
@@ -90,14 +85,55 @@ void MainWindow::showEvents() {
   KivBeforeGrabFocusEvent::GrabFocus(events_.get());
 }
 
+void MainWindow::chooseModel() {
+  if (SV::Application::IsModalDialogSuppression())
+    return;
+  String const fileName = chosenFile(GetHWND());
+  if (fileName.Len() > 0)
+    OpenModel(fileName);
+}
+
+void MainWindow::OpenModel(String const & fileName) {
+  ProcessModel model;
+  String fault;
+  if (!readProcessModel(fileName, model, fault)) {
+    journal_.Add("not opened: " + fileName + ": " + fault);
+    tell(filled(Text::ModelFault, fileName, fault), productName(), MB_OK | MB_ICONWARNING);
+    return;
+  }
+  journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");
+  std::erase_if(models_, [](auto const & window) { return window->GetHWND() == nullptr; });
+  models_.push_back(std::make_unique<ProcessWindow>(*this, model));
+  models_.back()->Show();
+}
+
+void MainWindow::changeLanguage(std::size_t place) {
+  ISequence<unsigned short> const & languages = KivInternational::GetAvailableLanguages();
+  if (place >= languages.size())
+    return;
+  KivInternational::SetCurrentLanguageID(languages[place]);
+  journal_.Add("language: " + String(languages[place]));
+  menus_.Retext();
+  if (facts_)
+    facts_->SetText(text(Text::TitleStart));
+  if (events_)
+    events_->SetText(text(Text::TitleEvents));
+  for (auto const & window : models_)
+    window->Invalidate();
+}
+
 void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GetHWND(), message, 0, 0); }
 
 void MainWindow::showAbout() {
-  String const text = productName() + "\n\nVersion " + Kiv_GetPatchBuildVersionString();
+  tell(productName() + "\n\n" + filled(Text::Version, Kiv_GetPatchBuildVersionString()), text(Text::TitleAbout),
+       MB_OK | MB_ICONINFORMATION);
+}
+
+void MainWindow::tell(String const & what, String const & title, unsigned style) {
   if (SV::Application::IsModalDialogSuppression())
-    SV::Application::ModalDialogSuppressionLog(text.c_str());
+    SV::Application::ModalDialogSuppressionLog(what.c_str());
   else
-    MessageBoxA(GetHWND(), text.c_str(), "About", MB_OK | MB_ICONINFORMATION);
+    MessageBoxA(GetHWND(), what.c_str(), title.c_str(), style);
 }
 
 } // namespace modeler

@@ -4,8 +4,10 @@
 
 #include "eventswindow.hpp"
 #include "factswindow.hpp"
+#include "journal.hpp"
+#include "menus.hpp"
+#include "processwindow.hpp"
 #include "sv/mdi.hpp"
-#include "sv/menu.hpp"
 
 #include <memory>
 
@@ -13,26 +15,29 @@ namespace modeler {
 
 class MainWindow : public SV::MDIFrame {
 public:
-  /// \param events  outlives the window
-  explicit MainWindow(EventLog & events);
+  /// \param events, journal  outlive the window
+  MainWindow(EventLog & events, Journal & journal);
   ~MainWindow() override;
 
+  /// Shows the process model of a file in a window of its own; says so where that cannot be done.
+  void OpenModel(SV::String const & fileName);
+
 private:
-  void fillMenus();
   void select(unsigned short id);
   void showFacts();
   void showEvents();
+  void chooseModel();
+  void changeLanguage(std::size_t place);
   void arrange(unsigned message);
   void showAbout();
+  void tell(SV::String const & text, SV::String const & title, unsigned style);
 
   EventLog & eventLog_;
-  SV::MenuBar bar_;
-  SV::PopupMenu file_;
-  SV::PopupMenu raise_;
-  SV::PopupMenu window_;
-  SV::PopupMenu help_;
+  Journal & journal_;
+  Menus menus_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
+  ISequence<std::unique_ptr<ProcessWindow>> models_;
 };
 
 } // namespace modeler

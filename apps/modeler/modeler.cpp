@@ -4,6 +4,8 @@
 #include "mainwindow.hpp"
 #include "startupphase.hpp"
 
+using SV::String;
+
 namespace modeler {
 
 Modeler::Modeler() : KivMDIApplication("Modeler", true, "log_dialogs") {}
@@ -12,19 +14,19 @@ Modeler::~Modeler() = default;
 
 int Modeler::prepareApplication() {
   StartupPhaseEvent("[kiv] Loading the texts").trigger();
-  // JOIN ainter: createResourceManager("kivara", true), which finds the language by itself
-  texts_ = std::make_unique<SV::ResMgr>("language\\2057\\kivara72.dll");
-  Kiv_Trace("texts of %s: %s", texts_->GetFileName().c_str(), texts_->IsLoaded() ? "loaded" : "missing");
-  if (!texts_->IsLoaded())
-    return 1;
-  SV::Resource::SetResManager(texts_.get());
-  return 0;
+  journal_.Open();
+  bool const isReady = createResourceManager("kivara", true) && createResourceManager("modeler", true);
+  Kiv_Trace("texts in language %u: %s", KivInternational::GetCurrentLanguageID(), isReady ? "loaded" : "missing");
+  return isReady ? 0 : 1;
 }
 
 int Modeler::runApplication() {
   StartupPhaseEvent("[kiv] Opening the main window").trigger();
-  MainWindow window(events_);
+  MainWindow window(events_, journal_);
   window.Show();
+  createHelpObject("modeler");
+  if (String const model = KivCmdline::Instance().getValue("model"); model.Len() > 0)
+    window.OpenModel(model);
   appInitialized = true;
   InitializedEvent().trigger();
   KivDebugOut("[kiv] Main window shown\n");

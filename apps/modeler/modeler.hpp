@@ -3,10 +3,8 @@
 /// The modelling program on the library.
 
 #include "eventlog.hpp"
+#include "journal.hpp"
 #include "kivara.hpp"
-#include "sv/resource.hpp"
-
-#include <memory>
 
 namespace modeler {
 
@@ -18,7 +16,7 @@ public:
   /// Loads the texts; 1 when they cannot be had.
   int prepareApplication() override;
 
-  /// Opens the main window and serves it until the user closes it. Under window suppression there is nothing to serve:
+  /// Opens the main window, with the process model that "-model" names, and serves it until the user closes it. Under window suppression there is nothing to serve:
   /// it then ends once all is set up.
   int runApplication() override;
 
@@ -27,7 +25,7 @@ public:
 
 private:
   EventLog events_;
-  std::unique_ptr<SV::ResMgr> texts_;
+  Journal journal_;
 };
 
 } // namespace modeler

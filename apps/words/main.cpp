@@ -1,15 +1,32 @@
 // words FILE: the words of a text, each with its place: "line:column offset word", one word a line, in the order of the text.
 // Lines and columns count from 1, offsets from 0; all are in bytes, so that an editor can go there.
 //
-// A sample of the text parser: it follows the places with nothing but the white space and the tokens that the parser keeps.
+// A sample of the text parser: it follows the places with the white space and the tokens that the parser keeps, over a reader
+// of its own that prepares the lines for it.
 
 #include "aparser.hpp"
 
 #include <cctype>
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 
 namespace {
+
+/// The parser takes a byte of value 0 for the end of its line: here such a byte is a blank, so that the words behind it are
+/// found, and each column is the number of bytes in front.
+class WordsReader : public KivTextFileReader {
+public:
+  using KivTextFileReader::KivTextFileReader;
+
+  bool GetLine(SV::String & line) override {
+    if (!KivTextFileReader::GetLine(line))
+      return false;
+    if (std::memchr(line.c_str(), '\0', static_cast<std::size_t>(line.Len())) != nullptr)
+      line.replaceAll('\0', ' ');
+    return true;
+  }
+};
 
 struct Place {
   std::int64_t line;
@@ -61,7 +78,7 @@ int main(int count, char ** arguments) {
     std::fputs("usage: words FILE\n", stderr);
     return 2;
   }
-  KivTextParser parser(new KivTextFileReader(arguments[1]), 1);
+  KivTextParser parser(new WordsReader(arguments[1]), 1);
   if (!parser.IsOkay() && parser.GetLookAheadLineNumber() == 0) { // not even the attempt to read a line
     std::fprintf(stderr, "words: cannot read %s\n", arguments[1]);
     return 1;

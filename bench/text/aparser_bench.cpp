@@ -1,4 +1,4 @@
-// Tokens beside Boost.Tokenizer with the same classes, and the cost of a token in short and in long lines.
+// Tokens beside Boost.Tokenizer with the same classes, and the cost of a token and of raw text in short and in long lines.
 
 #include "aparser.hpp"
 #include "support/ratio.hpp"
@@ -39,6 +39,34 @@ std::vector<SV::String> stringsOf(std::vector<std::string> const & lines) {
   return strings;
 }
 
+Separator peerClasses() { return Separator(" \t\n\v\f\r", "!\"#$%&'()*,/:;<=>?@[\\]^`{|}~"); }
+
+std::vector<std::string> tokensOfOurs(std::vector<std::string> const & lines) {
+  auto const strings = stringsOf(lines);
+  KivTextParser text(new MemoryReader(strings), 1);
+  std::vector<std::string> tokens;
+  for (SV::String token; text.GetNextToken(token);)
+    tokens.emplace_back(token.c_str());
+  return tokens;
+}
+
+std::vector<std::string> tokensOfPeer(std::vector<std::string> const & lines) {
+  Separator const classes = peerClasses();
+  std::vector<std::string> tokens;
+  for (auto const & line : lines)
+    for (auto const & token : boost::tokenizer<Separator>(line, classes))
+      tokens.push_back(token);
+  return tokens;
+}
+
+/// Both sides do the same work, or there is nothing to measure.
+bool sameTokens(std::vector<std::string> const & lines, benchmark::State & state) {
+  if (tokensOfOurs(lines) == tokensOfPeer(lines))
+    return true;
+  state.SkipWithError("the peer finds other tokens");
+  return false;
+}
+
 bench::Body parser(std::size_t lineLength) {
   return [lineLength](benchmark::State & state) {
     auto const lines = stringsOf(bench::sampleLines(lineLength, kCharacters));
@@ -53,11 +81,28 @@ bench::Body parser(std::size_t lineLength) {
 bench::Body tokenizer(std::size_t lineLength) {
   return [lineLength](benchmark::State & state) {
     auto const lines = bench::sampleLines(lineLength, kCharacters);
-    Separator const classes(" \t\n\v\f\r", "!\"#$%&'()*,/:;<=>?@[\\]^`{|}~");
+    if (!sameTokens(lines, state))
+      return;
+    Separator const classes = peerClasses();
     for (auto _ : state)
       for (auto const & line : lines)
         for (auto const & token : boost::tokenizer<Separator>(line, classes))
           benchmark::DoNotOptimize(token);
+  };
+}
+
+/// Passes over the text in front of each quotation mark and reads what stands up to the next.
+bench::Body rawText(std::size_t lineLength) {
+  return [lineLength](benchmark::State & state) {
+    auto const lines = stringsOf(bench::sampleLines(lineLength, kCharacters));
+    for (auto _ : state) {
+      KivTextParser text(new MemoryReader(lines), 1);
+      for (SV::String quoted; text.IsOkay();) {
+        text.SkipUntil('"', true);
+        text.GetUntil('"', quoted, true, '\\');
+        benchmark::DoNotOptimize(quoted);
+      }
+    }
   };
 }
 
@@ -68,6 +113,8 @@ bench::Pair const pairs[] = {
      tokenizer(8000)},
     {"KivTextParser: a token in a line of 8,000 characters", bench::atMost(1.1), parser(8000), "in one of 80",
      parser(80)},
+    {"KivTextParser: SkipUntil and GetUntil in a line of 8,000 characters", bench::atMost(1.1), rawText(8000),
+     "in one of 80", rawText(80)},
 };
 
 } // namespace

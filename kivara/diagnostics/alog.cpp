@@ -102,9 +102,9 @@ bool KivBasicFileLogger::close() {
 bool KivBasicFileLogger::isOpen() const { return file_ != nullptr; }
 
 bool KivBasicFileLogger::write(void const * data, std::uint64_t size) {
-  if (!isOpen() || (data == nullptr && size != 0))
+  if (!isOpen())
     return false;
-  return std::fwrite(data, 1, size, file_) == size;
+  return size == 0 || (data != nullptr && std::fwrite(data, 1, size, file_) == size);
 }
 
 bool KivBasicFileLogger::flush() {

@@ -18,49 +18,47 @@ bool isPoisoned(void const * pointer) {
   }
 }
 
-/// Whether a NUL stands in the range. Another thread may take the memory away meanwhile, so it is copied by the system,
-/// which then refuses; a read of our own would be the end of the process.
-bool hasNUL(char const * start, std::size_t length) {
-  char piece[256];
-  for (std::size_t done = 0; done < length;) {
-    std::size_t const count = std::min(length - done, sizeof piece);
-    if (!ReadProcessMemory(GetCurrentProcess(), start + done, piece, count, nullptr))
-      return false;
-    if (std::memchr(piece, '\0', count) != nullptr)
-      return true;
-    done += count;
-  }
-  return false;
-}
-
-enum class Extent { wholeRange, untilNUL };
-
-/// Whether reading the range, or a text in it, would come to a guard page before anything else stops it. That must not
-/// be tried out: it would use the guard up, with which a stack loses its room to grow, and not every system's IsBad...
+/// The first guard page that reading the range would come to before anything else stops it; null where there is none.
+/// To try it out would use the guard up, with which a stack loses its room to grow, and not every system's IsBad...
 /// functions catch the exception.
-bool meetsGuardPage(void const * pointer, std::size_t length, Extent extent) {
+char const * guardPageAhead(void const * pointer, std::size_t length) {
   auto const * const start = static_cast<char const *>(pointer);
   MEMORY_BASIC_INFORMATION region = {};
   for (std::size_t done = 0; done < length;) {
     char const * const at = start + done;
     if (VirtualQuery(at, &region, sizeof region) == 0 || region.State != MEM_COMMIT || region.Protect == PAGE_NOACCESS)
-      return false;
+      return nullptr;
     if ((region.Protect & PAGE_GUARD) != 0)
-      return true;
-    auto const rest = static_cast<std::size_t>(static_cast<char const *>(region.BaseAddress) + region.RegionSize - at);
-    if (extent == Extent::untilNUL && hasNUL(at, rest))
+      return at;
+    done += static_cast<std::size_t>(static_cast<char const *>(region.BaseAddress) + region.RegionSize - at);
+  }
+  return nullptr;
+}
+
+/// Whether a NUL stands between the two. The system copies the bytes and refuses where another thread has taken the
+/// memory away meanwhile; a read of our own would end the process.
+bool hasNUL(char const * start, char const * end) {
+  char piece[1024];
+  while (start != end) {
+    std::size_t const count = std::min(static_cast<std::size_t>(end - start), sizeof piece);
+    if (!ReadProcessMemory(GetCurrentProcess(), start, piece, count, nullptr))
       return false;
-    done += rest;
+    if (std::memchr(piece, '\0', count) != nullptr)
+      return true;
+    start += count;
   }
   return false;
 }
 
-constexpr auto kMaximum = static_cast<std::size_t>(-1);
+bool runsIntoGuardPage(char const * text) {
+  char const * const guard = guardPageAhead(text, static_cast<std::size_t>(-1));
+  return guard != nullptr && !hasNUL(text, guard);
+}
 
 } // namespace
 
 bool Kiv_MemoryIsReadable(void const * pointer, std::size_t length) {
-  return pointer != nullptr && !isPoisoned(pointer) && !meetsGuardPage(pointer, length, Extent::wholeRange) &&
+  return pointer != nullptr && !isPoisoned(pointer) && guardPageAhead(pointer, length) == nullptr &&
          !IsBadReadPtr(pointer, length);
 }
 
@@ -70,6 +68,6 @@ bool Kiv_MemoryIsWriteable(void const * pointer, std::size_t length) {
 
 // Null is a valid absent text for callers that print optional arguments.
 bool Kiv_MemoryIsString(char const * pointer) {
-  return pointer == nullptr || (!isPoisoned(pointer) && !meetsGuardPage(pointer, kMaximum, Extent::untilNUL) &&
-                                !IsBadStringPtrA(pointer, kMaximum));
+  return pointer == nullptr ||
+         (!isPoisoned(pointer) && !runsIntoGuardPage(pointer) && !IsBadStringPtrA(pointer, static_cast<UINT_PTR>(-1)));
 }

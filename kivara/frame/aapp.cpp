@@ -2,9 +2,12 @@
 
 #include "acmdline.hpp"
 #include "aevents.hpp"
+#include "ainter.hpp"
+#include "amlstr.hpp"
 #include "atrace.hpp"
 #include "frame/aappfont.hpp"
 #include "frame/aconsole.hpp"
+#include "frame/alanguage.hpp"
 #include "frame/asevere.hpp"
 #include "frame/astartup.hpp"
 #include "sv/help.hpp"
@@ -34,12 +37,16 @@ bool KivApplicationInterface::IsAfterMain() {
   return application != nullptr && application->afterMain;
 }
 
-void KivApplicationInterface::createHelpObject([[maybe_unused]] char const * fileName) {
+void KivApplicationInterface::createHelpObject(char const * fileName) {
   if (help == nullptr) {
     help = new SV::Help;
     SV::Application::ChangeHelp(help);
   }
-  // JOIN ainter: KivInternational::switchHelpObject(fileName)
+  KivInternational::switchHelpObject(fileName);
+}
+
+bool KivApplicationInterface::createResourceManager(char const * const resourceName, bool languageSpecific) {
+  return KivInternational::createResourceManager(resourceName, languageSpecific);
 }
 
 void KivApplicationInterface::_beforeMain(int argc, char ** const argv, String const & logOption) {
@@ -51,10 +58,8 @@ void KivApplicationInterface::_beforeMain(int argc, char ** const argv, String c
   kivara::installApplicationFont();
   kivara::applySuppression();
   kivara::registerPictures();
-  // JOIN ainter: KivInternational::InitAvailableLanguages()
-  // JOIN ainter: KivInternational::SetCurrentLanguageID(), when the value of "lang" is not empty and can be resolved;
-  //   when it can't, KivDebugOut("[locale] The locale '" + value + "' could not be resolved!\n")
-  // JOIN amlstr: Kiv_InitializeMultiLanguageStrings()
+  kivara::chooseLanguage();
+  Kiv_InitializeMultiLanguageStrings();
   kivara::writePidFile();
   kivara::keepStartDirectory();
 }
@@ -68,10 +73,10 @@ void KivApplicationInterface::_afterMain(int exitCode) {
   afterMain = true;
   KivExitAppEvent("end(" + String(exitCode) + ")").trigger();
   kivara::closeTraceFile();
-  // JOIN amlstr: Kiv_DeinitializeMultiLanguageStrings()
+  Kiv_DeinitializeMultiLanguageStrings();
   delete help;
   help = nullptr;
-  // JOIN ainter: KivInternational::DeleteResMgrs()
+  KivInternational::DeleteResMgrs();
   SV::Resource::SetResManager(nullptr);
 }
 

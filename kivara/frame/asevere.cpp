@@ -1,10 +1,12 @@
 #include "frame/asevere.hpp"
 
 #include "aevents.hpp"
+#include "ainter.hpp"
 #include "awinstack.hpp"
 #include "frame/aexcept.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
+#include "sv/resource.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 
@@ -17,9 +19,18 @@ constexpr int kLineDump [[maybe_unused]] = 622;
 
 bool inExceptionHandler = false;
 
+/// Goes on to the next manager of the chain, which may have what the active one lacks.
+bool isNextResourceManagerActive() {
+  SV::ResMgr * const next = KivInternational::getNextResMgr();
+  if (next != nullptr)
+    SV::Resource::SetResManager(next);
+  return next != nullptr;
+}
+
 /// Whether somebody else has taken care of it.
 bool isSettled(long code) {
-  // JOIN ainter: 0x100 is settled by Resource::SetResManager(KivInternational::getNextResMgr()), when it gives one
+  if (code == SV::EXC_RESOURCE_NOT_LOADED)
+    return isNextResourceManagerActive();
   return code == SV::EXC_RESOURCE_FILE_NOT_LOADED && loadingResourceFile;
 }
 

@@ -35,7 +35,7 @@ public:
   /// Gives all mnemonics free.
   void Reset();
 
-  bool IsInUse(char c) const;
+  bool IsInUse(char c) const; ///< true also for what can never be one
 
   /// Takes a character. False when it is taken already.
   bool SetInUse(char c);

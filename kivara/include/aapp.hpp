@@ -31,10 +31,11 @@ public:
 
   /// Makes the help object of the application and installs it in the toolkit. It dies with the end of Main. A second
   /// call keeps the first object.
-  /// \param fileName  the name of the help file
+  /// \param fileName  the name of the help file without folder and extension, for KivInternational::switchHelpObject
   void createHelpObject(char const * fileName);
 
-  // JOIN ainter: bool createResourceManager(char const *, bool), which forwards to KivInternational
+  /// KivInternational::createResourceManager.
+  bool createResourceManager(char const * const resourceName, bool languageSpecific);
 
 protected:
   ~KivApplicationInterface() = default;

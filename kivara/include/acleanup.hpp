@@ -32,12 +32,12 @@ public:
 /// Deletes a file.
 class KIV_API KivFileCleanUpAction : public KivCleanUpAction {
 public:
-  explicit KivFileCleanUpAction(SV::String const & fileName);
+  explicit KivFileCleanUpAction(SV::String const & fileName); ///< the file need not exist yet
   ~KivFileCleanUpAction() override;
 
   bool execute() override;
 
-  SV::String const & GetFileName() const { return fileName_; }
+  SV::String const & GetFileName() const { return fileName_; } ///< as given
 
 private:
   SV::String fileName_;

@@ -70,7 +70,7 @@ public:
   explicit KivEventData(KivEventType type);
   virtual ~KivEventData();
 
-  KivEventType getEventType() const { return type_; }
+  KivEventType getEventType() const { return type_; } ///< as it was made
   /// The name of the type in the table.
   char const * getEventName() const { return name_; }
 
@@ -92,7 +92,7 @@ public:
   void setResultValue(long value) { resultValue_ = value; }
 
 protected:
-  explicit KivEvent(KivEventType type) : KivEventData(type) {}
+  explicit KivEvent(KivEventType type) : KivEventData(type) {} ///< for concrete events
 
 private:
   long resultValue_ = 0;
@@ -147,13 +147,15 @@ public:
   KivEventActionSeq & operator=(KivEventActionSeq const &) = delete;
   virtual ~KivEventActionSeq();
 
-  /// Throws std::bad_alloc; nothing has changed then.
+  /// Puts an action in front of those of its priority and below. Throws std::bad_alloc; nothing has changed then.
   void add(KivEventListener * listener, KivEventHandler handler, KivEventPriority priority);
 
   /// Takes the listener's actions out, or only marks them while the sequence is being walked. Marked actions stay until the
   /// sequence dies or the listener is removed again while nothing is walked.
   void remove(KivEventListener * listener);
 
+  /// Runs the actions that are not marked, those too that are added behind the running one meanwhile. What a handler throws
+  /// passes through.
   void fire(KivEvent * event);
 
   /// The actions, marked ones included.
@@ -175,10 +177,11 @@ public:
   KivEventDispatcher & operator=(KivEventDispatcher const &) = delete;
   virtual ~KivEventDispatcher();
 
+  /// What KivEvent::trigger and the operations of KivEventListener call. Nothing happens for a type without a sequence.
   void dispatch(KivEvent * event);
   void registerAction(KivEventType type, KivEventListener * listener, KivEventHandler handler,
                       KivEventPriority priority);
-  void signOff(KivEventListener * listener);
+  void signOff(KivEventListener * listener); ///< from all types
 
   /// Whether the dispatcher has come to its end.
   static bool isShutDown();

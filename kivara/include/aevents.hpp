@@ -16,6 +16,7 @@ enum KivDBPermission : long { KIV_DB_PERMISSION_NONE = 0 };
 /// Something happened to a user. Raised by the administration.
 class KIV_API KivUserEvent : public KivEvent {
 public:
+  /// What happened.
   enum ActionType : int {
 #define KIV_ACTION(name) name,
 #include "detail/aevents_user_actions.inc"
@@ -26,7 +27,7 @@ public:
   KivUserEvent(ActionType action, long id, long permissionType, KivDBPermission dbPermission);
   ~KivUserEvent() override;
 
-  ActionType GetActionType() const { return action_; }
+  ActionType GetActionType() const { return action_; } ///< as given
   /// The enumerator's name; empty for another number.
   SV::String GetActionName() const;
   long GetID() const { return id_; }
@@ -43,6 +44,7 @@ private:
 /// Something happened to a user group. Raised by the administration.
 class KIV_API KivUserGroupEvent : public KivEvent {
 public:
+  /// What happened.
   enum ActionType : int {
 #define KIV_ACTION(name) name,
 #include "detail/aevents_usergroup_actions.inc"
@@ -53,7 +55,7 @@ public:
   KivUserGroupEvent(ActionType action, long userGroupId, long userId);
   ~KivUserGroupEvent() override;
 
-  ActionType GetActionType() const { return action_; }
+  ActionType GetActionType() const { return action_; } ///< as given
   /// The enumerator's name; empty for another number.
   SV::String GetActionName() const;
   long GetUserGroupID() const { return userGroupId_; }
@@ -72,7 +74,7 @@ public:
   explicit KivExitAppEvent(SV::String const & reason);
   ~KivExitAppEvent() override;
 
-  SV::String const & GetReason() const { return reason_; }
+  SV::String const & GetReason() const { return reason_; } ///< as given
 
 private:
   SV::String reason_;
@@ -87,7 +89,7 @@ public:
   KivWindowStackChangedEvent(std::size_t depth, bool pushed, SV::String const & title);
   ~KivWindowStackChangedEvent() override;
 
-  unsigned GetDepth() const { return static_cast<unsigned>(depth_); }
+  unsigned GetDepth() const { return static_cast<unsigned>(depth_); } ///< its lower 32 bits
   bool IsPushed() const { return pushed_; }
   SV::String const & GetTitle() const { return title_; }
 
@@ -100,10 +102,10 @@ private:
 /// A setting of the system has changed.
 class KIV_API KivSystemSettingsChangedEvent : public KivEvent {
 public:
-  explicit KivSystemSettingsChangedEvent(SV::SysChangeType change);
+  explicit KivSystemSettingsChangedEvent(SV::SysChangeType change); ///< what has changed
   ~KivSystemSettingsChangedEvent() override;
 
-  SV::SysChangeType GetChange() const { return change_; }
+  SV::SysChangeType GetChange() const { return change_; } ///< as given
 
 private:
   SV::SysChangeType change_;

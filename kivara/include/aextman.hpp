@@ -11,7 +11,7 @@
 ///   models.setExtension(path); // stays
 /// \endcode
 ///
-/// The extension of a path is what stands behind its last dot, wherever that is: of "c:\dir.d\name" it is "d\name". A
+/// The extension of a path is what stands behind its last dot, wherever that is: of `c:\dir.d\name` it is `d\name`. A
 /// path without a dot has none. Extensions are compared without regard to case, by the runtime's current locale.
 
 #include "export.hpp"

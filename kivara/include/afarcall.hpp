@@ -30,8 +30,10 @@ class KivInputData;
 /// The names and their receivers: one registry for the process, destroyed at its end.
 class KIV_API KivFarCallFactory {
 public:
+  /// A service: gets the input and answers with a block, which may be empty.
   using Receiver = KivMemBuf (*)(KivInputData const &);
 
+  /// The registry of the process.
   static KivFarCallFactory & Instance();
 
   KivFarCallFactory(KivFarCallFactory const &) = delete;

@@ -20,7 +20,9 @@ public:
   static SV::String const & getErrorMessage();
 
 protected:
+  /// Replaces the text.
   static void _setErrorMessage(SV::String const & text);
+  /// Appends to it.
   static void _appendErrorMessage(SV::String const & text);
 };
 

@@ -122,7 +122,7 @@ protected:
   /// Moves the closed file to the name with the date in it and deletes the oldest of those. False when it was not moved.
   bool _createBackup(SV::Date const & date);
 
-  void _deleteOldBackupFiles() const;
+  void _deleteOldBackupFiles() const; ///< all but as many as are wanted
 
   /// Adds a stamped line about the log itself, also to a closed log; it is not flushed. \p text is no format.
   void _debugPrint(SV::String const & text);

@@ -20,6 +20,7 @@
 /// Keeps up to 10 freed blocks. Blocks go back to the cache that gave them out, or to a copy of it.
 class KIV_API KivMemCache {
 public:
+  /// Keeps nothing yet.
   KivMemCache();
 
   /// Copies share the blocks that are kept, and each will free them: only empty caches may be copied.
@@ -50,6 +51,7 @@ private:
 class KIV_API KivMemBuf {
 public:
   KivMemBuf() = default;
+  /// Takes the block over.
   KivMemBuf(KivMemBuf && other) noexcept;
   KivMemBuf & operator=(KivMemBuf &&) = delete;
   /// Calls free on the block.

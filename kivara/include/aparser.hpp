@@ -11,8 +11,9 @@
 #include <memory>
 
 namespace kivara {
+class CharClasses;
 class TokenSpares;
-}
+} // namespace kivara
 
 /// A small tokeniser for any language, with one token of look-ahead.
 ///
@@ -46,10 +47,13 @@ public:
   /// Calls the reader's Done and deletes it.
   ~KivTextParser() override;
 
-  /// Hands out the look-ahead token and fetches the next. At the end of the input: false, and \p token stays as it was.
+  /// Hands out the look-ahead token, fetches the next, and ends KeepTokenOffset. False at the end of the input, as often as
+  /// it is called: \p token stays as it was, nothing is read, and KeepTokenOffset stays in force. GetLastLineNumber and
+  /// GetTokenOffset are set in both cases; at the end they tell about the white space behind the last token.
   bool GetNextToken(SV::String & token);
 
-  /// Drops the look-ahead token and fetches the next; GetLastLineNumber and GetTokenOffset stay.
+  /// Drops the look-ahead token and fetches the next, which at the end of the input is empty; GetLastLineNumber and
+  /// GetTokenOffset stay.
   void SkipToken();
 
   /// Drops the look-ahead token with the rest of its line; the next comes from a later line.
@@ -63,10 +67,10 @@ public:
   bool IsNext(char c) const;
 
   /// Whether the look-ahead token is \p s. False for a null pointer.
-  bool IsNext(char const * s) const;
+  bool IsNext(char const * s);
 
   /// As IsNext(s), without regard to case by the rules of the user's locale.
-  bool IsNexti(char const * s) const;
+  bool IsNexti(char const * s);
 
   /// Reads raw text, from the white space in front of the look-ahead token on, up to a \p stop character, over line ends.
   /// \param text     receives it, with a line feed for each line end and with the escape characters as they stood
@@ -80,8 +84,10 @@ public:
   void SkipUntil(char stop, bool consume);
 
   /// Continues at an offset in the file; the line that begins there gets the number \p lineNumber plus 1.
-  /// True: there is a token. False with nothing changed: the source is no file, or it can't be read there. False and not
-  /// okay: no token is left. The token count, the saved offsets and KeepTokenOffset stay.
+  /// The token count goes on; the saved offsets and KeepTokenOffset stay. True: there is a token.
+  /// False when no token is left there: the parser is then not okay, and all else is as after a move.
+  /// False, with the parser as it was, when the source is no file reader, or when that refuses the offset or can't read
+  /// there. In the last case the reader is exhausted, and the rest of the current line is all that still comes.
   bool MoveTo(std::int64_t offset, std::int64_t lineNumber);
 
   /// Remembers GetTokenOffset and GetLastLineNumber for GetSavedOffset and GetSavedLineNum.
@@ -126,6 +132,7 @@ public:
 private:
   void _ImpGetNextLine();
   bool _ImpGetNextLookAhead();
+  bool _ImpGetLookAheadFrom(char const * token, kivara::CharClasses classes);
   bool _ImpGetLookAheadFromLaterLine();
   void _ImpTakeLookAhead(char const * token, char const * end);
   void _ImpPutLookAheadBack();

@@ -55,6 +55,7 @@ KIV_API bool Kiv_IsValidMDACVersion();
 /// program come first, then those of the 64-bit view that are not among them. Any thread.
 KIV_API void Kiv_GetSQLServerInstances(ISequence<SV::String> & out);
 
+/// What came of a question to SQL Server.
 enum MsdeAdmToolErrCode : int {
   MSDE_ADM_TOOL_OK = 0,
   MSDE_ADM_TOOL_FAILED = 1,       ///< another machine, or a version that cannot be read
@@ -124,14 +125,18 @@ enum KivDBSingleSignOnStatus : int {
 KIV_API KivDBSingleSignOnStatus Kiv_GetLoginType();
 KIV_API void Kiv_SetLoginType(KivDBSingleSignOnStatus type);
 
+/// The user's name as it is shown; empty at start.
 KIV_API SV::String Kiv_GetCurrentUserDisplayName();
+/// Stores the user's name as it is shown.
 KIV_API void Kiv_SetCurrentUserDisplayName(SV::String const & name);
 
 /// Counts the changes of the list of users.
 KIV_API long Kiv_GetUserListChangeCounter();
 KIV_API void Kiv_SetUserListChangeCounter(long counter);
 
+/// How strict the checks of expressions are, in words of the product; empty at start.
 KIV_API SV::String Kiv_GetSyntaxChecksLevel();
+/// Stores how strict the checks of expressions are.
 KIV_API void Kiv_SetSyntaxChecksLevel(SV::String const & level);
 /// @}
 

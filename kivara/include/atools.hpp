@@ -3,9 +3,8 @@
 /// Helpers for texts and values: masks, splitting, checks of numbers and file names, numbers in texts, lexical order,
 /// names of keys.
 ///
-/// A null `char const *` counts as the empty text unless told otherwise. What returns a text throws std::bad_alloc when
-/// there is no memory; nothing else is thrown. Any thread may call, but for the number forms and the splitting, which
-/// say so.
+/// A null `char const *` counts as the empty text unless told otherwise. Nothing throws but std::bad_alloc when there is
+/// no memory for a text. Any thread may call, but for the number forms and the splitting, which say so.
 ///
 /// \code
 ///   ISequence<SV::String> fields;
@@ -36,7 +35,7 @@ KIV_API SV::String Kiv_MaskCSV(SV::String const & text);
 
 /// Write the text with a backslash in front of each backslash and of each '>' (name), '"' (value) or '/' (path). A line
 /// feed in a name is an internal error and becomes a blank.
-/// \param out  room for twice the text and its NUL, apart from the text. Memory that cannot take the result is an
+/// \param out  room for twice the text and its NUL; it may be that of the text. Memory that cannot take the result is an
 ///             internal error; as much as it can take is then written, with its NUL
 /// @{
 KIV_API void Kiv_Mask_Export_Name(char const * text, char * out);

@@ -1,5 +1,6 @@
 #include "alocale.hpp"
 
+#include "locale/localeinfo.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstdlib>
@@ -17,12 +18,9 @@ template <int Size> struct FixedFact {
 };
 
 String sizedFact(LCTYPE type) {
-  int const size = GetLocaleInfoA(kUser, type, nullptr, 0);
-  if (size <= 1)
-    return String();
-  String text = String::ofLength(size - 1);
-  // The setting may have changed since the first question: a longer one does not fit any more and gives nothing.
-  return text.substr(0, GetLocaleInfoA(kUser, type, text.writable(), size) - 1);
+  String text;
+  kivara::localeInfo(kUser, type, text);
+  return text;
 }
 
 template <class Result> Result choice(char const * text) { return static_cast<Result>(std::atol(text)); }

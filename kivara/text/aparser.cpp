@@ -64,9 +64,15 @@ bool KivTextParser::GetNextToken(SV::String & token) {
     tokenOffset = nextTokenOffset - spacesToken.Len();
   if (!okay && lookAheadToken.Len() == 0)
     return false;
-  spares->keep(token);
-  token = lookAheadToken;
-  _ImpGetNextLookAhead();
+  CharClasses const classes(commaSeparates);
+  char const * const next = behindSpaces(_ImpRest(), classes);
+  if (*next != '\0') {
+    token.swap(lookAheadToken); // the old text of the caller lends its block to the next token
+  } else {
+    spares->keep(token);
+    token = lookAheadToken; // which is still to be seen while further lines are read
+  }
+  _ImpGetLookAheadFrom(next, classes);
   keepTokenOffset = false;
   return true;
 }
@@ -94,9 +100,9 @@ bool KivTextParser::ExpectToken(char const * s) {
 
 bool KivTextParser::IsNext(char c) const { return lookAheadToken.Len() != 0 && lookAheadToken.charAt(0) == c; }
 
-bool KivTextParser::IsNext(char const * s) const { return s != nullptr && lookAheadToken == s; }
+bool KivTextParser::IsNext(char const * s) { return s != nullptr && lookAheadToken == s; }
 
-bool KivTextParser::IsNexti(char const * s) const {
+bool KivTextParser::IsNexti(char const * s) {
   if (s == nullptr || (lookAheadToken.Len() == 0) != (*s == '\0'))
     return false;
   return CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, lookAheadToken.c_str(), -1, s, -1) == CSTR_EQUAL;
@@ -162,16 +168,22 @@ void KivTextParser::_ImpGetNextLine() {
     return;
   currentLineOffset = nextLineOffset;
   ++lookAheadLineNumber;
+  SV::StringData const * const before = currentLine.block();
   okay = lineReader->GetLine(currentLine);
   // A reader that fails leaves the old line, and later operations meet the rest of it again.
-  workedOff = okay ? 0 : std::min(workedOff, currentLine.Len());
+  bool const left = !okay && currentLine.block() == before;
+  workedOff = left ? std::min(workedOff, currentLine.Len()) : 0;
   nextLineOffset = currentLineOffset + _ImpRestLen() + (lineReader->Is2CharsForNewline() ? 1 : 0);
 }
 
 bool KivTextParser::_ImpGetNextLookAhead() {
-  char const * const rest = _ImpRest();
   CharClasses const classes(commaSeparates);
-  char const * const token = behindSpaces(rest, classes);
+  return _ImpGetLookAheadFrom(behindSpaces(_ImpRest(), classes), classes);
+}
+
+/// \p token is behind the white space of the rest.
+bool KivTextParser::_ImpGetLookAheadFrom(char const * token, CharClasses classes) {
+  char const * const rest = _ImpRest();
   spares->assign(spacesToken, rest, static_cast<std::int32_t>(token - rest));
   if (*token == '\0')
     return _ImpGetLookAheadFromLaterLine();

@@ -37,7 +37,7 @@ std::size_t writableBytes(char const * start, std::size_t wanted) {
 /// The text into the caller's buffer, with a backslash in front of stop characters and backslashes.
 /// \return the end of what was written; null when that is nothing, not even a NUL
 char * maskForExport(char const * text, char stop, char * out) {
-  auto const needsMask = [stop](char c) { return c == stop || c == '\\'; };
+  auto const needsMask = [stop](char c) { return (c == stop) | (c == '\\'); };
   std::size_t const length = lengthOf(text);
   kivara::MaskedExtent extent = kivara::maskedExtent(text, length, 2 * length, needsMask);
   if (!Kiv_MemoryIsWriteable(out, extent.written + 1)) {
@@ -48,7 +48,9 @@ char * maskForExport(char const * text, char stop, char * out) {
       return nullptr;
     extent = kivara::maskedExtent(text, length, room - 1, needsMask);
   }
-  char * const end = kivara::writeMasked(text, extent, '\\', out, needsMask);
+  bool const isApart = out + extent.written < text || text + length < out;
+  String const kept(isApart ? nullptr : text);
+  char * const end = kivara::writeMasked(isApart ? text : kept.c_str(), extent, '\\', out, needsMask);
   *end = '\0';
   return end;
 }
@@ -56,7 +58,7 @@ char * maskForExport(char const * text, char stop, char * out) {
 } // namespace
 
 String Kiv_Mask(char const * text, char masked, char escape) {
-  auto const needsMask = [masked, escape](char c) { return c == masked || c == escape; };
+  auto const needsMask = [masked, escape](char c) { return (c == masked) | (c == escape); };
   auto const extent = kivara::maskedExtent(text, lengthOf(text), kMostCharacters, needsMask);
   String result = ofLength(extent.written);
   kivara::writeMasked(text, extent, escape, result.writable(), needsMask);

@@ -25,7 +25,10 @@ bool isSign(char c) { return c == '+' || c == '-'; }
 bool isDecimalMark(char c) { return c == '.' || c == Locale::Kiv_GetDecimalSeparator().charAt(0); }
 
 // Writers of files rely on it that the runtime keeps this locale after the first number was read.
-void goIntoCLocaleForGood() { std::setlocale(LC_ALL, "C"); }
+void goIntoCLocaleForGood() {
+  if (std::strcmp(std::setlocale(LC_ALL, nullptr), "C") != 0) // to ask is faster
+    std::setlocale(LC_ALL, "C");
+}
 
 /// While it lives, the runtime's locale is "C"; then it is again what it was.
 class CLocale {
@@ -105,7 +108,8 @@ double kiv_atof(char const * text) {
 int kiv_ltoa(long value, char * buffer, char const * format) {
   goIntoCLocaleForGood();
   int const count = buffer != nullptr && format != nullptr ? __ms_sprintf(buffer, format, value) : -1;
-  if (format == nullptr || !Kiv_MemoryIsReadable(buffer, static_cast<std::size_t>(std::max(count, 0)) + 1))
+  // What was just written can be read: what is left to tell is null and a pointer that looks poisoned.
+  if (format == nullptr || !Kiv_MemoryIsReadable(buffer, 0))
     displayErrorMessage("atools.cpp", kLineWrittenNumber);
   return count;
 }

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
 namespace kivara {
 
@@ -21,12 +20,9 @@ template <std::int32_t kLongest, std::size_t kDepth> class SpareTexts {
 public:
   /// As target.Assign; \p text lies elsewhere.
   void assign(SV::String & target, char const * text, std::int32_t length) {
-    if (target.Len() != length || shared(target)) {
-      keep(target);
-      if (Shelf * const shelf = shelfOf(length); shelf != nullptr && shelf->count != 0)
-        target = std::move(shelf->texts[--shelf->count]);
-    }
-    if (target.Len() != length || shared(target))
+    if (shared(target) || target.Len() != length)
+      exchange(target, length);
+    if (target.Len() != length)
       target.Assign(text, length);
     else
       copyShort(target.writable(), text, static_cast<std::size_t>(length));
@@ -36,30 +32,50 @@ public:
   void keep(SV::String & text) {
     Shelf * const shelf = shelfOf(text.Len());
     if (shelf != nullptr && shelf->count != kDepth && !shared(text))
-      shelf->texts[shelf->count++] = std::move(text);
+      text.swap(shelf->texts[shelf->count++]);
   }
 
 private:
   struct Shelf {
-    std::array<SV::String, kDepth> texts;
+    std::array<SV::String, kDepth> texts; // empty from count on
     std::size_t count = 0;
   };
 
-  /// The runtime's own copying takes longer to begin than a token takes to copy.
+  /// For a block of this length, or for the empty text where none waits.
+  void exchange(SV::String & target, std::int32_t length) {
+    keep(target);
+    if (target.Len() != 0)
+      target = SV::String();
+    if (Shelf * const shelf = shelfOf(length); shelf != nullptr && shelf->count != 0)
+      target.swap(shelf->texts[--shelf->count]);
+  }
+
+  /// The runtime's own copying takes longer to begin than a token takes to copy. Nothing here repeats for each character:
+  /// how long the next token is can't be foreseen.
   static void copyShort(char * to, char const * from, std::size_t length) {
     if (length >= 16)
       copyByPieces<16>(to, from, length);
+    else if (length >= 8)
+      copyEnds<8>(to, from, length);
     else if (length >= 4)
-      copyByPieces<4>(to, from, length);
-    else
-      for (std::size_t i = 0; i < length; ++i)
-        to[i] = from[i];
+      copyEnds<4>(to, from, length);
+    else if (length != 0) {
+      to[0] = from[0];
+      to[length / 2] = from[length / 2];
+      to[length - 1] = from[length - 1];
+    }
   }
 
   /// At least one piece; the last one overlaps the one before it.
   template <std::size_t kPiece> static void copyByPieces(char * to, char const * from, std::size_t length) {
     for (std::size_t at = 0; at + kPiece < length; at += kPiece)
       std::memcpy(to + at, from + at, kPiece);
+    std::memcpy(to + length - kPiece, from + length - kPiece, kPiece);
+  }
+
+  /// One to two pieces, which overlap.
+  template <std::size_t kPiece> static void copyEnds(char * to, char const * from, std::size_t length) {
+    std::memcpy(to, from, kPiece);
     std::memcpy(to + length - kPiece, from + length - kPiece, kPiece);
   }
 

@@ -87,6 +87,7 @@ TEST(KivEncryption, HoldsTheTypeAloneWhichIs0UntilItIsSet) {
     service().SetEncryptionType(value);
     EXPECT_EQ(type(), value);
   }
+  service().SetEncryptionType(0);
 }
 
 TEST(KivEncryption, TheFormsWithoutATypeUseTheOneThatWasSet) {
@@ -108,6 +109,7 @@ TEST(KivEncryption, TheFormsWithoutATypeUseTheOneThatWasSet) {
   Outcome const back = outcomeOf([&](char *& out) { return service().Decrypt(after.text.get(), out); });
   EXPECT_STREQ(back.text.get(), "password");
   EXPECT_EQ(back.length, 16);
+  service().SetEncryptionType(0);
 }
 
 TEST(KivEncryption, TypesBelow2AreTheOldFormAndOthersAes) {

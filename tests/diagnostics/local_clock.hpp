@@ -14,8 +14,9 @@ namespace kivtest {
 class LocalClock {
 public:
   LocalClock() {
-    for (HMODULE const module : support::ownModules())
-      support::replaceImports(module, "KERNEL32.dll", {{"GetLocalTime", reinterpret_cast<void *>(answer)}});
+    for (char const * library : {"kivara.dll", "TL0105.dll"})
+      support::replaceImports(GetModuleHandleA(library), "KERNEL32.dll",
+                              {{"GetLocalTime", reinterpret_cast<void *>(answer)}});
   }
 
   /// 7:08:09 and 45 ms of that day.

@@ -86,10 +86,12 @@ public:
     return count;
   }
 
-  /// What it told the debugger, once it has ended.
+  /// What it told the debugger, once it has ended; without the languages that it found at its start.
   Lines texts() const {
     debugger_.waitForEnd();
-    return debugger_.texts();
+    Lines texts = debugger_.texts();
+    std::erase_if(texts, [](std::string const & text) { return text.starts_with("[locale] "); });
+    return texts;
   }
 
 private:

@@ -1,4 +1,5 @@
-// Built once for each of some users: KIVTEST_LOCALE is the locale identifier that the process runs under.
+// Built once for each of some users: KIVTEST_SUITE names the suite, KIVTEST_LOCALE is the locale identifier that the process
+// runs under.
 #include "alocale.hpp"
 
 #include "tools/winapi.hpp"
@@ -202,7 +203,7 @@ struct User {
 
 } // namespace
 
-class LocaleFacts : public testing::Test {
+class KIVTEST_SUITE : public testing::Test {
 protected:
   void SetUp() override {
     if (GetUserDefaultLCID() != kUser)
@@ -210,13 +211,13 @@ protected:
   }
 };
 
-TEST_F(LocaleFacts, AreAllThoseOfTheSystem) {
+TEST_F(KIVTEST_SUITE, AreAllThoseOfTheSystem) {
   EXPECT_EQ(std::size(kFacts), 108u);
   for (Fact const & fact : kFacts)
     EXPECT_EQ(fact.told(), expected(fact)) << fact.name;
 }
 
-TEST_F(LocaleFacts, OfAFixedSizeAreWholeWhereTheyFitAndCutOrEmptyWhereNot) {
+TEST_F(KIVTEST_SUITE, OfAFixedSizeAreWholeWhereTheyFitAndCutOrEmptyWhereNot) {
   for (Fact const & fact : kFacts) {
     if (fact.form != Form::Fixed)
       continue;
@@ -228,7 +229,7 @@ TEST_F(LocaleFacts, OfAFixedSizeAreWholeWhereTheyFitAndCutOrEmptyWhereNot) {
   }
 }
 
-TEST_F(LocaleFacts, BeginTheWeekWithMonday) {
+TEST_F(KIVTEST_SUITE, BeginTheWeekWithMonday) {
   // 4 January 2027 is a Monday.
   SYSTEMTIME monday{};
   monday.wYear = 2027;
@@ -241,13 +242,13 @@ TEST_F(LocaleFacts, BeginTheWeekWithMonday) {
   EXPECT_STREQ(Locale::Kiv_GetAbbreviatedDayName1().c_str(), text);
 }
 
-TEST_F(LocaleFacts, TellNoMonth13WhereAYearHas12) {
+TEST_F(KIVTEST_SUITE, TellNoMonth13WhereAYearHas12) {
   EXPECT_EQ(Locale::Kiv_GetMonthName13().Len(), 0);
   EXPECT_EQ(Locale::Kiv_GetAbbreviatedMonthName13().Len(), 0);
   EXPECT_GT(Locale::Kiv_GetMonthName12().Len(), 0);
 }
 
-TEST_F(LocaleFacts, TellTheCurrencySymbolAsDateSeparator) {
+TEST_F(KIVTEST_SUITE, TellTheCurrencySymbolAsDateSeparator) {
   std::string const symbol = whole(LOCALE_SCURRENCY);
   std::string const separator = told(Locale::Kiv_GetDateSeparator());
   EXPECT_NE(separator, whole(LOCALE_SDATE));
@@ -257,13 +258,13 @@ TEST_F(LocaleFacts, TellTheCurrencySymbolAsDateSeparator) {
     EXPECT_TRUE(symbol.starts_with(separator)) << separator;
 }
 
-TEST_F(LocaleFacts, TellASortNameOnlyWhereItHasAtMost3Characters) {
+TEST_F(KIVTEST_SUITE, TellASortNameOnlyWhereItHasAtMost3Characters) {
   std::string const name = whole(LOCALE_SSORTNAME);
   EXPECT_EQ(told(Locale::Kiv_GetSortName()), leftIn(4, LOCALE_SSORTNAME));
   EXPECT_EQ(told(Locale::Kiv_GetSortName()) == name, name.size() <= 3);
 }
 
-TEST_F(LocaleFacts, ReadLanguageNumbersInHexadecimalAsDecimalDigits) {
+TEST_F(KIVTEST_SUITE, ReadLanguageNumbersInHexadecimalAsDecimalDigits) {
   unsigned long number = 0;
   char digits[8];
   std::snprintf(digits, sizeof digits, "%04x", static_cast<unsigned>(kUser));
@@ -274,7 +275,7 @@ TEST_F(LocaleFacts, ReadLanguageNumbersInHexadecimalAsDecimalDigits) {
   EXPECT_EQ(std::to_string(Locale::Kiv_GetDefaultLanguage()), std::to_string(std::atol(other.c_str())));
 }
 
-TEST_F(LocaleFacts, AreWhatTheUserKnows) {
+TEST_F(KIVTEST_SUITE, AreWhatTheUserKnows) {
   for (User const & user : kUsers) {
     if (user.locale != kUser)
       continue;
@@ -290,7 +291,7 @@ TEST_F(LocaleFacts, AreWhatTheUserKnows) {
   }
 }
 
-TEST_F(LocaleFacts, AskTheSystemAnewEachTime) {
+TEST_F(KIVTEST_SUITE, AskTheSystemAnewEachTime) {
   String const first = Locale::Kiv_GetCountryName();
   String const second = Locale::Kiv_GetCountryName();
   EXPECT_TRUE(first == second);

@@ -16,11 +16,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Whether the file is what its name says: packed words are in a DLL by name alone.
+bool isBinary(fs::path const & file) {
+  char start[2] = {};
+  std::ifstream(file, std::ios::binary).read(start, sizeof start);
+  return start[0] == 'M' && start[1] == 'Z';
+}
+
 /// Our own binaries of that kind, with the language packs. The compiler's runtime begins with "lib".
 std::vector<fs::path> binaries(std::string const & extension) {
   std::vector<fs::path> found;
   for (auto const & entry : fs::recursive_directory_iterator(packagePath("installed/bin")))
-    if (entry.path().extension() == extension && !entry.path().filename().string().starts_with("lib"))
+    if (entry.path().extension() == extension && !entry.path().filename().string().starts_with("lib") &&
+        isBinary(entry.path()))
       found.push_back(entry.path());
   return found;
 }

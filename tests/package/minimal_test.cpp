@@ -49,6 +49,11 @@ TEST(MinimalProgram, EndsByItselfWhenAskedTo) {
   EXPECT_EQ(child.waitForEnd(), 0u);
 }
 
+TEST(MinimalProgram, SpeaksTheLanguageItIsToldTo) {
+  support::ChildProcess const child(minimal("-langde"));
+  EXPECT_TRUE(support::waitForWindow({.processId = child.processId(), .title = "Das kleinste Programm"}));
+}
+
 TEST(MinimalProgram, LoadsTheDllsThatWereCopiedBesideIt) {
   support::ChildProcess const child(minimal());
   ASSERT_TRUE(mainWindow(child));

@@ -53,6 +53,9 @@ std::string environmentOf(ProgramStart const & start) {
   return block + '\0';
 }
 
+// A report of megabytes in small pieces costs a change of the process for each: on a busy machine that takes a minute.
+constexpr DWORD kOutputPiece = 1 << 16;
+
 /// The reading end of a pipe that holds the text; it is inherited.
 HANDLE inputOf(std::string const & text) {
   SECURITY_ATTRIBUTES inherited{sizeof(inherited), nullptr, TRUE};
@@ -98,7 +101,7 @@ PROCESS_INFORMATION create(ProgramStart const & start, STARTUPINFOA & startup) {
 void * ChildProcess::Stream::open() {
   SECURITY_ATTRIBUTES inherited{sizeof(inherited), nullptr, TRUE};
   HANDLE writing = nullptr;
-  if (!CreatePipe(&end_, &writing, &inherited, 0))
+  if (!CreatePipe(&end_, &writing, &inherited, kOutputPiece))
     failed("no pipe for the output");
   SetHandleInformation(end_, HANDLE_FLAG_INHERIT, 0);
   finished_ = false;
@@ -107,7 +110,7 @@ void * ChildProcess::Stream::open() {
 }
 
 void ChildProcess::Stream::read() {
-  char buffer[4096];
+  char buffer[kOutputPiece];
   DWORD count = 0;
   while (ReadFile(end_, buffer, sizeof(buffer), &count, nullptr)) {
     std::lock_guard const lock(mutex_);

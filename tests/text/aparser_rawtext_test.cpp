@@ -24,6 +24,20 @@ std::string until(KivTextParser & parser, char stop, bool consume, char escape) 
   return bytesOf(text);
 }
 
+/// All that a client can ask for.
+std::string stateOf(KivTextParser const & parser) {
+  String token, spaces;
+  parser.GetLookAheadToken(token);
+  parser.GetSpacesToken(spaces);
+  std::string state = bytesOf(token) + '|' + bytesOf(spaces) + (parser.IsOkay() ? "|okay" : "|not okay");
+  for (std::int64_t const number :
+       {std::int64_t{parser.GetTokenCount()}, parser.GetLastLineNumber(), parser.GetLookAheadLineNumber(),
+        parser.GetTokenOffset(), parser.GetNextTokenOffset(), parser.GetSavedOffset(), parser.GetSavedLineNum(),
+        parser.GetCurrentLineOffset()})
+    state += '|' + std::to_string(number);
+  return state;
+}
+
 } // namespace
 
 TEST(GetUntil, ReadsAQuotedStringAndKeepsItsEscapes) {
@@ -185,10 +199,9 @@ TEST(ParserMoveTo, OnASourceThatIsNoFileReturnsFalseAndChangesNothing) {
   ListReader::Record record;
   KivTextParser parser(new ListReader({"a b\n", "c\n"}, record), 0);
   EXPECT_EQ(next(parser), "a");
-  auto const offset = parser.GetTokenOffset();
+  std::string const state = stateOf(parser);
   EXPECT_FALSE(parser.MoveTo(0, 0));
-  EXPECT_EQ(parser.GetTokenOffset(), offset);
-  EXPECT_EQ(parser.GetLastLineNumber(), 1);
+  EXPECT_EQ(stateOf(parser), state);
   EXPECT_EQ(record.lines, 1);
   EXPECT_EQ(next(parser), "b");
 }
@@ -196,21 +209,39 @@ TEST(ParserMoveTo, OnASourceThatIsNoFileReturnsFalseAndChangesNothing) {
 TEST(ParserMoveTo, ThatTheReaderRefusesChangesNothing) {
   KivTextParser parser(textOf("a b\nc\n"), 0);
   EXPECT_EQ(next(parser), "a");
+  std::string const state = stateOf(parser);
   EXPECT_FALSE(parser.MoveTo(-5, 3));
-  EXPECT_EQ(parser.GetLastLineNumber(), 1);
+  EXPECT_EQ(stateOf(parser), state);
   EXPECT_EQ(next(parser), "b");
   EXPECT_EQ(next(parser), "c");
 }
 
-TEST(ParserMoveTo, ReturnsToASavedPlace) {
+// Not the token's place: who goes there meets the rest of its line, and only then the next.
+TEST(ParserMoveTo, SavedOffsetIsTheEndOfTheTokensLineLessTheSpacesInFront) {
   KivTextParser parser(textOf("a\nb\nc\nd\n"), 0);
   next(parser);
-  next(parser);
+  EXPECT_EQ(next(parser), "b");
   parser.SaveOffset();
+  EXPECT_EQ(parser.GetSavedOffset(), 3);
+  EXPECT_EQ(parser.GetSavedLineNum(), 1);
   EXPECT_EQ(next(parser), "c");
   EXPECT_EQ(next(parser), "d");
-  ASSERT_TRUE(
-      parser.MoveTo(parser.GetSavedOffset() + 1, parser.GetSavedLineNum() + 1)); // the token's line, and behind it
+  ASSERT_TRUE(parser.MoveTo(parser.GetSavedOffset(), parser.GetSavedLineNum()));
+  EXPECT_EQ(next(parser), "c");
+  ASSERT_TRUE(parser.MoveTo(parser.GetSavedOffset() + 1, parser.GetSavedLineNum() + 1));
+  EXPECT_EQ(parser.GetLookAheadLineNumber(), 3);
   EXPECT_EQ(next(parser), "c");
   EXPECT_EQ(next(parser), "d");
+}
+
+TEST(ParserMoveTo, ReturnsToTheLineOfTheLookAhead) {
+  KivTextParser parser(textOf("a\r\nb b\rc\n"), 0);
+  EXPECT_EQ(next(parser), "a");
+  auto const offset = parser.GetCurrentLineOffset();
+  auto const line = parser.GetLookAheadLineNumber();
+  while (next(parser) != "(end)") {
+  }
+  ASSERT_TRUE(parser.MoveTo(offset, line - 1));
+  EXPECT_EQ(parser.GetLookAheadLineNumber(), line);
+  EXPECT_EQ(next(parser), "b");
 }

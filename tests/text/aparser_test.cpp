@@ -40,6 +40,19 @@ Tokens tokensOf(std::string_view text, int commaFlag = kCommaSeparates) {
   return tokens;
 }
 
+template <class Parser>
+concept ComparesACharacter = requires(Parser & parser) {
+  parser.IsNext('a');
+};
+template <class Parser>
+concept ComparesAText = requires(Parser & parser) {
+  parser.IsNext("a");
+};
+template <class Parser>
+concept ComparesWithoutCase = requires(Parser & parser) {
+  parser.IsNexti("a");
+};
+
 } // namespace
 
 TEST(TextParser, CutsTextIntoTokens) {
@@ -92,6 +105,22 @@ TEST(TextParser, HasOneVirtualOperationAndCannotBeCopied) {
   EXPECT_TRUE((std::is_base_of_v<KivObject, KivTextParser>));
   EXPECT_TRUE(std::has_virtual_destructor_v<KivTextParser>);
   EXPECT_FALSE(std::is_copy_constructible_v<KivTextParser>);
+}
+
+// As callers know them: their own functions over a constant parser are chosen by this.
+TEST(TextParser, OnlyTheComparisonWithACharacterIsConst) {
+  EXPECT_TRUE(ComparesACharacter<KivTextParser const>);
+  EXPECT_FALSE(ComparesAText<KivTextParser const>);
+  EXPECT_FALSE(ComparesWithoutCase<KivTextParser const>);
+  EXPECT_TRUE(ComparesAText<KivTextParser>);
+  EXPECT_TRUE(ComparesWithoutCase<KivTextParser>);
+}
+
+TEST(TextParser, CountIsALongAndPlacesHave64Bits) {
+  KivTextParser const parser(nullptr, 0);
+  EXPECT_TRUE((std::is_same_v<decltype(parser.GetTokenCount()), long>));
+  EXPECT_EQ(sizeof(parser.GetTokenOffset()), 8u);
+  EXPECT_EQ(sizeof(parser.GetLastLineNumber()), 8u);
 }
 
 TEST(TextParser, UnreadableSourceShowsAsNotOkayAndLeavesTheStart) {
@@ -233,7 +262,7 @@ TEST(TextParser, IsNextWithACharacterLooksAtTheFirstOnly) {
 }
 
 TEST(TextParser, IsNextWithATextComparesTheWholeToken) {
-  KivTextParser const parser(textOf("abc"), 0);
+  KivTextParser parser(textOf("abc"), 0);
   EXPECT_TRUE(parser.IsNext("abc"));
   EXPECT_FALSE(parser.IsNext("ab"));
   EXPECT_FALSE(parser.IsNext("abcd"));
@@ -281,6 +310,30 @@ TEST(TextParser, EndOfTheInputRepeatsWithoutFurtherReads) {
   EXPECT_EQ(token, "kept");
   EXPECT_EQ(record.lines, 2);
   EXPECT_EQ(parser.GetLookAheadLineNumber(), 2);
+}
+
+// What a source leaves in the line when it fails counts as the rest of the line, in offsets too.
+TEST(TextParser, LineThatAFailedReadLeavesIsMetBySkipToken) {
+  class LastWords : public ListReader {
+  public:
+    using ListReader::ListReader;
+    bool GetLine(String & line) override {
+      bool const read = ListReader::GetLine(line);
+      if (!read)
+        line = "left over\n";
+      return read;
+    }
+  };
+  ListReader::Record record;
+  KivTextParser parser(new LastWords({"a\n"}, record), 0);
+  EXPECT_EQ(next(parser), "a");
+  EXPECT_FALSE(parser.IsOkay());
+  EXPECT_EQ(parser.GetCurrentLineOffset(), 2);
+  EXPECT_EQ(next(parser), "(end)");
+  parser.SkipToken();
+  EXPECT_EQ(next(parser), "left");
+  EXPECT_EQ(next(parser), "over");
+  EXPECT_EQ(next(parser), "(end)");
 }
 
 TEST(TextParser, FailedGetNextTokenStillSetsLineAndOffset) {

@@ -23,6 +23,14 @@ public:
   using KivFileReader::fileSize;
   using KivTextFileReader::KivTextFileReader;
 
+  /// From here on the file is open without the right to read it.
+  void loseReadAccess() {
+    HANDLE weak = INVALID_HANDLE_VALUE;
+    ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &weak, FILE_READ_ATTRIBUTES, FALSE,
+                                DUPLICATE_CLOSE_SOURCE));
+    handle = weak;
+  }
+
   /// The slot of a virtual operation among those of the class.
   template <class Operation> static std::size_t slotOf(Operation operation) {
     std::size_t offset[2];
@@ -279,7 +287,7 @@ TEST(TextFileReader, FailedReadDropsTheUnfinishedLineSilently) {
   ASSERT_TRUE(reader->Init());
   String line;
   ASSERT_TRUE(reader->GetLine(line));
-  ASSERT_TRUE(CloseHandle(reader->GetHandle())); // the next block can't be read
+  reader->loseReadAccess();
   EXPECT_FALSE(reader->GetLine(line));
   EXPECT_EQ(line, "one\n");
   EXPECT_EQ(reader->bytesRead, 0);
@@ -308,10 +316,34 @@ TEST(TextFileReader, FileStaysOpenUntilTheReaderDies) {
     ASSERT_TRUE(reader->Init());
     EXPECT_TRUE(reader->Done());
     EXPECT_FALSE(DeleteFileA(name.c_str()));
-    Owned<> const second(name); // others may read it
-    EXPECT_TRUE(second->Init());
   }
   EXPECT_TRUE(DeleteFileA(name.c_str()));
+}
+
+TEST(TextFileReader, OthersMayReadItsFileButNotWriteIt) {
+  std::string const name = writeText("one\n");
+  Owned<> const reader(name);
+  ASSERT_TRUE(reader->Init());
+  Owned<> const second(name);
+  EXPECT_TRUE(second->Init());
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  HANDLE const writer = CreateFileA(name.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_EQ(writer, INVALID_HANDLE_VALUE);
+  EXPECT_EQ(GetLastError(), DWORD{ERROR_SHARING_VIOLATION});
+}
+
+TEST(TextFileReader, InitFailsOnAFileThatIsOpenForWriting) {
+  std::string const name = writeText("one\n");
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  HANDLE const writer = CreateFileA(name.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(writer, INVALID_HANDLE_VALUE);
+  {
+    Owned<> const reader(name);
+    EXPECT_FALSE(reader->Init());
+  }
+  CloseHandle(writer);
+  Owned<> const reader(name);
+  EXPECT_TRUE(reader->Init());
 }
 
 TEST(TextFileReader, ReadersTakeTurnsLineByLine) {

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <ostream>
+#include <random>
 #include <string>
 
 using SV::String;
@@ -131,6 +132,31 @@ INSTANTIATE_TEST_SUITE_P(Terms, Surrounded,
 TEST(SurroundedText, IsSharedWhenItComesBackUnchanged) {
   String const text("(a)");
   EXPECT_EQ(Kiv_EnsureSurroundingParentheses(text).block(), text.block());
+}
+
+// Bad input.
+
+TEST(TextHelpers, OfRandomBytesStayWithinThem) {
+  support::GuardPages const guard;
+  std::mt19937 random(5);
+  for (int i = 0; i < 3000; ++i) {
+    std::size_t const length = random() % 24;
+    auto const text = std::make_unique<char[]>(length + 1); // ends at a page without access
+    bool const any = random() % 2 == 0;
+    for (std::size_t at = 0; at < length; ++at)
+      text[at] = any ? static_cast<char>(1 + random() % 255) : "C1:\\/.,+-()N"[random() % 12];
+    for (auto const check :
+         {Kiv_Valid_Integer, Kiv_Valid_Double, Kiv_Valid_Filename, Kiv_Valid_DBFilename, Kiv_FileIsInUse})
+      check(text.get());
+    kiv_atof(text.get());
+    kiv_lexcmp(text.get(), "C1");
+    kiv_charreplace(text.get(), '/', ':');
+    String name(text.get());
+    Kiv_MakeNextName(name);
+    EXPECT_EQ(name.lastChar(), ')');
+    EXPECT_GE(Kiv_EnsureSurroundingParentheses(text.get()).Len(), 2);
+    Kiv_GetVirtualKeyFromString(text.get());
+  }
 }
 
 // Characters of XML.

@@ -36,12 +36,12 @@ std::string randomBytes(std::mt19937 & random) {
   return bytes;
 }
 
-/// A line of 8192 bytes rightly ends the process, so there is none.
+/// A line of 8192 bytes rightly ends the process, so there is none; a longer one becomes one of the 8191 that are allowed.
 void breakLongLines(std::string & text) {
   std::size_t length = 0;
   for (char & c : text) {
     length = c == '\r' || c == '\n' ? 0 : length + 1;
-    if (length == 8191) {
+    if (length == 8192) {
       c = '\n';
       length = 0;
     }

@@ -1,9 +1,14 @@
-// The sample "words" over a text of more than a megabyte: every word, in its place.
+// The sample "words" over texts of more than a megabyte: every word, in its place.
 
 #include "textfile.hpp"
 
 #include "support/child_process.hpp"
+#include "support/files.hpp"
 
+#include <algorithm>
+#include <cctype>
+#include <clocale>
+#include <cstring>
 #include <random>
 
 namespace {
@@ -96,6 +101,49 @@ private:
   std::size_t lineStart_ = 0;
 };
 
+bool isLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; }
+bool isWordChar(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || (c != '\0' && std::strchr("+-._", c) != nullptr);
+}
+
+/// The report on a text of lines that end in a line feed, from one look at each byte.
+std::string reportOn(std::string const & text) {
+  std::string report;
+  std::size_t lineStart = 0;
+  int line = 1;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == '\n') {
+      lineStart = at + 1;
+      ++line;
+    }
+    std::size_t const start = at;
+    while (at < text.size() && isWordChar(text[at]))
+      ++at;
+    if (at == start)
+      continue;
+    std::string const run = text.substr(start, at-- - start);
+    auto const first = std::find_if(run.begin(), run.end(), isLetter);
+    if (first == run.end())
+      continue;
+    std::size_t const offset = start + static_cast<std::size_t>(first - run.begin());
+    report += std::to_string(line) + ':' + std::to_string(offset - lineStart + 1) + ' ' + std::to_string(offset) + ' ' +
+              std::string(first, std::find_if(run.rbegin(), run.rend(), isLetter).base()) + "\r\n";
+  }
+  return report;
+}
+
+/// The pages of this project, one behind the other.
+std::string ourPages() {
+  std::string text;
+  for (char const * const page : {"README.md", "docs/text.md", "docs/diagnostics.md", "docs/ciphers.md",
+                                  "docs/frame.md", "docs/command-line.md", "docs/adding-a-module.md"}) {
+    auto const bytes = support::readFile(std::string(KIVARA_SOURCE_FOLDER "/") + page);
+    EXPECT_TRUE(bytes && bytes->ends_with('\n')) << page;
+    text += bytes.value_or("");
+  }
+  return text;
+}
+
 } // namespace
 
 TEST(Words, ReportsEveryWordOfALongTextWithItsPlace) {
@@ -106,6 +154,27 @@ TEST(Words, ReportsEveryWordOfALongTextWithItsPlace) {
   EXPECT_EQ(result.exitCode, 0u);
   ASSERT_EQ(result.output.size(), prose.report.size());
   EXPECT_TRUE(result.output == prose.report);
+}
+
+TEST(Words, ReportsEveryWordOfTheProjectsOwnPages) {
+  ASSERT_TRUE(std::setlocale(LC_CTYPE, "")); // as the program does
+  std::string const pages = ourPages();
+  ASSERT_GT(pages.size(), 10'000u);
+  std::string text;
+  while (text.size() <= std::size_t{1} << 20)
+    text += pages;
+  auto const result = support::runProgram({.program = "words", .arguments = writeText(text)});
+  std::string const report = reportOn(text);
+  EXPECT_EQ(result.exitCode, 0u);
+  ASSERT_EQ(result.output.size(), report.size());
+  EXPECT_TRUE(result.output == report);
+}
+
+TEST(Words, ByteOfValueZeroSeparatesWordsAndMovesNoColumn) {
+  using namespace std::string_literals;
+  std::string const text = "one \0 two\0\n  three\n\0\0four\n"s;
+  auto const result = support::runProgram({.program = "words", .arguments = writeText(text)});
+  EXPECT_EQ(result.output, "1:1 0 one\r\n1:7 6 two\r\n2:3 13 three\r\n3:3 21 four\r\n");
 }
 
 TEST(Words, TellsWhenTheFileCannotBeRead) {

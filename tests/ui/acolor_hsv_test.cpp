@@ -76,43 +76,56 @@ constexpr HsvRow kHsvRows[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Table, HsvTable, testing::ValuesIn(kHsvRows));
 
+Hsv hsvOfPacked(unsigned long packed) {
+  return hsvOf(static_cast<float>(redOf(packed)) / 255, static_cast<float>(greenOf(packed)) / 255,
+               static_cast<float>(blueOf(packed)) / 255);
+}
+
+/// Of whole numbers: the hue goes along the edges of a hexagon, by the middle one of the channels.
+Hsv plainHsv(unsigned red, unsigned green, unsigned blue) {
+  unsigned const most = std::max({red, green, blue});
+  unsigned const least = std::min({red, green, blue});
+  if (most == least)
+    return {0, 0, static_cast<float>(most / 255.0)};
+  double const part = (red + green + blue - most - 2.0 * least) / (most - least);
+  double corner = 0;
+  bool isBehind = false; // the corner's colour, counted in the direction of growing hues
+  if (most == red) {
+    isBehind = green >= blue;
+    corner = isBehind ? 0 : 6;
+  } else if (most == green) {
+    isBehind = blue >= red;
+    corner = 2;
+  } else {
+    isBehind = red >= green;
+    corner = 4;
+  }
+  double const hue = (isBehind ? corner + part : corner - part) * 60;
+  return {static_cast<float>(hue), static_cast<float>((most - least) / static_cast<double>(most)),
+          static_cast<float>(most / 255.0)};
+}
+
+bool isNear(Hsv const & a, Hsv const & b) {
+  return std::abs(a.h - b.h) < 1e-3f && std::abs(a.s - b.s) < 1e-6f && std::abs(a.v - b.v) < 1e-6f;
+}
+
 TEST(Hsv, OfEveryColourIsThatOfAPlainComputation) {
-  constexpr double pi = 3.14159265358979323846;
   for (unsigned long packed = 0; packed < kAllColors; ++packed) {
-    unsigned const red = redOf(packed);
-    unsigned const green = greenOf(packed);
-    unsigned const blue = blueOf(packed);
-    Hsv const hsv =
-        hsvOf(static_cast<float>(red) / 255, static_cast<float>(green) / 255, static_cast<float>(blue) / 255);
-    unsigned const most = std::max({red, green, blue});
-    unsigned const least = std::min({red, green, blue});
-    ASSERT_NEAR(hsv.v, most / 255.0, 1e-6) << packed;
-    ASSERT_NEAR(hsv.s, most == 0 ? 0 : (most - least) / static_cast<double>(most), 1e-6) << packed;
-    // In the hexagon the way along its edge: from the middle of three channels.
-    unsigned const middle = red + green + blue - most - least;
-    double const part = most == least ? 0 : (middle - least) / static_cast<double>(most - least);
-    double hue = 0;
-    if (most == red)
-      hue = green >= blue ? part : 6 - part;
-    else if (most == green)
-      hue = red >= blue ? 2 - part : 2 + part;
-    else
-      hue = green >= red ? 4 - part : 4 + part;
-    double const apart = (hsv.h - hue * 60) / 180 * pi;
-    ASSERT_NEAR(std::cos(apart), 1, 1e-9) << packed << " has hue " << hsv.h; // 360 and 0 are one
-    ASSERT_TRUE(hsv.h >= 0 && hsv.h < 360.0001f) << packed;
+    Hsv const hsv = hsvOfPacked(packed);
+    if (!isNear(hsv, plainHsv(redOf(packed), greenOf(packed), blueOf(packed))) || hsv.h < 0 || hsv.h >= 360)
+      FAIL() << packed << " has hue " << hsv.h << ", saturation " << hsv.s << ", value " << hsv.v;
   }
 }
 
 TEST(Hsv, BringsEveryColourBack) {
   for (unsigned long packed = 0; packed < kAllColors; ++packed) {
-    float const red = static_cast<float>(redOf(packed)) / 255;
-    float const green = static_cast<float>(greenOf(packed)) / 255;
-    float const blue = static_cast<float>(blueOf(packed)) / 255;
-    Hsv const hsv = hsvOf(red, green, blue);
+    Hsv const hsv = hsvOfPacked(packed);
     Rgb const back = rgbOf(hsv.h, hsv.s, hsv.v);
-    float const apart = std::max({std::abs(back.r - red), std::abs(back.g - green), std::abs(back.b - blue)});
-    ASSERT_LT(apart, 1e-5f) << packed;
+    unsigned long const again = static_cast<unsigned long>(back.r * 255 + 0.5f) |
+                                static_cast<unsigned long>(back.g * 255 + 0.5f) << 8 |
+                                static_cast<unsigned long>(back.b * 255 + 0.5f) << 16;
+    if (again != packed)
+      FAIL() << packed << " came back as " << again;
   }
 }
 

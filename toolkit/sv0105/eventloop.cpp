@@ -1,5 +1,6 @@
 #include "sv/application.hpp"
 
+#include "helpkeys.hpp"
 #include "toolkit.hpp"
 
 namespace SV {
@@ -9,6 +10,8 @@ namespace {
 constexpr DWORD kRescheduleMilliseconds = 100;
 
 void dispatch(MSG & message) {
+  if (detail::isHelpMessage(message))
+    return;
   if (HWND const client = detail::toolkit().mdiClient; client && TranslateMDISysAccel(client, &message))
     return;
   TranslateMessage(&message);

@@ -24,6 +24,8 @@ Help * Application::ChangeHelp(Help * help) { return std::exchange(toolkit().hel
 
 Help * Application::GetHelp() { return toolkit().help; }
 
+unsigned short Application::EnableHelp(unsigned short modes) { return std::exchange(toolkit().helpModes, modes); }
+
 Font Application::ChangeAppFont(Font const & font) {
   Font former = std::exchange(toolkit().font, Font(font));
   detail::applyApplicationFont();

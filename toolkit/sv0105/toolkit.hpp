@@ -24,6 +24,8 @@ struct Toolkit {
   unsigned short wait = 0;
   bool helpPointer = false;
   Help * help = nullptr;
+  unsigned short helpModes = 0;
+  bool extendedHelp = false; ///< the next click asks for help
   Font font;
   International * international = nullptr; ///< made when first asked for: it reads the system's tables
   bool dialogSuppression = false;

@@ -29,6 +29,11 @@ inline constexpr long EXC_RESOURCE_NOT_LOADED = 0x100;       ///< the argument i
 inline constexpr long EXC_SYSTEM_OBJECT_NOT_CREATED = 0x200; ///< the argument is the system's error code, or 0
 inline constexpr long EXC_RESOURCE_FILE_NOT_LOADED = 0x400;  ///< the argument is the address of the file name
 
+/// Ways to ask for help, which EnableHelp takes as a sum.
+inline constexpr unsigned short HELP_BY_KEY = 1; ///< F1 starts the help
+inline constexpr unsigned short HELP_EXTENDED =
+    2; ///< Shift+F1 calls ActivateExtHelp; the next click then starts the help
+
 /// The toolkit's frame of a program. All of it is used on the main thread.
 ///
 /// An executable defines one static object of a derived class. The entry routine brings the toolkit up with InitSV,
@@ -80,6 +85,10 @@ public:
   /// The help in use, not owned; the former one is the result.
   static Help * ChangeHelp(Help * help);
   static Help * GetHelp();
+
+  /// Sets by which keys the user gets help, HELP_BY_KEY and HELP_EXTENDED or 0; none at first. The former ones are the
+  /// result. Escape ends what Shift+F1 has begun, and either end calls DeactivateExtHelp.
+  static unsigned short EnableHelp(unsigned short modes);
 
   /// The font of all windows that set none; the former one is the result. Windows that are open take it at once.
   static Font ChangeAppFont(Font const & font);

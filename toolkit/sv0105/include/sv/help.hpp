@@ -21,6 +21,9 @@ public:
   String const & GetFileName() const { return fileName_; }
   String ChangeFileName(String const & fileName);
 
+  /// Opens the file with the program that the system has for it. False when that cannot be done, or without a name.
+  virtual bool Start();
+
 private:
   String fileName_;
 };

@@ -1,0 +1,173 @@
+#include "processmodel.hpp"
+
+#include "words.hpp"
+
+#include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <numeric>
+#include <optional>
+
+using SV::String;
+
+namespace modeler {
+namespace {
+
+struct KindWord {
+  Word word;
+  NodeKind kind;
+};
+constexpr KindWord kKinds[] = {{WORD_START, NodeKind::Start},
+                               {WORD_ACTIVITY, NodeKind::Activity},
+                               {WORD_DECISION, NodeKind::Decision},
+                               {WORD_END, NodeKind::End}};
+
+bool is(String const & token, Word word) { return Kiv_MultiLangEquals(token, word, nullptr); }
+
+std::optional<NodeKind> kindOf(String const & token) {
+  for (KindWord const & row : kKinds)
+    if (is(token, row.word))
+      return row.kind;
+  return std::nullopt;
+}
+
+/// Without the backslashes in front of quotation marks.
+String unquoted(String const & text) { return Kiv_Unmask(text.c_str(), '\\'); }
+
+/// While it lives, letters are those of the code page: the parser asks the runtime what belongs to a word.
+class LettersOfCodePage {
+public:
+  LettersOfCodePage() : former_(std::setlocale(LC_CTYPE, nullptr)) { std::setlocale(LC_CTYPE, ".ACP"); }
+  LettersOfCodePage(LettersOfCodePage const &) = delete;
+  LettersOfCodePage & operator=(LettersOfCodePage const &) = delete;
+  ~LettersOfCodePage() { std::setlocale(LC_CTYPE, former_.c_str()); }
+
+private:
+  String former_;
+};
+
+class Reader {
+public:
+  Reader(String const & fileName, ProcessModel & model)
+      : parser_(new KivTextFileReader(fileName.c_str()), 1), model_(model) {}
+
+  /// Empty when all is well.
+  String read() {
+    if (!parser_.IsOkay() && parser_.GetLookAheadLineNumber() == 0)
+      return "The file cannot be read.";
+    while (fault_.Len() == 0 && readStatement()) {
+    }
+    return fault_;
+  }
+
+private:
+  /// False at the end of the file.
+  bool readStatement() {
+    if (parser_.IsNext('#')) {
+      parser_.SkipLine();
+      return true;
+    }
+    String word;
+    line_ = parser_.GetLookAheadLineNumber();
+    if (!parser_.GetNextToken(word))
+      return false;
+    if (is(word, WORD_PROCESS))
+      readText(model_.name);
+    else if (is(word, WORD_FLOW))
+      readFlow();
+    else if (std::optional<NodeKind> const kind = kindOf(word))
+      readNode(*kind);
+    else
+      fail("'" + word + "' begins no statement");
+    return true;
+  }
+
+  void readNode(NodeKind kind) {
+    Node node{kind, {}, {}, 0};
+    if (!readIdentifier(node.id) || !readText(node.text))
+      return;
+    if (find(node.id) != model_.nodes.size()) {
+      fail("'" + node.id + "' is there twice");
+      return;
+    }
+    String word;
+    parser_.GetLookAheadToken(word);
+    if (parser_.IsOkay() && is(word, WORD_DURATION)) {
+      parser_.SkipToken();
+      if (!readNumber(node.duration))
+        return;
+    }
+    model_.nodes.push_back(node);
+  }
+
+  void readFlow() {
+    Flow flow{};
+    if (!readNodeName(flow.from) || !readNodeName(flow.to))
+      return;
+    if (parser_.IsNext('"') && !readText(flow.text))
+      return;
+    model_.flows.push_back(flow);
+  }
+
+  bool readIdentifier(String & id) {
+    return parser_.GetNextToken(id) && id.c_str()[0] != '"' ? true : fail("an identifier is missing");
+  }
+
+  bool readNodeName(std::size_t & place) {
+    String id;
+    if (!readIdentifier(id))
+      return false;
+    place = find(id);
+    return place != model_.nodes.size() ? true : fail("there is no '" + id + "' above");
+  }
+
+  bool readText(String & text) {
+    if (!parser_.ExpectToken('"'))
+      return fail("a text in quotation marks is missing");
+    String quoted;
+    parser_.GetUntil('"', quoted, true, '\\');
+    text = unquoted(quoted);
+    return true;
+  }
+
+  bool readNumber(long & number) {
+    String token;
+    if (!parser_.GetNextToken(token) || !Kiv_Valid_Integer(token.c_str()) || token.Len() > 9 ||
+        std::atol(token.c_str()) < 0)
+      return fail("a duration in minutes is missing");
+    number = std::atol(token.c_str());
+    return true;
+  }
+
+  std::size_t find(String const & id) const {
+    auto const place =
+        std::find_if(model_.nodes.begin(), model_.nodes.end(), [&id](Node const & node) { return node.id == id; });
+    return static_cast<std::size_t>(place - model_.nodes.begin());
+  }
+
+  bool fail(String const & reason) {
+    fault_ = "Line " + String(line_) + ": " + reason + ".";
+    return false;
+  }
+
+  LettersOfCodePage letters_;
+  KivTextParser parser_;
+  ProcessModel & model_;
+  std::int64_t line_ = 0;
+  String fault_;
+};
+
+} // namespace
+
+bool readProcessModel(String const & fileName, ProcessModel & model, String & fault) {
+  model = {};
+  fault = Reader(fileName, model).read();
+  return fault.Len() == 0;
+}
+
+long totalDuration(ProcessModel const & model) {
+  return std::accumulate(model.nodes.begin(), model.nodes.end(), 0L,
+                         [](long sum, Node const & node) { return sum + node.duration; });
+}
+
+} // namespace modeler

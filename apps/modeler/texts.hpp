@@ -1,0 +1,42 @@
+#pragma once
+/// \file
+/// The program's texts, by their numbers in the language packs of apps/modeler/resources.
+
+#include "kivara.hpp"
+#include "sv/resource.hpp"
+
+namespace modeler {
+
+enum class Text : unsigned short {
+  MenuFile = 0x4001,
+  MenuRaise,
+  MenuWindow,
+  MenuLanguage,
+  MenuHelp,
+  Open,
+  OpenSample,
+  Exit,
+  RaiseUser,
+  RaiseUserGroup,
+  Start,
+  Events,
+  Cascade,
+  Tile,
+  About,
+  TitleStart,
+  TitleEvents,
+  TitleAbout,
+  Version,
+  ModelFault,
+  ModelFiles,
+  Minutes
+};
+
+/// In the current language. The pack of the program lies behind that of the library, which stays the active one: a text is
+/// asked of it alone, since a look-up that goes on to it would leave the library without its own texts.
+inline SV::String text(Text which) {
+  unsigned long const id = SV::RSC_STRING << 16 | static_cast<unsigned short>(which);
+  return SV::Resource::LoadString(SV::ResId(id, KivInternational::getNextResMgr()));
+}
+
+} // namespace modeler

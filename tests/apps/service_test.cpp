@@ -1,0 +1,152 @@
+// The host without a user interface, from its command line to its orderly end.
+#include "support/child_process.hpp"
+#include "support/files.hpp"
+#include "support/windows.hpp"
+#include "tools/winapi.hpp"
+
+#include <gtest/gtest.h>
+
+#include <winsock2.h>
+
+namespace {
+
+/// A running service in a working folder of its own.
+class ServiceRun {
+public:
+  explicit ServiceRun(std::string const & arguments)
+      : child_({.program = "service", .arguments = arguments, .workingFolder = folder_.path()}) {
+    WSADATA data;
+    WSAStartup(MAKEWORD(2, 2), &data);
+  }
+  ServiceRun(ServiceRun const &) = delete;
+  ServiceRun & operator=(ServiceRun const &) = delete;
+  ~ServiceRun() { WSACleanup(); }
+
+  support::ChildProcess & child() { return child_; }
+  std::string file(std::string const & name) const { return support::readFile(folder_ / name).value_or("(none)"); }
+
+  /// The number that it prints once it listens.
+  int port() const {
+    constexpr char kBefore[] = "listening on 127.0.0.1:";
+    EXPECT_TRUE(child_.waitForOutput("\r\n"));
+    std::string const output = child_.output();
+    EXPECT_EQ(output.rfind(kBefore, 0), 0u) << output;
+    return output.rfind(kBefore, 0) == 0 ? std::stoi(output.substr(sizeof kBefore - 1)) : 0;
+  }
+
+  /// Sends the bytes and gives all that comes back.
+  std::string exchange(std::string const & bytes) const {
+    SOCKET const connection = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<u_short>(port()));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    EXPECT_EQ(connect(connection, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+    send(connection, bytes.data(), static_cast<int>(bytes.size()), 0);
+    shutdown(connection, SD_SEND);
+    std::string answer;
+    char block[1024];
+    for (int count; (count = recv(connection, block, sizeof block, 0)) > 0;)
+      answer.append(block, static_cast<std::size_t>(count));
+    closesocket(connection);
+    return answer;
+  }
+
+  std::string request(std::string const & line) const {
+    return exchange(line + " HTTP/1.1\r\nHost: localhost\r\n\r\n");
+  }
+
+  unsigned long stop() {
+    request("POST /stop");
+    return child_.waitForEnd();
+  }
+
+private:
+  support::TempFolder folder_;
+  support::ChildProcess child_;
+};
+
+bool holds(std::string const & text, std::string const & part) { return text.find(part) != std::string::npos; }
+
+TEST(Service, AnswersAndEndsWhenItIsAsked) {
+  ServiceRun run("");
+  std::string const status = run.request("GET /status");
+  EXPECT_TRUE(holds(status, "HTTP/1.0 200 OK\r\n")) << status;
+  EXPECT_TRUE(holds(status, "\nlanguage: 2057\n")) << status;
+  EXPECT_EQ(run.stop(), 0u);
+}
+
+TEST(Service, TakesTheLanguageThatItIsTold) {
+  ServiceRun run("-langde");
+  EXPECT_TRUE(holds(run.request("GET /status"), "\nlanguage: 1031\n"));
+  EXPECT_EQ(run.stop(), 0u);
+}
+
+TEST(Service, FindsWordsOfEveryLanguage) {
+  ServiceRun run("");
+  EXPECT_TRUE(holds(run.request("GET /words/activity"), "\r\n\r\n1001\n"));
+  EXPECT_TRUE(holds(run.request("GET /words/Entscheidung"), "\r\n\r\n1002\n"));
+  EXPECT_TRUE(holds(run.request("GET /words/nothing"), "HTTP/1.0 404 Not Found\r\n"));
+  EXPECT_EQ(run.stop(), 0u);
+}
+
+TEST(Service, RefusesWhatIsNoRequestAndGoesOn) {
+  ServiceRun run("");
+  for (std::string const bytes : {"", "GET\r\n\r\n", "GET /status\r\n\r\n", "GET status HTTP/1.1\r\n\r\n"})
+    EXPECT_TRUE(holds(run.exchange(bytes), "HTTP/1.0 400 Bad Request\r\n")) << bytes;
+  run.exchange(std::string(100'000, 'x')); // answered, or cut off on the way
+  EXPECT_TRUE(holds(run.request("GET /elsewhere"), "HTTP/1.0 404 Not Found\r\n"));
+  EXPECT_TRUE(holds(run.request("GET /stop"), "HTTP/1.0 404 Not Found\r\n"));
+  EXPECT_EQ(run.stop(), 0u);
+}
+
+TEST(Service, WritesPidFileAndLog) {
+  ServiceRun run("-pidfileservice.pid -wslogfileservice.log -wslogbackup3");
+  run.request("GET /status");
+  EXPECT_EQ(run.file("service.pid"), std::to_string(run.child().processId()) + "\r\n");
+  EXPECT_EQ(run.stop(), 0u);
+  std::string const log = run.file("service.log");
+  EXPECT_TRUE(holds(log, ": listening on 127.0.0.1:")) << log;
+  EXPECT_TRUE(holds(log, ": GET /status\r\n")) << log;
+  EXPECT_TRUE(holds(log, ": POST /stop\r\n")) << log;
+  EXPECT_TRUE(log.ends_with(": stopped\r\n")) << log;
+}
+
+TEST(Service, TellsTheAnswerInTheLongFormOfTheLog) {
+  ServiceRun run("-wslogfileservice.log -wslogformatlong");
+  run.request("GET /elsewhere");
+  EXPECT_EQ(run.stop(), 0u);
+  EXPECT_TRUE(holds(run.file("service.log"), ": GET /elsewhere -> 404, ")) << run.file("service.log");
+}
+
+TEST(Service, KeepsYesterdaysLogAsABackup) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "service.log", "2001.02.03, 07:08:09: an old line\r\n");
+  ServiceRun run("\"-wslogfile" + folder / "service.log" + "\" -wslogbackup1");
+  run.port();
+  EXPECT_EQ(run.stop(), 0u);
+  EXPECT_EQ(support::readFile(folder / "service_2001.02.03.log"), "2001.02.03, 07:08:09: an old line\r\n");
+}
+
+TEST(Service, TakesThePortThatItIsToldAndSaysInItsLogsWhenItCannot) {
+  ServiceRun first("");
+  std::string const port = std::to_string(first.port());
+  ServiceRun second("-port" + port + " -wslogfileservice.log -log_no_dialogsdialogs.log");
+  EXPECT_EQ(second.child().waitForEnd(), 2u);
+  std::string const reason = "The port " + port + " cannot be used: system error ";
+  EXPECT_TRUE(holds(second.file("dialogs.log"), reason)) << second.file("dialogs.log");
+  EXPECT_TRUE(holds(second.file("service.log"), reason)) << second.file("service.log");
+  EXPECT_EQ(first.stop(), 0u);
+  ServiceRun third("-port" + port);
+  EXPECT_EQ(std::to_string(third.port()), port);
+  EXPECT_EQ(third.stop(), 0u);
+}
+
+TEST(Service, ShowsNoWindow) {
+  ServiceRun run("");
+  run.port();
+  EXPECT_TRUE(support::findWindows({.processId = run.child().processId()}).empty());
+  EXPECT_EQ(run.stop(), 0u);
+}
+
+} // namespace

@@ -1,0 +1,20 @@
+#pragma once
+/// \file
+/// Between UTF-8 and the 8-bit characters of a code page.
+
+#include <optional>
+#include <string>
+
+namespace kivml {
+
+/// Whether the system knows the code page and its characters are 8-bit codes, as those of texts are.
+bool isUsableCodePage(unsigned codePage);
+
+/// The text in the code page.
+/// \param reason  why there is none: it is no UTF-8, or which character the code page lacks
+std::optional<std::string> fromUtf8(std::string const & utf8, unsigned codePage, std::string & reason);
+
+/// The text in UTF-8; nothing when it is not one that fromUtf8 would turn back into the same bytes.
+std::optional<std::string> toUtf8(std::string const & text, unsigned codePage);
+
+} // namespace kivml

@@ -1,0 +1,115 @@
+// kivml: packs a list of texts for one language into kivml.dll, unpacks such a file and checks one.
+#include "codepage.hpp"
+#include "fileaccess.hpp"
+#include "packedfile.hpp"
+#include "textlist.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <optional>
+
+namespace {
+
+using namespace kivml;
+
+constexpr int kDone = 0;
+constexpr int kFaulty = 1;
+constexpr int kMisused = 2;
+
+constexpr char kUsage[] =
+    "usage: kivml pack LIST PACKED [--codepage N]\n"
+    "       kivml unpack PACKED LIST [--codepage N]\n"
+    "       kivml check PACKED\n"
+    "LIST is UTF-8 with a text on each line: its decimal identifier, a blank, the text. \\n, \\r, \\t,\n"
+    "\\\\ and \\xHH stand for characters; lines that begin with ';' are comments. The code page is\n"
+    "1252 unless told otherwise.\n";
+
+struct Arguments {
+  std::vector<std::string> words;
+  unsigned codePage = 1252;
+};
+
+std::optional<Arguments> readArguments(int argc, char ** argv) {
+  Arguments arguments;
+  for (int i = 1; i < argc; ++i) {
+    if (std::string(argv[i]) != "--codepage") {
+      arguments.words.emplace_back(argv[i]);
+      continue;
+    }
+    if (++i == argc)
+      return std::nullopt;
+    arguments.codePage = static_cast<unsigned>(std::strtoul(argv[i], nullptr, 10));
+    if (!isUsableCodePage(arguments.codePage)) {
+      std::fprintf(stderr, "kivml: there is no code page %s with 8-bit characters\n", argv[i]);
+      return std::nullopt;
+    }
+  }
+  return arguments;
+}
+
+/// Tells the faults in the order of their places, as "file:line: reason" or "file: record N: reason".
+int tell(std::string const & file, Faults faults, char const * placeName) {
+  std::stable_sort(faults.begin(), faults.end(), [](Fault const & a, Fault const & b) { return a.place < b.place; });
+  for (Fault const & fault : faults) {
+    std::string const place = fault.place == 0 ? "" : placeName + std::to_string(fault.place);
+    std::fprintf(stderr, "%s%s: %s\n", file.c_str(), place.c_str(), fault.reason.c_str());
+  }
+  return faults.empty() ? kDone : kFaulty;
+}
+
+int packList(std::string const & list, std::string const & packed, unsigned codePage) {
+  Faults faults;
+  Texts const texts = readList(readFile(list), codePage, faults);
+  if (faults.empty()) {
+    writeFile(packed, pack(texts));
+    std::printf("%s: %zu texts\n", packed.c_str(), texts.size());
+  }
+  return tell(list, faults, ":");
+}
+
+int unpackFile(std::string const & packed, std::string const & list, unsigned codePage) {
+  Faults faults;
+  Texts const texts = unpack(readFile(packed), faults);
+  if (faults.empty()) {
+    writeFile(list, writeList(texts, codePage));
+    std::printf("%s: %zu texts\n", list.c_str(), texts.size());
+  }
+  return tell(packed, faults, ": record ");
+}
+
+int checkFile(std::string const & packed) {
+  Faults faults;
+  Texts const texts = unpack(readFile(packed), faults);
+  if (faults.empty())
+    std::printf("%s: %zu texts, no fault\n", packed.c_str(), texts.size());
+  return tell(packed, faults, ": record ");
+}
+
+int run(Arguments const & arguments) {
+  std::vector<std::string> const & words = arguments.words;
+  if (words.size() == 3 && words[0] == "pack")
+    return packList(words[1], words[2], arguments.codePage);
+  if (words.size() == 3 && words[0] == "unpack")
+    return unpackFile(words[1], words[2], arguments.codePage);
+  if (words.size() == 2 && words[0] == "check")
+    return checkFile(words[1]);
+  std::fputs(kUsage, stderr);
+  return kMisused;
+}
+
+} // namespace
+
+int main(int argc, char ** argv) {
+  try {
+    std::optional<Arguments> const arguments = readArguments(argc, argv);
+    if (arguments)
+      return run(*arguments);
+    std::fputs(kUsage, stderr);
+    return kMisused;
+  } catch (std::exception const & error) {
+    std::fprintf(stderr, "kivml: %s\n", error.what());
+    return kFaulty;
+  }
+}
