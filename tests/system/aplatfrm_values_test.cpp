@@ -159,18 +159,6 @@ TEST(ProductValues, AreWhatWasStored) {
   EXPECT_EQ(static_cast<int>(Kiv_GetLoginType()), 99);
 }
 
-TEST(DatabaseConnection, IsWhatTheLinkedWordSays) {
-  short connected = 0;
-  Kiv_SetDBConnected_Link(&connected);
-  EXPECT_FALSE(Kiv_Is_DBConnected());
-  connected = -1;
-  EXPECT_TRUE(Kiv_Is_DBConnected());
-  connected = 0;
-  EXPECT_FALSE(Kiv_Is_DBConnected());
-  Kiv_SetDBConnected_Link(nullptr);
-  EXPECT_TRUE(Kiv_Is_DBConnected());
-}
-
 // Names in the database.
 
 struct Language {
