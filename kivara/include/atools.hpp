@@ -3,8 +3,9 @@
 /// Helpers for texts and values: masks, splitting, checks of numbers and file names, numbers in texts, lexical order,
 /// names of keys.
 ///
-/// A null `char const *` counts as the empty text unless told otherwise. Nothing throws but std::bad_alloc when there is
-/// no memory for a text. Any thread may call, but for the number forms and the splitting, which say so.
+/// A null `char const *` counts as the empty text unless told otherwise. A result beyond STRING_MAXLEN characters is cut.
+/// Only lack of memory is thrown, as std::bad_alloc: a text that was to change is then as it was, a list of pieces holds
+/// the first of them. Any thread may call, but for the number forms, the splitting and the error texts, which say so.
 ///
 /// \code
 ///   ISequence<SV::String> fields;

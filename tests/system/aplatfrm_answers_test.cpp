@@ -100,6 +100,61 @@ TEST_F(Windows10, IsNotThereWhenTheValueIsNoNumberOfFourBytes) {
   EXPECT_FALSE(Kiv_IsAtLeastWindows10());
 }
 
+// The same registry for SQL Server.
+
+std::vector<REGSAM> accesses;
+LSTATUS WINAPI openServers(HKEY root, char const * key, DWORD options, REGSAM access, HKEY * result) {
+  accesses.push_back(access);
+  return openKey(root, key, options, access, result);
+}
+
+DWORD room = 0;
+LSTATUS WINAPI queryText(HKEY, char const * value, DWORD *, DWORD *, BYTE *, DWORD * size) {
+  registry.value = value;
+  room = *size;
+  return ERROR_FILE_NOT_FOUND;
+}
+
+class SQLServerRegistry : public testing::Test {
+protected:
+  SQLServerRegistry() {
+    replace("ADVAPI32.dll", {{"RegOpenKeyExA", address(openServers)},
+                             {"RegQueryValueExA", address(queryText)},
+                             {"RegCloseKey", address(closeKey)}});
+  }
+  ~SQLServerRegistry() override { EXPECT_EQ(registry.opened, registry.closed); }
+
+  long version = -77;
+};
+
+TEST_F(SQLServerRegistry, IsReadInBothViewsForTheInstancesThoughOneFails) {
+  ISequence<SV::String> instances;
+  Kiv_GetSQLServerInstances(instances);
+  EXPECT_EQ(accesses, (std::vector<REGSAM>{0x20019, 0x20119}));
+  EXPECT_EQ(registry.root, HKEY_LOCAL_MACHINE);
+  EXPECT_EQ(registry.key, "SOFTWARE\\Microsoft\\Microsoft SQL Server");
+  EXPECT_EQ(registry.value, "InstalledInstances");
+  EXPECT_EQ(room, 4096u);
+  EXPECT_EQ(registry.opened, 2);
+}
+
+TEST_F(SQLServerRegistry, IsReadInTheOwnViewForTheVersion) {
+  EXPECT_EQ(Kiv_DetermineSQLServerVersion("SMALL", "", version), 1);
+  EXPECT_EQ(accesses, std::vector<REGSAM>{0x20019});
+  EXPECT_EQ(registry.root, HKEY_LOCAL_MACHINE);
+  EXPECT_EQ(registry.key, "SOFTWARE\\Microsoft\\Microsoft SQL Server\\SMALL\\MSSQLServer\\CurrentVersion");
+  EXPECT_EQ(registry.value, "CurrentVersion");
+  EXPECT_EQ(room, 256u);
+  EXPECT_EQ(registry.opened, 1);
+  EXPECT_EQ(version, -1);
+}
+
+TEST_F(SQLServerRegistry, IsNotReadForAnotherMachine) {
+  EXPECT_EQ(Kiv_DetermineSQLServerVersion("", "server", version), 1);
+  EXPECT_TRUE(accesses.empty());
+  EXPECT_EQ(version, -77);
+}
+
 OSVERSIONINFOA told = {};
 
 BOOL WINAPI tellVersion(OSVERSIONINFOA * record) {

@@ -2,12 +2,14 @@
 
 #include "facts_program.hpp"
 
+#include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "support/import_hook.hpp"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 using kivtest::FactsProgram;
 
@@ -137,6 +139,63 @@ TEST_F(DriverChecker, LiesBesideTheProgramAsItWasCalled) {
   EXPECT_TRUE(CopyFileA((support::binFolder() + "mdac_checker.exe").c_str(), (folder / "achkmdac.exe").c_str(), TRUE));
   EXPECT_EQ(program.answersAs("facts", "mdac", folder.path(), checker(5)), "mdac=0\n");
   EXPECT_EQ(program.answersAs("\"" + (folder / "with blanks.exe") + "\"", "mdac", "", checker(5)), "mdac=0\n");
+}
+
+// The calls to the system, answered by the test: the adapter is there, and the checker ends after two waits.
+
+std::vector<std::string> calls;
+char thread[] = "thread";
+char process[] = "process";
+
+bool isOurs(HANDLE handle) { return handle == thread || handle == process; }
+
+HANDLE WINAPI findAdapter(char const *, WIN32_FIND_DATAA *) { return process; }
+
+BOOL WINAPI startChecker(char const * file, char * commandLine, SECURITY_ATTRIBUTES *, SECURITY_ATTRIBUTES *,
+                         BOOL inherit, DWORD flags, void *, char const *, STARTUPINFOA *,
+                         PROCESS_INFORMATION * result) {
+  EXPECT_TRUE(std::string(file).ends_with("\\achkmdac.exe")) << file;
+  EXPECT_EQ(commandLine, nullptr);
+  EXPECT_FALSE(inherit);
+  EXPECT_EQ(flags, 0u);
+  calls.emplace_back("start");
+  *result = {process, thread, 1, 1};
+  return TRUE;
+}
+
+DWORD WINAPI waitForChecker(HANDLE handle, DWORD milliseconds) {
+  if (!isOurs(handle))
+    return WaitForSingleObject(handle, milliseconds);
+  calls.push_back("wait " + std::to_string(milliseconds));
+  return calls.size() < 4 ? WAIT_TIMEOUT : WAIT_OBJECT_0;
+}
+
+BOOL WINAPI tellExitCode(HANDLE, DWORD * code) {
+  calls.emplace_back("code");
+  *code = 5;
+  return TRUE;
+}
+
+BOOL WINAPI noteClose(HANDLE handle) {
+  if (!isOurs(handle))
+    return CloseHandle(handle);
+  calls.push_back(std::string("close ") + static_cast<char const *>(handle));
+  return TRUE;
+}
+
+TEST(DriverCheckerCalls, PollEach100MillisecondsAndCloseBothHandles) {
+  char name[] = "C:\\dir\\program.exe";
+  char * arguments[] = {name, nullptr};
+  KivCmdline::init(1, arguments, true, "log");
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
+                          {{"FindFirstFileA", reinterpret_cast<void *>(findAdapter)},
+                           {"CreateProcessA", reinterpret_cast<void *>(startChecker)},
+                           {"WaitForSingleObject", reinterpret_cast<void *>(waitForChecker)},
+                           {"GetExitCodeProcess", reinterpret_cast<void *>(tellExitCode)},
+                           {"CloseHandle", reinterpret_cast<void *>(noteClose)}});
+  EXPECT_FALSE(Kiv_IsValidMDACVersion());
+  EXPECT_EQ(calls,
+            (std::vector<std::string>{"start", "close thread", "wait 100", "wait 100", "code", "close process"}));
 }
 
 } // namespace

@@ -125,6 +125,12 @@ TEST(SVKeys, ModifiersAreNumbersOfTheirOwn) {
 
 TEST(SVKeys, NamesThatRepeatCountOnce) { EXPECT_EQ(keysOf("SHIFT A SHIFT A"), (Keys{512, 4096})); }
 
+TEST(SVKeys, AKeyThatBeginsTheNameOfAModifierIsAKeyOfItsOwn) {
+  EXPECT_EQ(keysOf("CONTROL C"), (Keys{514, 8192}));
+  EXPECT_EQ(keysOf("S SHIFT"), (Keys{530, 4096}));
+  EXPECT_EQ(keysOf("MENU M"), (Keys{524, 16384}));
+}
+
 TEST(SVKeys, OfNothingAreNothing) {
   EXPECT_EQ(keysOf(""), (Keys{0, 0}));
   EXPECT_EQ(keysOf("   "), (Keys{0, 0}));
