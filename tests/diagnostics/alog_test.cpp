@@ -19,6 +19,7 @@ constexpr char kName[] = "server.log";
 
 class Logger : public KivBasicFileLogger {
 public:
+  using KivBasicFileLogger::_debugPrint;
   using KivBasicFileLogger::KivBasicFileLogger;
 
   /// Through vaddText.
@@ -48,6 +49,7 @@ using LogFile = kivtest::OnThe13th;
 
 TEST(LogStream, VirtualOperationsStandInSlotOrder) {
   std::size_t const open = slotOf(&KivBasicFileStream::open);
+  EXPECT_EQ(open, 2u); // behind the destructor, which this compiler gives two slots
   EXPECT_EQ(slotOf(&KivBasicFileStream::close), open + 1);
   EXPECT_EQ(slotOf(&KivBasicFileStream::isOpen), open + 2);
   EXPECT_EQ(slotOf(&KivBasicFileStream::write), open + 3);
@@ -266,6 +268,28 @@ TEST_F(LogFile, ThatSomebodyElseReadsIsClosedButNotDeleted) {
   CloseHandle(reader);
   EXPECT_EQ(contents(), "x");
   EXPECT_TRUE(log.open(kName, true));
+}
+
+TEST_F(LogFile, ThatIsNotDeletedKeepsItsName) {
+  Logger log(true, false, 0);
+  ASSERT_TRUE(log.open(kName, false));
+  HANDLE const reader =
+      CreateFileA(kName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+  EXPECT_FALSE(log.deleteFromDisc());
+  log._debugPrint("by its name"); // a closed log writes its own lines to the file of its name
+  CloseHandle(reader);
+  EXPECT_EQ(contents(), "2026.11.13, 07:08:09: by its name\r\n");
+}
+
+TEST_F(LogFile, ThatIsClosedOrDeletedHasNoName) {
+  Logger log(true, false, 0);
+  for (bool const deleted : {false, true}) {
+    ASSERT_TRUE(log.open(kName, false));
+    EXPECT_TRUE(deleted ? log.deleteFromDisc() : log.close());
+    log._debugPrint("nowhere");
+    EXPECT_EQ(contents(), deleted ? "(no file)" : "");
+  }
 }
 
 TEST_F(LogFile, IsRefusedWithoutANameOrWithAnImpossibleOne) {

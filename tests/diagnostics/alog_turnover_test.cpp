@@ -187,6 +187,15 @@ TEST_F(TurnOver, DeletesTheOldestBackups) {
   EXPECT_EQ(names(), (Names{kName, "daily_2020.01.01.txt", "daily_2026.11.10.log", kBackup, "other_2020.01.01.log"}));
 }
 
+TEST_F(TurnOver, CountsAFolderOfABackupsNameToo) {
+  std::filesystem::create_directory("daily_2026.11.01.log");
+  writeFile("daily_2026.11.02.log", "");
+  writeFile(kName, kOldLine);
+  KivBasicFileLogger log(true, true, 2);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_EQ(names(), (Names{kName, "daily_2026.11.02.log", kBackup}));
+}
+
 TEST_F(TurnOver, KeepsAsManyBackupsAsAreWanted) {
   for (int backups : {1, 2, 3, 4, 5}) {
     for (char const * old : {"daily_2026.11.08.log", "daily_2026.11.09.log", "daily_2026.11.10.log"})
