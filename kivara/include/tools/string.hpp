@@ -140,6 +140,7 @@ private:
   detail::SharedText<char> text_;
 };
 
+/// The form that algorithms find.
 inline void swap(String & a, String & b) noexcept { a.swap(b); }
 
 /// Equal in length and in every byte.

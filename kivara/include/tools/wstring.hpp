@@ -80,6 +80,7 @@ private:
   detail::SharedText<wchar_t> text_;
 };
 
+/// The form that algorithms find.
 inline void swap(WString & a, WString & b) noexcept { a.swap(b); }
 
 /// Equal in length and in every unit.
