@@ -140,8 +140,7 @@ private:
   detail::SharedText<char> text_;
 };
 
-/// The form that algorithms find.
-inline void swap(String & a, String & b) noexcept { a.swap(b); }
+inline void swap(String & a, String & b) noexcept { a.swap(b); } ///< without counting owners
 
 /// Equal in length and in every byte.
 inline bool operator==(String const & a, String const & b) {

@@ -80,8 +80,7 @@ private:
   detail::SharedText<wchar_t> text_;
 };
 
-/// The form that algorithms find.
-inline void swap(WString & a, WString & b) noexcept { a.swap(b); }
+inline void swap(WString & a, WString & b) noexcept { a.swap(b); } ///< without counting owners
 
 /// Equal in length and in every unit.
 inline bool operator==(WString const & a, WString const & b) {
