@@ -1,6 +1,7 @@
 #include "support/ratio.hpp"
 
 #include <algorithm>
+#include <cstdio>
 #include <map>
 
 namespace bench {
@@ -35,7 +36,9 @@ public:
 
   void ReportRuns(std::vector<Run> const & runs) override {
     for (auto const & run : runs)
-      if (run.run_type == Run::RT_Iteration && !run.error_occurred)
+      if (run.error_occurred)
+        std::fprintf(stderr, "%s: %s\n", run.run_name.function_name.c_str(), run.error_message.c_str());
+      else if (run.run_type == Run::RT_Iteration)
         keep(run.run_name.function_name, run.GetAdjustedRealTime());
   }
 

@@ -55,11 +55,11 @@ constexpr std::ios::openmode kBinary = std::ios::in | std::ios::binary;
 bench::Pair const pairs[] = {
     {"KivTextFileReader: lines of 60 characters", bench::timesAsFast(2), reader(60), "std::getline on std::ifstream",
      getline(60, kText)},
-    {"KivTextFileReader: lines of 60 characters, beside binary mode", bench::shown(), reader(60),
+    {"KivTextFileReader: lines of 60, beside binary mode", bench::shown(), reader(60),
      "std::getline on std::ifstream, binary", getline(60, kBinary)},
     {"KivTextFileReader: lines of 1,000 characters", bench::timesAsFast(2), reader(1000),
      "std::getline on std::ifstream", getline(1000, kText)},
-    {"KivTextFileReader: lines of 1,000 characters, beside binary mode", bench::shown(), reader(1000),
+    {"KivTextFileReader: lines of 1,000, beside binary mode", bench::shown(), reader(1000),
      "std::getline on std::ifstream, binary", getline(1000, kBinary)},
 };
 

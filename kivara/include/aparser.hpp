@@ -77,10 +77,11 @@ public:
   /// \param consume  whether the stop character is skipped; otherwise it becomes the next token
   /// \param escape   takes the meaning from a stop character behind it, unless it is escaped itself or stands at the end of
   ///                 the line before; a byte that can't occur means none
-  /// Without a stop character \p text receives all that is left, there is no look-ahead token, and IsOkay turns false.
+  /// Without a stop character \p text receives all that is left, there is no look-ahead token, and IsOkay turns false; the
+  /// last line stays in place, so that SkipToken would meet it again. A stop character behind a byte of value 0 isn't seen.
   void GetUntil(char stop, SV::String & text, bool consume, char escape);
 
-  /// As GetUntil with neither text nor escape character.
+  /// As GetUntil with neither text nor escape character; a stop character behind a byte of value 0 is seen.
   void SkipUntil(char stop, bool consume);
 
   /// Continues at an offset in the file; the line that begins there gets the number \p lineNumber plus 1.

@@ -49,7 +49,8 @@ public:
 
 /// A source with a file behind it, read in blocks of 8192 bytes through one buffer.
 ///
-/// The file stays open until the reader is destroyed. Nothing here throws; a read that fails ends the reading silently.
+/// The file stays open until the reader is destroyed. Until then others may read it but not write it, and a file that is open
+/// for writing can't be opened. Nothing here throws; a read that fails ends the reading silently.
 class KIV_API KivFileReader : public KivLineReader {
 public:
   KivFileReader(KivFileReader const &) = delete;

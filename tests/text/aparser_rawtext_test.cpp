@@ -152,6 +152,13 @@ TEST(SkipUntil, LooksAtTheTokenThatIsPutBack) {
   EXPECT_EQ(next(parser), "a");
 }
 
+TEST(SkipUntil, LooksBehindAByteOfValueZeroToo) {
+  using namespace std::string_literals;
+  KivTextParser parser(textOf("a\0;b"s), 0);
+  parser.SkipUntil(';', true);
+  EXPECT_EQ(next(parser), "b");
+}
+
 TEST(SkipUntil, WithoutAStopTurnsNotOkay) {
   KivTextParser parser(textOf("a b\nc\n"), 0);
   parser.SkipUntil(';', true);

@@ -382,6 +382,27 @@ TEST(TextParser, KeepTokenOffsetLastsThroughTheNextGetNextToken) {
   EXPECT_EQ(parser.GetTokenOffset(), ahead - 1);
 }
 
+TEST(TextParser, KeepTokenOffsetLastsThroughLinesAndRawText) {
+  KivTextParser parser(textOf("a\nb\nc; d\ne; f\ng\nh\n"), 0);
+  next(parser);
+  auto const token = parser.GetTokenOffset();
+  auto const ahead = parser.GetNextTokenOffset();
+  parser.KeepTokenOffset();
+  parser.SkipLine();
+  EXPECT_EQ(lookAhead(parser), "c");
+  EXPECT_EQ(parser.GetNextTokenOffset(), ahead);
+  String text;
+  parser.GetUntil(';', text, true, '\\');
+  EXPECT_EQ(lookAhead(parser), "d");
+  EXPECT_EQ(parser.GetNextTokenOffset(), ahead);
+  parser.SkipUntil(';', true);
+  EXPECT_EQ(next(parser), "f");
+  EXPECT_EQ(parser.GetTokenOffset(), token);
+  EXPECT_EQ(parser.GetNextTokenOffset(), ahead);
+  EXPECT_EQ(next(parser), "g");
+  EXPECT_NE(parser.GetNextTokenOffset(), ahead);
+}
+
 TEST(TextParser, KeepTokenOffsetSurvivesAGetNextTokenThatFails) {
   KivTextParser parser(textOf("a\nb\n"), 0);
   next(parser);

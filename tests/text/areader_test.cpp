@@ -94,9 +94,12 @@ TEST(TextFileReader, SharesTheTextOfItsFileName) {
   Owned<> const reader("other.txt");
   EXPECT_EQ(reader->GetFilename(), "other.txt");
   EXPECT_STREQ(reader->GetpFilename(), "other.txt");
-  std::unique_ptr<KivLineReader> const owner(new KivTextFileReader(name));
+  std::unique_ptr<KivLineReader> owner(new KivTextFileReader(name));
   auto const & shared = static_cast<KivTextFileReader const &>(*owner);
   EXPECT_EQ(shared.GetFilename().block(), name.block());
+  EXPECT_EQ(name.block()->nRefCount, 1u);
+  owner.reset();
+  EXPECT_EQ(name.block()->nRefCount, 0u);
 }
 
 TEST(TextFileReader, InitFailsWithoutAMessageWhenTheFileCannotBeOpened) {
