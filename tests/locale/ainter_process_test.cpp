@@ -346,4 +346,12 @@ TEST_F(Packs, LaterOnesFillTheGapsOfEarlierOnesWithoutAWord) {
   EXPECT_EQ(result.exitCode, 5u);
 }
 
+TEST_F(Packs, BehindSeveralGapsAreReachedOneAfterTheOther) {
+  folder.addPack("testres\\first72.dll", "language\\gaps72.dll");
+  folder.addPack("testres\\first72.dll", "language\\moregaps72.dll");
+  auto const facts = folder.facts("create gaps 0|create moregaps 0|create texts 1|text 0x2002923|chain");
+  EXPECT_EQ(facts.at("0x2002923"), "Cancel");
+  EXPECT_EQ(facts.at("chain"), "language\\2057\\texts72.dll");
+}
+
 } // namespace
