@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Line coverage of the library and the toolkit, from one run of all tests.
+# Line coverage of the library, the toolkit, tools and programs, from one run of all tests.
 
 coverage_packages=(gcovr)
 
@@ -11,7 +11,7 @@ verb_coverage() {
   verb_test "$@" || code=$?
   say "reading the counts"
   (cd "$root" && gcovr --gcov-executable x86_64-w64-mingw32-gcov-posix --root . --object-directory "$(build_dir)" \
-    --filter 'kivara/' --filter 'toolkit/' --exclude-throw-branches --csv "$(build_dir)/coverage.csv" \
+    --filter 'kivara/' --filter 'toolkit/' --filter 'tools/' --filter 'apps/' --exclude-throw-branches --csv "$(build_dir)/coverage.csv" \
     --html-details "$(build_dir)/coverage.html" "$(build_dir)")
   lines_per_folder "$(build_dir)/coverage.csv"
   say "line by line: $(build_dir)/coverage.html"

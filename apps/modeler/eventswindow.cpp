@@ -21,8 +21,9 @@ HWND makeList(HWND parent, HFONT font) {
 } // namespace
 
 EventsWindow::EventsWindow(SV::MDIFrame & frame, EventLog & log)
-    : MDIChild(frame, text(Text::TitleEvents)), log_(log), font_(GetFont().CreateSystemFont()), list_(makeList(GetHWND(), font_)) {
-  Resize(GetOutputSizePixel());
+    : MDIChild(frame, text(Text::TitleEvents)), log_(log), font_(GetFont().CreateSystemFont()),
+      list_(makeList(GetHWND(), font_)) {
+  EventsWindow::Resize(GetOutputSizePixel());
   for (EventLog::Row const & row : log_.GetRows())
     append(row);
   log_.ChangeRowHdl([this](EventLog::Row const & row) { append(row); });

@@ -40,8 +40,7 @@ String chosenFile(HWND owner) {
 } // namespace
 
 MainWindow::MainWindow(EventLog & events, Journal & journal)
-    : MDIFrame(productName()), eventLog_(events), journal_(journal),
-      menus_([this](unsigned short id) { select(id); }) {
+    : MDIFrame(productName()), eventLog_(events), journal_(journal), menus_([this](unsigned short id) { select(id); }) {
   SetPosSizePixel({40, 40}, {1000, 700});
   SetMenuBar(&menus_.GetBar());
   Kiv_PushParentWindow(this);

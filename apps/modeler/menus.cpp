@@ -34,7 +34,7 @@ Menus::Row const Menus::kRows[] = {
 
 Menus::Menus(std::function<void(unsigned short)> select) {
   for (Row const & row : kRows) {
-    SV::Menu & menu = row.menu != nullptr ? static_cast<SV::Menu &>(this->*row.menu) : bar_;
+    SV::Menu & menu = menuOf(row);
     if (row.id == 0)
       menu.InsertSeparator();
     else
@@ -58,9 +58,15 @@ void Menus::fillLanguages() {
   }
 }
 
+SV::Menu & Menus::menuOf(Row const & row) {
+  if (row.menu == nullptr)
+    return bar_;
+  return this->*row.menu;
+}
+
 void Menus::Retext() {
   for (Row const & row : kRows) {
-    SV::Menu & menu = row.menu != nullptr ? static_cast<SV::Menu &>(this->*row.menu) : bar_;
+    SV::Menu & menu = menuOf(row);
     if (row.id != 0)
       menu.SetItemText(row.id, text(row.text));
   }

@@ -2,9 +2,9 @@
 /// \file
 /// The menu bar, whose texts follow the language.
 
-#include "texts.hpp"
 #include "sv/mdi.hpp"
 #include "sv/menu.hpp"
+#include "texts.hpp"
 
 #include <functional>
 
@@ -44,6 +44,7 @@ public:
 private:
   struct Row;
   static Row const kRows[];
+  SV::Menu & menuOf(Row const & row);
   void fillLanguages();
 
   SV::PopupMenu file_;

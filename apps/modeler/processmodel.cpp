@@ -140,8 +140,8 @@ private:
   }
 
   std::size_t find(String const & id) const {
-    auto const place = std::find_if(model_.nodes.begin(), model_.nodes.end(),
-                                    [&id](Node const & node) { return node.id == id; });
+    auto const place =
+        std::find_if(model_.nodes.begin(), model_.nodes.end(), [&id](Node const & node) { return node.id == id; });
     return static_cast<std::size_t>(place - model_.nodes.begin());
   }
 

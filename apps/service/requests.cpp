@@ -12,8 +12,8 @@ constexpr char kWords[] = "/words/";
 Response status() {
   String started;
   Kiv_GetCurrentDateTimeString(started, true);
-  String const text = "version: " + Kiv_GetPatchBuildVersionString() + "\nlanguage: " +
-                      String(KivInternational::GetCurrentLanguageID()) + "\ntime: " + started + "\n";
+  String const text = "version: " + Kiv_GetPatchBuildVersionString() +
+                      "\nlanguage: " + String(KivInternational::GetCurrentLanguageID()) + "\ntime: " + started + "\n";
   return {200, text.c_str()};
 }
 

@@ -40,12 +40,12 @@ public:
       return fail("The port " + String(port) + " cannot be used: system error " + String(error) + ".");
     std::printf("listening on 127.0.0.1:%d\n", port);
     std::fflush(stdout);
-    log("listening on 127.0.0.1:" + String(port));
+    addLine("listening on 127.0.0.1:" + String(port));
     appInitialized = true;
     error = server.serve([this](std::optional<Request> const & request) { return answerAndLog(request); });
     if (error != 0)
       return fail("The service has lost its port: system error " + String(error) + ".");
-    log("stopped");
+    addLine("stopped");
     closeLog();
     return 0;
   }
@@ -72,14 +72,14 @@ private:
     log_.reset();
   }
 
-  void log(String const & text) {
+  void addLine(String const & text) {
     if (log_ != nullptr)
       log_->addText("%s", text.c_str());
   }
 
   int fail(String const & reason) {
     SV::Application::ModalDialogSuppressionLog(reason.c_str());
-    log(reason);
+    addLine(reason);
     closeLog();
     return kPortFailed;
   }
@@ -91,7 +91,7 @@ private:
     String line = request ? String((request->method + ' ' + request->path).c_str()) : String("no request");
     if (KivCmdline::Instance().getWSLogFormat() == KIV_WS_LOG_FORMAT_LONG)
       line += " -> " + String(response.status) + ", " + String(GetTickCount64() - start) + " ms";
-    log(line);
+    addLine(line);
     return response;
   }
 

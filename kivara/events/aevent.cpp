@@ -1,6 +1,7 @@
 #include "aevent.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -8,17 +9,10 @@ namespace {
 // A plain value: listeners of static lifetime may die after the dispatcher and still ask.
 bool shutDown = false;
 
-char const * nameOf(KivEventType type) {
-  unsigned long const index = static_cast<unsigned long>(type) - KIV_EVENT_FIRST;
-  return index < Kiv_GetEventCount() ? Kiv_GetEventNames()[index] : "";
-}
-
 } // namespace
 
-KivEventData::KivEventData(KivEventType type) : type_(type), name_(nameOf(type)) {}
 KivEventData::~KivEventData() = default;
 
-KivEvent::KivEvent(KivEventType type) : KivEventData(type) {}
 KivEvent::~KivEvent() = default;
 
 void KivEvent::trigger() {
@@ -50,7 +44,8 @@ KivEventActionSeq::~KivEventActionSeq() {
 }
 
 void KivEventActionSeq::add(KivEventListener * listener, KivEventHandler handler, KivEventPriority priority) {
-  auto action = std::make_unique<KivEventAction>(KivEventAction{listener, handler, priority, false});
+  bool const isSkipped = listener == nullptr || handler == nullptr;
+  auto action = std::make_unique<KivEventAction>(KivEventAction{listener, handler, priority, false, isSkipped});
   auto const place = std::find_if(actions_.begin(), actions_.end(),
                                   [priority](KivEventAction const * each) { return each->priority <= priority; });
   auto const known = listeners_.insert(listener);
@@ -71,22 +66,29 @@ void KivEventActionSeq::remove(KivEventListener * listener) {
   auto const isGone = [listener, walking](KivEventAction * action) {
     if (action->listener != listener)
       return false;
-    action->removed = true;
-    if (walking)
-      return false; // the walk's place has to stay valid
+    if (walking) { // its place has to stay
+      action->removed = true;
+      action->skipped = true;
+      return false;
+    }
     delete action;
     return true;
   };
   std::erase_if(actions_, isGone);
 }
 
+// Products wait for this loop. As an address the end takes fewer instructions than as a number, so that they fit one cache
+// line, where the build places them: a fifth of its time.
 void KivEventActionSeq::fire(KivEvent * event) {
   KivEventType const outer = firing_;
   firing_ = event->getEventType();
-  // By index and with a fresh end: a handler may add to the sequence.
-  for (std::size_t place = 0; place < actions_.size(); ++place) {
-    KivEventAction const & action = *actions_[place];
-    if (!action.removed && action.listener != nullptr && action.handler != nullptr)
+  // Both ends are read anew for each place: a handler may add to the sequence.
+  for (std::size_t place = 0;; ++place) {
+    KivEventAction const * const * const at = actions_.data() + place;
+    if (at >= actions_.data() + actions_.size())
+      break;
+    KivEventAction const & action = **at;
+    if (!action.skipped)
       (action.listener->*action.handler)(event);
   }
   firing_ = outer; // not reached when a handler throws: the sequence then counts as walked from there on
@@ -108,23 +110,35 @@ KivEventDispatcher & KivEventDispatcher::Instance() {
 
 bool KivEventDispatcher::isShutDown() { return shutDown; }
 
+KivEventActionSeq * KivEventDispatcher::sequenceOf(KivEventType type) const {
+  unsigned const index = static_cast<unsigned>(type) - KIV_EVENT_FIRST;
+  if (index < std::size(byIndex_))
+    return byIndex_[index];
+  auto const entry = find(type);
+  return entry != end() ? entry->second : nullptr;
+}
+
 void KivEventDispatcher::dispatch(KivEvent * event) {
   dispatching_ = true;
-  auto const entry = find(event->getEventType());
-  if (entry != end())
-    entry->second->fire(event);
+  if (KivEventActionSeq * const sequence = sequenceOf(event->getEventType()))
+    sequence->fire(event);
   dispatching_ = false;
+}
+
+KivEventActionSeq & KivEventDispatcher::madeSequence(KivEventType type) {
+  auto sequence = std::make_unique<KivEventActionSeq>();
+  emplace(type, sequence.get());
+  unsigned const index = static_cast<unsigned>(type) - KIV_EVENT_FIRST;
+  if (index < std::size(byIndex_))
+    byIndex_[index] = sequence.get();
+  return *sequence.release();
 }
 
 void KivEventDispatcher::registerAction(KivEventType type, KivEventListener * listener, KivEventHandler handler,
                                         KivEventPriority priority) {
-  auto entry = find(type);
-  if (entry == end()) {
-    auto sequence = std::make_unique<KivEventActionSeq>();
-    entry = emplace(type, sequence.get()).first;
-    static_cast<void>(sequence.release());
-  }
-  entry->second->add(listener, handler, priority);
+  KivEventActionSeq * const known = sequenceOf(type);
+  KivEventActionSeq & sequence = known != nullptr ? *known : madeSequence(type);
+  sequence.add(listener, handler, priority);
 }
 
 void KivEventDispatcher::signOff(KivEventListener * listener) {

@@ -19,7 +19,14 @@ constexpr unsigned kLineSameName = 246;
 constexpr unsigned long eventCount = static_cast<unsigned long>(std::size(eventNames));
 static_assert(eventCount == KIV_EVENT_LAST - KIV_EVENT_FIRST + 1);
 
+char const * nameOf(KivEventType type) {
+  unsigned long const index = static_cast<unsigned long>(type) - KIV_EVENT_FIRST;
+  return index < eventCount ? eventNames[index] : "";
+}
+
 } // namespace
+
+KivEventData::KivEventData(KivEventType type) : type_(type), name_(nameOf(type)) {}
 
 char const ** Kiv_GetEventNames() { return eventNames; }
 

@@ -92,7 +92,7 @@ public:
   void setResultValue(long value) { resultValue_ = value; }
 
 protected:
-  explicit KivEvent(KivEventType type); ///< for concrete events
+  explicit KivEvent(KivEventType type) : KivEventData(type) {} ///< for concrete events
 
 private:
   long resultValue_ = 0;
@@ -135,7 +135,8 @@ struct KivEventAction {
   KivEventListener * listener; ///< not owned
   KivEventHandler handler;
   KivEventPriority priority;
-  bool removed; ///< it stays in its sequence and is skipped
+  bool removed; ///< its listener has left during a walk; it stays in its sequence
+  bool skipped; ///< removed, or without a handler: no walk calls it
 };
 
 /// The registrations of one type in the order in which they run.
@@ -146,7 +147,7 @@ public:
   KivEventActionSeq & operator=(KivEventActionSeq const &) = delete;
   virtual ~KivEventActionSeq();
 
-  /// Puts an action in front of those of its priority and below. Throws std::bad_alloc.
+  /// Puts an action in front of those of its priority and below. Throws std::bad_alloc; nothing has changed then.
   void add(KivEventListener * listener, KivEventHandler handler, KivEventPriority priority);
 
   /// Takes the listener's actions out, or only marks them while the sequence is being walked. Marked actions stay until the
@@ -187,6 +188,10 @@ public:
 
 private:
   KivEventDispatcher();
+  KivEventActionSeq * sequenceOf(KivEventType type) const;
+  KivEventActionSeq & madeSequence(KivEventType type);
 
   bool dispatching_ = false; ///< cleared by the first walk that ends: not a guard
+  /// The sequences of the catalogue's types once more, so that an event finds its own without a search.
+  KivEventActionSeq * byIndex_[KIV_EVENT_LAST - KIV_EVENT_FIRST + 1] = {};
 };

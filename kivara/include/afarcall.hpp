@@ -40,7 +40,7 @@ public:
   KivFarCallFactory & operator=(KivFarCallFactory const &) = delete;
 
   /// Adds a receiver. It stays for good, so its module must stay loaded.
-  /// \param name      with regard to case
+  /// \param name      with regard to case, up to its first NUL
   /// \param receiver  null takes the name, and calls fail
   /// \return false when the name is taken: the first receiver stays
   bool registerReceiver(SV::String const & name, Receiver receiver);
@@ -48,7 +48,7 @@ public:
   /// Calls the receiver of that name. What it throws reaches the caller and leaves \p result as it was.
   /// \param result  gets the receiver's block, which may be empty. A block that it held until then is not freed: pass
   ///                an empty one
-  /// \return false, with \p result as it was, when nobody has that name
+  /// \return false, with \p result as it was, when nobody has that name or it was registered with null
   bool call(SV::String const & name, KivInputData const & input, KivMemBuf & result);
 
 private:

@@ -35,7 +35,7 @@ public:
 
   /// A name that nobody else has, in the temporary directory, or in the root of the current drive without one: \p prefix,
   /// a UUID and, unless \p extension is null, a dot and \p extension. Nothing is created; what stands under that name at
-  /// the end of the process is deleted then.
+  /// the end of the process is deleted then. A null prefix is an empty one.
   /// \return the empty text, after an internal error, when the system gives no UUID
   static SV::String fileCreateTempName(char const * prefix, char const * extension);
 

@@ -11,8 +11,9 @@
 #include <memory>
 
 namespace kivara {
+class CharClasses;
 class TokenSpares;
-}
+} // namespace kivara
 
 /// A small tokeniser for any language, with one token of look-ahead.
 ///
@@ -131,6 +132,7 @@ public:
 private:
   void _ImpGetNextLine();
   bool _ImpGetNextLookAhead();
+  bool _ImpGetLookAheadFrom(char const * token, kivara::CharClasses classes);
   bool _ImpGetLookAheadFromLaterLine();
   void _ImpTakeLookAhead(char const * token, char const * end);
   void _ImpPutLookAheadBack();

@@ -3,9 +3,8 @@
 /// Helpers for texts and values: masks, splitting, checks of numbers and file names, numbers in texts, lexical order,
 /// names of keys.
 ///
-/// A null `char const *` counts as the empty text unless told otherwise. What returns a text throws std::bad_alloc when
-/// there is no memory; nothing else is thrown. Any thread may call, but for the number forms and the splitting, which
-/// say so.
+/// A null `char const *` counts as the empty text unless told otherwise. Nothing throws but std::bad_alloc when there is
+/// no memory for a text. Any thread may call, but for the number forms and the splitting, which say so.
 ///
 /// \code
 ///   ISequence<SV::String> fields;

@@ -68,7 +68,7 @@ KivStringContainer & KivLanguageContainer::Get(unsigned short language) {
     return *place->second;
   auto table = std::make_unique<KivStringContainer>();
   KivStringContainer & added = *emplace_hint(place, language, table.get())->second;
-  table.release();
+  static_cast<void>(table.release());
   return added;
 }
 

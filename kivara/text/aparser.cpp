@@ -64,9 +64,15 @@ bool KivTextParser::GetNextToken(SV::String & token) {
     tokenOffset = nextTokenOffset - spacesToken.Len();
   if (!okay && lookAheadToken.Len() == 0)
     return false;
-  spares->keep(token);
-  token = lookAheadToken;
-  _ImpGetNextLookAhead();
+  CharClasses const classes(commaSeparates);
+  char const * const next = behindSpaces(_ImpRest(), classes);
+  if (*next != '\0') {
+    token.swap(lookAheadToken); // the old text of the caller lends its block to the next token
+  } else {
+    spares->keep(token);
+    token = lookAheadToken; // which is still to be seen while further lines are read
+  }
+  _ImpGetLookAheadFrom(next, classes);
   keepTokenOffset = false;
   return true;
 }
@@ -171,9 +177,13 @@ void KivTextParser::_ImpGetNextLine() {
 }
 
 bool KivTextParser::_ImpGetNextLookAhead() {
-  char const * const rest = _ImpRest();
   CharClasses const classes(commaSeparates);
-  char const * const token = behindSpaces(rest, classes);
+  return _ImpGetLookAheadFrom(behindSpaces(_ImpRest(), classes), classes);
+}
+
+/// \p token is behind the white space of the rest.
+bool KivTextParser::_ImpGetLookAheadFrom(char const * token, CharClasses classes) {
+  char const * const rest = _ImpRest();
   spares->assign(spacesToken, rest, static_cast<std::int32_t>(token - rest));
   if (*token == '\0')
     return _ImpGetLookAheadFromLaterLine();

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <utility>
 
 namespace kivara {
 
@@ -21,12 +20,9 @@ template <std::int32_t kLongest, std::size_t kDepth> class SpareTexts {
 public:
   /// As target.Assign; \p text lies elsewhere.
   void assign(SV::String & target, char const * text, std::int32_t length) {
-    if (shared(target) || target.Len() != length) {
-      keep(target);
-      if (Shelf * const shelf = shelfOf(length); shelf != nullptr && shelf->count != 0)
-        target = std::move(shelf->texts[--shelf->count]);
-    }
-    if (target.Len() != length || shared(target))
+    if (shared(target) || target.Len() != length)
+      exchange(target, length);
+    if (target.Len() != length)
       target.Assign(text, length);
     else
       copyShort(target.writable(), text, static_cast<std::size_t>(length));
@@ -36,14 +32,23 @@ public:
   void keep(SV::String & text) {
     Shelf * const shelf = shelfOf(text.Len());
     if (shelf != nullptr && shelf->count != kDepth && !shared(text))
-      shelf->texts[shelf->count++] = std::move(text);
+      text.swap(shelf->texts[shelf->count++]);
   }
 
 private:
   struct Shelf {
-    std::array<SV::String, kDepth> texts;
+    std::array<SV::String, kDepth> texts; // empty from count on
     std::size_t count = 0;
   };
+
+  /// For a block of this length, or for the empty text where none waits.
+  void exchange(SV::String & target, std::int32_t length) {
+    keep(target);
+    if (target.Len() != 0)
+      target = SV::String();
+    if (Shelf * const shelf = shelfOf(length); shelf != nullptr && shelf->count != 0)
+      target.swap(shelf->texts[--shelf->count]);
+  }
 
   /// The runtime's own copying takes longer to begin than a token takes to copy. Nothing here repeats for each character:
   /// how long the next token is can't be foreseen.

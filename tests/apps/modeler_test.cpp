@@ -214,8 +214,9 @@ TEST(Modeler, ShowsItsSampleModel) {
 
 TEST(Modeler, ReadsAModelInWordsOfEitherLanguage) {
   support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", "Prozess \"Gemischt\"\r\nBeginn a \"A\"\r\nactivity b \"B \\\"b\\\"\" Dauer 5\r\n"
-                                           "Aktivit\xE4t c \"C\"\r\nFluss a b\r\nflow b c \"weiter\"\r\n");
+  support::writeFile(folder / "model.txt",
+                     "Prozess \"Gemischt\"\r\nBeginn a \"A\"\r\nactivity b \"B \\\"b\\\"\" Dauer 5\r\n"
+                     "Aktivit\xE4t c \"C\"\r\nFluss a b\r\nflow b c \"weiter\"\r\n");
   ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -journalout.log");
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
@@ -233,20 +234,21 @@ class ModelerFault : public testing::TestWithParam<BadModel> {};
 TEST_P(ModelerFault, IsToldWithItsLine) {
   support::TempFolder const folder;
   support::writeFile(folder / "model.txt", GetParam().content);
-  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
+  ProductRun run("modeler",
+                 "\"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
   EXPECT_EQ(run.exitCode(), 0u);
   std::string const log = run.file("dialogs.log").value_or("");
   EXPECT_NE(log.find(GetParam().fault), std::string::npos) << log;
 }
-INSTANTIATE_TEST_SUITE_P(
-    Models, ModelerFault,
-    testing::Values(BadModel{"process \"A\"\r\nround a \"A\"\r\n", "Line 2: 'round' begins no statement."},
-                    BadModel{"process\r\n", "Line 1: a text in quotation marks is missing."},
-                    BadModel{"start \"A\"\r\n", "Line 1: an identifier is missing."},
-                    BadModel{"start a \"A\"\r\nend a \"B\"\r\n", "Line 2: 'a' is there twice."},
-                    BadModel{"start a \"A\"\r\nflow a b\r\n", "Line 2: there is no 'b' above."},
-                    BadModel{"# all of it\r\nactivity a \"A\" duration long\r\n",
-                             "Line 2: a duration in minutes is missing."}));
+INSTANTIATE_TEST_SUITE_P(Models, ModelerFault,
+                         testing::Values(BadModel{"process \"A\"\r\nround a \"A\"\r\n",
+                                                  "Line 2: 'round' begins no statement."},
+                                         BadModel{"process\r\n", "Line 1: a text in quotation marks is missing."},
+                                         BadModel{"start \"A\"\r\n", "Line 1: an identifier is missing."},
+                                         BadModel{"start a \"A\"\r\nend a \"B\"\r\n", "Line 2: 'a' is there twice."},
+                                         BadModel{"start a \"A\"\r\nflow a b\r\n", "Line 2: there is no 'b' above."},
+                                         BadModel{"# all of it\r\nactivity a \"A\" duration long\r\n",
+                                                  "Line 2: a duration in minutes is missing."}));
 
 TEST(Modeler, TellsOfAModelThatCannotBeRead) {
   ProductRun run("modeler", "-modelnone.txt");

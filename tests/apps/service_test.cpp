@@ -52,7 +52,9 @@ public:
     return answer;
   }
 
-  std::string request(std::string const & line) const { return exchange(line + " HTTP/1.1\r\nHost: localhost\r\n\r\n"); }
+  std::string request(std::string const & line) const {
+    return exchange(line + " HTTP/1.1\r\nHost: localhost\r\n\r\n");
+  }
 
   unsigned long stop() {
     request("POST /stop");

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
-#include <utility>
+#include <type_traits>
 
 using SV::String;
 
@@ -76,7 +76,7 @@ TEST(ExtensionManager, TheFirstExtensionIsTheDefault) {
   EXPECT_STREQ(later.getExtension().c_str(), "kmx");
 }
 
-TEST(ExtensionManager, KeepsAnExtensionThatIsAddedTwice) {
+TEST(ExtensionManager, AnExtensionThatIsAddedTwiceIsTakenOffOnce) {
   KivExtensionManager manager("xml");
   manager.addExtension("xml");
   EXPECT_STREQ(manager.getPath("a.xml.xml").c_str(), "a.xml");
@@ -109,6 +109,8 @@ TEST(ExtensionManager, ThePathThatIsAskedForStaysAsItIs) {
   EXPECT_STREQ(models().getPath(path).c_str(), "model");
   EXPECT_STREQ(path.c_str(), "model.xml");
 }
+
+static_assert(!std::is_polymorphic_v<KivExtensionManager> && sizeof(KivExtensionManager) == sizeof(ISequence<String>));
 
 struct Split {
   char const * path;

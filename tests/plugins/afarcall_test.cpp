@@ -87,6 +87,14 @@ TEST(FarCalls, NamesDifferByCase) {
   EXPECT_EQ(numberIn(other), 42);
 }
 
+TEST(FarCalls, NamesCountUpToTheirFirstNul) {
+  EXPECT_TRUE(factory().registerReceiver(SV::String("name\0one", 8), addOne));
+  EXPECT_FALSE(factory().registerReceiver(SV::String("name\0two", 8), addTwo));
+  KivMemBuf result;
+  EXPECT_TRUE(factory().call("name", {40}, result));
+  EXPECT_EQ(numberIn(result), 41);
+}
+
 TEST(FarCalls, AnUnknownNameFailsAndLeavesTheResult) {
   FullResult result;
   EXPECT_FALSE(factory().call("unknown", {0}, result.buffer));

@@ -1,9 +1,17 @@
 #include "afileman.hpp"
 
+#include "diagnostics/internal_errors.hpp"
+#include "support/import_hook.hpp"
+#include "tools/winapi.hpp"
+
+#include <rpc.h>
+
 #include <gtest/gtest.h>
 
 #include <ostream>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 using SV::String;
 using FileManager = KivSystemFileManager;
@@ -99,6 +107,50 @@ TEST(SplitFileNameInPlace, MayWriteAnyPartOverThePath) {
   }
 }
 
+char systemsText[] = "ABCDEF01-2345-6789-ABCD-EF0123456789";
+int released = 0;
+
+RPC_STATUS WINAPI giveText(UUID const *, RPC_CSTR * text) {
+  *text = reinterpret_cast<RPC_CSTR>(systemsText);
+  return RPC_S_OK;
+}
+RPC_STATUS WINAPI giveNoText(UUID const *, RPC_CSTR *) { return RPC_S_OUT_OF_MEMORY; }
+RPC_STATUS WINAPI countRelease(RPC_CSTR * text) {
+  released += *text == reinterpret_cast<RPC_CSTR>(systemsText) ? 1 : 0;
+  return RPC_S_OK;
+}
+
+template <class Function> void useForText(Function * function) {
+  released = 0;
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "RPCRT4.dll",
+                          {{"UuidToStringA", reinterpret_cast<void *>(function)},
+                           {"RpcStringFreeA", reinterpret_cast<void *>(countRelease)}});
+}
+
+std::string behindTheFolder(String const & name) {
+  std::string const text(name.c_str());
+  return text.substr(text.rfind('\\') + 1);
+}
+
+TEST(TemporaryName, HasTheSystemsTextAsItIsAndGivesItBack) {
+  useForText(giveText);
+  EXPECT_EQ(behindTheFolder(FileManager::fileCreateTempName("x", "tmp")), "x" + std::string(systemsText) + ".tmp");
+  EXPECT_EQ(released, 1);
+}
+
+TEST(TemporaryName, OfANullPrefixBeginsWithTheSystemsText) {
+  useForText(giveText);
+  EXPECT_EQ(behindTheFolder(FileManager::fileCreateTempName(nullptr, nullptr)), systemsText);
+}
+
+TEST(TemporaryName, WithoutASystemsTextIsReportedAndEmpty) {
+  kivtest::InternalErrors const errors;
+  useForText(giveNoText);
+  EXPECT_EQ(FileManager::fileCreateTempName("x", "tmp").Len(), 0);
+  EXPECT_EQ(released, 0);
+  EXPECT_EQ(errors.places(), std::vector<std::string>{"afileman.cpp (102)"});
+}
+
 /// A module of the product, as far as errors go.
 class Module : public KivSystemFileManager {
 public:
@@ -117,6 +169,8 @@ TEST(FileManagerError, IsEmptyAtFirstThenSetAndAppendedTo) {
   Module::_setErrorMessage("");
   EXPECT_EQ(KivBasicFileManager::getErrorMessage().Len(), 0);
 }
+
+static_assert(std::is_empty_v<KivSystemFileManager> && std::is_base_of_v<KivBasicFileManager, KivSystemFileManager>);
 
 TEST(FileManagerError, IsOneForAllObjects) {
   Module first;

@@ -1,9 +1,14 @@
 #include "amemcach.hpp"
 
 #include "support/allocation.hpp"
+#include "support/import_hook.hpp"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -186,7 +191,7 @@ TEST(MemCache, EmptyOnesCanBeCopied) {
   copy.Free(block);
 }
 
-// Told so: both would free the blocks, so that users copy empty caches only.
+// Both would free the blocks: users copy empty caches only, as members of what they copy.
 TEST(MemCache, ACopySharesTheKeptBlocks) {
   KivMemCache source;
   std::vector<void *> const blocks = blocksOf(source, {100, 1000});
@@ -207,6 +212,28 @@ TEST(MemCache, TheGeneralOneIsOneForTheProcess) {
   KivMemCache::General().Free(block);
   EXPECT_EQ(KivMemCache::General().Alloc(4000), block);
   KivMemCache::General().Free(block);
+}
+
+void * watched = nullptr; ///< a block, with its header
+
+void freeAndTell(void * memory) {
+  if (memory == watched)
+    std::fputs("the kept block is freed", stderr);
+  std::free(memory);
+}
+
+void endWithABlockInTheGeneralCache() {
+  void * const block = KivMemCache::General().Alloc(5000);
+  KivMemCache::General().Free(block);
+  watched = static_cast<char *>(block) - sizeof(Size);
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "msvcrt.dll",
+                          {{"free", reinterpret_cast<void *>(freeAndTell)}});
+  std::exit(0);
+}
+
+TEST(MemCacheDeathTest, TheGeneralOneIsDestroyedAtTheEndOfTheProcess) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  EXPECT_EXIT(endWithABlockInTheGeneralCache(), testing::ExitedWithCode(0), "the kept block is freed");
 }
 
 TEST(MemCacheDeathTest, ExhaustedMemoryIsACrashAtTheHeader) {
@@ -333,5 +360,15 @@ TEST(MemBuf, MovingHandsTheBlockOn) {
 static_assert(std::has_virtual_destructor_v<KivMemBuf>);
 static_assert(!std::is_copy_constructible_v<KivMemBuf> && !std::is_copy_assignable_v<KivMemBuf>,
               "two owners of one block would free it twice");
+static_assert(!std::is_polymorphic_v<KivMemCache> && sizeof(KivMemCache) == sizeof(ISequence<void *>));
+
+// Modules that are built at other times read the fields.
+TEST(MemBuf, HoldsTheBlockAndThenItsSizeBehindTheTableOfVirtuals) {
+  KivMemBuf buffer;
+  auto const * const start = reinterpret_cast<char const *>(&buffer);
+  EXPECT_EQ(reinterpret_cast<char const *>(&buffer.data) - start, 8);
+  EXPECT_EQ(reinterpret_cast<char const *>(&buffer.size) - start, 16);
+  EXPECT_EQ(sizeof buffer, 24u);
+}
 
 } // namespace

@@ -191,26 +191,41 @@ TEST(MaskExport, LineFeedInAValueOrAPathIsACharacter) {
   EXPECT_EQ(errors.places(), Places{});
 }
 
+/// A page for writing, with one without access behind it.
+class Page {
+public:
+  Page() : base_(static_cast<char *>(VirtualAlloc(nullptr, 2 * kSize, MEM_RESERVE, PAGE_NOACCESS))) {
+    VirtualAlloc(base_, kSize, MEM_COMMIT, PAGE_READWRITE);
+  }
+  ~Page() { VirtualFree(base_, 0, MEM_RELEASE); }
+  Page(Page const &) = delete;
+  Page & operator=(Page const &) = delete;
+
+  char * beforeEnd(std::size_t bytes) const { return base_ + kSize - bytes; }
+
+private:
+  static constexpr std::size_t kSize = 4096;
+  char * base_;
+};
+
 TEST(MaskExport, FillsABufferThatJustFits) {
   InternalErrors const errors;
-  support::GuardPages const guard;
-  auto const out = std::make_unique<char[]>(8);
-  Kiv_Mask_Export_Path("a/b\\c", out.get());
-  EXPECT_STREQ(out.get(), "a\\/b\\\\c");
+  Page const page;
+  Kiv_Mask_Export_Path("a/b\\c", page.beforeEnd(8));
+  EXPECT_STREQ(page.beforeEnd(8), "a\\/b\\\\c");
   EXPECT_EQ(errors.places(), Places{});
 }
 
 TEST(MaskExport, IntoABufferThatIsTooSmallIsReportedAndWritesWhatFits) {
   InternalErrors const errors;
-  support::GuardPages const guard;
+  Page const page;
   struct {
     std::size_t size;
     char const * written;
   } const rows[] = {{7, "a\\/b\\\\"}, {6, "a\\/b"}, {5, "a\\/b"}, {3, "a"}, {1, ""}};
   for (auto const & row : rows) {
-    auto const out = std::make_unique<char[]>(row.size);
-    Kiv_Mask_Export_Path("a/b\\c", out.get());
-    EXPECT_STREQ(out.get(), row.written) << row.size;
+    Kiv_Mask_Export_Path("a/b\\c", page.beforeEnd(row.size));
+    EXPECT_STREQ(page.beforeEnd(row.size), row.written) << row.size;
   }
   EXPECT_EQ(errors.places(), Places(5, "atools.cpp (3101)"));
 }

@@ -84,6 +84,21 @@ TEST(StringBlock, MovingHandsItOn) {
   EXPECT_STREQ(third.c_str(), "text");
 }
 
+TEST(StringBlock, SwappingExchangesItWithAllItsOwners) {
+  String first("text"), second, other(first);
+  auto const * const block = first.block();
+  support::AllocationCount const count;
+  first.swap(second);
+  EXPECT_EQ(first.Len(), 0);
+  EXPECT_EQ(second.block(), block);
+  EXPECT_EQ(block->nRefCount, 1u);
+  swap(second, other); // two owners of one block
+  EXPECT_EQ(block->nRefCount, 1u);
+  second.swap(second);
+  EXPECT_STREQ(second.c_str(), "text");
+  EXPECT_EQ(count.value(), 0u);
+}
+
 TEST(StringBlock, TheLastOwnerFreesIt) {
   GuardPages const guard;
   SV::StringData const * block;

@@ -248,7 +248,7 @@ template <class Text, class Char> std::vector<typename Walk<Text, Char>::Operati
        }},
       {"swap",
        [](W & w, int i, int j) {
-         std::swap(w.real[i], w.real[j]);
+         w.real[i].swap(w.real[j]);
          w.model.swap(i, j);
        }},
       {"assign by length",

@@ -62,6 +62,9 @@ public:
     return *this;
   }
 
+  /// Exchanges the two texts; each keeps its block and all the owners of that.
+  void swap(String & other) noexcept { text_.swap(other.text_); }
+
   std::int32_t Len() const { return text_.length(); } ///< in bytes, without the NUL
 
   /// The characters and a NUL; valid until the text is changed or dies.
@@ -136,6 +139,8 @@ private:
 
   detail::SharedText<char> text_;
 };
+
+inline void swap(String & a, String & b) noexcept { a.swap(b); } ///< without counting owners
 
 /// Equal in length and in every byte.
 inline bool operator==(String const & a, String const & b) {

@@ -35,6 +35,9 @@ public:
     return *this;
   }
 
+  /// Exchanges the two texts; each keeps its block and all the owners of that.
+  void swap(WString & other) noexcept { text_.swap(other.text_); }
+
   std::int32_t Len() const { return text_.length(); } ///< in units, without the NUL
   wchar_t const * c_str() const { return text_.text(); }
 
@@ -76,6 +79,8 @@ private:
 
   detail::SharedText<wchar_t> text_;
 };
+
+inline void swap(WString & a, WString & b) noexcept { a.swap(b); } ///< without counting owners
 
 /// Equal in length and in every unit.
 inline bool operator==(WString const & a, WString const & b) {

@@ -42,6 +42,8 @@ public:
     return *this;
   }
 
+  void swap(SharedText & other) noexcept { std::swap(data_, other.data_); }
+
   std::int32_t length() const { return data_->nLen; }
   Char const * text() const { return data_->aStr; }
   Char * writableText() { return data_->aStr; }
