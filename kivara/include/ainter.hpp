@@ -59,7 +59,8 @@ public:
   /// Changes the language: the DLLs of the chain are loaded anew, the help file is changed for that of the language,
   /// and the labels of the standard buttons and the name of the tool are read from the new resources. Before the first
   /// DLL only the identifier is kept. Nothing happens for the language that is current. The identifier need be neither in
-  /// "lang.ini" nor known to the system.
+  /// "lang.ini" nor known to the system. A DLL that cannot be loaded for it is told as createResourceManager does and
+  /// leaves the chain; the language is changed all the same.
   static void SetCurrentLanguageID(unsigned short id);
 
   /// How the language calls itself, in the system's code page; empty when the system does not know it.
@@ -68,7 +69,8 @@ public:
   /// Whether the system supports the language.
   static bool IsValidLanguageID(unsigned short id);
 
-  /// The language that the product was written in, and its ISO 639 code; both are read from the resources.
+  /// The language that the product was written in, and its ISO 639 code; both are read from the resources. 0 for a text
+  /// without a number, and an empty code for a language that the system does not know.
   static unsigned short GetDefaultLanguageID();
   static SV::String GetIso639OfBaseLanguage();
   /// @}
@@ -76,6 +78,7 @@ public:
   /// \name Looking a language up
   /// The language of the first locale of the system that has the given name, in any case; 0 when none has. Regional
   /// forms are folded into the one that products ship: each English is 2057, each German 1031, each Chinese 2052.
+  /// One look-up at a time: what is looked for is kept in the process.
   /// @{
   static unsigned short GetLanguageIDOfNativeLanguageName(SV::String const & name);
   static unsigned short GetLanguageIDOfNativeCountryName(SV::String const & name);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <ostream>
 
 namespace {
@@ -260,17 +261,23 @@ TEST_F(Packs, ThatAreMissingInTheNewLanguageLeaveTheChain) {
 }
 
 TEST_F(Packs, HelpFileAndButtonsStayWhenTheLanguageIsSetAgain) {
-  Texts const texts = folder.debugTexts("create texts 1|newhelp manual|set 2057");
+  std::string const steps = "create texts 1|newhelp manual|run|label Mine|set 2057|buttons";
+  Texts const texts = folder.debugTexts(steps);
   EXPECT_EQ(std::count(texts.begin(), texts.end(), "[locale] Loading resource DLL language\\2057\\texts72.dll\n"), 1);
-  EXPECT_EQ(folder.facts("create texts 1|run|buttons|set 2057|buttons").at("buttons"), "OK,Cancel,Help");
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "[kiv] Using help file '" + folder.path() + "\\manual.chm'\n"), 1);
+  EXPECT_EQ(folder.facts(steps).at("buttons"), "Mine,Cancel,Help");
 }
 
-TEST_F(Packs, ChangeTheButtonsWithTheLanguageWhileAWindowIsOpen) {
-  ProductRun run(folder.start("create texts 1|run|window|set 1031|buttons|set 2057|current|wait"));
+TEST_F(Packs, ChangeButtonsToolAndHelpWithTheLanguageWhileAWindowIsOpen) {
+  folder.write("help\\1031\\manual.chm", "german");
+  ProductRun run(folder.start(
+      "runtime|create texts 1|newhelp manual|run|window|set 1031|buttons|tool|help|set 2057|current|wait"));
   HWND const window = support::waitForWindow({.processId = run.child().processId(), .title = "Languages"});
   ASSERT_NE(window, nullptr);
   support::closeWindow(window);
   EXPECT_EQ(run.fact("buttons"), "OK,Abbrechen,Hilfe");
+  EXPECT_EQ(run.fact("tool"), "KIVARA Laufzeit");
+  EXPECT_EQ(run.fact("help"), folder.path() + "\\help\\1031\\manual.chm");
   EXPECT_EQ(run.fact("current"), "2057");
 }
 
@@ -314,6 +321,22 @@ TEST_F(Packs, GiveTheCodeOfTheBaseLanguageWhereTheCurrentOneHasNone) {
   EXPECT_EQ(folder.facts("create texts 1|iso", "-lang9999").at("iso"), "en");
 }
 
+TEST_F(Packs, GiveTheCodeOfGermanWhereTheBaseLanguageHasNoneEither) {
+  folder.addPack("testres\\unknownbase72.dll", "unknownbase72.dll");
+  auto const facts = folder.facts("create unknownbase 1|base|iso|baseiso", "-lang9999");
+  EXPECT_EQ(facts.at("base"), "9999");
+  EXPECT_EQ(facts.at("iso"), "de");
+  EXPECT_EQ(facts.at("baseiso"), "");
+}
+
+TEST_F(Packs, HaveFileNamesOfAtMost259Characters) {
+  std::string const name(300, 'x');
+  Texts const texts = folder.debugTexts("create " + name + " 1|create " + name + " 0", "-no_dialogs");
+  for (std::string const folderName : {"language\\2057\\", "language\\"})
+    EXPECT_TRUE(tells(texts, "[locale] Loading resource DLL " + (folderName + name).substr(0, 259) + "\n"));
+  EXPECT_TRUE(tells(texts, "[locale] Error! Loading fallback resource DLL " + name.substr(0, 259) + "\n"));
+}
+
 TEST_F(Packs, LaterOnesFillTheGapsOfEarlierOnesWithoutAWord) {
   folder.addPack("testres\\first72.dll", "language\\gaps72.dll");
   auto const result = support::runProgram(folder.start("create gaps 0|create texts 1|text 0x2002923|chain"));
@@ -321,6 +344,14 @@ TEST_F(Packs, LaterOnesFillTheGapsOfEarlierOnesWithoutAWord) {
   EXPECT_EQ(facts.at("0x2002923"), "Cancel");
   EXPECT_EQ(facts.at("chain"), "language\\2057\\texts72.dll"); // there is no way back
   EXPECT_EQ(result.exitCode, 5u);
+}
+
+TEST_F(Packs, BehindSeveralGapsAreReachedOneAfterTheOther) {
+  folder.addPack("testres\\first72.dll", "language\\gaps72.dll");
+  folder.addPack("testres\\first72.dll", "language\\moregaps72.dll");
+  auto const facts = folder.facts("create gaps 0|create moregaps 0|create texts 1|text 0x2002923|chain");
+  EXPECT_EQ(facts.at("0x2002923"), "Cancel");
+  EXPECT_EQ(facts.at("chain"), "language\\2057\\texts72.dll");
 }
 
 } // namespace

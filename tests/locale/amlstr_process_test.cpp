@@ -1,6 +1,10 @@
 #include "locale/language_run.hpp"
 
+#include "frame/product_run.hpp"
 #include "support/child_process.hpp"
+#include "support/files.hpp"
+#include "support/windows.hpp"
+#include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +20,8 @@ public:
     write("language\\2057\\kivml.dll",
           packedTexts({{1, "abc"}, {2, "same"}, {3, "same"}, {3, "dropped"}, {4, "x"}, {6, "only"}, {7, "same"}}));
     write("language\\1031\\kivml.dll",
-          packedTexts({{1, "ab"}, {2, "same"}, {4, "y"}, {9, "same"}, {0x10005, "high bits"}}));
+          packedTexts(
+              {{1, "ab"}, {2, "same"}, {4, "y"}, {9, "same"}, {0x10005, "high bits"}, {10, std::string("nul\0x", 5)}}));
   }
 };
 
@@ -50,7 +55,9 @@ INSTANTIATE_TEST_SUITE_P(SearchForAny, WordLookUp,
 INSTANTIATE_TEST_SUITE_P(FindResId, WordLookUp,
                          testing::Values(LookUp{"find same", "7, -1"}, // the highest of the highest language
                                          LookUp{"find ab", "1, -1"}, LookUp{"find dropped", "0, -1"},
-                                         LookUp{"find nothing", "0, -1"}, LookUp{"find y", "4, -1"}));
+                                         LookUp{"find nothing", "0, -1"}, LookUp{"find y", "4, -1"},
+                                         // A String knows its length, a pointer ends at the NUL.
+                                         LookUp{"find nul", "0, -1, but not for a pointer"}));
 
 struct Get {
   char const * step;
@@ -87,8 +94,20 @@ TEST(Words, AreGoneAfterTheEndAndBackAfterANewStart) {
 
 TEST(Words, StayWhenTheLanguageChanges) { EXPECT_EQ(WordFolder().facts("set 1031|get 1 2057").at("get"), "abc"); }
 
-TEST(Words, WithAnEmptyTextInTheTableMatchEveryStartAndAreFoundNowhere) {
-  // A text of NUL characters alone is one that no comparison sees.
+TEST(Words, AreThereWhateverTheOptionOfTheLanguageSays) {
+  for (char const * const option : {"-lang1031", "-lang9999", "-langGermany"})
+    EXPECT_EQ(WordFolder().facts("get 1 2057", option).at("get"), "abc") << option;
+}
+
+TEST(Words, WithoutAPlaceForTheLengthAndWithoutATextAreLookedUpAllTheSame) {
+  auto const facts = WordFolder().facts("nulls 1 abc");
+  EXPECT_EQ(facts.at("nulls"), "1111, 0, 000");
+  EXPECT_EQ(WordFolder().facts("nulls 1 xab").at("nulls"), "0000, 1, 000");
+}
+
+TEST(Words, AreSharedWithTheTable) { EXPECT_EQ(WordFolder().facts("shared 1 2057").at("shared"), "1"); }
+
+TEST(Words, ThatBeginWithANulAreFoundAtTheStartOfEveryText) {
   WordFolder folder;
   folder.write("language\\1031\\kivml.dll", packedTexts({{1, std::string(1, '\0')}}));
   folder.write("language\\2057\\kivml.dll", packedTexts({{1, "abc"}}));
@@ -134,12 +153,18 @@ INSTANTIATE_TEST_SUITE_P(Faults, WordFile,
                                          BadFile{"length of 4 GB", with(8 + 3, static_cast<char>(0xFF)), "", ""},
                                          BadFile{"bytes behind the end", kGood + "more", "one", "two"}));
 
-TEST(WordFileHandle, IsClosedAfterwards) {
+TEST(LanguageFiles, AreClosedWhileTheProgramRuns) {
   WordFolder folder;
-  support::ChildProcess const child(folder.start("run|text 1"));
-  child.waitUpTo(0);
-  auto const result = support::runProgram(folder.start("get 1 2057"));
-  EXPECT_EQ(factsOf(result.output).at("get"), "abc");
+  folder.addPack("language\\2057\\kivara72.dll", "language\\2057\\texts72.dll");
+  folder.write("language\\1036\\kivml.dll", kGood.substr(0, 6)); // one that is given up
+  ProductRun run(folder.start("create texts 1|run|window|wait"));
+  HWND const window = support::waitForWindow({.processId = run.child().processId(), .title = "Languages"});
+  ASSERT_NE(window, nullptr);
+  for (std::string const name :
+       {"lang.ini", "language\\2057\\kivml.dll", "language\\1031\\kivml.dll", "language\\1036\\kivml.dll"})
+    EXPECT_NO_THROW(support::FileInUse(folder.path() + '\\' + name)) << name;
+  support::closeWindow(window);
+  EXPECT_EQ(run.exitCode(), 0u);
 }
 
 } // namespace

@@ -80,6 +80,33 @@ void printLookUp(Words const & words) {
   print(words[0], std::to_string(result) + ", " + std::to_string(length) + (agree ? "" : ", but not for a pointer"));
 }
 
+/// The look-ups without a place for the length, and without a text.
+void printNulls(Words const & words) {
+  unsigned short const resId = shortOf(words[1]);
+  String const text(words.at(2).c_str());
+  char const * const none = nullptr;
+  std::ostringstream results;
+  results << Kiv_MultiLangEquals(text, resId, nullptr) << Kiv_MultiLangEquals(text.c_str(), resId, nullptr)
+          << Kiv_MultiLangStartsWith(text, resId, nullptr) << Kiv_MultiLangStartsWith(text.c_str(), resId, nullptr)
+          << ", " << Kiv_MultiLangSearchForAny(text, resId, nullptr) << ", "
+          << Kiv_MultiLangEquals(none, resId, nullptr) << Kiv_MultiLangStartsWith(none, resId, nullptr)
+          << Kiv_MultiLangFindResId(none);
+  print(words[0], results.str());
+}
+
+/// Whether two texts of one identifier are the same characters in memory.
+void printShared(Words const & words) {
+  String const first = Kiv_MultiLangGet(shortOf(words[1]), shortOf(words.at(2)));
+  String const second = Kiv_MultiLangGet(shortOf(words[1]), shortOf(words.at(2)));
+  print(words[0], first.Len() > 0 && first.c_str() == second.c_str());
+}
+
+void labelOK(Words const & words) {
+  SV::International international(SV::Application::GetAppInternational());
+  international.ChangeOKButtonText(words[1].c_str());
+  SV::Application::ChangeAppInternational(international);
+}
+
 class LanguageProgram : public FrameProgram {
   int prepareApplication() override {
     support::spyOnImport("kivara.dll", "MessageBoxA", [](support::SpiedCall const & call) {
@@ -156,6 +183,9 @@ class LanguageProgram : public FrameProgram {
       {"starts", printLookUp},
       {"search", printLookUp},
       {"find", printLookUp},
+      {"nulls", printNulls},
+      {"shared", printShared},
+      {"label", labelOK},
   };
 };
 
