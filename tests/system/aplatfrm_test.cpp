@@ -82,32 +82,4 @@ TEST(StartDirectory, IsEmptyBeforeTheFrameHasStoredIt) {
   EXPECT_EQ(Kiv_GetStartCWD(false).Len(), 0);
 }
 
-TEST(DatabaseConnection, IsThereWithoutADatabaseLayer) { EXPECT_TRUE(Kiv_Is_DBConnected()); }
-
-TEST(DatabaseConnection, IsWhatTheLinkedWordSaysAtTheMoment) {
-  short word = 0;
-  Kiv_SetDBConnected_Link(&word);
-  EXPECT_FALSE(Kiv_Is_DBConnected());
-  for (short const connected : {1, -1, 0x100, -0x8000}) {
-    word = connected;
-    EXPECT_TRUE(Kiv_Is_DBConnected()) << connected;
-  }
-  word = 0;
-  EXPECT_FALSE(Kiv_Is_DBConnected());
-}
-
-TEST(DatabaseConnection, IsThereAgainWhenTheLinkIsTakenBack) {
-  short const word = 0;
-  Kiv_SetDBConnected_Link(&word);
-  EXPECT_FALSE(Kiv_Is_DBConnected());
-  Kiv_SetDBConnected_Link(nullptr);
-  EXPECT_TRUE(Kiv_Is_DBConnected());
-}
-
-TEST(DatabaseConnection, ReadsTheLinkedWordAlone) {
-  short words[] = {1, 0, 1};
-  Kiv_SetDBConnected_Link(&words[1]);
-  EXPECT_FALSE(Kiv_Is_DBConnected());
-}
-
 } // namespace

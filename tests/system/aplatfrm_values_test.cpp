@@ -159,13 +159,22 @@ TEST(ProductValues, AreWhatWasStored) {
   EXPECT_EQ(static_cast<int>(Kiv_GetLoginType()), 99);
 }
 
-TEST(DatabaseConnection, IsWhatTheLinkedWordSays) {
-  short connected = 0;
+TEST(DatabaseConnection, IsWhatTheLinkedWordSaysAtTheMoment) {
+  short words[] = {1, 0, 1}; // the words beside it say nothing
+  short & connected = words[1];
   Kiv_SetDBConnected_Link(&connected);
   EXPECT_FALSE(Kiv_Is_DBConnected());
-  connected = -1;
-  EXPECT_TRUE(Kiv_Is_DBConnected());
+  for (short const yes : {1, -1, 0x100, -0x8000}) {
+    connected = yes;
+    EXPECT_TRUE(Kiv_Is_DBConnected()) << yes;
+  }
   connected = 0;
+  EXPECT_FALSE(Kiv_Is_DBConnected());
+}
+
+TEST(DatabaseConnection, IsThereAgainWhenTheLinkIsTakenBack) {
+  short const connected = 0;
+  Kiv_SetDBConnected_Link(&connected);
   EXPECT_FALSE(Kiv_Is_DBConnected());
   Kiv_SetDBConnected_Link(nullptr);
   EXPECT_TRUE(Kiv_Is_DBConnected());
