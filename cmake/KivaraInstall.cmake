@@ -82,7 +82,7 @@ function(kivara_package)
   list(FILTER KIVARA_SHIPPED_FILES EXCLUDE REGEX "^language/")
   configure_package_config_file(${KIVARA_CMAKE_DIR}/package/kivaraConfig.cmake.in ${work}/kivaraConfig.cmake
     INSTALL_DESTINATION ${KIVARA_PACKAGE_DIR})
-  # Names of resource DLLs hold the minor version; a compiler of another size is refused with a reason by the package itself.
+  # Plug-ins go with one low part of the version; a compiler of another size is refused with a reason by the package itself.
   write_basic_package_version_file(${work}/kivaraConfigVersion.cmake COMPATIBILITY SameMinorVersion ARCH_INDEPENDENT)
   file(READ ${KIVARA_CMAKE_DIR}/toolchain-mingw64.cmake toolchain)
   file(READ ${KIVARA_CMAKE_DIR}/package/toolchain-end.cmake toolchain_end)

@@ -2,7 +2,8 @@
 
 set(KIVARA_PROGRAM_RC ${CMAKE_CURRENT_LIST_DIR}/program.rc)
 
-# The version in the names of resource DLLs.
+# The number in the names of resource DLLs, for the library and for products alike. It is no part of the product's version:
+# installed products go on looking for these names.
 set(KIVARA_RESOURCE_VERSION 72)
 
 # kivara_resource_dll(NAME OUTPUT file LANGUAGE id SOURCE file.rc): a DLL of resources alone, without code and start-up.

@@ -2,8 +2,11 @@
 /// \file
 /// What is done at the end of the process: files to delete, singletons to destroy.
 ///
-/// The registry waits for the event AppExit, runs its actions once, in the order of their registration, and forgets them. What is
-/// still there when the process ends without that event is run then. Nothing is locked.
+/// The registry waits for the event AppExit, runs its actions once, in the order of their registration, and forgets
+/// them. What is still there when the process ends without that event is run then.
+///
+/// Nothing is locked: actions are added and removed on the main thread. They run on the thread that triggers the event,
+/// which for an event of the console is one of the system's.
 ///
 /// \code
 ///   KivCleanUp::Instance().AddFileCleanUpAction(temporaryName);
@@ -43,10 +46,11 @@ private:
   SV::String fileName_;
 };
 
-/// Deletes an object. Other pointers to it dangle from then on: nobody may ask for such a singleton after AppExit.
+/// Deletes an object when it is executed, and only then. Other pointers to it dangle from then on: nobody may ask for
+/// such a singleton after AppExit.
 template <class T> class KivSingletonDeleteAction : public KivCleanUpAction {
 public:
-  /// \param object  owned from here on; may be null
+  /// \param object  from operator new; may be null
   explicit KivSingletonDeleteAction(T * object) : object_(object) {}
 
   bool execute() override {
@@ -73,14 +77,16 @@ public:
   /// std::bad_alloc.
   void AddAction(KivCleanUpAction * action);
 
-  /// Appends the deletion of a file. A name may stand there more than once.
+  /// Appends the deletion of a file. A name may stand there more than once. Throws std::bad_alloc.
   void AddFileCleanUpAction(SV::String const & file);
 
-  /// Forgets the first deletion of that name, which is compared with regard to case; the file stays. Unknown names do nothing.
+  /// Forgets the first deletion of that name, which is compared with regard to case; the file stays. Unknown names do
+  /// nothing.
   void RemoveFileCleanUpAction(SV::String const & file);
 
 protected:
-  /// Runs and forgets all actions. The event is not read and may be null.
+  /// Runs and forgets all actions. The event is not read and may be null. An exception of an action passes through; the
+  /// actions behind it stay for the next event.
   void _onExit(KivEvent * event);
 
 private:

@@ -23,8 +23,8 @@ struct tagRGBQUAD;
 /// \name Texts
 /// @{
 
-/// Six hexadecimal digits of either case as red, green and blue. Another character counts as 0 in its place, and so does
-/// what is missing at the end; a seventh is not looked at. Null counts as the empty text.
+/// Six hexadecimal digits of either case as red, green and blue. Another character counts as 0 in its place, and so
+/// does what is missing at the end; a seventh is not looked at. Null counts as the empty text.
 KIV_API void getRGBValuesFromColorString(char const * text, unsigned char & red, unsigned char & green,
                                          unsigned char & blue);
 
@@ -45,11 +45,12 @@ KIV_API SV::String getLeoTextOfColor(SV::Color const & color);
 /// Red, green, blue, saturation and value are from 0 to 1, the hue is in degrees from 0 to below 360.
 /// @{
 
-/// Grays have hue 0 and saturation 0.
+/// Grays have hue 0 and saturation 0. A red with the least bit of blue is rounded to a hue of 360; no colour of 8-bit
+/// channels is so close to red.
 KIV_API void RGBtoHSV(float r, float g, float b, float * h, float * s, float * v);
 
-/// Without saturation the hue is not looked at. A hue below 0 or from 360 on is not wrapped but taken for one in the last
-/// sixth: 360 gives what 300 gives, magenta.
+/// Without saturation the hue is not looked at. A hue below 0 or from 360 on is not wrapped but taken for one in the
+/// last sixth: 360 gives what 300 gives, magenta.
 KIV_API void HSVtoRGB(float * r, float * g, float * b, float h, float s, float v);
 
 /// As getRGBValuesOfColorName.
@@ -71,8 +72,8 @@ KIV_API SV::Color mulColor(SV::Color const & color, double factor);
 ///               upper bits
 KIV_API SV::Color srcOver(SV::Color const & dest, SV::Color const & src, double alpha);
 
-/// The brightness of a packed colour, 0 to 254: 0.3 of red, 0.59 of green and 0.11 of blue, each cut for itself, so that
-/// white has 254.
+/// The brightness of a packed colour, 0 to 254: 0.3 of red, 0.59 of green and 0.11 of blue, each cut for itself, so
+/// that white has 254.
 KIV_API int grayValue(unsigned long packed);
 
 /// Makes it the gray of that brightness; the reserved byte of a quad stays.

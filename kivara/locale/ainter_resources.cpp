@@ -5,6 +5,7 @@
 #include "atools.hpp"
 #include "atrace.hpp"
 #include "diagnostics/boundedtext.hpp"
+#include "frame/aversion_texts.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
 #include "sv/help.hpp"
@@ -29,8 +30,8 @@ bool loadingResourceFile = false;
 
 namespace {
 
-constexpr int kVersion = 72;       ///< stands in the name of every resource DLL
-constexpr int kVersionAndType = 6; ///< characters of "72.dll"
+constexpr int kVersion = KIVARA_RESOURCE_VERSION; ///< stands in the name of every resource DLL
+constexpr int kVersionAndType = 6;                ///< characters of "72.dll"
 constexpr std::size_t kDLLName = 260;
 constexpr std::size_t kHelpName = 1025;
 

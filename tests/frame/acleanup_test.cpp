@@ -279,6 +279,16 @@ TEST(SingletonDeleteAction, DeletesOnce) {
   EXPECT_EQ(steps().size(), 1u);
 }
 
+TEST(SingletonDeleteAction, LeavesTheObjectUnlessItIsExecuted) {
+  bool isDeleted = false;
+  struct Singleton {
+    bool & deleted;
+    ~Singleton() { deleted = true; }
+  } singleton{isDeleted};
+  { KivSingletonDeleteAction<Singleton> const action(&singleton); }
+  EXPECT_FALSE(isDeleted);
+}
+
 TEST(SingletonDeleteAction, TakesNull) {
   KivSingletonDeleteAction<String> action(nullptr);
   EXPECT_TRUE(action.execute());

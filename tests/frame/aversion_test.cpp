@@ -54,6 +54,7 @@ TEST(Version, BothBuildFormsPadTheStoredBuildText) {
   version.build = "50";
   EXPECT_STREQ(kivara::buildVersionString(version).c_str(), "7.2_0050");
   EXPECT_STREQ(version.build.c_str(), "0050");
+  EXPECT_EQ(SV::h_atoi(version.build.c_str()), 50) << "zeros in front do not make it octal";
   version.build = "7";
   EXPECT_STREQ(kivara::patchBuildVersionString(version).c_str(), "7.20.00.0007");
   EXPECT_STREQ(version.build.c_str(), "0007");

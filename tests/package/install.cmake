@@ -23,6 +23,12 @@ foreach(file IN ITEMS
   endif()
 endforeach()
 
+# The package is of the version that all else is of.
+file(STRINGS ${INSTALLED}/lib/cmake/kivara/kivaraConfigVersion.cmake version REGEX "^set\\(PACKAGE_VERSION ")
+if(NOT version STREQUAL "set(PACKAGE_VERSION \"${VERSION}\")")
+  message(SEND_ERROR "the package is not of version ${VERSION}: ${version}")
+endif()
+
 # expect_umbrella(HEADER FOLDER [EXCEPT header...]): a header that includes all others of a folder; the names count from
 # include/kivara.
 function(expect_umbrella header folder)

@@ -150,6 +150,9 @@ TEST(Hsv, AHueOutsideOfTheCircleIsTakenForOneInTheLastSixth) {
   EXPECT_EQ(rgbOf(6e8f, 1, 1).r, 1);
 }
 
+// The turn is added in single precision.
+TEST(Hsv, OfARedWithTheLeastBitOfBlueIsRoundedToAWholeTurn) { EXPECT_EQ(hsvOf(1, 0, 1e-9f).h, 360); }
+
 TEST(Hsv, OfAColourText) {
   Hsv hsv = {};
   EXPECT_TRUE(getHSVValuesFromColorName("lime", hsv.h, hsv.s, hsv.v));

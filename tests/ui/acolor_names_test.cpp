@@ -54,7 +54,8 @@ Color colorOf(unsigned red, unsigned green, unsigned blue) {
   return {channel(red), channel(green), channel(blue)};
 }
 
-/// The names that there are here: those of CSS without British spellings, with two values of their own and one more name.
+/// The names that there are here: those of CSS without British spellings, with two values of their own and one more
+/// name.
 std::vector<CssColor> ourColors() {
   std::vector<CssColor> colors;
   for (CssColor color : kCssColors) {
