@@ -11,17 +11,20 @@ using SV::String;
 namespace kivara {
 namespace {
 
-unsigned short languageOf(String const & value) {
-  if (int const number = std::atoi(value.c_str()); number != 0)
-    return static_cast<unsigned short>(number);
+/// False when the value names none. A number is one as it stands, of which the low 16 bits count.
+bool resolveLanguage(String const & value, unsigned short & id) {
+  if (int const number = std::atoi(value.c_str()); number != 0) {
+    id = static_cast<unsigned short>(number);
+    return true;
+  }
   using LookUp = unsigned short (*)(String const &);
   constexpr LookUp kLookUps[] = {
       KivInternational::GetLanguageIDOfNativeLanguageName, KivInternational::GetLanguageIDOfNativeCountryName,
       KivInternational::GetLanguageIDOfEnglishLanguageName, KivInternational::GetLanguageIDOfISO639};
   for (LookUp const lookUp : kLookUps)
-    if (unsigned short const id = lookUp(value); id != 0)
-      return id;
-  return 0;
+    if ((id = lookUp(value)) != 0)
+      return true;
+  return false;
 }
 
 } // namespace
@@ -31,8 +34,8 @@ void chooseLanguage() {
   String const value = KivCmdline::Instance().getValue("lang");
   if (value.Len() == 0)
     return;
-  unsigned short const id = languageOf(value);
-  if (id != 0)
+  unsigned short id = 0;
+  if (resolveLanguage(value, id))
     KivInternational::SetCurrentLanguageID(id);
   else
     KivDebugOut(("[locale] The locale '" + value + "' could not be resolved!\n").c_str());

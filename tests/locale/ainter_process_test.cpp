@@ -129,11 +129,11 @@ TEST_P(LanguageOption, SelectsByNumberOrName) {
 }
 INSTANTIATE_TEST_SUITE_P(Values, LanguageOption,
                          testing::Values(Choice{"", "2057"}, Choice{"1036", "1036"}, Choice{"9999", "9999"},
-                                         Choice{"1031x", "1031"}, Choice{"Deutsch", "1031"}, Choice{"DEUTSCH", "1031"},
-                                         Choice{"Deutschland", "1031"}, Choice{"German", "1031"}, Choice{"de", "1031"},
-                                         Choice{"DE", "1031"}, Choice{"French", "1036"}, Choice{"zh", "2052"},
-                                         Choice{"en", "2057"}, Choice{"Germany", "2057"}, Choice{"nothing", "2057"},
-                                         Choice{"0", "2057"}));
+                                         Choice{"65536", "0"}, Choice{"1031x", "1031"}, Choice{"Deutsch", "1031"},
+                                         Choice{"DEUTSCH", "1031"}, Choice{"Deutschland", "1031"},
+                                         Choice{"German", "1031"}, Choice{"de", "1031"}, Choice{"DE", "1031"},
+                                         Choice{"French", "1036"}, Choice{"zh", "2052"}, Choice{"en", "2057"},
+                                         Choice{"Germany", "2057"}, Choice{"nothing", "2057"}, Choice{"0", "2057"}));
 
 TEST(LanguageOptionValue, ThatNamesNoLanguageIsToldAndKeepsTheLanguage) {
   LanguageFolder folder;
