@@ -113,7 +113,8 @@ public:
   KivEventListener & operator=(KivEventListener const &);
   virtual ~KivEventListener();
 
-  /// Registers a handler. The same one registered twice is called twice. Throws std::bad_alloc.
+  /// Registers a handler. The same one registered twice is called twice. A null handler is kept and never called. Throws
+  /// std::bad_alloc; nothing is registered then.
   void setEventHandler(KivEventType type, KivEventHandler handler, KivEventPriority priority = KIV_PRIORITY_NORMAL);
 
   /// The same for a member function of a derived class.
@@ -155,7 +156,7 @@ public:
   void remove(KivEventListener * listener);
 
   /// Runs the actions that are not marked, those too that are added behind the running one meanwhile. What a handler throws
-  /// passes through.
+  /// passes through. The event is not null.
   void fire(KivEvent * event);
 
   /// The actions, marked ones included.
@@ -167,21 +168,23 @@ private:
   KivEventType firing_ = KIV_EVENT_FIRST;  ///< KIV_EVENT_FIRST when nothing is being walked
 };
 
-/// The one dispatcher of the process: the sequences by type.
+/// The one dispatcher of the process: the sequences by type, which it owns. The map is for reading; nobody else enters or
+/// erases a sequence. None is made for a type before its first registration, and an emptied one stays.
 class KIV_API KivEventDispatcher : public std::map<KivEventType, KivEventActionSeq *> {
 public:
-  /// Made on first use, destroyed by the runtime's exit processing.
+  /// Made on first use, destroyed by the runtime's exit processing: not to be used once isShutDown is true.
   static KivEventDispatcher & Instance();
 
   KivEventDispatcher(KivEventDispatcher const &) = delete;
   KivEventDispatcher & operator=(KivEventDispatcher const &) = delete;
   virtual ~KivEventDispatcher();
 
-  /// What KivEvent::trigger and the operations of KivEventListener call. Nothing happens for a type without a sequence.
+  /// What KivEvent::trigger and the operations of KivEventListener call. Nothing happens for a type without a sequence. The
+  /// event is not null.
   void dispatch(KivEvent * event);
   void registerAction(KivEventType type, KivEventListener * listener, KivEventHandler handler,
-                      KivEventPriority priority);
-  void signOff(KivEventListener * listener); ///< from all types
+                      KivEventPriority priority); ///< Throws std::bad_alloc; no action is added then.
+  void signOff(KivEventListener * listener);      ///< from all types
 
   /// Whether the dispatcher has come to its end.
   static bool isShutDown();

@@ -16,7 +16,8 @@ class Window;
 }
 
 /// Puts a window on top. One that is on the stack already goes to the top; for a new one a KivWindowStackChangedEvent is
-/// triggered. Null is reported as an internal error and left alone.
+/// triggered, with an empty title when the window cannot be read. Null is reported as an internal error and left alone.
+/// The stack does not own its windows. Throws std::bad_alloc; no event comes then.
 KIV_API void Kiv_PushParentWindow(SV::Window * window);
 
 /// Takes a window off the stack, wherever it lies in it, and triggers a KivWindowStackChangedEvent. A null window is

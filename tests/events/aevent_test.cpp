@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
+#include <type_traits>
 
 using kivtest::actionsOf;
 using kivtest::Calls;
@@ -135,6 +136,18 @@ TEST_F(Dispatcher, AnActionWithoutAHandlerIsSkipped) {
   trigger(kType);
   EXPECT_EQ(calls, (Calls{"a"}));
   EXPECT_EQ(actionsOf(kType).size(), 3u);
+}
+
+TEST_F(Dispatcher, AnActionWithoutAListenerIsSkipped) {
+  struct Nobody : KivEventListener {
+    static KivEventHandler handler() { return static_cast<KivEventHandler>(&Nobody::fail); }
+    void fail(KivEvent *) { FAIL(); }
+  };
+  auto const a = listener("a");
+  KivEventDispatcher::Instance().registerAction(kType, nullptr, Nobody::handler(), KIV_PRIORITY_EARLY);
+  trigger(kType);
+  EXPECT_EQ(calls, (Calls{"a"}));
+  EXPECT_EQ(actionsOf(kType).size(), 2u);
 }
 
 TEST_F(Dispatcher, HandlersMayBeVirtualAndOfAnyBase) {
@@ -473,6 +486,34 @@ TEST_F(Dispatcher, ALackOfMemoryLeavesTheRegistrationUndone) {
   EXPECT_EQ(calls, (Calls{"a"}));
 }
 
+// A limit in bytes for each of a registration's blocks: the action, the listener's entry, the vector that has to grow.
+TEST_F(Dispatcher, ALackOfMemoryInAnyStepOfARegistrationLeavesTheOthersAsTheyWere) {
+  std::vector<std::unique_ptr<Listener>> others;
+  Calls expected;
+  for (int i = 0; i < 8; ++i) {
+    others.push_back(listener(std::to_string(i)));
+    expected.insert(expected.begin(), std::to_string(i));
+  }
+  Listener late(calls, "late");
+  ASSERT_LT(sizeof(KivEventAction), 39u);
+  for (std::size_t const mostBytes : {std::size_t{0}, sizeof(KivEventAction), std::size_t{64}}) {
+    {
+      support::AllocationLimit const limit(mostBytes);
+      EXPECT_THROW(late.on(kType, 600), std::bad_alloc) << mostBytes;
+    }
+    calls.clear();
+    trigger(kType);
+    EXPECT_EQ(calls, expected) << mostBytes;
+    late.manualSignOff();
+    EXPECT_EQ(actionsOf(kType).size(), 8u) << mostBytes;
+  }
+  calls.clear();
+  late.on(kType, 600);
+  trigger(kType);
+  expected.insert(expected.begin(), "late");
+  EXPECT_EQ(calls, expected);
+}
+
 // Cost and layout
 
 TEST_F(Dispatcher, ATriggerAllocatesNothing) {
@@ -505,6 +546,17 @@ TEST_F(Dispatcher, ActionsAreLaidOutInTheirOrder) {
   EXPECT_EQ(sizeof(KivEventListener), sizeof(void *));
   EXPECT_EQ(sizeof(KivEventType), 4u);
   EXPECT_EQ(sizeof(KivEventPriority), 4u);
+}
+
+TEST_F(Dispatcher, OnlyConcreteEventsAreMadeAndAllIsDestroyedThroughItsBase) {
+  EXPECT_FALSE((std::is_constructible_v<KivEvent, KivEventType>));
+  EXPECT_TRUE((std::is_base_of_v<KivEventData, KivEvent>));
+  EXPECT_TRUE((std::is_base_of_v<std::map<KivEventType, KivEventActionSeq *>, KivEventDispatcher>));
+  EXPECT_TRUE(std::has_virtual_destructor_v<KivEventData>);
+  EXPECT_TRUE(std::has_virtual_destructor_v<KivEvent>);
+  EXPECT_TRUE(std::has_virtual_destructor_v<KivEventListener>);
+  EXPECT_TRUE(std::has_virtual_destructor_v<KivEventActionSeq>);
+  EXPECT_TRUE(std::has_virtual_destructor_v<KivEventDispatcher>);
 }
 
 } // namespace

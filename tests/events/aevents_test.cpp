@@ -141,6 +141,13 @@ TEST(SystemSettingsChangedEvent, CarriesTheChange) {
   EXPECT_EQ(event.GetChange(), SV::SYSCHANGE_FONTS);
 }
 
+TEST(BeforeGrabFocusEvent, CarriesNothing) {
+  KivBeforeGrabFocusEvent const event;
+  EXPECT_EQ(event.getEventType(), 850);
+  EXPECT_STREQ(event.getEventName(), "BeforeGrabFocus");
+  EXPECT_EQ(sizeof event, sizeof(KivEvent));
+}
+
 // The focus
 
 class FocusWindow : public SV::Window {
@@ -268,7 +275,9 @@ TEST_F(DynamicConsoleListener, WritesThatTheApplicationEnds) {
 TEST_F(DynamicConsoleListener, WritesChangesOfTheWindowStack) {
   KivWindowStackChangedEvent(2, true, "Open [1]").trigger();
   KivWindowStackChangedEvent(1, false, "").trigger();
-  EXPECT_EQ(debugLines, (Calls{"[kiv] WinStack: += 2 [Open [1]]\n", "[kiv] WinStack: -= 1 []\n"}));
+  KivWindowStackChangedEvent(3000000000, true, "50%s %n").trigger();
+  EXPECT_EQ(debugLines, (Calls{"[kiv] WinStack: += 2 [Open [1]]\n", "[kiv] WinStack: -= 1 []\n",
+                               "[kiv] WinStack: += 3000000000 [50%s %n]\n"}));
 }
 
 TEST_F(DynamicConsoleListener, HearsOfAllBeforeNormalPriorities) {

@@ -66,6 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Way{"severe exception", "severe", "-no_dialogs", {}, 1, "exception (minidump)", false},
                     Way{"log-off", "control", "-console", {{"CONTROL", "5"}}, 1, "console", false},
                     Way{"shut-down", "control", "-console", {{"CONTROL", "6"}}, 1, "console", false},
+                    Way{"unknown control event", "control", "-console", {{"CONTROL", "7"}}, 1, "console", false},
                     Way{"Ctrl+C", "control", "-console", {{"CONTROL", "0"}}, 0, "end(0)", true},
                     Way{"no event, exit code 0", "exit", "", {{"RUN", "0"}}, 0, nullptr, false},
                     Way{"no event, exit code 5", "exit", "", {{"RUN", "5"}}, 5, nullptr, false}));

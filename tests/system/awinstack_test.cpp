@@ -250,6 +250,24 @@ TEST_F(WindowStack, AWindowThatCannotBeReadIsReportedAndPassedOver) {
   EXPECT_EQ(errors().size(), 1u);
 }
 
+TEST_F(WindowStack, AWindowIsReportedWhenLessThan480BytesOfItCanBeRead) {
+  constexpr std::size_t kPage = 4096;
+  auto * const pages = static_cast<char *>(VirtualAlloc(nullptr, 2 * kPage, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+  ASSERT_TRUE(pages);
+  for (std::size_t const readable : {480, 472}) {
+    DWORD before = 0;
+    auto * const window = new (pages + kPage - readable) TitledWindow("edge");
+    Kiv_PushParentWindow(window);
+    VirtualProtect(pages + kPage, kPage, PAGE_NOACCESS, &before);
+    Kiv_GetTopWindow(0);
+    EXPECT_EQ(Kiv_PopParentWindow(window), window) << readable;
+    EXPECT_EQ(errors(), readable == 480 ? Lines() : (Lines{"atools-1898", "atools-1875"}));
+    VirtualProtect(pages + kPage, kPage, PAGE_READWRITE, &before);
+    window->~TitledWindow();
+  }
+  VirtualFree(pages, 0, MEM_RELEASE);
+}
+
 // The report does not keep a window from being found: its address may only look like the fill of freed memory.
 TEST_F(WindowStack, AWindowThatIsReportedIsTakenAllTheSameWhenItIsVisible) {
   PlacedWindow placed(0x4CDCD0000);
