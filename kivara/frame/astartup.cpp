@@ -3,6 +3,7 @@
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
+#include "locale/buttontexts.hpp"
 #include "sv/application.hpp"
 #include "sv/imagepool.hpp"
 #include "sv/resource.hpp"
@@ -19,9 +20,6 @@ namespace kivara {
 namespace {
 
 constexpr unsigned long kCharSetText = 0x200290B;
-constexpr unsigned long kOKText = 0x2002922;
-constexpr unsigned long kCancelText = 0x2002923;
-constexpr unsigned long kHelpText = 0x2002924;
 
 FILE * traceFile = nullptr;
 
@@ -82,12 +80,6 @@ void applyCharSet() {
   SV::Application::ChangeAppFont(font);
 }
 
-void applyButtonLabels() {
-  SV::International international(SV::COUNTRY_SYSTEM, SV::LANGUAGE_SYSTEM);
-  international.ChangeOKButtonText(SV::Resource::LoadString(kOKText));
-  international.ChangeCancelButtonText(SV::Resource::LoadString(kCancelText));
-  international.ChangeHelpButtonText(SV::Resource::LoadString(kHelpText));
-  SV::Application::ChangeAppInternational(international);
-}
+void applyButtonLabels() { installWithButtonTexts(SV::International(SV::COUNTRY_SYSTEM, SV::LANGUAGE_SYSTEM)); }
 
 } // namespace kivara

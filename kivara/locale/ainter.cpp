@@ -4,6 +4,7 @@
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "diagnostics/boundedtext.hpp"
+#include "locale/buttontexts.hpp"
 #include "locale/languagelist.hpp"
 #include "locale/localeinfo.hpp"
 #include "sv/application.hpp"
@@ -57,15 +58,6 @@ void announce(unsigned short id) {
   String const line = "[locale] Changing default language to " + String(id) + ": " +
                       infoOrEmpty(id, LOCALE_SENGLANGUAGE) + " / " + infoOrEmpty(id, LOCALE_SENGCOUNTRY) + "\n";
   KivDebugOut(line.c_str());
-}
-
-/// The labels of the standard buttons from the active resources.
-void changeButtonTexts() {
-  SV::International international(SV::Application::GetAppInternational());
-  international.ChangeOKButtonText(SV::Resource::LoadString(0x2002922));
-  international.ChangeCancelButtonText(SV::Resource::LoadString(0x2002923));
-  international.ChangeHelpButtonText(SV::Resource::LoadString(0x2002924));
-  SV::Application::ChangeAppInternational(international);
 }
 
 } // namespace
@@ -123,7 +115,7 @@ void KivInternational::SetCurrentLanguageID(unsigned short id) {
   aInstance.updateResourceManagers();
   if (SV::Help const * const help = SV::Application::GetHelp())
     switchHelpObject(baseNameOfHelp(help->GetFileName()).c_str());
-  changeButtonTexts();
+  kivara::installWithButtonTexts(SV::Application::GetAppInternational());
   Kiv_GetToolName(true); // kept in the new language
 }
 

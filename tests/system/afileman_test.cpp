@@ -2,9 +2,8 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "support/import_hook.hpp"
+#include "system/uuid_text.hpp"
 #include "tools/winapi.hpp"
-
-#include <rpc.h>
 
 #include <gtest/gtest.h>
 
@@ -107,25 +106,10 @@ TEST(SplitFileNameInPlace, MayWriteAnyPartOverThePath) {
   }
 }
 
-char systemsText[] = "ABCDEF01-2345-6789-ABCD-EF0123456789";
-int released = 0;
-
-RPC_STATUS WINAPI giveText(UUID const *, RPC_CSTR * text) {
-  *text = reinterpret_cast<RPC_CSTR>(systemsText);
-  return RPC_S_OK;
-}
-RPC_STATUS WINAPI giveNoText(UUID const *, RPC_CSTR *) { return RPC_S_OUT_OF_MEMORY; }
-RPC_STATUS WINAPI countRelease(RPC_CSTR * text) {
-  released += *text == reinterpret_cast<RPC_CSTR>(systemsText) ? 1 : 0;
-  return RPC_S_OK;
-}
-
-template <class Function> void useForText(Function * function) {
-  released = 0;
-  support::replaceImports(GetModuleHandleA("kivara.dll"), "RPCRT4.dll",
-                          {{"UuidToStringA", reinterpret_cast<void *>(function)},
-                           {"RpcStringFreeA", reinterpret_cast<void *>(countRelease)}});
-}
+using uuidtext::giveNoText;
+using uuidtext::giveText;
+using uuidtext::released;
+using uuidtext::useForText;
 
 std::string behindTheFolder(String const & name) {
   std::string const text(name.c_str());
@@ -134,13 +118,14 @@ std::string behindTheFolder(String const & name) {
 
 TEST(TemporaryName, HasTheSystemsTextAsItIsAndGivesItBack) {
   useForText(giveText);
-  EXPECT_EQ(behindTheFolder(FileManager::fileCreateTempName("x", "tmp")), "x" + std::string(systemsText) + ".tmp");
+  EXPECT_EQ(behindTheFolder(FileManager::fileCreateTempName("x", "tmp")),
+            "x" + std::string(uuidtext::systemsText) + ".tmp");
   EXPECT_EQ(released, 1);
 }
 
 TEST(TemporaryName, OfANullPrefixBeginsWithTheSystemsText) {
   useForText(giveText);
-  EXPECT_EQ(behindTheFolder(FileManager::fileCreateTempName(nullptr, nullptr)), systemsText);
+  EXPECT_EQ(behindTheFolder(FileManager::fileCreateTempName(nullptr, nullptr)), uuidtext::systemsText);
 }
 
 TEST(TemporaryName, WithoutASystemsTextIsReportedAndEmpty) {

@@ -2,8 +2,7 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "sv0105/testapplication.hpp"
-
-#include <rpc.h>
+#include "system/uuid_text.hpp"
 
 #include <gtest/gtest.h>
 
@@ -102,24 +101,10 @@ TEST(NewUUID, IsALowerCaseTextThatNeverRepeats) {
   }
 }
 
-char systemsText[] = "ABCDEF01-2345-6789-ABCD-EF0123456789";
-int released = 0;
-
-RPC_STATUS WINAPI giveText(UUID const *, RPC_CSTR * text) {
-  *text = reinterpret_cast<RPC_CSTR>(systemsText);
-  return RPC_S_OK;
-}
-RPC_STATUS WINAPI giveNoText(UUID const *, RPC_CSTR *) { return RPC_S_OUT_OF_MEMORY; }
-RPC_STATUS WINAPI countRelease(RPC_CSTR * text) {
-  released += *text == reinterpret_cast<RPC_CSTR>(systemsText) ? 1 : 0;
-  return RPC_S_OK;
-}
-
-template <class Function> void useForText(Function * function) {
-  support::replaceImports(GetModuleHandleA("kivara.dll"), "RPCRT4.dll",
-                          {{"UuidToStringA", reinterpret_cast<void *>(function)},
-                           {"RpcStringFreeA", reinterpret_cast<void *>(countRelease)}});
-}
+using uuidtext::giveNoText;
+using uuidtext::giveText;
+using uuidtext::released;
+using uuidtext::useForText;
 
 TEST(NewUUID, GivesTheSystemsTextBackInLowerCase) {
   useForText(giveText);
@@ -130,7 +115,6 @@ TEST(NewUUID, GivesTheSystemsTextBackInLowerCase) {
 TEST(NewUUID, WithoutATextIsReportedAndEmpty) {
   InternalErrors const errors;
   useForText(giveNoText);
-  released = 0;
   EXPECT_EQ(Kiv_GetNewUUID().Len(), 0);
   EXPECT_EQ(released, 0);
   EXPECT_EQ(errors.places(), std::vector<std::string>{"atools.cpp (4090)"});
