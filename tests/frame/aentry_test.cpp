@@ -4,6 +4,7 @@
 #include "frame/box_watch.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
+#include "support/allocation.hpp"
 #include "sv/sysdepen.hpp"
 
 #include <gtest/gtest.h>
@@ -57,6 +58,13 @@ TEST(Entry, WithAToolkitThatDoesNotComeUpSaysSoAndAnswers1) {
   ASSERT_EQ(watch.boxes().size(), 1u);
   EXPECT_EQ(watch.boxes()[0].title, "Severe StarView error");
   EXPECT_EQ(watch.boxes()[0].text, "Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!");
+  EXPECT_TRUE(application.steps().empty());
+}
+
+TEST(Entry, WithoutMemoryForTheCommandLineAnswers1AndRunsNothing) {
+  RecordingApplication application;
+  support::AllocationLimit const limit(0);
+  EXPECT_EQ(enter(), 1);
   EXPECT_TRUE(application.steps().empty());
 }
 

@@ -5,6 +5,7 @@
 #include "locale/languagelist.hpp"
 #include "support/allocation.hpp"
 #include "support/files.hpp"
+#include "support/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -123,6 +124,26 @@ TEST_P(DamagedWordFiles, GiveWhatPrecedesTheFault) {
   }
 }
 INSTANTIATE_TEST_SUITE_P(Shards, DamagedWordFiles, testing::Range(0, kShards));
+
+int readsThatSucceed = 0;
+
+/// Reads as the runtime does, as often as it may; then the disk fails.
+std::size_t readUntilItFails(void * target, std::size_t size, std::size_t count, FILE * file) {
+  return readsThatSucceed-- > 0 ? std::fread(target, size, count, file) : 0;
+}
+
+TEST(WordFile, GivesWhatPrecedesAReadThatFailsWithinAText) {
+  support::TempFolder const folder;
+  std::string const path = folder / "kivml.dll";
+  overwrite(path, packedTexts({{1, "first"}, {2, "second"}}));
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "msvcrt.dll",
+                          {{"fread", reinterpret_cast<void *>(readUntilItFails)}});
+  readsThatSucceed = 2 + 3 + 2; // the head, the first text with its numbers, the numbers of the second
+  KivStringContainer container;
+  EXPECT_FALSE(KivMLResFileReader(1, &container, fileNameFor(path)).Read());
+  ASSERT_EQ(container.GetTexts().size(), 1u);
+  EXPECT_STREQ(container.Find(1)->c_str(), "first");
+}
 
 /// The numbers of the lines, by the rules of the list.
 std::vector<unsigned short> expectedLanguages(std::string const & text) {

@@ -97,6 +97,18 @@ TEST_F(BitmapTest, ComesFromAResource) {
   EXPECT_TRUE(application.exceptions.empty());
 }
 
+// Its table has two colours of the 16 that 4 bits could name.
+TEST_F(BitmapTest, HasTheColoursOfItsTable) {
+  SV::ResMgr manager("testres\\first72.dll");
+  for (unsigned long const number : {12ul, 13ul}) {
+    Bitmap const bitmap(SV::ResId(number, &manager));
+    ASSERT_EQ(bitmap.GetSizePixel(), (SV::Size{2, 1})) << number;
+    EXPECT_EQ(pixel(bitmap, 0, 0), 0x302010u) << number;
+    EXPECT_EQ(pixel(bitmap, 1, 0), 0xC0B0A0u) << number;
+  }
+  EXPECT_TRUE(application.exceptions.empty());
+}
+
 TEST_F(BitmapTest, OfAMissingResourceIsLookedForInTheNextManager) {
   SV::ResMgr first("testres\\first72.dll");
   SV::ResMgr second("testres\\second72.dll");

@@ -1,5 +1,6 @@
 #include "sv0105/testapplication.hpp"
 
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -101,6 +102,59 @@ TEST_F(ResourceFile, IsNeverTakenFromTheWorkingDirectory) {
   drive[0] = currentFolder()[0];
   for (char const * name : {"here72.dll", ".\\here72.dll", "testres\\here72.dll", static_cast<char const *>(drive)})
     EXPECT_FALSE(ResMgr(name).IsLoaded()) << name;
+}
+
+/// The headers of a whole file.
+IMAGE_NT_HEADERS64 & headersOf(std::string & bytes) {
+  return *reinterpret_cast<IMAGE_NT_HEADERS64 *>(bytes.data() + *reinterpret_cast<int const *>(bytes.data() + 0x3C));
+}
+
+TEST_F(ResourceFile, WithoutATableOfResourcesIsLoadedAndHasNone) {
+  std::string const whole = bytesOf(programFolder() + kFirst);
+  std::string const path = currentFolder() + "empty.dll";
+  void (*const rows[])(IMAGE_OPTIONAL_HEADER64 &) = {
+      [](IMAGE_OPTIONAL_HEADER64 & header) { header.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE] = {}; },
+      [](IMAGE_OPTIONAL_HEADER64 & header) { header.NumberOfRvaAndSizes = IMAGE_DIRECTORY_ENTRY_RESOURCE; }};
+  for (auto const takeAway : rows) {
+    std::string bytes = whole;
+    takeAway(headersOf(bytes).OptionalHeader);
+    write(path, bytes);
+    ResMgr manager(path.c_str());
+    EXPECT_TRUE(manager.IsLoaded());
+    EXPECT_EQ(Resource::LoadString(ResId(1, &manager)), "");
+    EXPECT_EQ(application.exceptions.back().code, 0x100);
+  }
+}
+
+/// The same file with the shorter header of 32-bit DLLs, whose space stays as long as it was.
+std::string in32Bits(std::string bytes) {
+  IMAGE_NT_HEADERS64 & headers = headersOf(bytes);
+  IMAGE_OPTIONAL_HEADER64 const from = headers.OptionalHeader;
+  IMAGE_OPTIONAL_HEADER32 to = {};
+  to.Magic = IMAGE_NT_OPTIONAL_HDR32_MAGIC;
+  to.SizeOfInitializedData = from.SizeOfInitializedData;
+  to.ImageBase = 0x10000000;
+  to.SectionAlignment = from.SectionAlignment;
+  to.FileAlignment = from.FileAlignment;
+  to.MajorOperatingSystemVersion = from.MajorOperatingSystemVersion;
+  to.MajorSubsystemVersion = from.MajorSubsystemVersion;
+  to.SizeOfImage = from.SizeOfImage;
+  to.SizeOfHeaders = from.SizeOfHeaders;
+  to.Subsystem = from.Subsystem;
+  to.NumberOfRvaAndSizes = IMAGE_NUMBEROF_DIRECTORY_ENTRIES;
+  to.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE] = from.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE];
+  headers.FileHeader.Machine = IMAGE_FILE_MACHINE_I386;
+  std::memcpy(&headers.OptionalHeader, &to, sizeof to);
+  return bytes;
+}
+
+TEST_F(ResourceFile, MayHaveBeenMadeFor32Bits) {
+  std::string const path = currentFolder() + "narrow.dll";
+  write(path, in32Bits(bytesOf(programFolder() + kFirst)));
+  ResMgr manager(path.c_str());
+  ASSERT_TRUE(manager.IsLoaded());
+  EXPECT_EQ(Resource::LoadString(ResId(1, &manager)), "one");
+  EXPECT_TRUE(application.exceptions.empty());
 }
 
 TEST_F(ResourceFile, ThatIsMissingRaisesAnExceptionWithItsNameBelow4GiB) {

@@ -202,6 +202,15 @@ TEST_F(WindowTest, OfTheApplicationIsForgottenWhenItHasGone) {
   EXPECT_EQ(Application::GetAppWindow(), nullptr);
 }
 
+TEST_F(WindowTest, OfTheApplicationIsForgottenThoughItsSystemWindowHadGoneBefore) {
+  {
+    Window window(nullptr, SV::WB_TITLE);
+    DestroyWindow(window.GetHWND());
+    Application::SetAppWindow(&window);
+  }
+  EXPECT_EQ(Application::GetAppWindow(), nullptr);
+}
+
 TEST_F(WindowTest, OfTheApplicationQuitsWhenTheApplicationAgrees) {
   Window window(nullptr, SV::WB_TITLE);
   Application::SetAppWindow(&window);
@@ -383,6 +392,23 @@ TEST_F(MessageHookTest, KeepsAMessageFromTheWindowByANonZeroResult) {
   answered = WM_NULL;
   SendMessageA(window.GetHWND(), WM_CLOSE, 0, 0);
   EXPECT_EQ(window.GetHWND(), nullptr);
+}
+
+TEST_F(MessageHookTest, KeepsAMessageFromTheApplicationToo) {
+  std::vector<HWND> listeners = ownTopLevelWindows();
+  std::erase_if(listeners, [](HWND window) {
+    char name[32] = "";
+    GetClassNameA(window, name, sizeof name);
+    return std::string(name) != "SV0105.Listener";
+  });
+  ASSERT_EQ(listeners.size(), 1u);
+  answered = WM_SYSCOLORCHANGE;
+  answer = 7;
+  EXPECT_EQ(SendMessageA(listeners[0], WM_SYSCOLORCHANGE, 0, 0), 7);
+  EXPECT_TRUE(application.changes.empty());
+  answered = WM_NULL;
+  SendMessageA(listeners[0], WM_SYSCOLORCHANGE, 0, 0);
+  EXPECT_EQ(application.changes.size(), 1u);
 }
 
 TEST_F(MessageHookTest, ThatAnswersTheLastMessageStillLetsGoOfTheWindow) {
