@@ -214,6 +214,7 @@ TEST_F(Packs, ThatAreNowhereGiveABoxAndAFlagAndNoMore) {
 TEST_F(Packs, ThatAreNowhereAreToldByTheNumberOfALanguageWithoutAName) {
   ProductRun run(folder.start("create none 1", "-lang9999"));
   EXPECT_TRUE(holds(run.answerBox().texts.at(0), "for the selected language '9999'.\n"));
+  EXPECT_EQ(run.fact("create"), "0");
 }
 
 TEST_F(Packs, ThatAreNowhereAreToldOnTheDebugOutput) {

@@ -1,5 +1,7 @@
 #include "sv0105/testapplication.hpp"
 
+#include "support/import_hook.hpp"
+
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -166,6 +168,39 @@ TEST_F(ResourceFile, ThatIsMissingRaisesAnExceptionWithItsNameBelow4GiB) {
   EXPECT_EQ(application.exceptions[0].code, 0x400);
   EXPECT_NE(application.exceptions[0].arg, 0u);
   EXPECT_EQ(application.exceptions[0].name, "language\\1031\\missing72.dll");
+}
+
+void play(char const * function, void * replacement) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "KERNEL32.dll", {{function, replacement}});
+}
+
+void * WINAPI refuseMemory(void *, SIZE_T, DWORD, DWORD) { return nullptr; }
+SIZE_T WINAPI refuseToTell(void const *, MEMORY_BASIC_INFORMATION *, SIZE_T) { return 0; }
+
+TEST_F(ResourceFile, ThatIsMissingIsToldWithoutItsNameWhenNoMemoryIsLeftBelow4GiB) {
+  play("VirtualAlloc", reinterpret_cast<void *>(refuseMemory));
+  EXPECT_FALSE(ResMgr("missing72.dll").IsLoaded());
+  play("VirtualQuery", reinterpret_cast<void *>(refuseToTell));
+  EXPECT_FALSE(ResMgr("missing72.dll").IsLoaded());
+  ASSERT_EQ(application.exceptions.size(), 2u);
+  for (auto const & exception : application.exceptions) {
+    EXPECT_EQ(exception.code, 0x400);
+    EXPECT_EQ(exception.arg, 0u);
+  }
+}
+
+DWORD longestAsked = 0;
+
+/// As of a program whose path has 600 characters: what is too short is filled, and its whole size answered.
+DWORD WINAPI pathOfManyLetters(HMODULE module, wchar_t * path, DWORD size) {
+  longestAsked = size;
+  return size < 600 ? size : GetModuleFileNameW(module, path, size);
+}
+
+TEST_F(ResourceFile, IsFoundBesideAProgramWithALongPath) {
+  play("GetModuleFileNameW", reinterpret_cast<void *>(pathOfManyLetters));
+  EXPECT_TRUE(ResMgr(kFirst).IsLoaded());
+  EXPECT_GE(longestAsked, 600u);
 }
 
 TEST_F(ResourceFile, ThatIsMissingTellsItsNameForEveryLength) {

@@ -168,6 +168,17 @@ TEST_F(OtherDrive, TakesNoLinkToAFolderWhoseFilesBelongElsewhere) {
   EXPECT_EQ(read("tree\\file.txt"), "near");
 }
 
+TEST_F(OtherDrive, GivesTheSystemsErrorWhenTheSourceHasGoneMeanwhile) {
+  write("file.txt", "source");
+  answerAttributes([](char const *) -> DWORD {
+    SetLastError(ERROR_NETNAME_DELETED);
+    return INVALID_FILE_ATTRIBUTES;
+  });
+  EXPECT_EQ(entry("file.txt").MoveTo(there("file.txt")), DWORD{ERROR_NETNAME_DELETED});
+  EXPECT_EQ(read("file.txt"), "source");
+  EXPECT_EQ(read(path("file.txt").c_str()), "(none)");
+}
+
 TEST_F(OtherDrive, LeavesAnExistingFolderAsItIs) {
   makeTree();
   CreateDirectoryA(path("moved").c_str(), nullptr);

@@ -1,6 +1,7 @@
 #include "locale/language_run.hpp"
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,8 @@ namespace {
 class Packer {
 public:
   void write(std::string const & name, std::string_view bytes) const { support::writeFile(folder_ / name, bytes); }
-  std::string read(std::string const & name) const { return support::readFile(folder_ / name).value_or("(none)"); }
+  std::string read(std::string const & name) const { return support::readFile(path(name)).value_or("(none)"); }
+  std::string path(std::string const & name) const { return folder_ / name; }
 
   support::ProgramResult run(std::string const & arguments) const {
     return support::runProgram({.program = "kivml", .arguments = arguments, .workingFolder = folder_.path()});
@@ -81,6 +83,8 @@ INSTANTIATE_TEST_SUITE_P(
                             "list.txt:2: code page 1252 has no U+0416 '\xD0\x96'\r\n"},
                     BadList{"not in the code page, a pair", "1 \xF0\x9F\x99\x82\n",
                             "list.txt:1: code page 1252 has no U+1F642"},
+                    BadList{"not in the code page, behind others", "1 a\xC3\xA4 \xD0\x96 \xD0\x97\n",
+                            "list.txt:1: code page 1252 has no U+0416 '\xD0\x96'\r\n"},
                     BadList{"no UTF-8", "1 Aktivit\xE4t\n", "list.txt:1: the text is not UTF-8\r\n"},
                     BadList{"twice", "1 a\n2 b\n1 c\n", "list.txt:3: the identifier 1 is there twice, first at 1\r\n"},
                     BadList{"empty", "1 a\n2\n", "list.txt:2: the text is empty\r\n"},
@@ -169,6 +173,29 @@ TEST(Kivml, NamesTheFileThatItCannotReadOrWrite) {
   auto const nowhere = packer.run("pack list.txt no\\folder\\kivml.dll");
   EXPECT_EQ(nowhere.exitCode, 1u);
   EXPECT_TRUE(holds(nowhere.errors, "kivml: no\\folder\\kivml.dll: cannot be written: "));
+}
+
+TEST(Kivml, LeavesAFileThatIsInUseAsItIs) {
+  Packer const packer;
+  packer.write("list.txt", "1 a\n");
+  packer.write("kivml.dll", "the former one");
+  HANDLE const user =
+      CreateFileA(packer.path("kivml.dll").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  auto const result = packer.run("pack list.txt kivml.dll");
+  CloseHandle(user);
+  EXPECT_EQ(result.exitCode, 1u);
+  EXPECT_TRUE(holds(result.errors, "kivml: kivml.dll: cannot be written: system error "));
+  EXPECT_EQ(packer.read("kivml.dll"), "the former one");
+  EXPECT_EQ(packer.read("kivml.dll.new"), "(none)");
+}
+
+TEST(Kivml, WritesBytesThatAreNoCharactersAsEscapes) {
+  Packer const packer;
+  packer.write("kivml.dll", packedTexts({{1, "\x83\x65 a\x83"}}));
+  EXPECT_EQ(packer.run("unpack kivml.dll back.txt --codepage 932").exitCode, 0u);
+  EXPECT_EQ(packer.read("back.txt"), "1 \\x83e a\\x83\r\n");
+  EXPECT_EQ(packer.run("pack back.txt back.dll --codepage 932").exitCode, 0u);
+  EXPECT_EQ(packer.read("back.dll"), packer.read("kivml.dll"));
 }
 
 TEST(Kivml, SaysHowItIsUsed) {
