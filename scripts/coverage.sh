@@ -3,8 +3,8 @@
 
 coverage_packages=(gcovr)
 
-# Each process adds its counts when it ends, by itself or by ExitProcess, to files that it locks one by one: tests that end side
-# by side lose nothing. What another process ends, or a crash, counts nothing.
+# Each process adds its counts when it ends, to files that it locks one by one: tests that end side by side lose nothing. What another
+# process ends, or a crash, counts nothing.
 verb_coverage() {
   preset=coverage
   need_packages "${build_packages[@]}" "${coverage_packages[@]}"
