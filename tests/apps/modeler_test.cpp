@@ -79,11 +79,28 @@ Lines rowsOf(HWND list) {
   return rows;
 }
 
-/// Waits until the list holds that row behind those that were there before.
+constexpr char kFocusRow[] = "850\tBeforeGrabFocus\t";
+
+/// The rows without those that the neighbours cause: the tests share a desktop, and when the window of one goes away, the
+/// window manager may hand the focus to that of another.
+Lines ownRows(HWND list) {
+  Lines rows = rowsOf(list);
+  std::erase(rows, kFocusRow);
+  return rows;
+}
+
+/// Waits until the list ends with that row, as far as the rows are the program's own.
 bool waitForRow(HWND list, std::string const & row) {
   return support::eventually([&] {
-    Lines const rows = rowsOf(list);
+    Lines const rows = ownRows(list);
     return !rows.empty() && rows.back() == row;
+  });
+}
+
+bool waitForFocusRow(HWND list) {
+  return support::eventually([&] {
+    Lines const rows = rowsOf(list);
+    return std::find(rows.begin(), rows.end(), kFocusRow) != rows.end();
   });
 }
 
@@ -94,11 +111,10 @@ TEST(Modeler, ListsTheEventsSinceItsStart) {
   PostMessageA(window, WM_COMMAND, kShowEvents, 0);
   HWND const list = eventList(window);
   ASSERT_TRUE(list);
-  EXPECT_TRUE(waitForRow(list, "850\tBeforeGrabFocus\t"));
-  EXPECT_EQ(rowsOf(list), (Lines{"840\tAppChangeStartupPhase\t[kiv] Loading the texts",
-                                 "840\tAppChangeStartupPhase\t[kiv] Opening the main window",
-                                 "848\tKivWindowStackChanged\t+= 1 [" + title() + "]", "775\tAppInitialized\t",
-                                 "850\tBeforeGrabFocus\t"}));
+  EXPECT_TRUE(waitForFocusRow(list));
+  EXPECT_EQ(ownRows(list), (Lines{"840\tAppChangeStartupPhase\t[kiv] Loading the texts",
+                                  "840\tAppChangeStartupPhase\t[kiv] Opening the main window",
+                                  "848\tKivWindowStackChanged\t+= 1 [" + title() + "]", "775\tAppInitialized\t"}));
 }
 
 TEST(Modeler, ListsEventsAsTheyComeWithWhatTheyCarry) {
@@ -107,7 +123,7 @@ TEST(Modeler, ListsEventsAsTheyComeWithWhatTheyCarry) {
   ASSERT_TRUE(window);
   PostMessageA(window, WM_COMMAND, kShowEvents, 0);
   HWND const list = eventList(window);
-  ASSERT_TRUE(waitForRow(list, "850\tBeforeGrabFocus\t"));
+  ASSERT_TRUE(list);
   PostMessageA(window, WM_COMMAND, kRaiseUser, 0);
   EXPECT_TRUE(waitForRow(list, "701\tUser\tAfterRename, user 17, permission type -1, database permission 0"));
   PostMessageA(window, WM_COMMAND, kRaiseUserGroup, 0);
@@ -124,19 +140,21 @@ TEST(Modeler, KeepsItsEventsWhenTheirWindowIsClosedAndOpenedAgain) {
   ASSERT_TRUE(window);
   PostMessageA(window, WM_COMMAND, kShowEvents, 0);
   HWND const list = eventList(window);
-  ASSERT_TRUE(waitForRow(list, "850\tBeforeGrabFocus\t"));
-  std::size_t const before = rowsOf(list).size();
+  ASSERT_TRUE(list);
+  ASSERT_TRUE(waitForRow(list, "775\tAppInitialized\t"));
+  Lines const before = ownRows(list);
   PostMessageA(GetParent(list), WM_CLOSE, 0, 0);
   ASSERT_TRUE(support::waitUntilGone(list));
   PostMessageA(window, WM_COMMAND, kRaiseUserGroup, 0);
   PostMessageA(window, WM_COMMAND, kShowEvents, 0);
   HWND const again = eventList(window);
-  ASSERT_TRUE(waitForRow(again, "850\tBeforeGrabFocus\t"));
-  Lines const rows = rowsOf(again);
-  EXPECT_EQ(rows.size(), before + 2);
-  EXPECT_EQ(rows[before], "702\tUserGroup\tAfterAddUser, group 4, user 17");
-  PostMessageA(window, WM_COMMAND, kRaiseUserGroup, 0);
-  EXPECT_TRUE(waitForRow(again, rows[before]));
+  ASSERT_TRUE(again);
+  std::string const group = "702\tUserGroup\tAfterAddUser, group 4, user 17";
+  EXPECT_TRUE(waitForRow(again, group));
+  EXPECT_EQ(ownRows(again).size(), before.size() + 1);
+  PostMessageA(window, WM_COMMAND, kRaiseUser, 0);
+  EXPECT_TRUE(waitForRow(again, "701\tUser\tAfterRename, user 17, permission type -1, database permission 0"));
+  EXPECT_EQ(ownRows(again).size(), before.size() + 2);
 }
 
 TEST(Modeler, TracesItsEventsToTheLastOne) {
@@ -146,7 +164,9 @@ TEST(Modeler, TracesItsEventsToTheLastOne) {
   EXPECT_TRUE(support::closeWindow(window));
   EXPECT_EQ(run.exitCode(), 0u);
   Lines events = linesOf(run.file("out.txt").value_or(""));
-  std::erase_if(events, [](std::string const & line) { return !line.starts_with("event "); });
+  std::erase_if(events, [](std::string const & line) {
+    return !line.starts_with("event ") || line.starts_with("event 850 "); // those that the neighbours may cause
+  });
   ASSERT_GE(events.size(), 2u);
   EXPECT_EQ(Lines(events.end() - 2, events.end()),
             (Lines{"event 848 KivWindowStackChanged -= 0 [" + title() + "]", "event 776 AppExit end(0)"}));
