@@ -61,8 +61,8 @@ TEST(Application, OpensItsTraceFileBeforeItPreparesAndClosesItAfterTheRun) {
 
 TEST(Application, SwitchesTracingAsTheCommandLineSaysBeforeItOpensTheFile) {
   RecordingApplication application;
-  Steps opened;
-  support::spyOnImport("kivara.dll", "fopen", [&](support::SpiedCall const & call) {
+  static Steps opened;
+  support::spyOnImport("kivara.dll", "fopen", [](support::SpiedCall const & call) {
     if (std::strcmp(call.text(0), "out.txt") == 0)
       opened.emplace_back(Kiv_IsTracingEnabled() ? "on" : "off");
   });
@@ -287,28 +287,35 @@ TEST(Application, TellsOfItsEndWithTheExitCodeBeforeAnythingGoes) {
   EXPECT_EQ(seen, (Steps{"end(0)"}));
 }
 
-/// Has the steps of the end noted, each with "help" as long as the help object is there.
-void noteTheEnd(Steps & notes, SV::StringData const * text) {
-  auto const note = [&notes](char const * step) {
-    notes.push_back(std::string(step) + (SV::Application::GetHelp() != nullptr ? ", help" : ""));
-  };
-  support::spyOnImport("kivara.dll", "fclose", [note](support::SpiedCall const &) {
-    note("trace file closed");
+/// Steps of the end, each with "help" as long as the help object is there. Spies outlive their test, and the program.
+Steps & endNotes() {
+  static auto * const notes = new Steps;
+  return *notes;
+}
+void const * awaitedText = nullptr;
+
+void noteEnd(char const * step) {
+  endNotes().push_back(std::string(step) + (SV::Application::GetHelp() != nullptr ? ", help" : ""));
+}
+
+void watchTheEnd() {
+  support::spyOnImport("kivara.dll", "fclose", [](support::SpiedCall const &) {
+    noteEnd("trace file closed");
     Kiv_Trace("too late for the file");
   });
-  support::spyOnImport("kivara.dll", "DeleteStringData", [note, text](support::SpiedCall const & call) {
-    if (call.text(0) == reinterpret_cast<char const *>(text))
-      note("texts deleted");
+  support::spyOnImport("kivara.dll", "DeleteStringData", [](support::SpiedCall const & call) {
+    if (call.text(0) != awaitedText)
+      return;
+    awaitedText = nullptr; // another text may get the block
+    noteEnd("texts deleted");
   });
   support::spyOnImport("SV0105.dll", "FreeLibrary",
-                       [note](support::SpiedCall const &) { note("resource DLL unloaded"); });
-  support::spyOnImport("kivara.dll", "SetResManager",
-                       [note](support::SpiedCall const &) { note("no manager active"); });
+                       [](support::SpiedCall const &) { noteEnd("resource DLL unloaded"); });
+  support::spyOnImport("kivara.dll", "SetResManager", [](support::SpiedCall const &) { noteEnd("no manager active"); });
 }
 
 TEST(Application, TakesTheStepsOfItsEndInOrder) {
   RecordingApplication application;
-  Steps notes;
   application.onPrepare = [&] {
     application.createHelpObject("help");
     EXPECT_TRUE(application.createResourceManager("kivara", true));
@@ -317,12 +324,13 @@ TEST(Application, TakesTheStepsOfItsEndInOrder) {
   Observer const observer(KIV_EVENT_AppExit, [&](KivEvent *) {
     SV::StringData const * const text = Kiv_MultiLangGet(1001, 2057).block();
     EXPECT_STREQ(text->aStr, "activity");
-    notes.emplace_back("AppExit");
-    noteTheEnd(notes, text);
+    awaitedText = text;
+    noteEnd("AppExit");
+    watchTheEnd();
   });
   runMain(application, {"-trace", "-trfout.txt"});
-  EXPECT_EQ(notes, (Steps{"AppExit", "trace file closed, help", "texts deleted, help", "resource DLL unloaded",
-                          "no manager active"}));
+  EXPECT_EQ(endNotes(), (Steps{"AppExit, help", "trace file closed, help", "texts deleted, help",
+                               "resource DLL unloaded", "no manager active"}));
   EXPECT_EQ(contents("out.txt"), "");
 }
 

@@ -37,23 +37,23 @@ TEST(Entry, HandsTheProcessFactsToTheToolkit) {
 }
 
 TEST(Entry, ReleasesTheWordsInOneBlockOnceTheToolkitIsDown) {
+  static void const * words = nullptr; // spies outlive their test
+  static std::vector<std::string> notes;
   class WordKeeper : public RecordingApplication {
-  public:
     void Main(int argc, char ** const argv) override {
       words = argv;
       RecordingApplication::Main(argc, argv);
     }
-    char ** words = nullptr;
   } application;
-  std::vector<std::string> notes;
   support::spyOnImport("kivara.dll", "DeInitSV",
-                       [&](support::SpiedCall const &) { notes.emplace_back("toolkit down"); });
-  support::spyOnImport("kivara.dll", "free", [&](support::SpiedCall const & call) {
-    if (call.arguments[0] == reinterpret_cast<std::uintptr_t>(application.words))
+                       [](support::SpiedCall const &) { notes.emplace_back("toolkit down"); });
+  support::spyOnImport("kivara.dll", "free", [](support::SpiedCall const & call) {
+    if (words != nullptr && call.text(0) == words)
       notes.emplace_back("words released");
   });
   EXPECT_EQ(enter(), 0);
   EXPECT_EQ(notes, (std::vector<std::string>{"toolkit down", "words released"}));
+  words = nullptr;
 }
 
 TEST(Entry, WithoutAnApplicationObjectSaysSoAndAnswers1) {
