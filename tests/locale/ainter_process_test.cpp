@@ -131,7 +131,8 @@ INSTANTIATE_TEST_SUITE_P(Values, LanguageOption,
                          testing::Values(Choice{"", "2057"}, Choice{"1036", "1036"}, Choice{"9999", "9999"},
                                          Choice{"65536", "0"}, Choice{"1031x", "1031"}, Choice{"Deutsch", "1031"},
                                          Choice{"DEUTSCH", "1031"}, Choice{"Deutschland", "1031"},
-                                         Choice{"German", "1031"}, Choice{"de", "1031"}, Choice{"DE", "1031"},
+                                         Choice{"German", "1031"}, Choice{"\xD6sterreich", "1031"},
+                                         Choice{"Portugal", "2070"}, Choice{"de", "1031"}, Choice{"DE", "1031"},
                                          Choice{"French", "1036"}, Choice{"zh", "2052"}, Choice{"en", "2057"},
                                          Choice{"Germany", "2057"}, Choice{"nothing", "2057"}, Choice{"0", "2057"}));
 
@@ -189,6 +190,30 @@ TEST_F(Packs, TellEachLoadOnTheDebugOutput) {
   EXPECT_TRUE(tells(texts, "[locale] Loading resource DLL language\\2057\\texts72.dll\n"));
   EXPECT_TRUE(tells(texts, "[locale] Loading resource DLL language\\spare72.dll\n"));
   EXPECT_TRUE(tells(texts, "[locale] Error! Loading fallback resource DLL spare72.dll\n"));
+}
+
+TEST_F(Packs, AreToldOfInTheOrderOfTheSteps) {
+  folder.addPack(kGerman, "spare72.dll");
+  Texts lines;
+  for (std::string const & text :
+       folder.debugTexts("create texts 1|create spare 0|newhelp manual|set 1031|create none 1", "-no_dialogs"))
+    if (text.starts_with("[locale]") || text.starts_with("[kiv] Using"))
+      lines.push_back(text);
+  std::string const help = "[kiv] Using help file '" + folder.path() + "\\manual.chm'\n";
+  EXPECT_EQ(lines,
+            (Texts{"[locale] Adding locale 2057\n", "[locale] Adding locale 1031\n",
+                   "[locale] Changing default language to 2057: English / United Kingdom\n",
+                   "[locale] Loading resource DLL language\\2057\\texts72.dll\n",
+                   "[locale] Loading resource DLL language\\spare72.dll\n",
+                   "[locale] Error! Loading fallback resource DLL spare72.dll\n", help,
+                   "[locale] Changing default language to 1031: German / Germany\n",
+                   "[locale] Loading resource DLL language\\1031\\texts72.dll\n",
+                   "[locale] Loading resource DLL language\\spare72.dll\n",
+                   "[locale] Error! Loading fallback resource DLL spare72.dll\n", help,
+                   "[locale] Loading resource DLL language\\1031\\none72.dll\n",
+                   "[locale] Error! Loading fallback resource DLL none72.dll\n",
+                   "[locale] Failed to load the resource file 'none72.dll' for the selected language 'Deutsch'.\n"
+                   "         Please change your language selection."}));
 }
 
 TEST_F(Packs, ThatAreNowhereGiveABoxAndAFlagAndNoMore) {
@@ -307,6 +332,11 @@ TEST_F(Packs, HelpThatTheLanguageLacksIsTheOneOfTheProgramFolderWithoutATest) {
   folder.write("help\\2057\\manual.chm", "english");
   EXPECT_EQ(folder.facts("create texts 1|newhelp manual|set 1031|help").at("help"), folder.path() + "\\manual.chm");
   EXPECT_TRUE(tells(folder.debugTexts("newhelp other"), "[kiv] Using help file '" + folder.path() + "\\other.chm'\n"));
+}
+
+TEST_F(Packs, HelpHasAFileNameOfAtMost1024Characters) {
+  std::string const name(1100, 'x');
+  EXPECT_EQ(folder.facts("newhelp " + name + "|help").at("help"), folder.path() + '\\' + name.substr(0, 1024));
 }
 
 TEST_F(Packs, BaseLanguageStandsInThem) {
