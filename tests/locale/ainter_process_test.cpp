@@ -285,6 +285,18 @@ TEST_F(Packs, ThatAreMissingInTheNewLanguageLeaveTheChain) {
   EXPECT_EQ(facts.at("0x2002923"), "Abbrechen");
 }
 
+// The labels of the buttons are read from the new resources, and there are none.
+TEST_F(Packs, ThatAreAllMissingInTheNewLanguageEndTheProgram) {
+  folder.addPack(kEnglish, "language\\2057\\english72.dll");
+  auto const result =
+      support::runProgram(folder.start("create english 1|set 1031|chain", "-no_dialogs -log_no_dialogsout.log"));
+  EXPECT_EQ(result.exitCode, 1u);
+  EXPECT_EQ(factsOf(result.output).count("chain"), 0u);
+  std::string const log = support::readFile(folder.path() + "\\out.log").value_or("");
+  EXPECT_TRUE(log.starts_with("Failed to load the resource file 'english72.dll' for the selected language 'Deutsch'."));
+  EXPECT_TRUE(holds(log, "Internal error loading a resource.\r\nResource ID: " + std::to_string(0x2002922)));
+}
+
 TEST_F(Packs, HelpFileAndButtonsStayWhenTheLanguageIsSetAgain) {
   std::string const steps = "create texts 1|newhelp manual|run|label Mine|set 2057|buttons";
   Texts const texts = folder.debugTexts(steps);
