@@ -1,5 +1,6 @@
 #include "locale/language_run.hpp"
 
+#include "ainter.hpp"
 #include "frame/product_run.hpp"
 #include "support/windows.hpp"
 #include "tools/winapi.hpp"
@@ -140,6 +141,20 @@ TEST(LanguageOptionValue, ThatNamesNoLanguageIsToldAndKeepsTheLanguage) {
   LanguageFolder folder;
   folder.write("lang.ini", "2057\n");
   EXPECT_TRUE(tells(folder.debugTexts("", "-langGermany"), "[locale] The locale 'Germany' could not be resolved!\n"));
+}
+
+// Each is the own name of a language and, for others, the name of a country or the English name.
+TEST(LanguageOptionValue, IsALanguagesOwnNameBeforeAllElse) {
+  LanguageFolder folder;
+  folder.write("lang.ini", "2057\n");
+  for (char const * value : {"Indonesia", "Mongolian"}) {
+    unsigned short const id = KivInternational::GetLanguageIDOfNativeLanguageName(value);
+    unsigned short const country = KivInternational::GetLanguageIDOfNativeCountryName(value);
+    unsigned short const english = KivInternational::GetLanguageIDOfEnglishLanguageName(value);
+    if (id == 0 || (country == id && english == id))
+      GTEST_SKIP() << "this system has other names";
+    EXPECT_EQ(folder.facts("current", std::string("-lang") + value).at("current"), std::to_string(id)) << value;
+  }
 }
 
 /// A folder with the English and the German pack under the name "texts".
@@ -344,6 +359,15 @@ TEST_F(Packs, HelpThatTheLanguageLacksIsTheOneOfTheProgramFolderWithoutATest) {
   folder.write("help\\2057\\manual.chm", "english");
   EXPECT_EQ(folder.facts("create texts 1|newhelp manual|set 1031|help").at("help"), folder.path() + "\\manual.chm");
   EXPECT_TRUE(tells(folder.debugTexts("newhelp other"), "[kiv] Using help file '" + folder.path() + "\\other.chm'\n"));
+}
+
+TEST_F(Packs, HelpAndActiveDLLStayWhenTheLanguageIsSetBeforeTheFirstDLL) {
+  folder.write("help\\2057\\manual.chm", "english");
+  folder.write("help\\1031\\manual.chm", "german");
+  auto const facts = folder.facts("newhelp manual|set 1031|help|current|create texts 1|chain");
+  EXPECT_EQ(facts.at("current"), "1031");
+  EXPECT_EQ(facts.at("help"), folder.path() + "\\help\\2057\\manual.chm");
+  EXPECT_EQ(facts.at("chain"), "language\\1031\\texts72.dll");
 }
 
 TEST_F(Packs, HelpHasAFileNameOfAtMost1024Characters) {
