@@ -176,6 +176,7 @@ HANDLE WINAPI refuseFile(char const * name, DWORD access, DWORD sharing, SECURIT
 class FileQuestion : public testing::Test {
 protected:
   FileQuestion() {
+    questions = 0;
     HMODULE const library = GetModuleHandleA("kivara.dll");
     support::replaceImports(library, "msvcrt.dll", {{"fopen", reinterpret_cast<void *>(openAnything)}});
     support::replaceImports(library, "KERNEL32.dll", {{"CreateFileA", reinterpret_cast<void *>(refuseFile)}});
