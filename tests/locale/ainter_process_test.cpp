@@ -271,6 +271,21 @@ TEST_F(Packs, FormAChainInTheOrderOfTheirCreation) {
   EXPECT_EQ(facts.at("next"), "none");
 }
 
+TEST_F(Packs, AreUnloadedByAChangeOfTheLanguageAndAtTheEndOfTheChain) {
+  folder.addPack(kEnglish, "language\\common72.dll");
+  EXPECT_EQ(folder.facts("create texts 1|create common 0|unloads").at("unloads"), "0");
+  EXPECT_EQ(folder.facts("create texts 1|create common 0|set 1031|unloads").at("unloads"), "2");
+  auto const ended = folder.facts("create texts 1|create common 0|delete|unloads|chain");
+  EXPECT_EQ(ended.at("unloads"), "2");
+  EXPECT_EQ(ended.at("chain"), "none");
+}
+
+TEST_F(Packs, AreLoadedUnderTheFlagThatTheirFailureIsToldHere) {
+  folder.addPack(kGerman, "spare72.dll");
+  for (std::string const steps : {"create texts 1", "create spare 0", "create none 1", "create texts 1|set 1031"})
+    EXPECT_EQ(folder.facts(steps + "|flag", "-no_dialogs").at("flag"), "set in each load") << steps;
+}
+
 TEST_F(Packs, HaveNoNextOneWhenThereIsNoneOrTheLastIsActive) {
   EXPECT_EQ(folder.facts("next").at("next"), "none");
   EXPECT_EQ(folder.facts("create texts 1|next").at("next"), "none");
