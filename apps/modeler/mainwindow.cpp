@@ -46,7 +46,7 @@ MainWindow::~MainWindow() {
 
 void MainWindow::select(unsigned short id) {
   switch (id) {
-  case FILE_OPEN: chooseModel(); break;
+  case FILE_OPEN_MODEL: chooseModel(); break;
   case FILE_OPEN_SAMPLE: OpenModel(Kiv_GetProgramPathFilename(kSample)); break;
   case FILE_EXIT: Close(); break;
   case RAISE_USER: KivUserEvent(KivUserEvent::AfterRename, 17).trigger(); break;

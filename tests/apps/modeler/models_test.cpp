@@ -173,17 +173,6 @@ TEST(Modeler, DrawsAModelAnewInAnotherLanguage) {
   EXPECT_TRUE(support::eventually([&] { return support::readWindow(document) == english; }));
 }
 
-/// Otherwise a picture would flicker whenever it is drawn anew.
-TEST(Modeler, DoesNotEraseAModelBeforeItIsDrawn) {
-  ProductRun run("modeler", "");
-  HWND const window = mainWindow(run);
-  ASSERT_TRUE(window);
-  PostMessageA(window, WM_COMMAND, kOpenSample, 0);
-  HWND const document = modeler::documentOf(window, "Handling of an order");
-  ASSERT_TRUE(document);
-  EXPECT_EQ(SendMessageA(document, WM_ERASEBKGND, 0, 0), 1);
-}
-
 /// The dialog of the system, filled in as a user does.
 void answerFileDialog(ProductRun & run, std::string const & fileName) {
   HWND const dialog = support::waitForWindow({.processId = run.child().processId(), .className = support::kBoxClass});
