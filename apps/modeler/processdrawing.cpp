@@ -6,7 +6,6 @@
 #include <iterator>
 
 using SV::Point;
-using SV::String;
 
 namespace modeler {
 namespace {
