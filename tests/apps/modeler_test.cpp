@@ -1,5 +1,5 @@
 #include "aappinfo.hpp"
-#include "frame/product_run.hpp"
+#include "modeler/modeler_run.hpp"
 #include "support/console.hpp"
 #include "support/pixels.hpp"
 #include "tools/winapi.hpp"
@@ -11,11 +11,8 @@
 
 namespace {
 
-std::string title() { return std::string("KIVARA Modeler ") + Kiv_GetVersionString().c_str(); }
-
-HWND mainWindow(ProductRun & run) {
-  return support::waitForWindow({.processId = run.child().processId(), .title = title()});
-}
+using modeler::mainWindow;
+using modeler::title;
 
 TEST(Modeler, RunsFromItsCommandLineToTheCloseOfItsWindow) {
   ProductRun run("modeler", "-trace -trfout.txt -pidfileout.pid -h14");
@@ -203,109 +200,6 @@ TEST(Modeler, ShowsItsStartAtAConsole) {
 TEST(Modeler, EndsByItselfWithoutWindows) {
   ProductRun run("modeler", "-no_windows");
   EXPECT_EQ(run.exitCode(), 0u);
-}
-
-// Its process models and languages
-
-constexpr WPARAM kOpenSample = 103;
-constexpr WPARAM kEnglish = 501;
-constexpr WPARAM kGerman = 502;
-
-/// The titles of the documents.
-Lines documents(HWND window) {
-  Lines titles;
-  for (HWND const child : support::children(window))
-    if (GetWindowLongA(child, GWL_EXSTYLE) & WS_EX_MDICHILD)
-      titles.push_back(support::windowText(child));
-  return titles;
-}
-
-bool waitForDocument(HWND window, std::string const & title) {
-  return support::eventually([&] {
-    Lines const titles = documents(window);
-    return std::find(titles.begin(), titles.end(), title) != titles.end();
-  });
-}
-
-TEST(Modeler, ShowsItsSampleModel) {
-  ProductRun run("modeler", "-journalout.log");
-  HWND const window = mainWindow(run);
-  ASSERT_TRUE(window);
-  std::size_t const before = support::readWindow(window).colours();
-  PostMessageA(window, WM_COMMAND, kOpenSample, 0);
-  EXPECT_TRUE(waitForDocument(window, "Handling of an order"));
-  EXPECT_TRUE(support::eventually([&] { return support::readWindow(window).colours() > before; }));
-  EXPECT_TRUE(support::closeWindow(window));
-  EXPECT_EQ(run.exitCode(), 0u);
-  EXPECT_NE(run.file("out.log").value_or("").find("order.txt, 8 nodes\r\n"), std::string::npos);
-}
-
-TEST(Modeler, ReadsAModelInWordsOfEitherLanguage) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt",
-                     "Prozess \"Gemischt\"\r\nBeginn a \"A\"\r\nactivity b \"B \\\"b\\\"\" Dauer 5\r\n"
-                     "Aktivit\xE4t c \"C\"\r\nFluss a b\r\nflow b c \"weiter\"\r\n");
-  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -journalout.log");
-  HWND const window = mainWindow(run);
-  ASSERT_TRUE(window);
-  EXPECT_TRUE(waitForDocument(window, "Gemischt"));
-  EXPECT_NE(run.file("out.log").value_or("").find("model.txt, 3 nodes\r\n"), std::string::npos);
-}
-
-struct BadModel {
-  char const * content;
-  char const * fault;
-};
-std::ostream & operator<<(std::ostream & out, BadModel const & row) { return out << row.fault; }
-
-class ModelerFault : public testing::TestWithParam<BadModel> {};
-TEST_P(ModelerFault, IsToldWithItsLine) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", GetParam().content);
-  ProductRun run("modeler",
-                 "\"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
-  EXPECT_EQ(run.exitCode(), 0u);
-  std::string const log = run.file("dialogs.log").value_or("");
-  EXPECT_NE(log.find(GetParam().fault), std::string::npos) << log;
-}
-INSTANTIATE_TEST_SUITE_P(Models, ModelerFault,
-                         testing::Values(BadModel{"process \"A\"\r\nround a \"A\"\r\n",
-                                                  "Line 2: 'round' begins no statement."},
-                                         BadModel{"process\r\n", "Line 1: a text in quotation marks is missing."},
-                                         BadModel{"start \"A\"\r\n", "Line 1: an identifier is missing."},
-                                         BadModel{"start a \"A\"\r\nend a \"B\"\r\n", "Line 2: 'a' is there twice."},
-                                         BadModel{"start a \"A\"\r\nflow a b\r\n", "Line 2: there is no 'b' above."},
-                                         BadModel{"# all of it\r\nactivity a \"A\" duration long\r\n",
-                                                  "Line 2: a duration in minutes is missing."}));
-
-TEST(Modeler, TellsOfAModelThatCannotBeRead) {
-  ProductRun run("modeler", "-modelnone.txt");
-  auto const box = run.answerBox();
-  ASSERT_FALSE(box.texts.empty());
-  EXPECT_NE(box.texts.back().find("The process model none.txt cannot be shown.\n\nThe file cannot be read."),
-            std::string::npos);
-}
-
-// Titles tell the language: the texts of a menu cannot be read from another process.
-TEST(Modeler, ChangesItsLanguageWhileItRuns) {
-  ProductRun run("modeler", "-journalout.log");
-  HWND const window = mainWindow(run);
-  ASSERT_TRUE(window);
-  PostMessageA(window, WM_COMMAND, kShowEvents, 0);
-  EXPECT_TRUE(waitForDocument(window, "Events"));
-  PostMessageA(window, WM_COMMAND, kGerman, 0);
-  EXPECT_TRUE(waitForDocument(window, "Ereignisse"));
-  PostMessageA(window, WM_COMMAND, kEnglish, 0);
-  EXPECT_TRUE(waitForDocument(window, "Events"));
-  EXPECT_NE(run.file("out.log").value_or("").find("language: 1031\r\n"), std::string::npos);
-}
-
-TEST(Modeler, StartsInTheLanguageThatItIsTold) {
-  ProductRun run("modeler", "-langde");
-  HWND const window = mainWindow(run);
-  ASSERT_TRUE(window);
-  PostMessageA(window, WM_COMMAND, kShowEvents, 0);
-  EXPECT_TRUE(waitForDocument(window, "Ereignisse"));
 }
 
 } // namespace
