@@ -15,6 +15,8 @@ public:
   void write(std::string const & name, std::string_view bytes) const { support::writeFile(folder_ / name, bytes); }
   std::string read(std::string const & name) const { return support::readFile(folder_ / name).value_or("(none)"); }
 
+  std::string path(std::string const & name) const { return folder_ / name; }
+
   support::ProgramResult run(std::string const & arguments) const {
     return support::runProgram({.program = "kivml", .arguments = arguments, .workingFolder = folder_.path()});
   }
@@ -171,13 +173,39 @@ TEST(Kivml, NamesTheFileThatItCannotReadOrWrite) {
   EXPECT_TRUE(holds(nowhere.errors, "kivml: no\\folder\\kivml.dll: cannot be written: "));
 }
 
+TEST(Kivml, LeavesAFileThatSomebodyElseHasOpen) {
+  Packer const packer;
+  packer.write("list.txt", "1 a\n");
+  packer.write("kivml.dll", "the former one");
+  {
+    support::FileInUse const held(packer.path("kivml.dll"));
+    auto const result = packer.run("pack list.txt kivml.dll");
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_TRUE(holds(result.errors, "kivml: kivml.dll: cannot be written: system error "));
+  }
+  EXPECT_EQ(packer.read("kivml.dll"), "the former one");
+  EXPECT_EQ(packer.read("kivml.dll.new"), "(none)");
+}
+
 TEST(Kivml, SaysHowItIsUsed) {
   Packer const packer;
-  for (std::string const arguments : {"", "pack", "pack a", "check", "fold a b", "pack a b --codepage",
-                                      "pack a b --codepage 99999", "pack a b --codepage 65001"}) {
+  for (std::string const arguments : {"", "pack", "pack a", "check", "fold a b", "pack a b --codepage"}) {
     auto const result = packer.run(arguments);
     EXPECT_EQ(result.exitCode, 2u) << arguments;
     EXPECT_TRUE(holds(result.errors, "usage: kivml pack LIST PACKED [--codepage N]\r\n")) << arguments;
+  }
+}
+
+// 0 and 1 are whatever code pages the machine has, on which the product does not run.
+TEST(Kivml, RefusesWhatIsNoCodePageOfTexts) {
+  Packer const packer;
+  packer.write("list.txt", "1 a\n");
+  for (std::string const codePage :
+       {"99999", "65001", "65000", "1200", "0", "1", "-1", "latin", "1252x", "4294968548"}) {
+    auto const result = packer.run("pack list.txt kivml.dll --codepage " + codePage);
+    EXPECT_EQ(result.exitCode, 2u) << codePage;
+    EXPECT_TRUE(holds(result.errors, "kivml: there is no code page " + codePage + " with 8-bit characters\r\n"));
+    EXPECT_EQ(packer.read("kivml.dll"), "(none)");
   }
 }
 

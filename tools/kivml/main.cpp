@@ -6,9 +6,10 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -31,6 +32,15 @@ struct Arguments {
   unsigned codePage = 1252;
 };
 
+/// The number of a code page that texts can be in.
+std::optional<unsigned> readCodePage(std::string const & text) {
+  constexpr std::size_t kMostDigits = 5;
+  if (text.empty() || text.size() > kMostDigits || text.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
+  auto const number = static_cast<unsigned>(std::stoul(text));
+  return isUsableCodePage(number) ? std::optional(number) : std::nullopt;
+}
+
 std::optional<Arguments> readArguments(int argc, char ** argv) {
   Arguments arguments;
   for (int i = 1; i < argc; ++i) {
@@ -40,11 +50,12 @@ std::optional<Arguments> readArguments(int argc, char ** argv) {
     }
     if (++i == argc)
       return std::nullopt;
-    arguments.codePage = static_cast<unsigned>(std::strtoul(argv[i], nullptr, 10));
-    if (!isUsableCodePage(arguments.codePage)) {
+    std::optional<unsigned> const codePage = readCodePage(argv[i]);
+    if (!codePage) {
       std::fprintf(stderr, "kivml: there is no code page %s with 8-bit characters\n", argv[i]);
       return std::nullopt;
     }
+    arguments.codePage = *codePage;
   }
   return arguments;
 }
