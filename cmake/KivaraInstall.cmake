@@ -11,7 +11,7 @@ add_custom_target(kivara_shipped)
 
 # kivara_split_symbols(FILE): after the binary's installation to bin.
 function(kivara_split_symbols file)
-  install(CODE "set(KIVARA_BUILT \"${file}\")\nset(KIVARA_OBJCOPY \"${CMAKE_OBJCOPY}\")")
+  install(CODE "set(KIVARA_BUILT \"${file}\")\nset(KIVARA_OBJCOPY \"${CMAKE_OBJCOPY}\")\nset(KIVARA_FILE_ALIGNMENT \"${KIVARA_FILE_ALIGNMENT}\")")
   install(SCRIPT ${KIVARA_CMAKE_DIR}/split-symbols.cmake)
 endfunction()
 

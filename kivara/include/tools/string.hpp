@@ -6,7 +6,6 @@
 #include "tools/detail/shared_text.hpp"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace SV {
@@ -145,12 +144,12 @@ inline void swap(String & a, String & b) noexcept { a.swap(b); } ///< without co
 /// Equal in length and in every byte.
 inline bool operator==(String const & a, String const & b) {
   return a.block() == b.block() ||
-         (a.Len() == b.Len() && std::memcmp(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len())) == 0);
+         (a.Len() == b.Len() && detail::areSame(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len())));
 }
 inline bool operator==(String const & a, char const * b) {
   if (b == nullptr)
     return a.Len() == 0;
-  return a.Len() == detail::lengthOf(b) && std::memcmp(a.c_str(), b, static_cast<std::size_t>(a.Len())) == 0;
+  return a.Len() == detail::lengthOf(b) && detail::areSame(a.c_str(), b, static_cast<std::size_t>(a.Len()));
 }
 
 /// The order of h_strcmp: by bytes, up to the first NUL.
