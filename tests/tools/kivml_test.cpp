@@ -187,6 +187,20 @@ TEST(Kivml, LeavesAFileThatSomebodyElseHasOpen) {
   EXPECT_EQ(packer.read("kivml.dll.new"), "(none)");
 }
 
+TEST(Kivml, RefusesToWriteOverWhatItReads) {
+  Packer const packer;
+  packer.write("list.txt", "1 text\n");
+  auto const packed = packer.run("pack list.txt .\\LIST.TXT");
+  EXPECT_EQ(packed.exitCode, 1u);
+  EXPECT_EQ(packed.errors, "kivml: .\\LIST.TXT: cannot be written: it is the file that is read\r\n");
+  EXPECT_EQ(packer.read("list.txt"), "1 text\n");
+  packer.write("kivml.dll", packedTexts({{1, "text"}}));
+  auto const unpacked = packer.run("unpack kivml.dll kivml.dll");
+  EXPECT_EQ(unpacked.exitCode, 1u);
+  EXPECT_EQ(unpacked.errors, "kivml: kivml.dll: cannot be written: it is the file that is read\r\n");
+  EXPECT_EQ(packer.read("kivml.dll"), packedTexts({{1, "text"}}));
+}
+
 TEST(Kivml, SaysHowItIsUsed) {
   Packer const packer;
   for (std::string const arguments : {"", "pack", "pack a", "check", "fold a b", "pack a b --codepage"}) {

@@ -7,8 +7,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <optional>
+#include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -70,7 +73,15 @@ int tell(std::string const & file, Faults faults, char const * placeName) {
   return faults.empty() ? kDone : kFaulty;
 }
 
+/// Refuses to put the result in the place of what it is made of: a translator's list would be gone.
+void requireOtherFile(std::string const & from, std::string const & to) {
+  std::error_code none;
+  if (std::filesystem::equivalent(from, to, none))
+    throw std::runtime_error(to + ": cannot be written: it is the file that is read");
+}
+
 int packList(std::string const & list, std::string const & packed, unsigned codePage) {
+  requireOtherFile(list, packed);
   Faults faults;
   Texts const texts = readList(readFile(list), codePage, faults);
   if (faults.empty()) {
@@ -81,6 +92,7 @@ int packList(std::string const & list, std::string const & packed, unsigned code
 }
 
 int unpackFile(std::string const & packed, std::string const & list, unsigned codePage) {
+  requireOtherFile(packed, list);
   Faults faults;
   Texts const texts = unpack(readFile(packed), faults);
   if (faults.empty()) {
