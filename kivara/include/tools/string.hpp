@@ -100,7 +100,7 @@ public:
   /// \p count characters from \p start on, clipped to what remains. The empty text for a start at or past the end or
   /// below 0 and for a count below 1. The whole text shares the block.
   String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const {
-    return String(text_.part(start, count));
+    return String(*this, start, count);
   }
 
   /// The piece with this index between separators; the empty text where there are fewer pieces.
@@ -135,6 +135,8 @@ public:
 
 private:
   explicit String(detail::SharedText<char> && text) noexcept : text_(std::move(text)) {}
+  /// A part, built where it is to stay: a text that is moved from asks for the empty block.
+  String(String const & whole, std::int32_t start, std::int32_t count) : text_(whole.text_.part(start, count)) {}
 
   detail::SharedText<char> text_;
 };
