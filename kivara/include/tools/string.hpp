@@ -99,9 +99,7 @@ public:
 
   /// \p count characters from \p start on, clipped to what remains. The empty text for a start at or past the end or
   /// below 0 and for a count below 1. The whole text shares the block.
-  String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const {
-    return String(*this, start, count);
-  }
+  String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const { return String(*this, start, count); }
 
   /// The piece with this index between separators; the empty text where there are fewer pieces.
   TL_API String token(std::int32_t index, char separator) const;
