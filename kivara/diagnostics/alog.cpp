@@ -2,6 +2,7 @@
 
 #include "atrace.hpp"
 #include "diagnostics/boundedtext.hpp"
+#include "system/openfile.hpp"
 #include "tools/dir.hpp"
 #include "tools/direntry.hpp"
 #include "tools/international.hpp"
@@ -174,7 +175,7 @@ void KivBasicFileLogger::_checkDateOnWrite() {
 
 Date KivBasicFileLogger::_getModDate() const {
   Date result;
-  FILE * const file = std::fopen(name_.c_str(), "r");
+  kivara::OpenFile const file = kivara::openFile(name_.c_str(), "r");
   if (file == nullptr) {
     displayErrorMessage(kModule, kLineDateNotRead);
     return result;
@@ -182,9 +183,8 @@ Date KivBasicFileLogger::_getModDate() const {
   int year = 0;
   int month = 0;
   int day = 0;
-  if (__ms_fscanf(file, "%d.%d.%d", &year, &month, &day) == 3)
+  if (__ms_fscanf(file.get(), "%d.%d.%d", &year, &month, &day) == 3)
     result = Date(static_cast<unsigned long>(day), static_cast<unsigned long>(month), static_cast<unsigned long>(year));
-  std::fclose(file);
   return result;
 }
 
@@ -228,11 +228,10 @@ void KivBasicFileLogger::_debugPrint(String const & text) {
     printLine(file_, text);
     return;
   }
-  FILE * const file = std::fopen(name_.c_str(), "at");
+  kivara::OpenFile const file = kivara::openFile(name_.c_str(), "at");
   if (file == nullptr) {
     displayErrorMessage(kModule, kLineOwnLineNotWritten);
     return;
   }
-  printLine(file, text);
-  std::fclose(file);
+  printLine(file.get(), text);
 }

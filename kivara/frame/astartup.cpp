@@ -8,6 +8,7 @@
 #include "sv/imagepool.hpp"
 #include "sv/resource.hpp"
 #include "system/astartdir.hpp"
+#include "system/openfile.hpp"
 #include "tools/international.hpp"
 #include "tools/winapi.hpp"
 
@@ -55,11 +56,8 @@ void writePidFile() {
   if (name.Len() == 0)
     return;
   int const id = _getpid();
-  FILE * const file = std::fopen(name.c_str(), "w");
-  if (file == nullptr)
-    return;
-  std::fprintf(file, "%d\n", id);
-  std::fclose(file);
+  if (OpenFile const file = openFile(name.c_str(), "w"))
+    std::fprintf(file.get(), "%d\n", id);
 }
 
 void keepStartDirectory() {

@@ -10,11 +10,10 @@
 #include "sv/application.hpp"
 #include "sv/help.hpp"
 #include "sv/resource.hpp"
+#include "system/openfile.hpp"
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 
 using kivara::BoundedText;
 using SV::String;
@@ -29,11 +28,6 @@ constexpr int kLineLanguageUnknown = 103;
 constexpr unsigned short kGerman = 1031;
 constexpr unsigned long kBaseLanguageText = 0x2002950;
 
-struct FileCloser {
-  void operator()(FILE * file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<FILE, FileCloser>;
-
 void reportBadLanguage(unsigned short id) {
   KIV_ASSERT_AT(id != 0, "id != 0", "lang.ini", kModule, kLineLanguageZero);
   KIV_ASSERT_AT(KivInternational::IsValidLanguageID(id), "IsValidLanguageID(id)", "lang.ini", kModule,
@@ -43,7 +37,7 @@ void reportBadLanguage(unsigned short id) {
 /// The languages of "lang.ini", which is closed again; German without the file.
 void readLanguages(ISequence<unsigned short> & languages) {
   languages.clear();
-  File const file(std::fopen(Kiv_GetProgramPathFilename("lang.ini").c_str(), "rt"));
+  kivara::OpenFile const file = kivara::openFile(Kiv_GetProgramPathFilename("lang.ini").c_str(), "rt");
   if (file == nullptr) {
     KIV_ASSERT_AT(false, "lang.ini", "The list of languages is missing.", kModule, kLineNoLanguageFile);
     languages.push_back(kGerman);

@@ -2,10 +2,9 @@
 
 #include "aplatfrm.hpp"
 #include "locale/amlstr_format.hpp"
+#include "system/openfile.hpp"
 
-#include <cstdio>
 #include <io.h>
-#include <memory>
 
 using SV::String;
 namespace mlfile = kivara::mlfile;
@@ -17,7 +16,7 @@ constexpr std::size_t kBuffer = 1 << 16;
 /// A file open for reading that knows how much of it is left.
 class InputFile {
 public:
-  explicit InputFile(String const & path) : file_(std::fopen(path.c_str(), "rb")) {
+  explicit InputFile(String const & path) : file_(kivara::openFile(path.c_str(), "rb")) {
     if (file_ == nullptr)
       return;
     std::setvbuf(file_.get(), nullptr, _IOFBF, kBuffer);
@@ -36,10 +35,7 @@ public:
   }
 
 private:
-  struct Closer {
-    void operator()(FILE * file) const { std::fclose(file); }
-  };
-  std::unique_ptr<FILE, Closer> file_;
+  kivara::OpenFile file_;
   unsigned long long left_ = 0;
 };
 

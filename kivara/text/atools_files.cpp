@@ -1,8 +1,8 @@
 #include "atools.hpp"
 
+#include "system/openfile.hpp"
 #include "tools/winapi.hpp"
 
-#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -69,11 +69,7 @@ bool Kiv_Valid_DBFilename(char const * name) { return name != nullptr && _strnic
 bool Kiv_FileExists(char const * name) {
   if (name == nullptr || *name == '\0' || Kiv_Valid_DBFilename(name))
     return false;
-  FILE * const file = std::fopen(name, "rb");
-  if (file == nullptr)
-    return false;
-  std::fclose(file);
-  return true;
+  return kivara::openFile(name, "rb") != nullptr;
 }
 
 bool Kiv_FileIsInUse(char const * name) {

@@ -141,6 +141,12 @@ TEST(InternalError, HasItsCodeAtTheFirstPlaceOfTheTextOnly) {
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "after error, wait 0"}));
 }
 
+TEST(InternalError, ATextWithoutAPlaceForTheCodeStandsAsItIs) {
+  ReporterRun run("manager:codeless_texts.dll error");
+  EXPECT_EQ(run.answerBox(IDOK).texts, Lines{"Something is wrong: 100%"});
+  EXPECT_EQ(run.texts(), Lines{"[dEM] aEvent.cpp (246): " + errorCode() + "\n"});
+}
+
 TEST(InternalError, AMissingTextIsASevereExceptionAndThenTheBuiltInOne) {
   ReporterRun run("manager:frame_texts.dll error");
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{errorText()});

@@ -185,24 +185,35 @@ TEST(Text, InFreedPagesIsNone) { EXPECT_FALSE(Kiv_MemoryIsString(static_cast<cha
 
 void * takenAwayPage = nullptr;
 
+void protect() {
+  DWORD before = 0;
+  VirtualProtect(takenAwayPage, kPage, PAGE_NOACCESS, &before);
+}
+
+void decommit() { VirtualFree(takenAwayPage, kPage, MEM_DECOMMIT); }
+
 /// Answers as the system does, and takes a page away when all is known of it, as another thread may do at any moment.
+template <void (*TakeAway)()>
 SIZE_T WINAPI queryAndTakeAway(void const * address, MEMORY_BASIC_INFORMATION * region, SIZE_T size) {
   SIZE_T const answer = VirtualQuery(address, region, size);
-  DWORD before = 0;
   if ((region->Protect & PAGE_GUARD) != 0)
-    VirtualProtect(takenAwayPage, kPage, PAGE_NOACCESS, &before);
+    TakeAway();
   return answer;
 }
 
-TEST(Text, ThatAnotherThreadTakesAwayMeanwhileIsNone) {
+template <void (*TakeAway)()> void expectNoTextWhenTakenAway() {
   Pages const pages(PAGE_READWRITE, PAGE_READWRITE | PAGE_GUARD);
   *pages.beforeEnd(1) = '\0';
   EXPECT_TRUE(Kiv_MemoryIsString(pages.first()));
   takenAwayPage = pages.first();
   support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
-                          {{"VirtualQuery", reinterpret_cast<void *>(queryAndTakeAway)}});
+                          {{"VirtualQuery", reinterpret_cast<void *>(queryAndTakeAway<TakeAway>)}});
   EXPECT_FALSE(Kiv_MemoryIsString(pages.first()));
 }
+
+TEST(Text, ThatAnotherThreadTakesAwayMeanwhileIsNone) { expectNoTextWhenTakenAway<protect>(); }
+
+TEST(Text, ThatAnotherThreadFreesMeanwhileIsNone) { expectNoTextWhenTakenAway<decommit>(); }
 
 TEST(Text, ThatRunsIntoPagesWithoutAccessIsNone) {
   Pages const pages(PAGE_READWRITE);

@@ -127,6 +127,13 @@ TEST(Split, StaysInsideOfTheLineAndOfItsBlock) {
   }
 }
 
+TEST(Split, WithoutMemoryGivesNoWords) {
+  support::AllocationLimit const limit(0);
+  kivara::ArgumentBlock const block = splitCommandLine("program word");
+  EXPECT_EQ(block.count, 0);
+  EXPECT_EQ(block.words, nullptr);
+}
+
 // Two quotes in a row inside of quotes are left out: runtimes differ in whether they end the quoting.
 TEST(Split, AnswersAsTheRuntimesStartUpDoes) {
   for (char const * line : {"p a b", "p", "\"C:\\my dir\\p.exe\" \"a b\"c d", "p a\\\"b \"c\\\\\" d", "p c\"\"d e",

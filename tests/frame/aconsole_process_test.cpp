@@ -64,6 +64,14 @@ TEST(DynamicConsole, IsTheStandardInput) {
   EXPECT_EQ(console.run.exitCode(), 0u);
 }
 
+TEST(DynamicConsole, LeavesTheStreamsWhereTheyAreWhenTheRuntimeRefusesItsHandles) {
+  ProductRun run("frame_console", "-console", {{"HANDLELESS", "1"}});
+  support::writeFile(run.path("go"), "");
+  EXPECT_EQ(run.exitCode(), 0u);
+  EXPECT_TRUE(run.waitForRecord("console 1, window 1"));
+  EXPECT_NE(run.child().output().find("a line of output\r\n"), std::string::npos) << run.child().output();
+}
+
 TEST(DynamicConsole, WithoutOneTheProcessEndsByAFatalMessage) {
   ProductRun run("frame_console", "-console", {{"TAKEN", "1"}});
   EXPECT_EQ(run.answerBox().texts, Lines{"AllocConsole failed"});

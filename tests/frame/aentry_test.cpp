@@ -4,7 +4,11 @@
 #include "frame/box_watch.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
+<<<<<<< HEAD
 #include "support/import_spy.hpp"
+=======
+#include "support/allocation.hpp"
+>>>>>>> coverage
 #include "sv/sysdepen.hpp"
 
 #include <gtest/gtest.h>
@@ -78,6 +82,13 @@ TEST(Entry, WithAToolkitThatDoesNotComeUpSaysSoAndAnswers1) {
   ASSERT_EQ(watch.boxes().size(), 1u);
   EXPECT_EQ(watch.boxes()[0].title, "Severe StarView error");
   EXPECT_EQ(watch.boxes()[0].text, "Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!");
+  EXPECT_TRUE(application.steps().empty());
+}
+
+TEST(Entry, WithoutMemoryForTheCommandLineAnswers1AndRunsNothing) {
+  RecordingApplication application;
+  support::AllocationLimit const limit(0);
+  EXPECT_EQ(enter(), 1);
   EXPECT_TRUE(application.steps().empty());
 }
 

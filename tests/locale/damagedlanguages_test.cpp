@@ -5,6 +5,7 @@
 #include "locale/languagelist.hpp"
 #include "support/allocation.hpp"
 #include "support/files.hpp"
+#include "support/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -124,6 +125,7 @@ TEST_P(DamagedWordFiles, GiveWhatPrecedesTheFault) {
 }
 INSTANTIATE_TEST_SUITE_P(Shards, DamagedWordFiles, testing::Range(0, kShards));
 
+<<<<<<< HEAD
 /// What the runtime reads of a text file: up to a Ctrl-Z, with CR LF for a line end.
 std::string asText(std::string const & bytes) {
   std::string text;
@@ -131,6 +133,26 @@ std::string asText(std::string const & bytes) {
     if (bytes.compare(at, 2, "\r\n") != 0)
       text += bytes[at];
   return text;
+=======
+int readsThatSucceed = 0;
+
+/// Reads as the runtime does, as often as it may; then the disk fails.
+std::size_t readUntilItFails(void * target, std::size_t size, std::size_t count, FILE * file) {
+  return readsThatSucceed-- > 0 ? std::fread(target, size, count, file) : 0;
+}
+
+TEST(WordFile, GivesWhatPrecedesAReadThatFailsWithinAText) {
+  support::TempFolder const folder;
+  std::string const path = folder / "kivml.dll";
+  overwrite(path, packedTexts({{1, "first"}, {2, "second"}}));
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "msvcrt.dll",
+                          {{"fread", reinterpret_cast<void *>(readUntilItFails)}});
+  readsThatSucceed = 2 + 3 + 2; // the head, the first text with its numbers, the numbers of the second
+  KivStringContainer container;
+  EXPECT_FALSE(KivMLResFileReader(1, &container, fileNameFor(path)).Read());
+  ASSERT_EQ(container.GetTexts().size(), 1u);
+  EXPECT_STREQ(container.Find(1)->c_str(), "first");
+>>>>>>> coverage
 }
 
 /// The numbers of the lines, by the rules of the list.

@@ -2,7 +2,7 @@
 // then takes the control events of KIVARA_CONTROL one after the other: numbers reach the system's own routine for them
 // on a thread of its own, "c" is raised as Ctrl+C, "read" reads a line of the standard input.
 // In the end it prints a line on each output stream. KIVARA_TAKEN=1: the process has a console before the frame wants
-// one.
+// one. KIVARA_HANDLELESS=1: the runtime refuses the console's handles.
 
 #include "frame_program.hpp"
 
@@ -55,6 +55,10 @@ public:
   ConsoleProgram() {
     if (number("TAKEN") != 0)
       AllocConsole();
+    if (number("HANDLELESS") != 0)
+      support::spyOnImport("kivara.dll", "_open_osfhandle", [](support::SpiedCall & call) {
+        call.arguments[0] = reinterpret_cast<std::uintptr_t>(INVALID_HANDLE_VALUE);
+      });
     support::spyOnImport("kivara.dll", "FatalAppExitA", [](support::SpiedCall const & call) {
       record("fatal %d %s", static_cast<int>(call.arguments[0]), call.text(1));
     });

@@ -33,10 +33,16 @@ void watch(char const * function) {
   support::spyOnImport("kivara.dll", function, [function](SpiedCall const &) { step(function); });
 }
 
+// Behind the application, what is instrumented to count its lines writes the counts.
+bool destroyed = false;
+
 void watchFiles() {
   support::spyOnImport("kivara.dll", "fopen",
                        [](SpiedCall const & call) { step(std::string("fopen ") + call.text(0) + ' ' + call.text(1)); });
-  watch("fclose");
+  support::spyOnImport("kivara.dll", "fclose", [](SpiedCall const &) {
+    if (!destroyed)
+      step("fclose");
+  });
 }
 
 /// The result comes first among the arguments, then the identifier.
@@ -71,6 +77,7 @@ public:
     description.cbSize = sizeof(description);
     bool const up = GetClassInfoExA(GetModuleHandleA(nullptr), "SV0105.Listener", &description) != 0;
     record(up ? "destroyed, toolkit up" : "destroyed, toolkit down");
+    destroyed = true;
   }
 
   int prepareApplication() override {

@@ -1,5 +1,7 @@
 #include "sv0105/testapplication.hpp"
 
+#include "support/import_hook.hpp"
+
 namespace {
 
 using SV::Bitmap;
@@ -95,6 +97,37 @@ TEST_F(BitmapTest, ComesFromAResource) {
   EXPECT_EQ(pixel(bitmap, 1, 1), 0x000000u);
   EXPECT_EQ(pixel(bitmap, 2, 1), 0x563412u);
   EXPECT_TRUE(application.exceptions.empty());
+}
+
+// Its table has two colours of the 16 that 4 bits could name.
+TEST_F(BitmapTest, HasTheColoursOfItsTable) {
+  SV::ResMgr manager("testres\\first72.dll");
+  for (unsigned long const number : {12ul, 13ul}) {
+    Bitmap const bitmap(SV::ResId(number, &manager));
+    ASSERT_EQ(bitmap.GetSizePixel(), (SV::Size{2, 1})) << number;
+    EXPECT_EQ(pixel(bitmap, 0, 0), 0x302010u) << number;
+    EXPECT_EQ(pixel(bitmap, 1, 0), 0xC0B0A0u) << number;
+  }
+  EXPECT_TRUE(application.exceptions.empty());
+}
+
+HBITMAP WINAPI refusePixels(HDC, BITMAPINFO const *, UINT, void **, HANDLE, DWORD) { return nullptr; }
+int WINAPI refuseLines(HDC, int, int, DWORD, DWORD, int, int, UINT, UINT, void const *, BITMAPINFO const *, UINT) {
+  return 0;
+}
+
+TEST_F(BitmapTest, OfAResourceThatTheSystemRefusesIsEmptyAndRaisesAnException) {
+  SV::ResMgr manager("testres\\first72.dll");
+  support::Replacement const rows[] = {{"SetDIBitsToDevice", reinterpret_cast<void *>(refuseLines)},
+                                       {"CreateDIBSection", reinterpret_cast<void *>(refusePixels)}};
+  for (support::Replacement const & row : rows) {
+    support::replaceImports(GetModuleHandleA("SV0105.dll"), "GDI32.dll", {row});
+    application.exceptions.clear();
+    EXPECT_TRUE(Bitmap(SV::ResId(10, &manager)).IsEmpty()) << row.name;
+    ASSERT_FALSE(application.exceptions.empty()) << row.name;
+    EXPECT_EQ(application.exceptions[0].code, 0x100) << row.name;
+    EXPECT_EQ(application.exceptions[0].arg, 10u) << row.name;
+  }
 }
 
 TEST_F(BitmapTest, OfAMissingResourceIsLookedForInTheNextManager) {

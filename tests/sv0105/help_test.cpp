@@ -92,6 +92,18 @@ TEST_F(HelpKeys, GiveUpTheClickWithEscape) {
   EXPECT_EQ(help.starts, 0);
 }
 
+TEST_F(HelpKeys, GoOnWaitingForTheClickAtEveryOtherKey) {
+  Application::EnableHelp(SV::HELP_EXTENDED);
+  pressShiftF1();
+  send(WM_KEYDOWN, 'A');
+  send(WM_KEYUP, VK_ESCAPE);
+  send(WM_RBUTTONDOWN);
+  EXPECT_EQ(counting.helpEnds, 0);
+  send(WM_LBUTTONDOWN);
+  EXPECT_EQ(counting.helpEnds, 1);
+  EXPECT_EQ(help.starts, 1);
+}
+
 TEST_F(HelpKeys, NeedAHelpToStart) {
   Application::ChangeHelp(nullptr);
   Application::EnableHelp(SV::HELP_BY_KEY);

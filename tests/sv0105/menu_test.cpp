@@ -1,5 +1,7 @@
 #include "sv0105/testapplication.hpp"
 
+#include "support/import_hook.hpp"
+
 #include <memory>
 #include <optional>
 
@@ -57,6 +59,27 @@ TEST_F(MenuTest, AnswersWithNothingForItemsThatItDoesNotHave) {
   EXPECT_FALSE(menu.SetPopupMenu(6, nullptr));
   EXPECT_FALSE(menu.RemoveItem(2));
   EXPECT_EQ(menu.GetItemCount(), 2);
+}
+
+HMENU WINAPI refuseMenu() {
+  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return nullptr;
+}
+
+TEST_F(MenuTest, ThatTheSystemRefusesRaisesAnExceptionAndKeepsItsItems) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "USER32.dll",
+                          {{"CreatePopupMenu", reinterpret_cast<void *>(refuseMenu)}});
+  PopupMenu menu;
+  ASSERT_EQ(application.exceptions.size(), 1u);
+  EXPECT_EQ(application.exceptions[0].code, 0x200);
+  EXPECT_EQ(application.exceptions[0].arg, DWORD{ERROR_NOT_ENOUGH_MEMORY});
+  EXPECT_EQ(menu.GetHMENU(), nullptr);
+  menu.InsertItem(5, "Five");
+  EXPECT_STREQ(menu.GetItemText(5).c_str(), "Five");
+  EXPECT_TRUE(menu.SetItemText(5, "5"));
+  EXPECT_STREQ(menu.GetItemText(5).c_str(), "5");
+  EXPECT_TRUE(menu.RemoveItem(0));
+  EXPECT_EQ(menu.GetItemCount(), 0);
 }
 
 TEST_F(MenuTest, RefusesIdentifiersOutOfRangeAndTwice) {

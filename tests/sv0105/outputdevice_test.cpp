@@ -40,6 +40,18 @@ TEST_F(Drawing, HasTheSizeOfItsBitmap) {
   EXPECT_EQ(device.GetOutputSizePixel(), (SV::Size{40, 30}));
 }
 
+TEST_F(Drawing, HasTheSizeOfTheClientAreaOfItsWindow) {
+  HWND const window =
+      CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_BORDER, 0, 0, 120, 80, nullptr, nullptr, nullptr, nullptr);
+  RECT area = {};
+  ASSERT_TRUE(GetClientRect(window, &area));
+  HDC const drawing = GetDC(window);
+  EXPECT_EQ(SV::OutputDevice(drawing).GetOutputSizePixel(), (SV::Size{area.right, area.bottom}));
+  EXPECT_LT(area.right, 120);
+  ReleaseDC(window, drawing);
+  DestroyWindow(window);
+}
+
 TEST_F(Drawing, OfALineContainsBothEnds) {
   SV::OutputDevice device(context());
   device.ChangePen(SV::Pen(SV::COL_LIGHTBLUE));

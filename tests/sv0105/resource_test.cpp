@@ -1,5 +1,8 @@
 #include "sv0105/testapplication.hpp"
 
+#include "support/import_hook.hpp"
+
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -103,6 +106,59 @@ TEST_F(ResourceFile, IsNeverTakenFromTheWorkingDirectory) {
     EXPECT_FALSE(ResMgr(name).IsLoaded()) << name;
 }
 
+/// The headers of a whole file.
+IMAGE_NT_HEADERS64 & headersOf(std::string & bytes) {
+  return *reinterpret_cast<IMAGE_NT_HEADERS64 *>(bytes.data() + *reinterpret_cast<int const *>(bytes.data() + 0x3C));
+}
+
+TEST_F(ResourceFile, WithoutATableOfResourcesIsLoadedAndHasNone) {
+  std::string const whole = bytesOf(programFolder() + kFirst);
+  std::string const path = currentFolder() + "empty.dll";
+  void (*const rows[])(IMAGE_OPTIONAL_HEADER64 &) = {
+      [](IMAGE_OPTIONAL_HEADER64 & header) { header.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE] = {}; },
+      [](IMAGE_OPTIONAL_HEADER64 & header) { header.NumberOfRvaAndSizes = IMAGE_DIRECTORY_ENTRY_RESOURCE; }};
+  for (auto const takeAway : rows) {
+    std::string bytes = whole;
+    takeAway(headersOf(bytes).OptionalHeader);
+    write(path, bytes);
+    ResMgr manager(path.c_str());
+    EXPECT_TRUE(manager.IsLoaded());
+    EXPECT_EQ(Resource::LoadString(ResId(1, &manager)), "");
+    EXPECT_EQ(application.exceptions.back().code, 0x100);
+  }
+}
+
+/// The same file with the shorter header of 32-bit DLLs, whose space stays as long as it was.
+std::string in32Bits(std::string bytes) {
+  IMAGE_NT_HEADERS64 & headers = headersOf(bytes);
+  IMAGE_OPTIONAL_HEADER64 const from = headers.OptionalHeader;
+  IMAGE_OPTIONAL_HEADER32 to = {};
+  to.Magic = IMAGE_NT_OPTIONAL_HDR32_MAGIC;
+  to.SizeOfInitializedData = from.SizeOfInitializedData;
+  to.ImageBase = 0x10000000;
+  to.SectionAlignment = from.SectionAlignment;
+  to.FileAlignment = from.FileAlignment;
+  to.MajorOperatingSystemVersion = from.MajorOperatingSystemVersion;
+  to.MajorSubsystemVersion = from.MajorSubsystemVersion;
+  to.SizeOfImage = from.SizeOfImage;
+  to.SizeOfHeaders = from.SizeOfHeaders;
+  to.Subsystem = from.Subsystem;
+  to.NumberOfRvaAndSizes = IMAGE_NUMBEROF_DIRECTORY_ENTRIES;
+  to.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE] = from.DataDirectory[IMAGE_DIRECTORY_ENTRY_RESOURCE];
+  headers.FileHeader.Machine = IMAGE_FILE_MACHINE_I386;
+  std::memcpy(&headers.OptionalHeader, &to, sizeof to);
+  return bytes;
+}
+
+TEST_F(ResourceFile, MayHaveBeenMadeFor32Bits) {
+  std::string const path = currentFolder() + "narrow.dll";
+  write(path, in32Bits(bytesOf(programFolder() + kFirst)));
+  ResMgr manager(path.c_str());
+  ASSERT_TRUE(manager.IsLoaded());
+  EXPECT_EQ(Resource::LoadString(ResId(1, &manager)), "one");
+  EXPECT_TRUE(application.exceptions.empty());
+}
+
 TEST_F(ResourceFile, ThatIsMissingRaisesAnExceptionWithItsNameBelow4GiB) {
   ResMgr const manager("language\\1031\\missing72.dll");
   EXPECT_FALSE(manager.IsLoaded());
@@ -112,6 +168,39 @@ TEST_F(ResourceFile, ThatIsMissingRaisesAnExceptionWithItsNameBelow4GiB) {
   EXPECT_EQ(application.exceptions[0].code, 0x400);
   EXPECT_NE(application.exceptions[0].arg, 0u);
   EXPECT_EQ(application.exceptions[0].name, "language\\1031\\missing72.dll");
+}
+
+void play(char const * function, void * replacement) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "KERNEL32.dll", {{function, replacement}});
+}
+
+void * WINAPI refuseMemory(void *, SIZE_T, DWORD, DWORD) { return nullptr; }
+SIZE_T WINAPI refuseToTell(void const *, MEMORY_BASIC_INFORMATION *, SIZE_T) { return 0; }
+
+TEST_F(ResourceFile, ThatIsMissingIsToldWithoutItsNameWhenNoMemoryIsLeftBelow4GiB) {
+  play("VirtualAlloc", reinterpret_cast<void *>(refuseMemory));
+  EXPECT_FALSE(ResMgr("missing72.dll").IsLoaded());
+  play("VirtualQuery", reinterpret_cast<void *>(refuseToTell));
+  EXPECT_FALSE(ResMgr("missing72.dll").IsLoaded());
+  ASSERT_EQ(application.exceptions.size(), 2u);
+  for (auto const & exception : application.exceptions) {
+    EXPECT_EQ(exception.code, 0x400);
+    EXPECT_EQ(exception.arg, 0u);
+  }
+}
+
+DWORD longestAsked = 0;
+
+/// As of a program whose path has 600 characters: what is too short is filled, and its whole size answered.
+DWORD WINAPI pathOfManyLetters(HMODULE module, wchar_t * path, DWORD size) {
+  longestAsked = size;
+  return size < 600 ? size : GetModuleFileNameW(module, path, size);
+}
+
+TEST_F(ResourceFile, IsFoundBesideAProgramWithALongPath) {
+  play("GetModuleFileNameW", reinterpret_cast<void *>(pathOfManyLetters));
+  EXPECT_TRUE(ResMgr(kFirst).IsLoaded());
+  EXPECT_GE(longestAsked, 600u);
 }
 
 TEST_F(ResourceFile, ThatIsMissingTellsItsNameForEveryLength) {

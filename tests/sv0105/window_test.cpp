@@ -1,5 +1,7 @@
 #include "sv0105/testapplication.hpp"
 
+#include "support/import_hook.hpp"
+
 #include <memory>
 #include <optional>
 
@@ -202,6 +204,15 @@ TEST_F(WindowTest, OfTheApplicationIsForgottenWhenItHasGone) {
   EXPECT_EQ(Application::GetAppWindow(), nullptr);
 }
 
+TEST_F(WindowTest, OfTheApplicationIsForgottenThoughItsSystemWindowHadGoneBefore) {
+  {
+    Window window(nullptr, SV::WB_TITLE);
+    DestroyWindow(window.GetHWND());
+    Application::SetAppWindow(&window);
+  }
+  EXPECT_EQ(Application::GetAppWindow(), nullptr);
+}
+
 TEST_F(WindowTest, OfTheApplicationQuitsWhenTheApplicationAgrees) {
   Window window(nullptr, SV::WB_TITLE);
   Application::SetAppWindow(&window);
@@ -316,6 +327,38 @@ TEST_F(WindowTest, ShowsTheHourGlassWhileWaiting) {
   EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_ARROW));
 }
 
+void play(char const * function, void * replacement) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "USER32.dll", {{function, replacement}});
+}
+
+HWND windowBelow = nullptr;
+HWND WINAPI tellWindowBelow(POINT) { return windowBelow; }
+BOOL WINAPI refusePosition(POINT *) { return FALSE; }
+
+bool isAskedForItsPointer(HWND window) {
+  MSG message;
+  return PeekMessageA(&message, window, WM_SETCURSOR, WM_SETCURSOR, PM_REMOVE) != FALSE;
+}
+
+TEST_F(WindowTest, BelowThePointerIsAskedForItsPointerWhenTheWaitEnds) {
+  Window window(nullptr, SV::WB_TITLE);
+  play("WindowFromPoint", reinterpret_cast<void *>(tellWindowBelow));
+  windowBelow = window.GetHWND();
+  Application::Wait(1);
+  EXPECT_FALSE(isAskedForItsPointer(window.GetHWND()));
+  Application::Wait(0);
+  EXPECT_TRUE(isAskedForItsPointer(window.GetHWND()));
+  windowBelow = GetDesktopWindow();
+  Application::Wait(1);
+  Application::Wait(0);
+  EXPECT_FALSE(isAskedForItsPointer(window.GetHWND()));
+  windowBelow = window.GetHWND();
+  play("GetCursorPos", reinterpret_cast<void *>(refusePosition));
+  Application::Wait(1);
+  Application::Wait(0);
+  EXPECT_FALSE(isAskedForItsPointer(window.GetHWND())) << "nobody knows what is below";
+}
+
 // The message hook
 
 struct HookCall {
@@ -385,6 +428,23 @@ TEST_F(MessageHookTest, KeepsAMessageFromTheWindowByANonZeroResult) {
   EXPECT_EQ(window.GetHWND(), nullptr);
 }
 
+TEST_F(MessageHookTest, KeepsAMessageFromTheApplicationToo) {
+  std::vector<HWND> listeners = ownTopLevelWindows();
+  std::erase_if(listeners, [](HWND window) {
+    char name[32] = "";
+    GetClassNameA(window, name, sizeof name);
+    return std::string(name) != "SV0105.Listener";
+  });
+  ASSERT_EQ(listeners.size(), 1u);
+  answered = WM_SYSCOLORCHANGE;
+  answer = 7;
+  EXPECT_EQ(SendMessageA(listeners[0], WM_SYSCOLORCHANGE, 0, 0), 7);
+  EXPECT_TRUE(application.changes.empty());
+  answered = WM_NULL;
+  SendMessageA(listeners[0], WM_SYSCOLORCHANGE, 0, 0);
+  EXPECT_EQ(application.changes.size(), 1u);
+}
+
 TEST_F(MessageHookTest, ThatAnswersTheLastMessageStillLetsGoOfTheWindow) {
   Window window(nullptr, SV::WB_TITLE);
   answered = WM_NCDESTROY;
@@ -420,6 +480,17 @@ TEST_F(WindowTest, PaintsWhatHasBecomeInvalid) {
   EXPECT_EQ(window.paintedAreas[1].GetSize(), (SV::Size{60, 40}));
   window.Update();
   EXPECT_EQ(window.paintedAreas.size(), 2u);
+}
+
+HDC WINAPI refusePainting(HWND, PAINTSTRUCT *) { return nullptr; }
+
+TEST_F(WindowTest, PaintsNothingWhenTheSystemRefuses) {
+  RecordingWindow window(nullptr, SV::WB_TITLE);
+  SendMessageA(window.GetHWND(), WM_PAINT, 0, 0);
+  EXPECT_EQ(window.paintedAreas.size(), 1u);
+  play("BeginPaint", reinterpret_cast<void *>(refusePainting));
+  SendMessageA(window.GetHWND(), WM_PAINT, 0, 0);
+  EXPECT_EQ(window.paintedAreas.size(), 1u);
 }
 
 TEST_F(WindowTest, ShowsWhatWasPaintedOnItsBackground) {

@@ -249,6 +249,17 @@ TEST_F(ScreenScale, IsAskedOnce) {
   EXPECT_EQ(screen.asked, 1);
 }
 
+HDC WINAPI getNoScreen(HWND) { return nullptr; }
+
+TEST_F(ScreenScale, IsZeroAsLongAsTheSystemGivesNoScreen) {
+  screen.dotsX = 144;
+  replace("USER32.dll", {{"GetDC", address(getNoScreen)}});
+  EXPECT_EQ(Kiv_GetSystemDPIScaleX(), 0);
+  EXPECT_EQ(screen.asked, 0);
+  replace("USER32.dll", {{"GetDC", address(getScreen)}});
+  EXPECT_EQ(Kiv_GetSystemDPIScaleX(), 1.5);
+}
+
 TEST_F(ScreenScale, OfZeroIsAskedForAgain) {
   EXPECT_EQ(Kiv_GetSystemDPIScaleY(), 0);
   screen.dotsY = 120;

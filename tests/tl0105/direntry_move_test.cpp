@@ -1,5 +1,6 @@
 #include "tools/direntry.hpp"
 
+#include "support/import_hook.hpp"
 #include "testfiles.hpp"
 
 #include <gtest/gtest.h>
@@ -147,6 +148,35 @@ TEST_F(OtherDrive, KeepsNothingOfAFolderThatCouldNotBeCopied) {
   EXPECT_EQ(read("tree\\file.txt"), "near");
   EXPECT_EQ(read("tree\\readonly.txt"), "fixed");
   EXPECT_EQ(read("tree\\sub\\deep.txt"), "deep");
+}
+
+void answerAttributes(DWORD(WINAPI * answer)(char const *)) {
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
+                          {{"GetFileAttributesA", reinterpret_cast<void *>(answer)}});
+}
+
+TEST_F(OtherDrive, TakesNoLinkToAFolderWhoseFilesBelongElsewhere) {
+  makeTree();
+  // Wine makes no links.
+  answerAttributes([](char const * name) -> DWORD {
+    DWORD const attributes = GetFileAttributesA(name);
+    bool const isSource = std::string(name).ends_with("tree");
+    return isSource ? attributes | FILE_ATTRIBUTE_REPARSE_POINT : attributes;
+  });
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_NOT_SAME_DEVICE});
+  EXPECT_EQ(GetFileAttributesA(path("moved").c_str()), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(read("tree\\file.txt"), "near");
+}
+
+TEST_F(OtherDrive, GivesTheSystemsErrorWhenTheSourceHasGoneMeanwhile) {
+  write("file.txt", "source");
+  answerAttributes([](char const *) -> DWORD {
+    SetLastError(ERROR_NETNAME_DELETED);
+    return INVALID_FILE_ATTRIBUTES;
+  });
+  EXPECT_EQ(entry("file.txt").MoveTo(there("file.txt")), DWORD{ERROR_NETNAME_DELETED});
+  EXPECT_EQ(read("file.txt"), "source");
+  EXPECT_EQ(read(path("file.txt").c_str()), "(none)");
 }
 
 TEST_F(OtherDrive, LeavesAnExistingFolderAsItIs) {

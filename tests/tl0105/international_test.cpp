@@ -1,10 +1,13 @@
 #include "tools/international.hpp"
 
+#include "support/import_hook.hpp"
 #include "systemanswers.hpp"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <string>
 
 using SV::Date;
@@ -230,6 +233,55 @@ TEST(International, NamesThatTheCodePageLacksGiveWayToNumbers) {
   if (GetACP() != 1252)
     GTEST_SKIP() << "code page 1252 is the one without these letters";
   EXPECT_EQ(longDate(International(0, kRussian)), shortDate(International(0, kRussian)));
+}
+
+void play(char const * function, void * replacement) {
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll", {{function, replacement}});
+}
+
+UINT WINAPI answerUTF8() { return CP_UTF8; }
+
+TEST(International, NoNameIsLackingInACodePageThatHasEveryLetter) {
+  constexpr SV::LanguageType kRussian = 0x0419;
+  play("GetACP", reinterpret_cast<void *>(answerUTF8));
+  EXPECT_NE(longDate(International(0, kRussian)), shortDate(International(0, kRussian)));
+}
+
+int WINAPI refuseFormat(LCID, DWORD, SYSTEMTIME const *, wchar_t const *, wchar_t *, int) { return 0; }
+int WINAPI refuseBytes(UINT, DWORD, wchar_t const *, int, char *, int, char const *, BOOL *) { return 0; }
+
+void expectEmptyTexts() {
+  International const record(0, kBritish);
+  for (Date const & date : {Date(9, 7, 2026), Date(29, 2, 1600), Date(31, 2, 2026)}) {
+    EXPECT_EQ(text(record.GetDate(date)), "");
+    EXPECT_EQ(text(record.GetLongDate(date)), "");
+  }
+  EXPECT_EQ(text(record.GetTime(Time(15, 4, 5), true, true)), "");
+}
+
+TEST(International, WritesNothingWhenTheSystemRefusesToFormat) {
+  play("GetDateFormatW", reinterpret_cast<void *>(refuseFormat));
+  play("GetTimeFormatW", reinterpret_cast<void *>(refuseFormat));
+  expectEmptyTexts();
+}
+
+TEST(International, WritesNothingWhenTheSystemRefusesTheBytes) {
+  play("WideCharToMultiByte", reinterpret_cast<void *>(refuseBytes));
+  expectEmptyTexts();
+}
+
+int WINAPI answerWithEra(LCID locale, LCTYPE type, wchar_t * text, int size) {
+  static constexpr wchar_t kPicture[] = L"gg ddd dd/MM/yyyy";
+  if (type != LOCALE_SSHORTDATE)
+    return GetLocaleInfoW(locale, type, text, size);
+  if (text != nullptr)
+    std::copy(std::begin(kPicture), std::end(kPicture), text);
+  return static_cast<int>(std::size(kPicture));
+}
+
+TEST(International, ErasAndWeekdaysFallAwayOnDaysThatNoCalendarHas) {
+  play("GetLocaleInfoW", reinterpret_cast<void *>(answerWithEra));
+  EXPECT_EQ(text(International(0, kBritish).GetDate(Date(31, 2, 2026))), "31/02/2026");
 }
 
 TEST(International, EveryLocaleOfTheSystemWritesEveryKindOfText) {

@@ -13,8 +13,7 @@ namespace {
 class Packer {
 public:
   void write(std::string const & name, std::string_view bytes) const { support::writeFile(folder_ / name, bytes); }
-  std::string read(std::string const & name) const { return support::readFile(folder_ / name).value_or("(none)"); }
-
+  std::string read(std::string const & name) const { return support::readFile(path(name)).value_or("(none)"); }
   std::string path(std::string const & name) const { return folder_ / name; }
 
   support::ProgramResult run(std::string const & arguments) const {
@@ -83,6 +82,8 @@ INSTANTIATE_TEST_SUITE_P(
                             "list.txt:2: code page 1252 has no U+0416 '\xD0\x96'\r\n"},
                     BadList{"not in the code page, a pair", "1 \xF0\x9F\x99\x82\n",
                             "list.txt:1: code page 1252 has no U+1F642"},
+                    BadList{"not in the code page, behind others", "1 a\xC3\xA4 \xD0\x96 \xD0\x97\n",
+                            "list.txt:1: code page 1252 has no U+0416 '\xD0\x96'\r\n"},
                     BadList{"no UTF-8", "1 Aktivit\xE4t\n", "list.txt:1: the text is not UTF-8\r\n"},
                     BadList{"twice", "1 a\n2 b\n1 c\n", "list.txt:3: the identifier 1 is there twice, first at 1\r\n"},
                     BadList{"empty", "1 a\n2\n", "list.txt:2: the text is empty\r\n"},
@@ -199,6 +200,15 @@ TEST(Kivml, RefusesToWriteOverWhatItReads) {
   EXPECT_EQ(unpacked.exitCode, 1u);
   EXPECT_EQ(unpacked.errors, "kivml: kivml.dll: cannot be written: it is the file that is read\r\n");
   EXPECT_EQ(packer.read("kivml.dll"), packedTexts({{1, "text"}}));
+}
+
+TEST(Kivml, WritesBytesThatAreNoCharactersAsEscapes) {
+  Packer const packer;
+  packer.write("kivml.dll", packedTexts({{1, "\x83\x65 a\x83"}}));
+  EXPECT_EQ(packer.run("unpack kivml.dll back.txt --codepage 932").exitCode, 0u);
+  EXPECT_EQ(packer.read("back.txt"), "1 \\x83e a\\x83\r\n");
+  EXPECT_EQ(packer.run("pack back.txt back.dll --codepage 932").exitCode, 0u);
+  EXPECT_EQ(packer.read("back.dll"), packer.read("kivml.dll"));
 }
 
 TEST(Kivml, SaysHowItIsUsed) {
