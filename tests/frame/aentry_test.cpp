@@ -4,11 +4,8 @@
 #include "frame/box_watch.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
-<<<<<<< HEAD
-#include "support/import_spy.hpp"
-=======
 #include "support/allocation.hpp"
->>>>>>> coverage
+#include "support/import_spy.hpp"
 #include "sv/sysdepen.hpp"
 
 #include <gtest/gtest.h>

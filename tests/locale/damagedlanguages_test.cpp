@@ -125,15 +125,6 @@ TEST_P(DamagedWordFiles, GiveWhatPrecedesTheFault) {
 }
 INSTANTIATE_TEST_SUITE_P(Shards, DamagedWordFiles, testing::Range(0, kShards));
 
-<<<<<<< HEAD
-/// What the runtime reads of a text file: up to a Ctrl-Z, with CR LF for a line end.
-std::string asText(std::string const & bytes) {
-  std::string text;
-  for (std::size_t at = 0; at < bytes.size() && bytes[at] != '\x1A'; ++at)
-    if (bytes.compare(at, 2, "\r\n") != 0)
-      text += bytes[at];
-  return text;
-=======
 int readsThatSucceed = 0;
 
 /// Reads as the runtime does, as often as it may; then the disk fails.
@@ -152,7 +143,15 @@ TEST(WordFile, GivesWhatPrecedesAReadThatFailsWithinAText) {
   EXPECT_FALSE(KivMLResFileReader(1, &container, fileNameFor(path)).Read());
   ASSERT_EQ(container.GetTexts().size(), 1u);
   EXPECT_STREQ(container.Find(1)->c_str(), "first");
->>>>>>> coverage
+}
+
+/// What the runtime reads of a text file: up to a Ctrl-Z, with CR LF for a line end.
+std::string asText(std::string const & bytes) {
+  std::string text;
+  for (std::size_t at = 0; at < bytes.size() && bytes[at] != '\x1A'; ++at)
+    if (bytes.compare(at, 2, "\r\n") != 0)
+      text += bytes[at];
+  return text;
 }
 
 /// The numbers of the lines, by the rules of the list.
