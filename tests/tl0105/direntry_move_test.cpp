@@ -169,14 +169,17 @@ TEST_F(OtherDrive, TakesNoLinkToAFolderWhoseFilesBelongElsewhere) {
 }
 
 TEST_F(OtherDrive, GivesTheSystemsErrorWhenTheSourceHasGoneMeanwhile) {
-  write("file.txt", "source");
-  answerAttributes([](char const *) -> DWORD {
+  makeTree();
+  answerAttributes([](char const * name) -> DWORD {
+    static int questions = 0;
+    if (++questions == 1) // before the system is asked to move it
+      return GetFileAttributesA(name);
     SetLastError(ERROR_NETNAME_DELETED);
     return INVALID_FILE_ATTRIBUTES;
   });
-  EXPECT_EQ(entry("file.txt").MoveTo(there("file.txt")), DWORD{ERROR_NETNAME_DELETED});
-  EXPECT_EQ(read("file.txt"), "source");
-  EXPECT_EQ(read(path("file.txt").c_str()), "(none)");
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_NETNAME_DELETED});
+  EXPECT_EQ(read("tree\\file.txt"), "near");
+  EXPECT_EQ(GetFileAttributesA(path("moved").c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST_F(OtherDrive, LeavesAnExistingFolderAsItIs) {

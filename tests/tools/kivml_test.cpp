@@ -84,6 +84,8 @@ INSTANTIATE_TEST_SUITE_P(
                             "list.txt:1: code page 1252 has no U+1F642"},
                     BadList{"not in the code page, behind others", "1 a\xC3\xA4 \xD0\x96 \xD0\x97\n",
                             "list.txt:1: code page 1252 has no U+0416 '\xD0\x96'\r\n"},
+                    BadList{"not in the code page, in front of an escape", "1 \xD0\x96\\n\n",
+                            "list.txt:1: code page 1252 has no U+0416 '\xD0\x96'\r\n"},
                     BadList{"no UTF-8", "1 Aktivit\xE4t\n", "list.txt:1: the text is not UTF-8\r\n"},
                     BadList{"twice", "1 a\n2 b\n1 c\n", "list.txt:3: the identifier 1 is there twice, first at 1\r\n"},
                     BadList{"empty", "1 a\n2\n", "list.txt:2: the text is empty\r\n"},
