@@ -11,19 +11,24 @@ add_custom_target(kivara_shipped)
 
 # kivara_split_symbols(FILE): after the binary's installation to bin.
 function(kivara_split_symbols file)
-  install(CODE "set(KIVARA_BUILT \"${file}\")\nset(KIVARA_OBJCOPY \"${CMAKE_OBJCOPY}\")")
+  install(CODE "set(KIVARA_BUILT \"${file}\")\nset(KIVARA_OBJCOPY \"${CMAKE_OBJCOPY}\")\nset(KIVARA_FILE_ALIGNMENT \"${KIVARA_FILE_ALIGNMENT}\")")
   install(SCRIPT ${KIVARA_CMAKE_DIR}/split-symbols.cmake)
 endfunction()
 
-# kivara_ship(TARGET [EXPORT_NAME name]): installs a library, a program, or a DLL of resources, the last in the same place below
-# bin as in the build. Libraries become targets kivara::NAME of the CMake package.
+# kivara_ship(TARGET [EXPORT_NAME name] [WITH_PROGRAMS]): installs a library, a program, or a DLL of resources, the last in the same
+# place below bin as in the build. Libraries become targets kivara::NAME of the CMake package. WITH_PROGRAMS: kivara_copy_dlls puts the
+# DLL of resources beside users' programs.
 function(kivara_ship name)
-  cmake_parse_arguments(arg "" "EXPORT_NAME" "" ${ARGN})
+  cmake_parse_arguments(arg "WITH_PROGRAMS" "EXPORT_NAME" "" ${ARGN})
   get_target_property(type ${name} TYPE)
   if(type STREQUAL MODULE_LIBRARY)
     get_target_property(folder ${name} LIBRARY_OUTPUT_DIRECTORY)
     cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
     install(TARGETS ${name} LIBRARY DESTINATION bin/${folder})
+    if(arg_WITH_PROGRAMS)
+      get_target_property(file ${name} OUTPUT_NAME)
+      set_property(GLOBAL APPEND PROPERTY KIVARA_PROGRAM_PACKS ${folder}/${file}.dll)
+    endif()
   elseif(type STREQUAL EXECUTABLE)
     install(TARGETS ${name} RUNTIME DESTINATION bin)
   else()
@@ -43,10 +48,13 @@ function(kivara_ship name)
   endif()
 endfunction()
 
-# kivara_ship_file(FILE): installs a file that the build made, by its place below the folder of the programs. kivara_copy_dlls puts it
-# beside the programs of users.
+# kivara_ship_file(FILE [WITH_PROGRAMS]): installs a file that the build made, by its place below the folder of the programs.
+# WITH_PROGRAMS: kivara_copy_dlls puts it beside those of users' programs that bring no file of that name.
 function(kivara_ship_file file)
-  set_property(GLOBAL APPEND PROPERTY KIVARA_SHIPPED_FILES ${file})
+  cmake_parse_arguments(arg "WITH_PROGRAMS" "" "" ${ARGN})
+  if(arg_WITH_PROGRAMS)
+    set_property(GLOBAL APPEND PROPERTY KIVARA_PROGRAM_FILES ${file})
+  endif()
   cmake_path(GET file PARENT_PATH folder)
   install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${file} DESTINATION bin/${folder})
 endfunction()
@@ -78,8 +86,8 @@ function(kivara_package)
   set(work ${PROJECT_BINARY_DIR}/package)
   set(KIVARA_RUNTIME_NAMES ${KIVARA_RUNTIME_DLLS})
   list(TRANSFORM KIVARA_RUNTIME_NAMES REPLACE ".*/" "")
-  get_property(KIVARA_SHIPPED_FILES GLOBAL PROPERTY KIVARA_SHIPPED_FILES)
-  list(FILTER KIVARA_SHIPPED_FILES EXCLUDE REGEX "^language/")
+  get_property(KIVARA_PROGRAM_PACKS GLOBAL PROPERTY KIVARA_PROGRAM_PACKS)
+  get_property(KIVARA_PROGRAM_FILES GLOBAL PROPERTY KIVARA_PROGRAM_FILES)
   configure_package_config_file(${KIVARA_CMAKE_DIR}/package/kivaraConfig.cmake.in ${work}/kivaraConfig.cmake
     INSTALL_DESTINATION ${KIVARA_PACKAGE_DIR})
   # Plug-ins go with one low part of the version; a compiler of another size is refused with a reason by the package itself.
@@ -102,6 +110,7 @@ function(kivara_package)
       ${KIVARA_CMAKE_DIR}/KivaraCompiler.cmake
       ${KIVARA_CMAKE_DIR}/KivaraResources.cmake
       ${KIVARA_CMAKE_DIR}/package/KivaraCopyDlls.cmake
+      ${KIVARA_CMAKE_DIR}/package/copy-missing.cmake
       ${KIVARA_CMAKE_DIR}/program.manifest
       ${KIVARA_CMAKE_DIR}/program.rc
     DESTINATION ${KIVARA_PACKAGE_DIR})

@@ -51,7 +51,7 @@ endfunction()
 
 # kivara_word_pack(NAME LANGUAGE id TEXTS file.txt [CODEPAGE n]): language/ID/kivml.dll from a list of words that are recognised
 # in every language. The packer checks the list on the way; where programs of Windows do not run by themselves,
-# CMAKE_CROSSCOMPILING_EMULATOR names what runs them.
+# CMAKE_CROSSCOMPILING_EMULATOR has to name what runs them.
 function(kivara_word_pack name)
   cmake_parse_arguments(arg "" "LANGUAGE;TEXTS;CODEPAGE" "" ${ARGN})
   foreach(needed IN ITEMS LANGUAGE TEXTS)
@@ -68,6 +68,10 @@ function(kivara_word_pack name)
   endif()
   set(packer kivml)
   if(NOT TARGET kivml)
+    if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
+      message(FATAL_ERROR "kivara_word_pack(${name}) runs kivml.exe: set CMAKE_CROSSCOMPILING_EMULATOR to what runs programs of \
+Windows here, such as /usr/bin/wine.")
+    endif()
     set(packer ${CMAKE_CROSSCOMPILING_EMULATOR} ${KIVARA_BIN_DIR}/kivml.exe)
   endif()
   cmake_path(ABSOLUTE_PATH arg_TEXTS)

@@ -4,6 +4,13 @@ set(KIVARA_CMAKE_DIR ${CMAKE_CURRENT_LIST_DIR})
 include(KivaraResources)
 include(KivaraInstall)
 
+# What runs programs of this build where programs of Windows do not run by themselves; empty on Windows, since CMake takes it
+# for tests in any case.
+set(KIVARA_EMULATOR "")
+if(CMAKE_CROSSCOMPILING)
+  set(KIVARA_EMULATOR ${PROJECT_SOURCE_DIR}/tests/support/run-under-wine)
+endif()
+
 # The file's properties: name, version, what it is.
 function(kivara_version_info name file_name file_type description)
   set(rc ${CMAKE_CURRENT_BINARY_DIR}/${name}-version.rc)
@@ -44,6 +51,6 @@ function(kivara_test name)
   if(arg_PROGRAMS)
     add_dependencies(${name} ${arg_PROGRAMS})
   endif()
-  set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR ${PROJECT_SOURCE_DIR}/tests/support/run-under-wine)
+  set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${KIVARA_EMULATOR}")
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300 ${arg_PROPERTIES})
 endfunction()

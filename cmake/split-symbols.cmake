@@ -5,5 +5,6 @@ set(bin $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/bin)
 file(MAKE_DIRECTORY ${bin}/.debug)
 execute_process(COMMAND ${KIVARA_OBJCOPY} --only-keep-debug ${KIVARA_BUILT} ${bin}/.debug/${name}.debug
   COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND ${KIVARA_OBJCOPY} --strip-all --add-gnu-debuglink=${bin}/.debug/${name}.debug ${bin}/${name}
+execute_process(COMMAND ${KIVARA_OBJCOPY} --strip-all ${KIVARA_FILE_ALIGNMENT}
+    --add-gnu-debuglink=${bin}/.debug/${name}.debug ${bin}/${name}
   COMMAND_ERROR_IS_FATAL ANY)

@@ -15,7 +15,11 @@ verb_lint() {
   local fast=no failed=()
   [[ ${1:-} != --fast ]] || { fast=yes && shift; }
   lint_files=()
-  (($# == 0)) || mapfile -t lint_files < <(realpath --relative-to="$root" "$@")
+  local file
+  for file in "$@"; do
+    [[ -f $file ]] || fail "there is no source $file; usage: ./dev lint [--fast] [files]"
+    lint_files+=("$(realpath --relative-to="$root" "$file")")
+  done
   configure
   need_packages "${lint_packages[@]}"
   lint_format || failed+=("formatting: ./dev format mends it")

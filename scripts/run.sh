@@ -2,17 +2,18 @@
 # Running the sample product.
 
 verb_run() {
-  build modeler
   need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
-  local program
+  # Asked before the build, which starts a virtual display itself when it makes a prefix.
+  local seen=yes program
+  has_display || seen=no
+  build modeler
+  need_prefix
   program=$(build_dir)/bin/modeler.exe
-  if has_display; then
-    need_prefix
+  if [[ $seen == yes ]]; then
     say "running modeler.exe $*"
     run_wine "$program" "$@"
   else
-    start_virtual_display
-    need_prefix
+    has_display || start_virtual_display
     run_with_screenshot "$program" "$@"
   fi
 }
@@ -22,7 +23,8 @@ run_with_screenshot() {
   local picture=$root/build/screenshot.png pid window
   rm -f "$picture"
   say "no display: running modeler.exe ${*:2} in a virtual one"
-  "$wine_loader" "$@" </dev/null > >(cat) 2> >(cat >&2) &
+  # The desktop, which Wine starts with the program, outlives it and tells of the end of the display.
+  "$wine_loader" "$@" </dev/null > >(cat) 2> >(grep -v --line-buffered '^X connection to .* broken' >&2) &
   pid=$!
   started+=("$pid")
   if window=$(wait_for_window "$pid"); then

@@ -2,7 +2,7 @@
 # The Wine prefix and the display that Windows programs run in.
 
 wine_loader=/usr/lib/wine/wine64
-wine_settings=3 # raise it when the settings below change: a new prefix is then made
+wine_settings=4 # raise it when the settings below change: a new prefix is then made
 
 wine_environment() {
   WINEPREFIX=$cache/wine/$(package_version wine)-$wine_settings
@@ -20,6 +20,9 @@ need_prefix() {
   once wine-prefix make_prefix
 }
 
+# The font that the buttons of title bars are drawn with: Debian's Wine does not look into its own folder of fonts.
+marlett=/usr/share/wine/fonts/marlett.ttf
+
 make_prefix() {
   [[ ! -e $WINEPREFIX/.complete ]] || return 0
   rm -rf "$WINEPREFIX"
@@ -28,6 +31,7 @@ make_prefix() {
   wine_setting() { "$wine_loader" reg add "$@" /f; }
   {
     wineboot --init &&
+      cp "$marlett" "$WINEPREFIX/drive_c/windows/Fonts/" &&
       "$wine_loader" winecfg -v win10 &&
       wine_setting 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 &&
       wine_setting 'HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings' /v ProxyEnable /t REG_DWORD /d 0 &&

@@ -1,10 +1,9 @@
 #include "mainwindow.hpp"
 
+#include "modelreport.hpp"
 #include "tools/winapi.hpp"
 
 #include <commdlg.h>
-
-#include <cstdio>
 
 using SV::String;
 
@@ -14,13 +13,6 @@ namespace {
 constexpr char kSample[] = "models\\order.txt";
 
 String productName() { return "KIVARA Modeler " + Kiv_GetVersionString(); }
-
-/// The text with its "%s" filled in.
-String filled(Text which, String const & first, String const & second = String()) {
-  char buffer[1024];
-  std::snprintf(buffer, sizeof buffer, text(which).c_str(), first.c_str(), second.c_str());
-  return buffer;
-}
 
 /// The file that the user chooses; empty when none.
 String chosenFile(HWND owner) {
@@ -54,7 +46,7 @@ MainWindow::~MainWindow() {
 
 void MainWindow::select(unsigned short id) {
   switch (id) {
-  case FILE_OPEN: chooseModel(); break;
+  case FILE_OPEN_MODEL: chooseModel(); break;
   case FILE_OPEN_SAMPLE: OpenModel(Kiv_GetProgramPathFilename(kSample)); break;
   case FILE_EXIT: Close(); break;
   case RAISE_USER: KivUserEvent(KivUserEvent::AfterRename, 17).trigger(); break;
@@ -95,8 +87,9 @@ void MainWindow::chooseModel() {
 
 void MainWindow::OpenModel(String const & fileName) {
   ProcessModel model;
-  String fault;
-  if (!readProcessModel(fileName, model, fault)) {
+  ModelReport report;
+  if (!readProcessModel(fileName, model, report)) {
+    String const fault = reportText(report);
     journal_.Add("not opened: " + fileName + ": " + fault);
     tell(filled(Text::ModelFault, fileName, fault), productName(), MB_OK | MB_ICONWARNING);
     return;
@@ -119,7 +112,7 @@ void MainWindow::changeLanguage(std::size_t place) {
   if (events_)
     events_->SetText(text(Text::TitleEvents));
   for (auto const & window : models_)
-    window->Invalidate();
+    window->Retext();
 }
 
 void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GetHWND(), message, 0, 0); }

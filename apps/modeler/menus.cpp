@@ -18,7 +18,7 @@ Menus::Row const Menus::kRows[] = {
     {nullptr, MENU_WINDOW, Text::MenuWindow},
     {nullptr, MENU_LANGUAGE, Text::MenuLanguage},
     {nullptr, MENU_HELP, Text::MenuHelp},
-    {&Menus::file_, FILE_OPEN, Text::Open},
+    {&Menus::file_, FILE_OPEN_MODEL, Text::Open},
     {&Menus::file_, FILE_OPEN_SAMPLE, Text::OpenSample},
     {&Menus::file_, 0, {}},
     {&Menus::file_, FILE_EXIT, Text::Exit},

@@ -17,7 +17,7 @@ enum Item : unsigned short {
   MENU_RAISE = 4,
   MENU_LANGUAGE = 5,
   FILE_EXIT = 101,
-  FILE_OPEN = 102,
+  FILE_OPEN_MODEL = 102, ///< FILE_OPEN is a macro of the platform
   FILE_OPEN_SAMPLE = 103,
   WINDOW_START = 201,
   WINDOW_CASCADE = 202,

@@ -1,123 +1,120 @@
 #include "processwindow.hpp"
 
-#include "sv/outputdevice.hpp"
+#include "backbuffer.hpp"
+#include "processdrawing.hpp"
 #include "texts.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <memory>
 
 using SV::Point;
-using SV::Rectangle;
 using SV::Size;
 using SV::String;
 
 namespace modeler {
 namespace {
 
-constexpr long kMargin = 12;
-constexpr long kHeadline = 28;
-constexpr long kArrowHead = 7;
-
-char const * colourOf(NodeKind kind) {
-  switch (kind) {
-  case NodeKind::Start: return "palegreen";
-  case NodeKind::Decision: return "lightgoldenrodyellow";
-  case NodeKind::End: return "lightpink";
-  default: return "lightskyblue";
+/// Measures texts in the font of a window.
+class Ruler {
+public:
+  explicit Ruler(SV::Window const & window)
+      : window_(window.GetHWND()), context_(GetDC(window_)), device_(std::make_unique<SV::OutputDevice>(context_)) {
+    device_->ChangeFont(window.GetFont());
   }
-}
+  Ruler(Ruler const &) = delete;
+  Ruler & operator=(Ruler const &) = delete;
+  ~Ruler() {
+    device_.reset();
+    ReleaseDC(window_, context_);
+  }
 
-Point centreOf(Rectangle const & box) {
-  return {box.TopLeft().x + box.GetSize().width / 2, box.TopLeft().y + box.GetSize().height / 2};
-}
+  SV::OutputDevice & GetDevice() { return *device_; }
 
-/// Where the line from the box's centre to \p target leaves the box.
-Point edgeTowards(Rectangle const & box, Point const & target) {
-  Point const centre = centreOf(box);
-  double const dx = static_cast<double>(target.x - centre.x);
-  double const dy = static_cast<double>(target.y - centre.y);
-  double const byWidth = dx == 0 ? HUGE_VAL : box.GetSize().width / 2.0 / std::fabs(dx);
-  double const byHeight = dy == 0 ? HUGE_VAL : box.GetSize().height / 2.0 / std::fabs(dy);
-  double const part = std::min({byWidth, byHeight, 1.0});
-  return {centre.x + std::lround(dx * part), centre.y + std::lround(dy * part)};
-}
-
-void drawArrowHead(SV::OutputDevice & device, Point const & from, Point const & to) {
-  double const angle = std::atan2(static_cast<double>(to.y - from.y), static_cast<double>(to.x - from.x));
-  for (double const side : {0.45, -0.45})
-    device.DrawLine(to, {to.x - std::lround(kArrowHead * std::cos(angle + side)),
-                         to.y - std::lround(kArrowHead * std::sin(angle + side))});
-}
-
-void drawDiamond(SV::OutputDevice & device, Rectangle const & box) {
-  Point const centre = centreOf(box);
-  Point const corners[] = {{centre.x, box.TopLeft().y},
-                           {box.TopLeft().x + box.GetSize().width, centre.y},
-                           {centre.x, box.TopLeft().y + box.GetSize().height},
-                           {box.TopLeft().x, centre.y}};
-  for (int i = 0; i < 4; ++i)
-    device.DrawLine(corners[i], corners[(i + 1) % 4]);
-}
-
-void drawCentred(SV::OutputDevice & device, Point const & centre, String const & text) {
-  Size const size = device.GetTextSize(text);
-  device.DrawText({centre.x - size.width / 2, centre.y - size.height / 2}, text);
-}
+private:
+  HWND window_;
+  HDC context_;
+  std::unique_ptr<SV::OutputDevice> device_;
+};
 
 String durationText(long minutes) { return String(minutes) + " " + text(Text::Minutes); }
 
 } // namespace
 
 ProcessWindow::ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model)
-    : MDIChild(frame, model.name), model_(model), layout_(layOut(model)) {}
-
-void ProcessWindow::Resize(Size const &) { Invalidate(); }
-
-void ProcessWindow::Paint(SV::OutputDevice & device, Rectangle const &) {
-  device.DrawText({kMargin, kMargin / 2}, model_.name + ": " + durationText(totalDuration(model_)));
-  for (Flow const & flow : model_.flows)
-    drawFlow(device, flow);
-  for (std::size_t node = 0; node < model_.nodes.size(); ++node)
-    drawNode(device, node);
+    : MDIChild(frame, model.name), model_(model) {
+  arrange();
+  fitToPicture(frame.GetClient().GetOutputSizePixel());
 }
 
-/// The cells share the window evenly; a box takes the inner part of its cell.
-Rectangle ProcessWindow::boxOf(std::size_t node) const {
-  Size const window = GetOutputSizePixel();
-  long const width = (window.width - 2 * kMargin) / std::max(layout_.columns, 1L);
-  long const height = (window.height - kHeadline - kMargin) / std::max(layout_.rows, 1L);
-  Cell const & cell = layout_.cells[node];
-  long const gapX = width / 8;
-  long const gapY = std::max(height / 4, 4L);
-  return {{kMargin + cell.column * width + gapX, kHeadline + cell.row * height + gapY},
-          {std::max(width - 2 * gapX, 1L), std::max(height - 2 * gapY, 1L)}};
+ProcessWindow::~ProcessWindow() { Destroy(); }
+
+void ProcessWindow::Retext() { arrange(); }
+
+void ProcessWindow::Resize(Size const &) { bars_.Fit(GetHWND()); }
+
+/// Texts are measured anew: font or language may be another one.
+void ProcessWindow::arrange() {
+  if (GetHWND() == nullptr) // the user has closed it
+    return;
+  Ruler ruler(*this);
+  layout_ = layOut(model_, {[&](String const & line) { return ruler.GetDevice().GetTextSize(line); }, durationText});
+  ruler.GetDevice().ChangeFont(headlineFont());
+  headlineSize_ = ruler.GetDevice().GetTextSize(headline());
+  bars_.SetWhole(GetHWND(), wholeSize(), layout_.line);
 }
 
-void ProcessWindow::drawFlow(SV::OutputDevice & device, Flow const & flow) const {
-  Rectangle const from = boxOf(flow.from);
-  Rectangle const to = boxOf(flow.to);
-  Point const start = edgeTowards(from, centreOf(to));
-  Point const end = edgeTowards(to, centreOf(from));
-  device.DrawLine(start, end);
-  drawArrowHead(device, start, end);
-  if (flow.text.Len() > 0)
-    drawCentred(device, {(start.x + end.x) / 2, (start.y + end.y) / 2}, flow.text);
+void ProcessWindow::fitToPicture(Size const & room) {
+  Point const place = GetPosPixel();
+  Size const frame{GetSizePixel().width - GetOutputSizePixel().width,
+                   GetSizePixel().height - GetOutputSizePixel().height};
+  Size const whole = wholeSize();
+  long const width = std::min(whole.width + frame.width, room.width - place.x);
+  long const height = std::min(whole.height + frame.height, room.height - place.y);
+  if (width > 0 && height > 0)
+    SetPosSizePixel(place, {width, height});
 }
 
-void ProcessWindow::drawNode(SV::OutputDevice & device, std::size_t place) const {
-  Node const & node = model_.nodes[place];
-  Rectangle const box = boxOf(place);
-  device.ChangeFillInBrush(SV::Brush(getColorOfColorName(colourOf(node.kind))));
-  device.DrawRect(box);
-  if (node.kind == NodeKind::Decision)
-    drawDiamond(device, box);
-  Point centre = centreOf(box);
-  long const line = device.GetTextSize(node.text).height;
-  if (node.duration > 0) {
-    drawCentred(device, {centre.x, centre.y + line}, durationText(node.duration));
-    centre.y -= line / 4;
-  }
-  drawCentred(device, centre, node.text);
+String ProcessWindow::headline() const { return model_.name + ": " + durationText(totalDuration(model_)); }
+
+SV::Font ProcessWindow::headlineFont() const {
+  SV::Font font = GetFont();
+  font.ChangeSize({0, font.GetSize().height * 5 / 4});
+  font.ChangeColor(getColorOfColorName(kInk));
+  font.ChangeTransparent(true);
+  return font;
+}
+
+/// The headline stands above the picture, with a line's room around it.
+Size ProcessWindow::wholeSize() const {
+  return {std::max(layout_.size.width, headlineSize_.width + 2 * layout_.line),
+          layout_.size.height + headlineSize_.height + layout_.line};
+}
+
+void ProcessWindow::Paint(SV::OutputDevice & device, SV::Rectangle const & area) {
+  BackBuffer const buffer(device.GethDC(), area);
+  SV::OutputDevice paper(buffer.GethDC());
+  paper.ChangePen(SV::Pen());
+  paper.ChangeFillInBrush(SV::Brush(getColorOfColorName(kPaper)));
+  paper.DrawRect(area);
+  Point const scrolled = bars_.GetPosition();
+  OffsetWindowOrgEx(paper.GethDC(), scrolled.x, scrolled.y, nullptr);
+  paper.ChangeFont(headlineFont());
+  paper.DrawText({layout_.line, layout_.line}, headline());
+  long const top = headlineSize_.height + layout_.line;
+  OffsetWindowOrgEx(paper.GethDC(), 0, -top, nullptr);
+  drawProcess(paper, GetFont(), layout_,
+              {{area.TopLeft().x + scrolled.x, area.TopLeft().y + scrolled.y - top}, area.GetSize()});
+}
+
+long long ProcessWindow::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
+  if (message == WM_ERASEBKGND)
+    return 1; // Paint draws all, at once
+  if (bars_.Handle(GetHWND(), message, wParam))
+    return 0;
+  long long const result = MDIChild::HandleMessage(message, wParam, lParam);
+  if (message == WM_SETFONT)
+    arrange();
+  return result;
 }
 
 } // namespace modeler

@@ -3,26 +3,39 @@
 /// The document window that draws a process model.
 
 #include "layout.hpp"
+#include "scrolling.hpp"
 #include "sv/mdi.hpp"
 
 namespace modeler {
 
+/// It is as large as the picture, as far as the frame has room, and can be scrolled otherwise.
 class ProcessWindow : public SV::MDIChild {
 public:
   ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model);
+  ~ProcessWindow() override;
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
   void Resize(SV::Size const & size) override;
 
+  /// To be called when the language has changed.
+  void Retext();
+
   ProcessModel const & GetModel() const { return model_; }
 
+protected:
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override;
+
 private:
-  SV::Rectangle boxOf(std::size_t node) const;
-  void drawFlow(SV::OutputDevice & device, Flow const & flow) const;
-  void drawNode(SV::OutputDevice & device, std::size_t node) const;
+  void arrange();
+  void fitToPicture(SV::Size const & room);
+  SV::String headline() const;
+  SV::Font headlineFont() const;
+  SV::Size wholeSize() const;
 
   ProcessModel model_;
   Layout layout_;
+  SV::Size headlineSize_;
+  ScrollBars bars_;
 };
 
 } // namespace modeler

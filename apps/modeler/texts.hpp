@@ -5,6 +5,8 @@
 #include "kivara.hpp"
 #include "sv/resource.hpp"
 
+#include <cstdio>
+
 namespace modeler {
 
 enum class Text : unsigned short {
@@ -29,7 +31,15 @@ enum class Text : unsigned short {
   Version,
   ModelFault,
   ModelFiles,
-  Minutes
+  Minutes,
+  InLine,
+  NotReadable,
+  NoStatement,
+  NoIdentifier,
+  NoText,
+  NoDuration,
+  Twice,
+  Unknown
 };
 
 /// In the current language. The pack of the program lies behind that of the library, which stays the active one: a text is
@@ -37,6 +47,13 @@ enum class Text : unsigned short {
 inline SV::String text(Text which) {
   unsigned long const id = SV::RSC_STRING << 16 | static_cast<unsigned short>(which);
   return SV::Resource::LoadString(SV::ResId(id, KivInternational::getNextResMgr()));
+}
+
+/// The text with its "%s" filled in, in their order.
+inline SV::String filled(Text which, SV::String const & first, SV::String const & second = SV::String()) {
+  char buffer[1024];
+  std::snprintf(buffer, sizeof buffer, text(which).c_str(), first.c_str(), second.c_str());
+  return buffer;
 }
 
 } // namespace modeler

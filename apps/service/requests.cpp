@@ -10,10 +10,10 @@ namespace {
 constexpr char kWords[] = "/words/";
 
 Response status() {
-  String started;
-  Kiv_GetCurrentDateTimeString(started, true);
+  String now;
+  Kiv_GetCurrentDateTimeString(now, true);
   String const text = "version: " + Kiv_GetPatchBuildVersionString() +
-                      "\nlanguage: " + String(KivInternational::GetCurrentLanguageID()) + "\ntime: " + started + "\n";
+                      "\nlanguage: " + String(KivInternational::GetCurrentLanguageID()) + "\ntime: " + now + "\n";
   return {200, text.c_str()};
 }
 

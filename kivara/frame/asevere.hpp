@@ -6,9 +6,10 @@
 
 namespace kivara {
 
-/// True when the program can go on, which it is then not told about. Otherwise the message has been shown under the
-/// application's name; under suppression it has gone to the log instead. An exception while another one is being
-/// handled is answered with false at once.
+/// True, without a word, when the program can go on: the next resource manager of the chain is now active, or a
+/// resource file was only being tried for a language. Otherwise the message has been shown under the application's
+/// name, or has gone to the log under suppression, and AppExit has been triggered. An exception while another one is
+/// being handled is answered with false at once.
 bool handleSevereException(SV::String const & applicationName, long code, unsigned long arg);
 
 } // namespace kivara

@@ -29,12 +29,13 @@ public:
   /// class.
   static bool IsAfterMain();
 
-  /// Makes the help object of the application and installs it in the toolkit. It dies with the end of Main. A second
-  /// call keeps the first object.
+  /// Makes the help object of the application, installs it in the toolkit and gives it the file. It dies with the end
+  /// of Main. A second call keeps the first object and changes its file.
   /// \param fileName  the name of the help file without folder and extension, for KivInternational::switchHelpObject
   void createHelpObject(char const * fileName);
 
-  /// KivInternational::createResourceManager.
+  /// Loads a resource DLL, as KivInternational::createResourceManager does; false when it could not be loaded, which
+  /// the user has then been told.
   bool createResourceManager(char const * const resourceName, bool languageSpecific);
 
 protected:
@@ -51,12 +52,15 @@ protected:
   /// Character set and button labels. Both are read from resources, so a resource manager must be active.
   void _beforeMain2();
 
-  /// Tells that the program ends, closes the trace file, deletes the help object and leaves no resource manager active.
+  /// Tells that the program ends, closes the trace file, drops the words of all languages, deletes the help object and
+  /// the resource managers of KivInternational, and leaves none active.
   void _afterMain(int exitCode);
   /// @}
 
-  /// Answers a severe exception: true when the program can go on; otherwise its message has been shown, or written to
-  /// the log of suppressed dialogs. An exception inside of this handling is answered with false at once.
+  /// Answers a severe exception: true when the program can go on, since the next resource manager is now active or a
+  /// resource file was only being tried. Otherwise its message has been shown, or written to the log of suppressed
+  /// dialogs, and the end has been told by AppExit. An exception inside of this handling is answered with false at
+  /// once.
   bool _handleException(long code, unsigned long arg);
 
   /// Tells the library's parts of a change of the system's settings.

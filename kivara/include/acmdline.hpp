@@ -28,9 +28,9 @@ enum KivWSLogFormat : int {
 /// \endcode
 ///
 /// init belongs to the main thread, before the library has any other thread; afterwards every operation may be called
-/// from any thread. Those that return a text allocate it and throw std::bad_alloc. The one that returns a reference
-/// gives a text that all threads see: other threads than the main one copy its characters, since copying the text
-/// itself would change its count of owners.
+/// from any thread. Those that return a text or read a number from one allocate and throw std::bad_alloc. The one that
+/// returns a reference gives a text that all threads see: other threads than the main one copy its characters, since
+/// copying the text itself would change its count of owners.
 class KIV_API KivCmdline {
 public:
   static KivCmdline & Instance(); ///< the only one; it is made at the first call
@@ -43,8 +43,8 @@ public:
   ///                       passed over
   /// \param withGUI        false for a host without a user interface: no_dialogs, no_windows, no_gui, no_login_screen
   ///                       and no_printer_warning are then set and x is cleared
-  /// \param logOptionName  name of the option that gives the log file for suppressed dialogs where "log_no_dialogs" gives
-  ///                       none. An empty name takes the whole text of the first option
+  /// \param logOptionName  name of the option that gives the log file for suppressed dialogs where "log_no_dialogs"
+  ///                       gives none. An empty name takes the whole text of the first option
   static void init(int argc, char ** argv, bool withGUI, SV::String const & logOptionName);
 
   /// \name Words

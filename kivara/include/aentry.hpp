@@ -10,6 +10,9 @@ struct HINSTANCE__;
 /// object's Main and takes the toolkit down with DeInitSV. An executable calls it once, from its WinMain; the static
 /// library kivara_main holds such a WinMain. Nothing in the library calls it.
 ///
+/// The words are released when it returns: destructors of static objects must not ask KivCmdline for them any more; its
+/// flags stay.
+///
 /// Without an application object, and when InitSV fails, a box tells so; where an object's constructor has switched
 /// dialog suppression on, the log of suppressed dialogs does.
 /// \param instance     the executable's instance

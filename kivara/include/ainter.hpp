@@ -60,7 +60,8 @@ public:
   /// and the labels of the standard buttons and the name of the tool are read from the new resources. Before the first
   /// DLL only the identifier is kept. Nothing happens for the language that is current. The identifier need be neither in
   /// "lang.ini" nor known to the system. A DLL that cannot be loaded for it is told as createResourceManager does and
-  /// leaves the chain; the language is changed all the same.
+  /// leaves the chain; the language is changed all the same. When none is left, the missing labels are a severe
+  /// Application::Exception.
   static void SetCurrentLanguageID(unsigned short id);
 
   /// How the language calls itself, in the system's code page; empty when the system does not know it.

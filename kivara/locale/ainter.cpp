@@ -34,6 +34,23 @@ void reportBadLanguage(unsigned short id) {
                 kLineLanguageUnknown);
 }
 
+/// The languages of "lang.ini", which is closed again; German without the file.
+void readLanguages(ISequence<unsigned short> & languages) {
+  languages.clear();
+  kivara::OpenFile const file = kivara::openFile(Kiv_GetProgramPathFilename("lang.ini").c_str(), "rt");
+  if (file == nullptr) {
+    KIV_ASSERT_AT(false, "lang.ini", "The list of languages is missing.", kModule, kLineNoLanguageFile);
+    languages.push_back(kGerman);
+    return;
+  }
+  unsigned short id = 0;
+  while (kivara::nextLanguage(file.get(), id)) {
+    reportBadLanguage(id);
+    KivDebugOut(BoundedText<64>("[locale] Adding locale %d\n", id).c_str());
+    languages.push_back(id);
+  }
+}
+
 String infoOrEmpty(LCID locale, LCTYPE type) {
   String text;
   kivara::localeInfo(locale, type, text);
@@ -66,23 +83,10 @@ KivInternational::~KivInternational() = default;
 void KivInternational::InitAvailableLanguages() {
   if (aInstance.initialised)
     return;
-  ISequence<unsigned short> & languages = aInstance.availableLanguages;
-  languages.clear();
-  kivara::OpenFile const file = kivara::openFile(Kiv_GetProgramPathFilename("lang.ini").c_str(), "rt");
-  if (file == nullptr) {
-    KIV_ASSERT_AT(false, "lang.ini", "The list of languages is missing.", kModule, kLineNoLanguageFile);
-    languages.push_back(kGerman);
-  } else {
-    unsigned short id = 0;
-    while (kivara::nextLanguage(file.get(), id)) {
-      reportBadLanguage(id);
-      KivDebugOut(BoundedText<64>("[locale] Adding locale %d\n", id).c_str());
-      languages.push_back(id);
-    }
-  }
+  readLanguages(aInstance.availableLanguages);
   aInstance.initialised = true;
-  if (!languages.empty())
-    SetCurrentLanguageID(languages.front());
+  if (!aInstance.availableLanguages.empty())
+    SetCurrentLanguageID(aInstance.availableLanguages.front());
 }
 
 ISequence<unsigned short> const & KivInternational::GetAvailableLanguages() { return aInstance.availableLanguages; }

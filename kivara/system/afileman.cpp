@@ -2,9 +2,7 @@
 
 #include "acleanup.hpp"
 #include "atrace.hpp"
-#include "tools/winapi.hpp"
-
-#include <rpc.h>
+#include "system/newuuid.hpp"
 
 #include <cstdlib>
 
@@ -19,18 +17,6 @@ constexpr unsigned kLineNoReader = 219;
 String & errorMessage() {
   static String text;
   return text;
-}
-
-/// The empty text where the system gives none.
-String newUuid() {
-  UUID uuid = {};
-  static_cast<void>(UuidCreate(&uuid)); // one that is unique on this machine alone will do
-  RPC_CSTR text = nullptr;
-  if (UuidToStringA(&uuid, &text) != RPC_S_OK)
-    return {};
-  String const result(reinterpret_cast<char const *>(text));
-  RpcStringFreeA(&text);
-  return result;
 }
 
 /// Where the character stands last, from \p first on; -1 without one.
@@ -60,7 +46,7 @@ String KivSystemFileManager::fileCreateTempName(char const * prefix, char const 
   String name = getTempDirectory();
   if (name.charAt(name.Len() - 1) != '\\')
     name += '\\';
-  String const uuid = newUuid();
+  String const uuid = kivara::newUuid();
   if (uuid.Len() == 0) {
     displayErrorMessage(kModule, kLineNoUuid);
     return {};

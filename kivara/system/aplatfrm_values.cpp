@@ -2,9 +2,7 @@
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "diagnostics/boundedtext.hpp"
-#include "tools/winapi.hpp"
-
-#include <rpc.h>
+#include "system/newuuid.hpp"
 
 using SV::Date;
 using SV::String;
@@ -64,15 +62,8 @@ void Kiv_GetCurrentDateTimeString(String & out, bool withSeconds) {
 }
 
 String Kiv_GetNewUUID() {
-  UUID id = {};
-  UuidCreate(&id);
-  RPC_CSTR text = nullptr;
-  if (UuidToStringA(&id, &text) != RPC_S_OK) {
+  String uuid = kivara::newUuid();
+  if (uuid.Len() == 0)
     displayErrorMessage("atools.cpp", kLineNoUUIDText);
-    return String();
-  }
-  String result(reinterpret_cast<char const *>(text));
-  RpcStringFreeA(&text);
-  result.toLower();
-  return result;
+  return uuid.toLower();
 }

@@ -39,7 +39,7 @@ void append(ISequence<String> & tokens, char const * start, char const * end) {
 void split(String const text, std::string_view separator, ISequence<String> & tokens) {
   tokens.clear();
   char const * start = text.c_str();
-  char const * const end = start + std::strlen(start);
+  char const * const end = start + SV::h_strlen(start);
   for (char const * at; (at = findSeparator(start, end, separator)) != end; start = at + separator.size())
     append(tokens, start, at);
   append(tokens, start, end);

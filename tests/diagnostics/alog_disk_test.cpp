@@ -173,6 +173,32 @@ TEST_F(LogOnDisk, KeepsAllLinesFromBeforeTheDiskWasFull) {
   EXPECT_EQ(readFile(kName), written);
 }
 
+TEST_F(LogOnDisk, ThatIsNotFlushedAnswersFalseOnceABlockIsRefused) {
+  KivBasicFileLogger log(false, true, 3);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_TRUE(log.addText("before"));
+  EXPECT_TRUE(log.flush());
+  SmallDisk const disk(0);
+  EXPECT_TRUE(log.addText("still in the buffer"));
+  int lines = 1;
+  while (lines < 10'000 && log.addText("line %d", lines))
+    ++lines;
+  EXPECT_LT(lines, 10'000);
+  EXPECT_FALSE(log.addText("after"));
+  EXPECT_FALSE(log.flush());
+  EXPECT_EQ(readFile(kName), kStamp + "before\r\n");
+}
+
+TEST_F(LogOnDisk, RefusesBytesThatTheDiskDoesNotTake) {
+  KivBasicFileLogger log(true, true, 3);
+  ASSERT_TRUE(log.open(kName, true));
+  std::string const bytes(100'000, 'x');
+  EXPECT_TRUE(log.write(bytes.data(), bytes.size()));
+  SmallDisk const disk(0);
+  EXPECT_FALSE(log.write(bytes.data(), bytes.size()));
+  EXPECT_FALSE(log.flush());
+}
+
 TEST_F(LogOnDisk, IsWrittenAgainWhenTheDiskHasRoomAgain) {
   KivBasicFileLogger log(true, true, 3);
   ASSERT_TRUE(log.open(kName, true));

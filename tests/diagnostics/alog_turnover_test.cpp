@@ -217,6 +217,28 @@ TEST_F(TurnOver, WithANegativeCountKeepsNone) {
   EXPECT_EQ(names(), Names{kName});
 }
 
+TEST_F(TurnOver, OfALogThatKeepsNoBackupsDeletesNone) {
+  writeFile("daily_2026.11.08.log", "");
+  Logger log(true, true, 0);
+  ASSERT_TRUE(log.open(kName, true));
+  log._deleteOldBackupFiles();
+  EXPECT_EQ(names(), (Names{kName, "daily_2026.11.08.log"}));
+}
+
+TEST_F(TurnOver, TakesTheDateThatItIsGiven) {
+  writeFile(kName, "kept");
+  HANDLE const reader =
+      CreateFileA(kName, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+  Logger log(true, true, 3);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_FALSE(log.deleteFromDisc()); // which leaves a closed log with its name
+  CloseHandle(reader);
+  EXPECT_TRUE(log._createBackup(Date(7, 1, 987)));
+  EXPECT_EQ(contents("daily_0987.01.07.log"), "kept");
+  EXPECT_EQ(contents(), kStamp + "Moving log file from daily.log to daily_0987.01.07.log.\r\n");
+}
+
 TEST_F(TurnOver, Deletes1998Of2000Backups) {
   int count = 0;
   for (int month = 1; count < 2000; ++month)
@@ -341,6 +363,24 @@ TEST_F(FailedTurnOver, DropsTheContentAndTellsTheErrorInTheFirstLine) {
   EXPECT_TRUE(log.addText("two"));
   EXPECT_EQ(contents(), failure + kStamp + "Date changed from " + shortDate(Date(12, 11, 2026)) + " to " +
                             shortDate(Date(13, 11, 2026)) + "\r\n" + kStamp + "one\r\n" + kStamp + "two\r\n");
+}
+
+BOOL WINAPI refuseMove(char const *, char const *, DWORD) {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return FALSE;
+}
+
+// The administrator, who runs these tests, may rename in every folder: the refusal is the test's own.
+TEST_F(FailedTurnOver, InAFolderThatTakesNoNewFilesTellsTheSystemsErrorCode) {
+  writeFile(kName, kOldLine);
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
+                          {{"MoveFileExA", reinterpret_cast<void *>(refuseMove)}});
+  KivBasicFileLogger log(true, true, 3);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_EQ(contents(), kStamp + "Moving log file from daily.log to daily_2026.11.12.log. FAILED (EC: 5)!\r\n");
+  EXPECT_TRUE(log.addText("kept"));
+  EXPECT_TRUE(contents().ends_with(kStamp + "kept\r\n"));
+  EXPECT_EQ(names(), Names{kName});
 }
 
 TEST_F(FailedTurnOver, OfAFileBegunAnewLeavesIt) {

@@ -2,10 +2,13 @@
 
 #include "acmdline.hpp"
 #include "aevents.hpp"
+#include "amlstr.hpp"
 #include "aplatfrm.hpp"
+#include "atrace.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
 #include "support/import_hook.hpp"
+#include "support/import_spy.hpp"
 #include "sv/help.hpp"
 #include "sv/imagepool.hpp"
 #include "sv/resource.hpp"
@@ -17,6 +20,7 @@
 #include <cstring>
 #include <ostream>
 #include <process.h>
+#include <type_traits>
 
 using kivtest::contents;
 using kivtest::RecordingApplication;
@@ -53,6 +57,24 @@ TEST(Application, OpensItsTraceFileBeforeItPreparesAndClosesItAfterTheRun) {
   EXPECT_TRUE(openInPrepare);
   EXPECT_TRUE(openInRun);
   EXPECT_TRUE(DeleteFileA("out.txt"));
+}
+
+TEST(Application, SwitchesTracingAsTheCommandLineSaysBeforeItOpensTheFile) {
+  RecordingApplication application;
+  static Steps opened;
+  support::spyOnImport("kivara.dll", "fopen", [](support::SpiedCall const & call) {
+    if (std::strcmp(call.text(0), "out.txt") == 0)
+      opened.emplace_back(Kiv_IsTracingEnabled() ? "on" : "off");
+  });
+  runMain(application, {"-trace", "-trfout.txt"});
+  EXPECT_EQ(opened, Steps{"on"});
+}
+
+TEST(Application, SwitchesTracingOffWithoutTheOption) {
+  RecordingApplication application;
+  Kiv_EnableTracing(true);
+  runMain(application);
+  EXPECT_FALSE(Kiv_IsTracingEnabled());
 }
 
 TEST(Application, StartsAllTheSameWithoutTraceAndPidFile) {
@@ -265,6 +287,53 @@ TEST(Application, TellsOfItsEndWithTheExitCodeBeforeAnythingGoes) {
   EXPECT_EQ(seen, (Steps{"end(0)"}));
 }
 
+/// Steps of the end, each with "help" as long as the help object is there. Spies outlive their test, and the program.
+Steps & endNotes() {
+  static auto * const notes = new Steps;
+  return *notes;
+}
+void const * awaitedText = nullptr;
+
+void noteEnd(char const * step) {
+  endNotes().push_back(std::string(step) + (SV::Application::GetHelp() != nullptr ? ", help" : ""));
+}
+
+void watchTheEnd() {
+  support::spyOnImport("kivara.dll", "fclose", [](support::SpiedCall const &) {
+    noteEnd("trace file closed");
+    Kiv_Trace("too late for the file");
+  });
+  support::spyOnImport("kivara.dll", "DeleteStringData", [](support::SpiedCall const & call) {
+    if (call.text(0) != awaitedText)
+      return;
+    awaitedText = nullptr; // another text may get the block
+    noteEnd("texts deleted");
+  });
+  support::spyOnImport("SV0105.dll", "FreeLibrary",
+                       [](support::SpiedCall const &) { noteEnd("resource DLL unloaded"); });
+  support::spyOnImport("kivara.dll", "SetResManager", [](support::SpiedCall const &) { noteEnd("no manager active"); });
+}
+
+TEST(Application, TakesTheStepsOfItsEndInOrder) {
+  RecordingApplication application;
+  application.onPrepare = [&] {
+    application.createHelpObject("help");
+    EXPECT_TRUE(application.createResourceManager("kivara", true));
+    return 0;
+  };
+  Observer const observer(KIV_EVENT_AppExit, [&](KivEvent *) {
+    SV::StringData const * const text = Kiv_MultiLangGet(1001, 2057).block();
+    EXPECT_STREQ(text->aStr, "activity");
+    awaitedText = text;
+    noteEnd("AppExit");
+    watchTheEnd();
+  });
+  runMain(application, {"-trace", "-trfout.txt"});
+  EXPECT_EQ(endNotes(), (Steps{"AppExit, help", "trace file closed, help", "texts deleted, help",
+                               "resource DLL unloaded", "no manager active"}));
+  EXPECT_EQ(contents("out.txt"), "");
+}
+
 TEST(Application, TellsListenersOfEachChangeOfTheSystemsSettings) {
   RecordingApplication application;
   std::vector<int> changes;
@@ -304,6 +373,14 @@ TEST(HelpObject, IsInstalledOnce) {
   ASSERT_NE(first, nullptr);
   application.createHelpObject("second");
   EXPECT_EQ(SV::Application::GetHelp(), first);
+}
+
+TEST(HelpObject, TakesTheFileOfEachCall) {
+  RecordingApplication application;
+  application.createHelpObject("first");
+  EXPECT_STREQ(SV::Application::GetHelp()->GetFileName().c_str(), (Kiv_GetProgramPath(true) + "first.chm").c_str());
+  application.createHelpObject("second");
+  EXPECT_STREQ(SV::Application::GetHelp()->GetFileName().c_str(), (Kiv_GetProgramPath(true) + "second.chm").c_str());
 }
 
 TEST(HelpObject, DiesAfterMain) {
@@ -362,14 +439,34 @@ template <class Member> std::ptrdiff_t slotOf(Member member) {
   return (std::bit_cast<Layout>(member).function - 1) / static_cast<std::ptrdiff_t>(sizeof(void *));
 }
 
-TEST(Application, HasItsOwnVirtualOperationsBehindTheToolkitsInSlotOrder) {
-  EXPECT_EQ(slotOf(&KivMDIApplication::SysChange), slotOf(&SV::Application::SysChange));
-  EXPECT_EQ(slotOf(&KivMDIApplication::Main), slotOf(&SV::Application::Main));
-  EXPECT_EQ(slotOf(&KivMDIApplication::Exception), slotOf(&SV::Application::Exception));
-  std::ptrdiff_t const last = slotOf(&SV::MDIApplication::PaintMDIClient);
-  EXPECT_EQ(slotOf(&KivMDIApplication::runApplication), last + 1);
-  EXPECT_EQ(slotOf(&KivMDIApplication::prepareApplication), last + 2);
-  EXPECT_EQ(slotOf(&KivMDIApplication::getMDIClientImage), last + 3);
+// Products that were built earlier call by place.
+TEST(Application, HasItsVirtualOperationsInTheirSlots) {
+  constexpr std::ptrdiff_t kBehindTheDestructor = 2; // it takes two places
+  std::ptrdiff_t const slots[] = {slotOf(&KivMDIApplication::QueryExit),
+                                  slotOf(&KivMDIApplication::SysChange),
+                                  slotOf(&KivMDIApplication::AppEvent),
+                                  slotOf(&KivMDIApplication::UserEvent),
+                                  slotOf(&KivMDIApplication::Activate),
+                                  slotOf(&KivMDIApplication::Deactivate),
+                                  slotOf(&KivMDIApplication::ActivateExtHelp),
+                                  slotOf(&KivMDIApplication::DeactivateExtHelp),
+                                  slotOf(&KivMDIApplication::Main),
+                                  slotOf(&KivMDIApplication::Exception),
+                                  slotOf(&KivMDIApplication::IsUserDefPaintMDIClient),
+                                  slotOf(&KivMDIApplication::PaintMDIClient),
+                                  slotOf(&KivMDIApplication::runApplication),
+                                  slotOf(&KivMDIApplication::prepareApplication),
+                                  slotOf(&KivMDIApplication::getMDIClientImage)};
+  std::ptrdiff_t expected = kBehindTheDestructor;
+  for (std::ptrdiff_t const slot : slots)
+    EXPECT_EQ(slot, expected++);
+}
+
+TEST(Application, IsAnMdiApplicationOfTheToolkitForProductsToDeriveFrom) {
+  static_assert(std::is_base_of_v<SV::MDIApplication, KivMDIApplication>);
+  static_assert(std::is_base_of_v<KivApplicationInterface, KivMDIApplication>);
+  static_assert(std::is_abstract_v<KivMDIApplication>);
+  static_assert(!std::is_polymorphic_v<KivApplicationInterface>);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
 #include "support/allocation.hpp"
+#include "support/import_spy.hpp"
 #include "sv/sysdepen.hpp"
 
 #include <gtest/gtest.h>
@@ -34,6 +35,26 @@ TEST(Entry, HandsTheProcessFactsToTheToolkit) {
   EXPECT_EQ(SV::Sysdepen::GethInst(), GetModuleHandleA(nullptr));
   EXPECT_EQ(SV::Sysdepen::GetThreadId(), GetCurrentThreadId());
   EXPECT_EQ(SV::Sysdepen::GetShowCommand(), SW_SHOWMINIMIZED);
+}
+
+TEST(Entry, ReleasesTheWordsInOneBlockOnceTheToolkitIsDown) {
+  static void const * words = nullptr; // spies outlive their test
+  static std::vector<std::string> notes;
+  class WordKeeper : public RecordingApplication {
+    void Main(int argc, char ** const argv) override {
+      words = argv;
+      RecordingApplication::Main(argc, argv);
+    }
+  } application;
+  support::spyOnImport("kivara.dll", "DeInitSV",
+                       [](support::SpiedCall const &) { notes.emplace_back("toolkit down"); });
+  support::spyOnImport("kivara.dll", "free", [](support::SpiedCall const & call) {
+    if (words != nullptr && call.text(0) == words)
+      notes.emplace_back("words released");
+  });
+  EXPECT_EQ(enter(), 0);
+  EXPECT_EQ(notes, (std::vector<std::string>{"toolkit down", "words released"}));
+  words = nullptr;
 }
 
 TEST(Entry, WithoutAnApplicationObjectSaysSoAndAnswers1) {

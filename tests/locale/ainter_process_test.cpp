@@ -1,5 +1,6 @@
 #include "locale/language_run.hpp"
 
+#include "ainter.hpp"
 #include "frame/product_run.hpp"
 #include "support/windows.hpp"
 #include "tools/winapi.hpp"
@@ -138,7 +139,8 @@ INSTANTIATE_TEST_SUITE_P(Values, LanguageOption,
                          testing::Values(Choice{"", "2057"}, Choice{"1036", "1036"}, Choice{"9999", "9999"},
                                          Choice{"65536", "0"}, Choice{"1031x", "1031"}, Choice{"Deutsch", "1031"},
                                          Choice{"DEUTSCH", "1031"}, Choice{"Deutschland", "1031"},
-                                         Choice{"German", "1031"}, Choice{"de", "1031"}, Choice{"DE", "1031"},
+                                         Choice{"German", "1031"}, Choice{"\xD6sterreich", "1031"},
+                                         Choice{"Portugal", "2070"}, Choice{"de", "1031"}, Choice{"DE", "1031"},
                                          Choice{"French", "1036"}, Choice{"zh", "2052"}, Choice{"en", "2057"},
                                          Choice{"Germany", "2057"}, Choice{"nothing", "2057"}, Choice{"0", "2057"}));
 
@@ -146,6 +148,20 @@ TEST(LanguageOptionValue, ThatNamesNoLanguageIsToldAndKeepsTheLanguage) {
   LanguageFolder folder;
   folder.write("lang.ini", "2057\n");
   EXPECT_TRUE(tells(folder.debugTexts("", "-langGermany"), "[locale] The locale 'Germany' could not be resolved!\n"));
+}
+
+// Each is the own name of a language and, for others, the name of a country or the English name.
+TEST(LanguageOptionValue, IsALanguagesOwnNameBeforeAllElse) {
+  LanguageFolder folder;
+  folder.write("lang.ini", "2057\n");
+  for (char const * value : {"Indonesia", "Mongolian"}) {
+    unsigned short const id = KivInternational::GetLanguageIDOfNativeLanguageName(value);
+    unsigned short const country = KivInternational::GetLanguageIDOfNativeCountryName(value);
+    unsigned short const english = KivInternational::GetLanguageIDOfEnglishLanguageName(value);
+    if (id == 0 || (country == id && english == id))
+      GTEST_SKIP() << "this system has other names";
+    EXPECT_EQ(folder.facts("current", std::string("-lang") + value).at("current"), std::to_string(id)) << value;
+  }
 }
 
 /// A folder with the English and the German pack under the name "texts".
@@ -198,6 +214,30 @@ TEST_F(Packs, TellEachLoadOnTheDebugOutput) {
   EXPECT_TRUE(tells(texts, "[locale] Error! Loading fallback resource DLL spare72.dll\n"));
 }
 
+TEST_F(Packs, AreToldOfInTheOrderOfTheSteps) {
+  folder.addPack(kGerman, "spare72.dll");
+  Texts lines;
+  for (std::string const & text :
+       folder.debugTexts("create texts 1|create spare 0|newhelp manual|set 1031|create none 1", "-no_dialogs"))
+    if (text.starts_with("[locale]") || text.starts_with("[kiv] Using"))
+      lines.push_back(text);
+  std::string const help = "[kiv] Using help file '" + folder.path() + "\\manual.chm'\n";
+  EXPECT_EQ(lines,
+            (Texts{"[locale] Adding locale 2057\n", "[locale] Adding locale 1031\n",
+                   "[locale] Changing default language to 2057: English / United Kingdom\n",
+                   "[locale] Loading resource DLL language\\2057\\texts72.dll\n",
+                   "[locale] Loading resource DLL language\\spare72.dll\n",
+                   "[locale] Error! Loading fallback resource DLL spare72.dll\n", help,
+                   "[locale] Changing default language to 1031: German / Germany\n",
+                   "[locale] Loading resource DLL language\\1031\\texts72.dll\n",
+                   "[locale] Loading resource DLL language\\spare72.dll\n",
+                   "[locale] Error! Loading fallback resource DLL spare72.dll\n", help,
+                   "[locale] Loading resource DLL language\\1031\\none72.dll\n",
+                   "[locale] Error! Loading fallback resource DLL none72.dll\n",
+                   "[locale] Failed to load the resource file 'none72.dll' for the selected language 'Deutsch'.\n"
+                   "         Please change your language selection."}));
+}
+
 TEST_F(Packs, ThatAreNowhereGiveABoxAndAFlagAndNoMore) {
   ProductRun run(folder.start("create none 1|chain"));
   auto const texts = run.answerBox();
@@ -239,6 +279,21 @@ TEST_F(Packs, FormAChainInTheOrderOfTheirCreation) {
   EXPECT_EQ(facts.at("next"), "none");
 }
 
+TEST_F(Packs, AreUnloadedByAChangeOfTheLanguageAndAtTheEndOfTheChain) {
+  folder.addPack(kEnglish, "language\\common72.dll");
+  EXPECT_EQ(folder.facts("create texts 1|create common 0|unloads").at("unloads"), "0");
+  EXPECT_EQ(folder.facts("create texts 1|create common 0|set 1031|unloads").at("unloads"), "2");
+  auto const ended = folder.facts("create texts 1|create common 0|delete|unloads|chain");
+  EXPECT_EQ(ended.at("unloads"), "2");
+  EXPECT_EQ(ended.at("chain"), "none");
+}
+
+TEST_F(Packs, AreLoadedUnderTheFlagThatTheirFailureIsToldHere) {
+  folder.addPack(kGerman, "spare72.dll");
+  for (std::string const steps : {"create texts 1", "create spare 0", "create none 1", "create texts 1|set 1031"})
+    EXPECT_EQ(folder.facts(steps + "|flag", "-no_dialogs").at("flag"), "set in each load") << steps;
+}
+
 TEST_F(Packs, HaveNoNextOneWhenThereIsNoneOrTheLastIsActive) {
   EXPECT_EQ(folder.facts("next").at("next"), "none");
   EXPECT_EQ(folder.facts("create texts 1|next").at("next"), "none");
@@ -266,6 +321,18 @@ TEST_F(Packs, ThatAreMissingInTheNewLanguageLeaveTheChain) {
   auto const facts = folder.facts("create english 1|create texts 1|set 1031|chain|text 0x2002923", "-no_dialogs");
   EXPECT_EQ(facts.at("chain"), "language\\1031\\texts72.dll");
   EXPECT_EQ(facts.at("0x2002923"), "Abbrechen");
+}
+
+// The labels of the buttons are read from the new resources, and there are none.
+TEST_F(Packs, ThatAreAllMissingInTheNewLanguageEndTheProgram) {
+  folder.addPack(kEnglish, "language\\2057\\english72.dll");
+  auto const result =
+      support::runProgram(folder.start("create english 1|set 1031|chain", "-no_dialogs -log_no_dialogsout.log"));
+  EXPECT_EQ(result.exitCode, 1u);
+  EXPECT_EQ(factsOf(result.output).count("chain"), 0u);
+  std::string const log = support::readFile(folder.path() + "\\out.log").value_or("");
+  EXPECT_TRUE(log.starts_with("Failed to load the resource file 'english72.dll' for the selected language 'Deutsch'."));
+  EXPECT_TRUE(holds(log, "Internal error loading a resource.\r\nResource ID: " + std::to_string(0x2002922)));
 }
 
 TEST_F(Packs, HelpFileAndButtonsStayWhenTheLanguageIsSetAgain) {
@@ -315,6 +382,20 @@ TEST_F(Packs, HelpThatTheLanguageLacksIsTheOneOfTheProgramFolderWithoutATest) {
   folder.write("help\\2057\\manual.chm", "english");
   EXPECT_EQ(folder.facts("create texts 1|newhelp manual|set 1031|help").at("help"), folder.path() + "\\manual.chm");
   EXPECT_TRUE(tells(folder.debugTexts("newhelp other"), "[kiv] Using help file '" + folder.path() + "\\other.chm'\n"));
+}
+
+TEST_F(Packs, HelpAndActiveDLLStayWhenTheLanguageIsSetBeforeTheFirstDLL) {
+  folder.write("help\\2057\\manual.chm", "english");
+  folder.write("help\\1031\\manual.chm", "german");
+  auto const facts = folder.facts("newhelp manual|set 1031|help|current|create texts 1|chain");
+  EXPECT_EQ(facts.at("current"), "1031");
+  EXPECT_EQ(facts.at("help"), folder.path() + "\\help\\2057\\manual.chm");
+  EXPECT_EQ(facts.at("chain"), "language\\1031\\texts72.dll");
+}
+
+TEST_F(Packs, HelpHasAFileNameOfAtMost1024Characters) {
+  std::string const name(1100, 'x');
+  EXPECT_EQ(folder.facts("newhelp " + name + "|help").at("help"), folder.path() + '\\' + name.substr(0, 1024));
 }
 
 TEST_F(Packs, BaseLanguageStandsInThem) {

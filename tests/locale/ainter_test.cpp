@@ -8,6 +8,7 @@
 #include <cstring>
 #include <map>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -106,6 +107,14 @@ TEST(LanguageOfARegion, IsTheShippedOne) {
   EXPECT_EQ(KivInternational::GetLanguageIDOfEnglishCountryName("Austria"), 1031);
   EXPECT_EQ(KivInternational::GetLanguageIDOfEnglishCountryName("Ireland"),
             shipped(info(firstWith(LOCALE_SENGCOUNTRY, "Ireland"), LOCALE_SISO639LANGNAME), 0));
+}
+
+TEST(LanguageManager, IsMadeOnlyByItselfButMayBeCopied) {
+  EXPECT_FALSE(std::is_default_constructible_v<KivInternational>);
+  EXPECT_TRUE(std::is_copy_constructible_v<KivInternational>);
+  EXPECT_TRUE(std::is_copy_assignable_v<KivInternational>);
+  EXPECT_TRUE(std::is_destructible_v<KivInternational>);
+  EXPECT_FALSE(std::is_polymorphic_v<KivInternational>);
 }
 
 TEST(Language, IsValidWhenTheSystemSupportsIt) {

@@ -17,11 +17,17 @@ class WordFolder : public LanguageFolder {
 public:
   WordFolder() {
     write("lang.ini", "2057\n1031\n1036\n");
-    write("language\\2057\\kivml.dll",
-          packedTexts({{1, "abc"}, {2, "same"}, {3, "same"}, {3, "dropped"}, {4, "x"}, {6, "only"}, {7, "same"}}));
-    write("language\\1031\\kivml.dll",
-          packedTexts(
-              {{1, "ab"}, {2, "same"}, {4, "y"}, {9, "same"}, {0x10005, "high bits"}, {10, std::string("nul\0x", 5)}}));
+    write(
+        "language\\2057\\kivml.dll",
+        packedTexts(
+            {{1, "abc"}, {2, "same"}, {3, "same"}, {3, "dropped"}, {4, "x"}, {6, "only"}, {7, "same"}, {11, "twin"}}));
+    write("language\\1031\\kivml.dll", packedTexts({{1, "ab"},
+                                                    {2, "same"},
+                                                    {4, "y"},
+                                                    {9, "same"},
+                                                    {0x10005, "high bits"},
+                                                    {10, std::string("nul\0x", 5)},
+                                                    {11, std::string("twin\0x", 6)}}));
   }
 };
 
@@ -36,11 +42,13 @@ TEST_P(WordLookUp, GoesThroughTheLanguagesInTheirOrder) {
   std::string const step = GetParam().step;
   EXPECT_EQ(WordFolder().facts(step).at(step.substr(0, step.find(' '))), GetParam().result);
 }
-INSTANTIATE_TEST_SUITE_P(Equals, WordLookUp,
-                         testing::Values(LookUp{"equals 1 ab", "1, 2"}, LookUp{"equals 1 abc", "1, 3"},
-                                         LookUp{"equals 1 abcd", "0, -1"}, LookUp{"equals 1 AB", "0, -1"},
-                                         LookUp{"equals 1 a", "0, -1"}, LookUp{"equals 2 same", "1, 4"},
-                                         LookUp{"equals 6 only", "1, 4"}, LookUp{"equals 8 only", "0, -1"}));
+INSTANTIATE_TEST_SUITE_P(
+    Equals, WordLookUp,
+    testing::Values(LookUp{"equals 1 ab", "1, 2"}, LookUp{"equals 1 abc", "1, 3"}, LookUp{"equals 1 abcd", "0, -1"},
+                    LookUp{"equals 1 AB", "0, -1"}, LookUp{"equals 1 a", "0, -1"}, LookUp{"equals 2 same", "1, 4"},
+                    LookUp{"equals 6 only", "1, 4"}, LookUp{"equals 8 only", "0, -1"},
+                    // Both are equal up to the NUL: the lower language's length tells which it was.
+                    LookUp{"equals 11 twin", "1, 6"}));
 INSTANTIATE_TEST_SUITE_P(StartsWith, WordLookUp,
                          testing::Values(LookUp{"starts 1 abcd", "1, 2"}, LookUp{"starts 1 ab", "1, 2"},
                                          LookUp{"starts 1 a", "0, -1"}, LookUp{"starts 6 only one", "1, 4"},

@@ -1,6 +1,6 @@
 # Builds apps/minimal with the installation, and nothing of this checkout, to go by.
-include(${CMAKE_CURRENT_LIST_DIR}/configure_minimal.cmake)
-configure_minimal(${WORK}/minimal)
+include(${CMAKE_CURRENT_LIST_DIR}/configure_project.cmake)
+configure_project(${SOURCE}/apps/minimal ${WORK}/minimal)
 if(NOT code EQUAL 0)
   message(FATAL_ERROR "apps/minimal cannot be configured:\n${output}")
 endif()

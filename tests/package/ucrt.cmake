@@ -1,6 +1,6 @@
 # A compiler whose runtime headers are those of UCRT is refused at configure time; a project that asks quietly goes on.
-include(${CMAKE_CURRENT_LIST_DIR}/configure_minimal.cmake)
-configure_minimal(${WORK}/ucrt -DCMAKE_CXX_FLAGS=-D_UCRT)
+include(${CMAKE_CURRENT_LIST_DIR}/configure_project.cmake)
+configure_project(${SOURCE}/apps/minimal ${WORK}/ucrt -DCMAKE_CXX_FLAGS=-D_UCRT)
 if(code EQUAL 0)
   message(FATAL_ERROR "UCRT was accepted")
 endif()

@@ -6,6 +6,7 @@
 #include "aappinfo.hpp"
 #include "ainter.hpp"
 #include "amlstr.hpp"
+#include "locale/ainter_state.hpp"
 #include "support/import_spy.hpp"
 #include "sv/help.hpp"
 #include "sv/mdi.hpp"
@@ -107,8 +108,24 @@ void labelOK(Words const & words) {
   SV::Application::ChangeAppInternational(international);
 }
 
+/// What the toolkit does with the files of resource DLLs.
+struct {
+  bool failureIsOurs = true; ///< the flag says so at each opening
+  int openings = 0;
+  int unloads = 0;
+} files;
+
+void watchFiles() {
+  support::spyOnImport("SV0105.dll", "CreateFileW", [](support::SpiedCall const &) {
+    ++files.openings;
+    files.failureIsOurs = files.failureIsOurs && kivara::loadingResourceFile;
+  });
+  support::spyOnImport("SV0105.dll", "FreeLibrary", [](support::SpiedCall const &) { ++files.unloads; });
+}
+
 class LanguageProgram : public FrameProgram {
   int prepareApplication() override {
+    watchFiles();
     support::spyOnImport("kivara.dll", "MessageBoxA", [](support::SpiedCall const & call) {
       char text[64];
       std::snprintf(text, sizeof text, "owner %d, style %x", call.arguments[0] != 0,
@@ -165,6 +182,12 @@ class LanguageProgram : public FrameProgram {
       {"set", [](Words const & w) { KivInternational::SetCurrentLanguageID(shortOf(w[1])); }},
       {"create", [this](Words const & w) { create(w); }},
       {"delete", [](Words const &) { KivInternational::DeleteResMgrs(); }},
+      {"unloads", [](Words const & w) { print(w[0], files.unloads); }},
+      {"flag",
+       [](Words const & w) {
+         print(w[0], std::string(files.openings > 0 && files.failureIsOurs ? "set in each load" : "not set in a load") +
+                         (kivara::loadingResourceFile ? " and still set" : ""));
+       }},
       {"next", [](Words const & w) { print(w[0], nameOf(KivInternational::getNextResMgr())); }},
       {"chain", printChain},
       {"text", [](Words const & w) { print(w[1], SV::Resource::LoadString(numberOf(w[1]))); }},

@@ -116,6 +116,14 @@ TEST_F(HelpKeys, AreToldAsTheyWereBefore) {
   EXPECT_EQ(Application::EnableHelp(0), 3);
 }
 
+TEST(HelpFile, LoadsTheShellOnlyWhenItIsOpened) {
+  ASSERT_EQ(GetModuleHandleA("shell32.dll"), nullptr);
+  SV::Help().Start();
+  ASSERT_EQ(GetModuleHandleA("shell32.dll"), nullptr);
+  SV::Help("C:\\no such folder\\manual.chm").Start();
+  EXPECT_NE(GetModuleHandleA("shell32.dll"), nullptr);
+}
+
 TEST(HelpFile, ThatIsMissingOrHasNoNameIsNotStarted) {
   EXPECT_FALSE(SV::Help().Start());
   EXPECT_FALSE(SV::Help("C:\\no such folder\\manual.chm").Start());

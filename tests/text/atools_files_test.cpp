@@ -1,10 +1,12 @@
 #include "atools.hpp"
 
 #include "support/files.hpp"
+#include "support/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <ostream>
 #include <string>
 
@@ -145,6 +147,61 @@ TEST(FileIsInUse, IsFalseForAllElse) {
   EXPECT_FALSE(Kiv_FileIsInUse("DB:\\file.txt"));
   EXPECT_FALSE(Kiv_FileIsInUse((folder / "missing.txt").c_str()));
   EXPECT_FALSE(Kiv_FileIsInUse(folder.path().c_str()));
+}
+
+// The system's answers, given by the test.
+
+int questions = 0;
+DWORD refusal = 0;
+
+FILE * openAnything(char const *, char const *) {
+  ++questions;
+  return std::tmpfile();
+}
+
+HANDLE WINAPI refuseFile(char const * name, DWORD access, DWORD sharing, SECURITY_ATTRIBUTES * security,
+                         DWORD disposition, DWORD attributes, HANDLE model) {
+  ++questions;
+  EXPECT_STREQ(name, "file.txt");
+  EXPECT_EQ(access, GENERIC_READ);
+  EXPECT_EQ(sharing, 0u);
+  EXPECT_EQ(security, nullptr);
+  EXPECT_EQ(disposition, static_cast<DWORD>(OPEN_EXISTING));
+  EXPECT_EQ(attributes, static_cast<DWORD>(FILE_ATTRIBUTE_NORMAL));
+  EXPECT_EQ(model, nullptr);
+  SetLastError(refusal);
+  return INVALID_HANDLE_VALUE;
+}
+
+class FileQuestion : public testing::Test {
+protected:
+  FileQuestion() {
+    questions = 0;
+    HMODULE const library = GetModuleHandleA("kivara.dll");
+    support::replaceImports(library, "msvcrt.dll", {{"fopen", reinterpret_cast<void *>(openAnything)}});
+    support::replaceImports(library, "KERNEL32.dll", {{"CreateFileA", reinterpret_cast<void *>(refuseFile)}});
+  }
+};
+
+TEST_F(FileQuestion, IsNotAskedAboutTheDatabaseNorWithoutAName) {
+  refusal = ERROR_SHARING_VIOLATION;
+  for (char const * name : {"DB:\\file.txt", "db:\\", static_cast<char const *>(nullptr)}) {
+    EXPECT_FALSE(Kiv_FileExists(name));
+    EXPECT_FALSE(Kiv_FileIsInUse(name));
+  }
+  EXPECT_FALSE(Kiv_FileExists(""));
+  EXPECT_EQ(questions, 0);
+  EXPECT_TRUE(Kiv_FileExists("file.txt"));
+  EXPECT_EQ(questions, 1);
+}
+
+TEST_F(FileQuestion, TellsOfUseOnlyByASharingViolation) {
+  for (DWORD const code : {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_LOCK_VIOLATION,
+                           ERROR_SHARING_VIOLATION}) {
+    refusal = code;
+    EXPECT_EQ(Kiv_FileIsInUse("file.txt"), code == 32) << code;
+  }
+  EXPECT_EQ(questions, 5);
 }
 
 } // namespace

@@ -191,6 +191,19 @@ TEST_F(NumberForms, LtoaWithoutBufferOrFormatIsReported) {
   EXPECT_EQ(errors.places(), (std::vector<std::string>{"atools.cpp (1294)", "atools.cpp (1294)"}));
 }
 
+TEST_F(NumberForms, LtoaIntoABufferThatLooksPoisonedIsReportedAndWritesIt) {
+  char * page = nullptr;
+  for (std::uintptr_t upper = 2; upper < 200 && page == nullptr; ++upper)
+    page = static_cast<char *>(VirtualAlloc(reinterpret_cast<void *>(upper << 32 | 0xCDCD0000), 4096,
+                                            MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+  ASSERT_NE(page, nullptr);
+  InternalErrors const errors;
+  EXPECT_EQ(kiv_ltoa(12, page, "%ld"), 2);
+  EXPECT_STREQ(page, "12");
+  EXPECT_EQ(errors.places(), std::vector<std::string>{"atools.cpp (1294)"});
+  VirtualFree(page, 0, MEM_RELEASE);
+}
+
 TEST_F(NumberForms, FtoaRestoresTheLocale) {
   EXPECT_STREQ(kiv_ftoa_no_locale(1.5, 3).c_str(), "1.5");
   EXPECT_EQ(localeInUse(), german);

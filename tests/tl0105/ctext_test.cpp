@@ -1,9 +1,11 @@
 #include "tools/ctext.hpp"
 
+#include "support/allocation.hpp"
 #include "tools/string.hpp"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <clocale>
 #include <cstdlib>
@@ -28,6 +30,24 @@ TEST(CText, LengthIsCountedToTheNul) {
 TEST(CText, LengthOfNullIs0) {
   EXPECT_EQ(h_strlen(static_cast<char const *>(nullptr)), 0);
   EXPECT_EQ(h_strlen(static_cast<wchar_t const *>(nullptr)), 0);
+}
+
+TEST(CText, LengthIsCountedAtEachAlignmentAndNothingBehindTheNulIsRead) {
+  support::GuardPages const guard;
+  for (std::size_t before = 0; before < 16; ++before)
+    for (std::size_t length = 0; length <= 200; ++length) {
+      std::vector<char> block(before + length + 1, '\0'); // these are no end of a text that begins behind them
+      std::fill_n(block.begin() + static_cast<std::ptrdiff_t>(before), length, '\x80');
+      ASSERT_EQ(h_strlen(block.data() + before), static_cast<std::int32_t>(length)) << before;
+    }
+}
+
+TEST(CText, LengthIsCountedFromTheFirstToTheLastByteOfAPage) {
+  support::GuardPages const guard;
+  std::vector<char> page(4096, 'x');
+  page.back() = '\0';
+  for (std::int32_t start = 0; start < 4096; ++start)
+    ASSERT_EQ(h_strlen(page.data() + start), 4095 - start);
 }
 
 TEST(CText, ComparesByBytesWithThoseAbove127Last) {

@@ -1,6 +1,6 @@
 // Long random sequences of operations on String, compared with std::string.
 
-#include "text_model.hpp"
+#include "text_operations.hpp"
 
 #include "support/allocation.hpp"
 #include "tools/string.hpp"

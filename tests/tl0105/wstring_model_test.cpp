@@ -1,6 +1,6 @@
 // Long random sequences of operations on WString, compared with std::wstring.
 
-#include "text_model.hpp"
+#include "text_operations.hpp"
 
 #include "support/allocation.hpp"
 #include "tools/wstring.hpp"

@@ -1,7 +1,6 @@
 #include "locale/language_run.hpp"
 #include "support/child_process.hpp"
 #include "support/files.hpp"
-#include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
@@ -177,18 +176,32 @@ TEST(Kivml, NamesTheFileThatItCannotReadOrWrite) {
   EXPECT_TRUE(holds(nowhere.errors, "kivml: no\\folder\\kivml.dll: cannot be written: "));
 }
 
-TEST(Kivml, LeavesAFileThatIsInUseAsItIs) {
+TEST(Kivml, LeavesAFileThatSomebodyElseHasOpen) {
   Packer const packer;
   packer.write("list.txt", "1 a\n");
   packer.write("kivml.dll", "the former one");
-  HANDLE const user =
-      CreateFileA(packer.path("kivml.dll").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-  auto const result = packer.run("pack list.txt kivml.dll");
-  CloseHandle(user);
-  EXPECT_EQ(result.exitCode, 1u);
-  EXPECT_TRUE(holds(result.errors, "kivml: kivml.dll: cannot be written: system error "));
+  {
+    support::FileInUse const held(packer.path("kivml.dll"));
+    auto const result = packer.run("pack list.txt kivml.dll");
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_TRUE(holds(result.errors, "kivml: kivml.dll: cannot be written: system error "));
+  }
   EXPECT_EQ(packer.read("kivml.dll"), "the former one");
   EXPECT_EQ(packer.read("kivml.dll.new"), "(none)");
+}
+
+TEST(Kivml, RefusesToWriteOverWhatItReads) {
+  Packer const packer;
+  packer.write("list.txt", "1 text\n");
+  auto const packed = packer.run("pack list.txt .\\LIST.TXT");
+  EXPECT_EQ(packed.exitCode, 1u);
+  EXPECT_EQ(packed.errors, "kivml: .\\LIST.TXT: cannot be written: it is the file that is read\r\n");
+  EXPECT_EQ(packer.read("list.txt"), "1 text\n");
+  packer.write("kivml.dll", packedTexts({{1, "text"}}));
+  auto const unpacked = packer.run("unpack kivml.dll kivml.dll");
+  EXPECT_EQ(unpacked.exitCode, 1u);
+  EXPECT_EQ(unpacked.errors, "kivml: kivml.dll: cannot be written: it is the file that is read\r\n");
+  EXPECT_EQ(packer.read("kivml.dll"), packedTexts({{1, "text"}}));
 }
 
 TEST(Kivml, WritesBytesThatAreNoCharactersAsEscapes) {
@@ -202,11 +215,23 @@ TEST(Kivml, WritesBytesThatAreNoCharactersAsEscapes) {
 
 TEST(Kivml, SaysHowItIsUsed) {
   Packer const packer;
-  for (std::string const arguments : {"", "pack", "pack a", "check", "fold a b", "pack a b --codepage",
-                                      "pack a b --codepage 99999", "pack a b --codepage 65001"}) {
+  for (std::string const arguments : {"", "pack", "pack a", "check", "fold a b", "pack a b --codepage"}) {
     auto const result = packer.run(arguments);
     EXPECT_EQ(result.exitCode, 2u) << arguments;
     EXPECT_TRUE(holds(result.errors, "usage: kivml pack LIST PACKED [--codepage N]\r\n")) << arguments;
+  }
+}
+
+// 0 and 1 are whatever code pages the machine has, on which the product does not run.
+TEST(Kivml, RefusesWhatIsNoCodePageOfTexts) {
+  Packer const packer;
+  packer.write("list.txt", "1 a\n");
+  for (std::string const codePage :
+       {"99999", "65001", "65000", "1200", "0", "1", "-1", "latin", "1252x", "4294968548"}) {
+    auto const result = packer.run("pack list.txt kivml.dll --codepage " + codePage);
+    EXPECT_EQ(result.exitCode, 2u) << codePage;
+    EXPECT_TRUE(holds(result.errors, "kivml: there is no code page " + codePage + " with 8-bit characters\r\n"));
+    EXPECT_EQ(packer.read("kivml.dll"), "(none)");
   }
 }
 

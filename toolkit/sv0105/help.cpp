@@ -4,10 +4,24 @@
 #include "sv/application.hpp"
 #include "toolkit.hpp"
 
-#include <shellapi.h>
 #include <utility>
 
 namespace SV {
+namespace {
+
+/// Opens a document with the program for it; what ShellExecute answers, 0 where there is no shell. The shell is loaded only
+/// here: together with what it needs itself it would be a tenth of the start of each program.
+INT_PTR openDocument(char const * fileName) {
+  HMODULE const shell = LoadLibraryExA("shell32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  if (shell == nullptr)
+    return 0;
+  using Execute = INT_PTR(WINAPI *)(HWND, char const *, char const *, char const *, char const *, int);
+  auto const address = reinterpret_cast<void *>(GetProcAddress(shell, "ShellExecuteA"));
+  auto const execute = reinterpret_cast<Execute>(address);
+  return execute != nullptr ? execute(nullptr, "open", fileName, nullptr, nullptr, SW_SHOWNORMAL) : 0;
+}
+
+} // namespace
 
 Help::Help() = default;
 
@@ -24,8 +38,7 @@ bool Help::Start() {
   if (fileName_.Len() == 0)
     return false;
   constexpr INT_PTR kLastError = 32; // greater answers are successes
-  HINSTANCE const answer = ShellExecuteA(nullptr, "open", fileName_.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-  return reinterpret_cast<INT_PTR>(answer) > kLastError;
+  return openDocument(fileName_.c_str()) > kLastError;
 }
 
 namespace detail {

@@ -58,8 +58,10 @@ std::string lackingCharacter(std::wstring const & wide, unsigned codePage) {
 } // namespace
 
 bool isUsableCodePage(unsigned codePage) {
+  // The lowest numbers stand for whatever code page the machine has: packed files go to other machines.
+  bool const isOfTheMachine = codePage <= CP_THREAD_ACP;
   CPINFO info;
-  return codePage != CP_UTF8 && GetCPInfo(codePage, &info) != FALSE && info.MaxCharSize <= 2;
+  return !isOfTheMachine && codePage != CP_UTF8 && GetCPInfo(codePage, &info) != FALSE && info.MaxCharSize <= 2;
 }
 
 std::optional<std::string> fromUtf8(std::string const & utf8, unsigned codePage, std::string & reason) {

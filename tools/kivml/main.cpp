@@ -6,9 +6,13 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <optional>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <vector>
 
 namespace {
 
@@ -31,6 +35,15 @@ struct Arguments {
   unsigned codePage = 1252;
 };
 
+/// The number of a code page that texts can be in.
+std::optional<unsigned> readCodePage(std::string const & text) {
+  constexpr std::size_t kMostDigits = 5;
+  if (text.empty() || text.size() > kMostDigits || text.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
+  auto const number = static_cast<unsigned>(std::stoul(text));
+  return isUsableCodePage(number) ? std::optional(number) : std::nullopt;
+}
+
 std::optional<Arguments> readArguments(int argc, char ** argv) {
   Arguments arguments;
   for (int i = 1; i < argc; ++i) {
@@ -40,11 +53,12 @@ std::optional<Arguments> readArguments(int argc, char ** argv) {
     }
     if (++i == argc)
       return std::nullopt;
-    arguments.codePage = static_cast<unsigned>(std::strtoul(argv[i], nullptr, 10));
-    if (!isUsableCodePage(arguments.codePage)) {
+    std::optional<unsigned> const codePage = readCodePage(argv[i]);
+    if (!codePage) {
       std::fprintf(stderr, "kivml: there is no code page %s with 8-bit characters\n", argv[i]);
       return std::nullopt;
     }
+    arguments.codePage = *codePage;
   }
   return arguments;
 }
@@ -59,7 +73,15 @@ int tell(std::string const & file, Faults faults, char const * placeName) {
   return faults.empty() ? kDone : kFaulty;
 }
 
+/// Refuses to put the result in the place of what it is made of: a translator's list would be gone.
+void requireOtherFile(std::string const & from, std::string const & to) {
+  std::error_code none;
+  if (std::filesystem::equivalent(from, to, none))
+    throw std::runtime_error(to + ": cannot be written: it is the file that is read");
+}
+
 int packList(std::string const & list, std::string const & packed, unsigned codePage) {
+  requireOtherFile(list, packed);
   Faults faults;
   Texts const texts = readList(readFile(list), codePage, faults);
   if (faults.empty()) {
@@ -70,6 +92,7 @@ int packList(std::string const & list, std::string const & packed, unsigned code
 }
 
 int unpackFile(std::string const & packed, std::string const & list, unsigned codePage) {
+  requireOtherFile(packed, list);
   Faults faults;
   Texts const texts = unpack(readFile(packed), faults);
   if (faults.empty()) {

@@ -6,7 +6,6 @@
 #include "tools/detail/shared_text.hpp"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace SV {
@@ -100,9 +99,7 @@ public:
 
   /// \p count characters from \p start on, clipped to what remains. The empty text for a start at or past the end or
   /// below 0 and for a count below 1. The whole text shares the block.
-  String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const {
-    return String(text_.part(start, count));
-  }
+  String substr(std::int32_t start, std::int32_t count = STRING_MAXLEN) const { return String(*this, start, count); }
 
   /// The piece with this index between separators; the empty text where there are fewer pieces.
   TL_API String token(std::int32_t index, char separator) const;
@@ -136,6 +133,8 @@ public:
 
 private:
   explicit String(detail::SharedText<char> && text) noexcept : text_(std::move(text)) {}
+  /// A part, built where it is to stay: a text that is moved from asks for the empty block.
+  String(String const & whole, std::int32_t start, std::int32_t count) : text_(whole.text_.part(start, count)) {}
 
   detail::SharedText<char> text_;
 };
@@ -145,12 +144,12 @@ inline void swap(String & a, String & b) noexcept { a.swap(b); } ///< without co
 /// Equal in length and in every byte.
 inline bool operator==(String const & a, String const & b) {
   return a.block() == b.block() ||
-         (a.Len() == b.Len() && std::memcmp(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len())) == 0);
+         (a.Len() == b.Len() && detail::areSame(a.c_str(), b.c_str(), static_cast<std::size_t>(a.Len())));
 }
 inline bool operator==(String const & a, char const * b) {
   if (b == nullptr)
     return a.Len() == 0;
-  return a.Len() == detail::lengthOf(b) && std::memcmp(a.c_str(), b, static_cast<std::size_t>(a.Len())) == 0;
+  return a.Len() == detail::lengthOf(b) && detail::areSame(a.c_str(), b, static_cast<std::size_t>(a.Len()));
 }
 
 /// The order of h_strcmp: by bytes, up to the first NUL.

@@ -130,13 +130,18 @@ private:
     return data_->nRefCount == 0 && blockBytes<Char>(newLength) <= allocatedBytes(blockBytes<Char>(data_->nLen));
   }
 
+  /// Asked of each copy and each text that dies: where there are characters, without a call.
+  static bool isEmptyBlock(Data const * block) noexcept {
+    return block->nLen == 0 && block == TextBlock<Char>::empty();
+  }
+
   void share() const noexcept {
-    if (data_ != TextBlock<Char>::empty())
+    if (!isEmptyBlock(data_))
       ++data_->nRefCount;
   }
 
   static void release(Data * block) noexcept {
-    if (block == TextBlock<Char>::empty())
+    if (isEmptyBlock(block))
       return;
     if ((block->nRefCount & 0x7FFFFFFF) != 0)
       --block->nRefCount;

@@ -51,13 +51,12 @@ public:
   Reader(String const & fileName, ProcessModel & model)
       : parser_(new KivTextFileReader(fileName.c_str()), 1), model_(model) {}
 
-  /// Empty when all is well.
-  String read() {
+  ModelReport read() {
     if (!parser_.IsOkay() && parser_.GetLookAheadLineNumber() == 0)
-      return "The file cannot be read.";
-    while (fault_.Len() == 0 && readStatement()) {
+      fail(ModelFault::NotReadable);
+    while (report_.fault == ModelFault::None && readStatement()) {
     }
-    return fault_;
+    return report_;
   }
 
 private:
@@ -78,7 +77,7 @@ private:
     else if (std::optional<NodeKind> const kind = kindOf(word))
       readNode(*kind);
     else
-      fail("'" + word + "' begins no statement");
+      fail(ModelFault::NoStatement, word);
     return true;
   }
 
@@ -87,7 +86,7 @@ private:
     if (!readIdentifier(node.id) || !readText(node.text))
       return;
     if (find(node.id) != model_.nodes.size()) {
-      fail("'" + node.id + "' is there twice");
+      fail(ModelFault::Twice, node.id);
       return;
     }
     String word;
@@ -110,7 +109,7 @@ private:
   }
 
   bool readIdentifier(String & id) {
-    return parser_.GetNextToken(id) && id.c_str()[0] != '"' ? true : fail("an identifier is missing");
+    return parser_.GetNextToken(id) && id.c_str()[0] != '"' ? true : fail(ModelFault::NoIdentifier);
   }
 
   bool readNodeName(std::size_t & place) {
@@ -118,12 +117,12 @@ private:
     if (!readIdentifier(id))
       return false;
     place = find(id);
-    return place != model_.nodes.size() ? true : fail("there is no '" + id + "' above");
+    return place != model_.nodes.size() ? true : fail(ModelFault::Unknown, id);
   }
 
   bool readText(String & text) {
     if (!parser_.ExpectToken('"'))
-      return fail("a text in quotation marks is missing");
+      return fail(ModelFault::NoText);
     String quoted;
     parser_.GetUntil('"', quoted, true, '\\');
     text = unquoted(quoted);
@@ -134,7 +133,7 @@ private:
     String token;
     if (!parser_.GetNextToken(token) || !Kiv_Valid_Integer(token.c_str()) || token.Len() > 9 ||
         std::atol(token.c_str()) < 0)
-      return fail("a duration in minutes is missing");
+      return fail(ModelFault::NoDuration);
     number = std::atol(token.c_str());
     return true;
   }
@@ -145,8 +144,8 @@ private:
     return static_cast<std::size_t>(place - model_.nodes.begin());
   }
 
-  bool fail(String const & reason) {
-    fault_ = "Line " + String(line_) + ": " + reason + ".";
+  bool fail(ModelFault fault, String const & word = String()) {
+    report_ = {fault, line_, word};
     return false;
   }
 
@@ -154,15 +153,15 @@ private:
   KivTextParser parser_;
   ProcessModel & model_;
   std::int64_t line_ = 0;
-  String fault_;
+  ModelReport report_;
 };
 
 } // namespace
 
-bool readProcessModel(String const & fileName, ProcessModel & model, String & fault) {
+bool readProcessModel(String const & fileName, ProcessModel & model, ModelReport & report) {
   model = {};
-  fault = Reader(fileName, model).read();
-  return fault.Len() == 0;
+  report = Reader(fileName, model).read();
+  return report.fault == ModelFault::None;
 }
 
 long totalDuration(ProcessModel const & model) {

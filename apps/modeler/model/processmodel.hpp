@@ -40,10 +40,28 @@ struct ProcessModel {
   ISequence<Flow> flows;
 };
 
+enum class ModelFault {
+  None,
+  NotReadable,  ///< the file as a whole
+  NoStatement,  ///< a word that begins none
+  NoIdentifier, ///< one is missing
+  NoText,       ///< a text in quotation marks is missing
+  NoDuration,   ///< a number of minutes is missing
+  Twice,        ///< an identifier that another node has
+  Unknown       ///< an identifier that no node above has
+};
+
+/// What is wrong with a file.
+struct ModelReport {
+  ModelFault fault = ModelFault::None;
+  std::int64_t line = 0; ///< counted from 1; 0 when the file cannot be read
+  SV::String word;       ///< the word that is wrong, as far as there is one
+};
+
 /// Reads a model.
-/// \param fault  what is wrong, with the number of the line; the model then holds what precedes it
+/// \param report  what is wrong; the model then holds what precedes it
 /// \return false for a file that cannot be read or has a fault
-bool readProcessModel(SV::String const & fileName, ProcessModel & model, SV::String & fault);
+bool readProcessModel(SV::String const & fileName, ProcessModel & model, ModelReport & report);
 
 /// The sum of all durations, in minutes.
 long totalDuration(ProcessModel const & model);

@@ -1,0 +1,33 @@
+#include "modelreport.hpp"
+
+#include "texts.hpp"
+
+using SV::String;
+
+namespace modeler {
+namespace {
+
+struct Row {
+  ModelFault fault;
+  Text text;
+};
+constexpr Row kRows[] = {{ModelFault::NotReadable, Text::NotReadable},
+                         {ModelFault::NoStatement, Text::NoStatement},
+                         {ModelFault::NoIdentifier, Text::NoIdentifier},
+                         {ModelFault::NoText, Text::NoText},
+                         {ModelFault::NoDuration, Text::NoDuration},
+                         {ModelFault::Twice, Text::Twice},
+                         {ModelFault::Unknown, Text::Unknown}};
+
+} // namespace
+
+String reportText(ModelReport const & report) {
+  for (Row const & row : kRows)
+    if (row.fault == report.fault) {
+      String const reason = filled(row.text, report.word);
+      return report.line > 0 ? filled(Text::InLine, String(report.line), reason) : reason;
+    }
+  return String();
+}
+
+} // namespace modeler

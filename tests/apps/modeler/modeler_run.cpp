@@ -1,0 +1,40 @@
+#include "modeler_run.hpp"
+
+#include "aappinfo.hpp"
+#include "tools/winapi.hpp"
+
+namespace modeler {
+namespace {
+
+bool isDocument(HWND window) { return (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_MDICHILD) != 0; }
+
+} // namespace
+
+std::string title() { return std::string("KIVARA Modeler ") + Kiv_GetVersionString().c_str(); }
+
+HWND mainWindow(ProductRun & run) {
+  return support::waitForWindow({.processId = run.child().processId(), .title = title()});
+}
+
+std::vector<std::string> documents(HWND window) {
+  std::vector<std::string> titles;
+  for (HWND const child : support::children(window))
+    if (isDocument(child))
+      titles.push_back(support::windowText(child));
+  return titles;
+}
+
+HWND documentOf(HWND window, std::string const & title) {
+  HWND document = nullptr;
+  support::eventually([&] {
+    for (HWND const child : support::children(window))
+      if (isDocument(child) && IsWindowVisible(child) && support::windowText(child) == title)
+        document = child;
+    return document != nullptr;
+  });
+  return document;
+}
+
+bool waitForDocument(HWND window, std::string const & title) { return documentOf(window, title) != nullptr; }
+
+} // namespace modeler

@@ -1,0 +1,24 @@
+#pragma once
+/// \file
+/// The windows of a running sample product.
+
+#include "frame/product_run.hpp"
+
+namespace modeler {
+
+/// The title of its main window.
+std::string title();
+
+/// The main window once it is there, or null.
+HWND__ * mainWindow(ProductRun & run);
+
+/// The titles of the documents.
+std::vector<std::string> documents(HWND__ * window);
+
+/// The visible document with that title once it is there, or null.
+HWND__ * documentOf(HWND__ * window, std::string const & title);
+
+/// Whether there is such a document, or comes.
+bool waitForDocument(HWND__ * window, std::string const & title);
+
+} // namespace modeler

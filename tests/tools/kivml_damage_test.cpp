@@ -1,0 +1,78 @@
+// Lists and packed files that are damaged in every way: the tool tells the fault, or loses nothing.
+#include "locale/language_run.hpp"
+#include "packedfile.hpp"
+#include "support/allocation.hpp"
+#include "textlist.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+
+namespace {
+
+constexpr int kTexts = 4'000;
+constexpr unsigned kCodePage = 1252;
+
+std::string damaged(std::string bytes, std::mt19937 & random) {
+  for (std::size_t count = 1 + random() % 4; count > 0; --count) {
+    std::size_t const at = random() % (bytes.size() + 1);
+    switch (random() % 4) {
+    case 0: bytes.resize(at); break;
+    case 1: bytes.insert(at, 1 + random() % 3, static_cast<char>(random())); break;
+    case 2: bytes.insert(at, std::string("\\\n\r\t;0x ").substr(random() % 8, 1)); break;
+    default:
+      if (at < bytes.size())
+        bytes[at] = static_cast<char>(random());
+    }
+  }
+  return bytes;
+}
+
+bool operator==(kivml::Text const & a, kivml::Text const & b) { return a.resId == b.resId && a.text == b.text; }
+
+bool areSame(kivml::Texts const & a, kivml::Texts const & b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](auto const & x, auto const & y) { return x == y; });
+}
+
+TEST(KivmlDamage, OfAListIsToldOrTheTextsComeBack) {
+  support::GuardPages const guard;
+  std::mt19937 random(21);
+  int sound = 0;
+  for (int i = 0; i < kTexts; ++i) {
+    std::string const list = damaged("; words\r\n1001 Aktivit\xC3\xA4t\n2 a\\nb\\x81\\\\\n65535  x \n\n", random);
+    kivml::Faults faults;
+    kivml::Texts const texts = kivml::readList(list, kCodePage, faults);
+    for (kivml::Fault const & fault : faults)
+      ASSERT_TRUE(fault.place >= 1 && !fault.reason.empty()) << list;
+    if (!faults.empty())
+      continue;
+    ++sound;
+    kivml::Texts const again = kivml::readList(kivml::writeList(texts, kCodePage), kCodePage, faults);
+    ASSERT_TRUE(faults.empty() && areSame(again, texts)) << list;
+  }
+  EXPECT_GT(sound, 0);
+  EXPECT_LT(sound, kTexts);
+}
+
+TEST(KivmlDamage, OfAPackedFileIsToldOrItIsTheSameFile) {
+  support::GuardPages const guard;
+  std::mt19937 random(22);
+  int sound = 0;
+  for (int i = 0; i < kTexts; ++i) {
+    std::string const bytes = damaged(packedTexts({{1, "one"}, {1000, "a second text"}, {65535, "last"}}), random);
+    kivml::Faults faults;
+    kivml::Texts const texts = kivml::unpack(bytes, faults);
+    for (kivml::Fault const & fault : faults)
+      ASSERT_FALSE(fault.reason.empty()) << i;
+    if (!faults.empty())
+      continue;
+    ++sound;
+    ASSERT_EQ(kivml::pack(texts), bytes) << i;
+  }
+  EXPECT_GT(sound, 0);
+  EXPECT_LT(sound, kTexts);
+}
+
+} // namespace
