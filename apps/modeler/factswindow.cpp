@@ -1,5 +1,6 @@
 #include "factswindow.hpp"
 
+#include "startfacts.hpp"
 #include "sv/outputdevice.hpp"
 #include "texts.hpp"
 
@@ -14,18 +15,19 @@ constexpr long kLineGap = 6;
 
 } // namespace
 
-FactsWindow::FactsWindow(SV::MDIFrame & frame) : MDIChild(frame, text(Text::TitleStart)), facts_(startFacts()) {}
+FactsWindow::FactsWindow(SV::MDIFrame & frame) : MDIChild(frame, text(Text::TitleStart)) {}
 
 void FactsWindow::Paint(SV::OutputDevice & device, SV::Rectangle const &) {
+  ISequence<Fact> const facts = startFacts();
   long nameWidth = 0;
   long lineHeight = 0;
-  for (Fact const & fact : facts_) {
+  for (Fact const & fact : facts) {
     SV::Size const size = device.GetTextSize(fact.name);
     nameWidth = std::max(nameWidth, size.width);
     lineHeight = std::max(lineHeight, size.height + kLineGap);
   }
   long y = kMargin;
-  for (Fact const & fact : facts_) {
+  for (Fact const & fact : facts) {
     device.DrawText({kMargin, y}, fact.name);
     device.DrawText({kMargin + nameWidth + kColumnGap, y}, fact.value);
     y += lineHeight;

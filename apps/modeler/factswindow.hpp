@@ -1,8 +1,7 @@
 #pragma once
 /// \file
-/// The document window that shows the facts of the start.
+/// The document window that shows the facts of the start, in the language of the moment.
 
-#include "startfacts.hpp"
 #include "sv/mdi.hpp"
 
 namespace modeler {
@@ -12,9 +11,6 @@ public:
   explicit FactsWindow(SV::MDIFrame & frame);
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
-
-private:
-  ISequence<Fact> facts_;
 };
 
 } // namespace modeler

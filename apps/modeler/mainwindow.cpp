@@ -107,8 +107,10 @@ void MainWindow::changeLanguage(std::size_t place) {
   KivInternational::SetCurrentLanguageID(languages[place]);
   journal_.Add("language: " + String(languages[place]));
   menus_.Retext();
-  if (facts_)
+  if (facts_) {
     facts_->SetText(text(Text::TitleStart));
+    facts_->Invalidate();
+  }
   if (events_)
     events_->SetText(text(Text::TitleEvents));
   for (auto const & window : models_)

@@ -12,7 +12,7 @@ struct Fact {
   SV::String value;
 };
 
-/// Version, command line, folders, font, system and what is suppressed, in the order to show them in.
+/// Version, command line, folders, font, system and what is suppressed, in the order to show them in, in the current language.
 ISequence<Fact> startFacts();
 
 } // namespace modeler

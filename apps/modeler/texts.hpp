@@ -39,7 +39,22 @@ enum class Text : unsigned short {
   NoText,
   NoDuration,
   Twice,
-  Unknown
+  Unknown,
+  Yes,
+  No,
+  Program,
+  Argument,
+  VersionName,
+  ProgramFolder,
+  StartFolder,
+  Font,
+  System,
+  ScreenScale,
+  DialogsSuppressed,
+  Tracing,
+  OrLater,
+  OlderThan,
+  FontSize
 };
 
 /// In the current language. The pack of the program lies behind that of the library, which stays the active one: a text is
