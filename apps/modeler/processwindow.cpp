@@ -36,7 +36,7 @@ private:
   std::unique_ptr<SV::OutputDevice> device_;
 };
 
-String durationText(long minutes) { return String(minutes) + " " + text(Text::Minutes); }
+String durationText(long long minutes) { return String(minutes) + " " + text(Text::Minutes); }
 
 } // namespace
 

@@ -164,9 +164,9 @@ bool readProcessModel(String const & fileName, ProcessModel & model, ModelReport
   return report.fault == ModelFault::None;
 }
 
-long totalDuration(ProcessModel const & model) {
-  return std::accumulate(model.nodes.begin(), model.nodes.end(), 0L,
-                         [](long sum, Node const & node) { return sum + node.duration; });
+long long totalDuration(ProcessModel const & model) {
+  return std::accumulate(model.nodes.begin(), model.nodes.end(), 0LL,
+                         [](long long sum, Node const & node) { return sum + node.duration; });
 }
 
 } // namespace modeler

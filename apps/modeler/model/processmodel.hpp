@@ -64,6 +64,6 @@ struct ModelReport {
 bool readProcessModel(SV::String const & fileName, ProcessModel & model, ModelReport & report);
 
 /// The sum of all durations, in minutes.
-long totalDuration(ProcessModel const & model);
+long long totalDuration(ProcessModel const & model);
 
 } // namespace modeler
