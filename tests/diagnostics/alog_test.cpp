@@ -1,6 +1,7 @@
 #include "alog.hpp"
 
 #include "diagnostics/local_clock.hpp"
+#include "diagnostics/open_logger.hpp"
 #include "support/files.hpp"
 #include "support/import_spy.hpp"
 
@@ -17,20 +18,7 @@ namespace {
 
 constexpr char kName[] = "server.log";
 
-class Logger : public KivBasicFileLogger {
-public:
-  using KivBasicFileLogger::_debugPrint;
-  using KivBasicFileLogger::KivBasicFileLogger;
-
-  /// Through vaddText.
-  bool addList(char const * format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    bool const done = vaddText(format, arguments);
-    va_end(arguments);
-    return done;
-  }
-};
+using Logger = kivtest::OpenLogger;
 
 /// The slot of a virtual operation among those of its class.
 template <class Operation> std::size_t slotOf(Operation operation) {

@@ -2,13 +2,13 @@
 #include "alog.hpp"
 
 #include "diagnostics/local_clock.hpp"
+#include "diagnostics/open_logger.hpp"
 #include "support/files.hpp"
 #include "tools/direntry.hpp"
 #include "tools/international.hpp"
 
 #include <gtest/gtest.h>
 
-#include <cstdarg>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -41,22 +41,7 @@ std::vector<std::string> names() {
 
 using Names = std::vector<std::string>;
 
-class Logger : public KivBasicFileLogger {
-public:
-  using KivBasicFileLogger::_createBackup;
-  using KivBasicFileLogger::_debugPrint;
-  using KivBasicFileLogger::_deleteOldBackupFiles;
-  using KivBasicFileLogger::_getModDate;
-  using KivBasicFileLogger::KivBasicFileLogger;
-
-  bool addList(char const * format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    bool const done = vaddText(format, arguments);
-    va_end(arguments);
-    return done;
-  }
-};
+using Logger = kivtest::OpenLogger;
 
 using TurnOver = kivtest::OnThe13th;
 using TurnOverWhileOpen = kivtest::OnThe13th;

@@ -4,6 +4,7 @@
 
 #include "aappinfo.hpp"
 #include "support/debugger.hpp"
+#include "support/lines.hpp"
 #include "support/windows.hpp"
 #include "tools/winapi.hpp"
 
@@ -11,7 +12,6 @@
 
 #include <map>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,17 +19,7 @@
 namespace kivtest {
 
 using Lines = std::vector<std::string>;
-
-inline Lines linesOf(std::string const & text) {
-  Lines lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) {
-    if (!line.empty() && line.back() == '\r')
-      line.pop_back();
-    lines.push_back(line);
-  }
-  return lines;
-}
+using support::linesOf;
 
 /// The code of the internal error that the program reports: the module's name, the line and the version.
 inline std::string errorCode(std::string const & module = "aevent", int line = 246) {

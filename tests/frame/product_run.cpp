@@ -1,9 +1,9 @@
 #include "frame/product_run.hpp"
 
+#include "support/lines.hpp"
 #include "tools/winapi.hpp"
 
 #include <algorithm>
-#include <sstream>
 
 namespace {
 
@@ -11,16 +11,7 @@ constexpr char kRecord[] = "record of the child.txt";
 
 } // namespace
 
-std::vector<std::string> linesOf(std::string const & text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) {
-    if (!line.empty() && line.back() == '\r')
-      line.pop_back();
-    lines.push_back(line);
-  }
-  return lines;
-}
+std::vector<std::string> linesOf(std::string const & text) { return support::linesOf(text); }
 
 ProductRun::ProductRun(std::string const & program, std::string const & arguments, Settings const & settings)
     : ProductRun(support::ProgramStart{.program = program, .arguments = arguments}, settings) {}

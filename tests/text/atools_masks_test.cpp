@@ -3,6 +3,7 @@
 #include "diagnostics/internal_errors.hpp"
 #include "support/allocation.hpp"
 #include "text/masking.hpp"
+#include "text/poisoned_page.hpp"
 
 #include <gtest/gtest.h>
 
@@ -248,16 +249,13 @@ TEST(MaskExport, IntoMemoryForReadingOnlyIsReportedAndWritesNothing) {
 }
 
 TEST(MaskExport, AtAnAddressThatLooksPoisonedIsReportedAndGoesOn) {
-  char * page = nullptr;
-  for (std::uintptr_t upper = 2; upper < 200 && page == nullptr; ++upper)
-    page = static_cast<char *>(VirtualAlloc(reinterpret_cast<void *>(upper << 32 | 0xCDCD0000), 4096,
-                                            MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+  kivtest::PoisonedPage const poisoned;
+  char * const page = poisoned.address();
   ASSERT_NE(page, nullptr);
   InternalErrors const errors;
   Kiv_Mask_Export_Path("a/b", page);
   EXPECT_STREQ(page, "a\\/b");
   EXPECT_EQ(errors.places(), Places{"atools.cpp (3101)"});
-  VirtualFree(page, 0, MEM_RELEASE);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "support/allocation.hpp"
+#include "text/poisoned_page.hpp"
 
 #include <gtest/gtest.h>
 
@@ -192,16 +193,13 @@ TEST_F(NumberForms, LtoaWithoutBufferOrFormatIsReported) {
 }
 
 TEST_F(NumberForms, LtoaIntoABufferThatLooksPoisonedIsReportedAndWritesIt) {
-  char * page = nullptr;
-  for (std::uintptr_t upper = 2; upper < 200 && page == nullptr; ++upper)
-    page = static_cast<char *>(VirtualAlloc(reinterpret_cast<void *>(upper << 32 | 0xCDCD0000), 4096,
-                                            MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
+  kivtest::PoisonedPage const poisoned;
+  char * const page = poisoned.address();
   ASSERT_NE(page, nullptr);
   InternalErrors const errors;
   EXPECT_EQ(kiv_ltoa(12, page, "%ld"), 2);
   EXPECT_STREQ(page, "12");
   EXPECT_EQ(errors.places(), std::vector<std::string>{"atools.cpp (1294)"});
-  VirtualFree(page, 0, MEM_RELEASE);
 }
 
 TEST_F(NumberForms, FtoaRestoresTheLocale) {
