@@ -3,6 +3,7 @@
 #include "support/files.hpp"
 #include "tools/winapi.hpp"
 
+#include <cstdio>
 #include <stdexcept>
 #include <strings.h>
 #include <utility>
@@ -84,14 +85,24 @@ DWORD flagsOf(ProgramStart const & start) {
   return start.creationFlags | console | CREATE_SUSPENDED;
 }
 
-PROCESS_INFORMATION create(ProgramStart const & start, STARTUPINFOA & startup) {
+bool tryToCreate(ProgramStart const & start, STARTUPINFOA & startup, PROCESS_INFORMATION & made) {
   std::string commandLine = commandLineOf(start);
   std::string environment = environmentOf(start);
+  return CreateProcessA(programPath(start.program).c_str(), commandLine.data(), nullptr, nullptr, TRUE, flagsOf(start),
+                        environment.data(), start.workingFolder.empty() ? nullptr : start.workingFolder.c_str(),
+                        &startup, &made) != FALSE;
+}
+
+PROCESS_INFORMATION create(ProgramStart const & start, STARTUPINFOA & startup) {
   PROCESS_INFORMATION made{};
-  BOOL const ok = CreateProcessA(programPath(start.program).c_str(), commandLine.data(), nullptr, nullptr, TRUE,
-                                 flagsOf(start), environment.data(),
-                                 start.workingFolder.empty() ? nullptr : start.workingFolder.c_str(), &startup, &made);
-  if (!ok)
+  bool isMade = tryToCreate(start, startup, made);
+  // Once in some ten thousand times Wine's loader does not get to the program, and there is no process then.
+  if (!isMade && GetLastError() == ERROR_INTERNAL_ERROR) {
+    std::fprintf(stderr, "%s was not started by an internal error of the system; trying once more\n",
+                 start.program.c_str());
+    isMade = tryToCreate(start, startup, made);
+  }
+  if (!isMade)
     failed("cannot start " + start.program);
   return made;
 }

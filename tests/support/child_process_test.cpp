@@ -1,6 +1,7 @@
 #include "support/child_process.hpp"
 
 #include "support/files.hpp"
+#include "support/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -84,6 +85,43 @@ TEST(ChildProcess, ItsOwnChildrenEndWithIt) {
   HANDLE const process = OpenProcess(SYNCHRONIZE, FALSE, grandchild);
   EXPECT_TRUE(!process || WaitForSingleObject(process, 10000) == WAIT_OBJECT_0);
   CloseHandle(process);
+}
+
+namespace {
+
+decltype(&CreateProcessA) const realCreateProcess = CreateProcessA;
+int starts = 0;
+DWORD firstError = 0;
+
+/// The first start fails.
+BOOL WINAPI failOnce(LPCSTR program, LPSTR line, LPSECURITY_ATTRIBUTES process, LPSECURITY_ATTRIBUTES thread,
+                     BOOL inherit, DWORD flags, LPVOID environment, LPCSTR folder, LPSTARTUPINFOA startup,
+                     LPPROCESS_INFORMATION made) {
+  if (++starts == 1) {
+    SetLastError(firstError);
+    return FALSE;
+  }
+  return realCreateProcess(program, line, process, thread, inherit, flags, environment, folder, startup, made);
+}
+
+void failFirstStart(DWORD error) {
+  firstError = error;
+  support::replaceImports(GetModuleHandleA(nullptr), "kernel32.dll",
+                          {{"CreateProcessA", reinterpret_cast<void *>(failOnce)}});
+}
+
+} // namespace
+
+TEST(ChildProcess, StartsOnceMoreAfterAnInternalErrorOfTheSystem) {
+  failFirstStart(ERROR_INTERNAL_ERROR);
+  EXPECT_EQ(runProgram({.program = "command_line_printer", .commandLine = "x y"}).output.substr(0, 10), "line=x y\r\n");
+  EXPECT_EQ(starts, 2);
+}
+
+TEST(ChildProcess, StartsNotAgainAfterAnotherError) {
+  failFirstStart(ERROR_ACCESS_DENIED);
+  EXPECT_THROW(ChildProcess({.program = "command_line_printer"}), std::runtime_error);
+  EXPECT_EQ(starts, 1);
 }
 
 TEST(ChildProcess, AProgramThatIsNotThereThrows) {
