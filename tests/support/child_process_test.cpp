@@ -89,7 +89,6 @@ TEST(ChildProcess, ItsOwnChildrenEndWithIt) {
 
 namespace {
 
-decltype(&CreateProcessA) const realCreateProcess = CreateProcessA;
 int starts = 0;
 DWORD firstError = 0;
 
@@ -101,7 +100,10 @@ BOOL WINAPI failOnce(LPCSTR program, LPSTR line, LPSECURITY_ATTRIBUTES process, 
     SetLastError(firstError);
     return FALSE;
   }
-  return realCreateProcess(program, line, process, thread, inherit, flags, environment, folder, startup, made);
+  // By its name in the DLL: its name here stands for the import.
+  auto const real = reinterpret_cast<decltype(&CreateProcessA)>(
+      reinterpret_cast<void *>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "CreateProcessA")));
+  return real(program, line, process, thread, inherit, flags, environment, folder, startup, made);
 }
 
 void failFirstStart(DWORD error) {
