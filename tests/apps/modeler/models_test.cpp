@@ -20,13 +20,18 @@ constexpr WPARAM kGerman = 502;
 constexpr WPARAM kOpen = 102;
 constexpr WPARAM kShowEvents = 204;
 
+/// Its document, or null.
+HWND openSample(HWND window) {
+  PostMessageA(window, WM_COMMAND, kOpenSample, 0);
+  return modeler::documentOf(window, "Handling of an order");
+}
+
 TEST(Modeler, ShowsItsSampleModel) {
   ProductRun run("modeler", "-journalout.log");
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
   std::size_t const before = support::readWindow(window).colours();
-  PostMessageA(window, WM_COMMAND, kOpenSample, 0);
-  EXPECT_TRUE(waitForDocument(window, "Handling of an order"));
+  EXPECT_TRUE(openSample(window));
   EXPECT_TRUE(support::eventually([&] { return support::readWindow(window).colours() > before; }));
   EXPECT_TRUE(support::closeWindow(window));
   EXPECT_EQ(run.exitCode(), 0u);
@@ -148,8 +153,7 @@ TEST(Modeler, ShowsAModelThatFitsWithoutScrollBars) {
   ProductRun run("modeler", "");
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
-  PostMessageA(window, WM_COMMAND, kOpenSample, 0);
-  HWND const document = modeler::documentOf(window, "Handling of an order");
+  HWND const document = openSample(window);
   ASSERT_TRUE(document);
   EXPECT_EQ(GetWindowLongA(document, GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL), 0);
   RECT const full = support::windowRectangle(document);
@@ -163,8 +167,7 @@ TEST(Modeler, DrawsAModelAnewInAnotherLanguage) {
   ProductRun run("modeler", "");
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
-  PostMessageA(window, WM_COMMAND, kOpenSample, 0);
-  HWND const document = modeler::documentOf(window, "Handling of an order");
+  HWND const document = openSample(window);
   ASSERT_TRUE(document);
   support::Pixels const english = support::readWindow(document);
   PostMessageA(window, WM_COMMAND, kGerman, 0);
