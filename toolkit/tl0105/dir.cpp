@@ -1,6 +1,6 @@
 #include "tools/dir.hpp"
 
-#include "pathparts.hpp"
+#include "lasterror.hpp"
 #include "tools/winapi.hpp"
 
 #include <algorithm>
@@ -60,6 +60,12 @@ bool isListed(WIN32_FIND_DATAA const & found, int kinds, String const & upperPat
          fits(upperPattern.c_str(), upperCase(name).c_str());
 }
 
+/// The system's code of the call that has just failed; success for the code that only says that there is nothing more.
+FSysError errorUnless(DWORD nothingMore) {
+  FSysError const code = lastSystemError();
+  return code != nothingMore ? code : FSYS_ERR_OK;
+}
+
 struct SearchClose {
   void operator()(void * search) const { FindClose(search); }
 };
@@ -77,13 +83,16 @@ Dir::Dir(DirEntry const & entry, int attributes) {
   // The system matches a pattern against the short 8.3 names too, so all entries are asked for and matched here.
   WIN32_FIND_DATAA found;
   HANDLE const handle = FindFirstFileA((folder + "*").c_str(), &found);
-  if (handle == INVALID_HANDLE_VALUE)
+  if (handle == INVALID_HANDLE_VALUE) {
+    error_ = errorUnless(ERROR_FILE_NOT_FOUND); // the root of an empty drive
     return;
+  }
   Search const search(handle); // a list without memory closes it too
   do {
     if (isListed(found, attributes, pattern))
       entries_.emplace_back(folder + found.cFileName);
   } while (FindNextFileA(handle, &found));
+  error_ = errorUnless(ERROR_NO_MORE_FILES);
 }
 
 void Dir::SetSort(int order) {
