@@ -107,7 +107,7 @@ TEST_F(DirEntryTest, BaseEndsAtTheLastSeparatorThatIsAskedFor) {
   }
 }
 
-// Behind a separator it would name a file below the device, which has none.
+// With a separator it would name a file on the device instead.
 TEST_F(DirEntryTest, ChangeBaseOfADeviceAddsNoSeparator) {
   struct Row {
     char const *path, *changed;
