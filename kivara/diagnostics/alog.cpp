@@ -1,8 +1,8 @@
 #include "alog.hpp"
 
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
-#include "system/openfile.hpp"
+#include "base/boundedtext.hpp"
+#include "base/openfile.hpp"
 #include "tools/dir.hpp"
 #include "tools/direntry.hpp"
 #include "tools/international.hpp"
@@ -176,7 +176,7 @@ void KivBasicFileLogger::_checkDateOnWrite() {
 Date KivBasicFileLogger::_getModDate() const {
   Date result;
   kivara::OpenFile const file = kivara::openFile(name_.c_str(), "r");
-  if (file == nullptr) {
+  if (!file) {
     displayErrorMessage(kModule, kLineDateNotRead);
     return result;
   }
@@ -229,7 +229,7 @@ void KivBasicFileLogger::_debugPrint(String const & text) {
     return;
   }
   kivara::OpenFile const file = kivara::openFile(name_.c_str(), "at");
-  if (file == nullptr) {
+  if (!file) {
     displayErrorMessage(kModule, kLineOwnLineNotWritten);
     return;
   }

@@ -2,7 +2,7 @@
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
+#include "base/boundedtext.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
 #include "sv/window.hpp"

@@ -1,8 +1,8 @@
 #include "aappinfo.hpp"
 
 #include "acmdline.hpp"
-#include "frame/aversion.hpp"
-#include "frame/aversion_texts.hpp"
+#include "frame/version.hpp"
+#include "frame/version_texts.hpp"
 #include "sv/resource.hpp"
 
 #include <array>

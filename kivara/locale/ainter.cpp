@@ -3,14 +3,14 @@
 #include "aappinfo.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
+#include "base/boundedtext.hpp"
+#include "base/openfile.hpp"
 #include "locale/buttontexts.hpp"
 #include "locale/languagelist.hpp"
 #include "locale/localeinfo.hpp"
 #include "sv/application.hpp"
 #include "sv/help.hpp"
 #include "sv/resource.hpp"
-#include "system/openfile.hpp"
 
 #include <cstdlib>
 #include <cstring>
@@ -38,7 +38,7 @@ void reportBadLanguage(unsigned short id) {
 void readLanguages(ISequence<unsigned short> & languages) {
   languages.clear();
   kivara::OpenFile const file = kivara::openFile(Kiv_GetProgramPathFilename("lang.ini").c_str(), "rt");
-  if (file == nullptr) {
+  if (!file) {
     KIV_ASSERT_AT(false, "lang.ini", "The list of languages is missing.", kModule, kLineNoLanguageFile);
     languages.push_back(kGerman);
     return;

@@ -2,7 +2,7 @@
 
 #include "acleanup.hpp"
 #include "atrace.hpp"
-#include "system/newuuid.hpp"
+#include "base/newuuid.hpp"
 
 #include <cstdlib>
 

@@ -1,8 +1,8 @@
 #include "aacceler.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
-#include "system/newuuid.hpp"
+#include "base/boundedtext.hpp"
+#include "base/newuuid.hpp"
 
 using SV::Date;
 using SV::String;
