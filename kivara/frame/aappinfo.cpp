@@ -1,8 +1,9 @@
 #include "aappinfo.hpp"
 
 #include "acmdline.hpp"
-#include "frame/aversion.hpp"
-#include "frame/aversion_texts.hpp"
+#include "base/textids.hpp"
+#include "base/version_texts.hpp"
+#include "frame/version.hpp"
 #include "sv/resource.hpp"
 
 #include <array>
@@ -17,17 +18,21 @@ String toolName;
 IKeySortedSet<String, String> applicationInfo;
 std::array<long, 235> coreVars;
 
+kivara::VersionTexts builtVersion() {
+  return {KIVARA_VERSION_HIGH, KIVARA_VERSION_LOW, KIVARA_VERSION_UPDATE_LEVEL, KIVARA_VERSION_HOT_FIX,
+          KIVARA_VERSION_BUILD};
+}
+
 kivara::VersionTexts & version() {
-  static kivara::VersionTexts texts{KIVARA_VERSION_HIGH, KIVARA_VERSION_LOW, KIVARA_VERSION_UPDATE_LEVEL,
-                                    KIVARA_VERSION_HOT_FIX, KIVARA_VERSION_BUILD};
+  static kivara::VersionTexts texts = builtVersion();
   return texts;
 }
 
-unsigned long toolNameText() {
+kivara::texts::Id toolNameText() {
   switch (applicationType) {
-  case KIV_APPLICATION_RUNTIME: return 0x2002913;
-  case KIV_APPLICATION_TOOLKIT: return 0x2002914;
-  default: return 0x2002927;
+  case KIV_APPLICATION_RUNTIME: return kivara::texts::kRuntimeName;
+  case KIV_APPLICATION_TOOLKIT: return kivara::texts::kToolkitName;
+  default: return kivara::texts::kProgramName;
   }
 }
 
@@ -47,7 +52,8 @@ int Kiv_GetVersionHF() { return SV::h_atoi(version().hotFix.c_str()); }
 int Kiv_GetVersionBuild() { return SV::h_atoi(version().build.c_str()); }
 int Kiv_GetVersionIdentifier() { return kivara::versionIdentifier(version()); }
 
-String Kiv_GetVersionString() { return kivara::versionString(version()); }
+// Any thread may look for database adapters, whose names hold this version, and the strings of version() are created without a guard.
+String Kiv_GetVersionString() { return kivara::versionString(builtVersion()); }
 String Kiv_GetBuildVersionString() { return kivara::buildVersionString(version()); }
 String Kiv_GetPatchVersionString() { return kivara::patchVersionString(version()); }
 String Kiv_GetPatchBuildVersionString() { return kivara::patchBuildVersionString(version()); }

@@ -1,8 +1,8 @@
+#include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
-#include "frame/aversion.hpp"
-#include "frame/aversion_texts.hpp"
+#include "base/modules.hpp"
 #include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 
@@ -17,38 +17,31 @@ namespace {
 constexpr unsigned kLineCheckerNotStarted = 710;
 constexpr int kCheckerNotStarted = -333;
 
-/// "7.2", from texts of its own: any thread may ask for an adapter, and those behind Kiv_GetVersionString are made by the first caller
-/// without a guard.
-String productVersion() {
-  return kivara::versionString({KIVARA_VERSION_HIGH, KIVARA_VERSION_LOW, KIVARA_VERSION_UPDATE_LEVEL,
-                                KIVARA_VERSION_HOT_FIX, KIVARA_VERSION_BUILD});
-}
-
 bool hasAdapter(char const * stem) {
-  String version = productVersion();
+  String version = Kiv_GetVersionString();
   String const file = String(stem) + version.EraseAllChars('.') + ".dll";
   WIN32_FIND_DATAA found;
-  // The search is left open, as its callers know it: they ask a handful of times in the life of a process.
+  // The search is left open. That is known to the callers, which ask only a few times in the life of a process.
   return FindFirstFileA(Kiv_GetProgramPathFilename(file.c_str()).c_str(), &found) != INVALID_HANDLE_VALUE;
 }
 
-/// The checker of the database drivers, beside the program as it was called.
+/// The checker of the database drivers, in the folder of the program as it was called.
 String checkerFile() {
   SV::DirEntry const program(KivCmdline::Instance().getParam(0));
   return program.GetPath().GetFull(SV::FSYS_STYLE_HOST, 1, SV::STRING_MAXLEN) + "achkmdac.exe";
 }
 
-/// Minimised and without the focus. Null when it cannot be started.
-HANDLE start(String const & file) {
+/// Minimised and without the focus. None when it cannot be started.
+handles::KernelObject start(String const & file) {
   STARTUPINFOA startup = {};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESHOWWINDOW;
   startup.wShowWindow = SW_SHOWMINNOACTIVE;
   PROCESS_INFORMATION process = {};
   if (!CreateProcessA(file.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
-    return nullptr;
-  CloseHandle(process.hThread);
-  return process.hProcess;
+    return {};
+  handles::KernelObject const thread(process.hThread);
+  return handles::KernelObject(process.hProcess);
 }
 
 int exitCodeOf(HANDLE process) {
@@ -61,14 +54,12 @@ int exitCodeOf(HANDLE process) {
 }
 
 int runChecker() {
-  HANDLE const process = start(checkerFile());
-  if (process == nullptr) {
-    displayErrorMessage("atools.cpp", kLineCheckerNotStarted);
+  handles::KernelObject const process = start(checkerFile());
+  if (!process) {
+    displayErrorMessage(kivara::modules::kAtools, kLineCheckerNotStarted);
     return kCheckerNotStarted;
   }
-  int const code = exitCodeOf(process);
-  CloseHandle(process);
-  return code;
+  return exitCodeOf(process.get());
 }
 
 void addName(String const & name, ISequence<String> & names) {
@@ -96,7 +87,7 @@ String versionKey(String const & instance) {
   return "SOFTWARE\\Microsoft\\Microsoft SQL Server\\" + instance + "\\MSSQLServer\\CurrentVersion";
 }
 
-/// "9.00.1399.06" is 9, "10.50.1600.1" is 10, "100" is 100. The text has room for three characters.
+/// "9.00.1399.06" gives 9, "10.50.1600.1" gives 10, "100" gives 100. The array has at least three characters.
 long majorVersion(char * text) {
   if (text[1] == '.')
     text[1] = '\0';
@@ -116,7 +107,7 @@ bool Kiv_IsValidMDACVersion() {
   if (!Kiv_IsDBSQLServer())
     return true;
   int const code = runChecker();
-  return code == 0 || code == kCheckerNotStarted; // a checker that does not start must not keep the user out
+  return code == 0 || code == kCheckerNotStarted; // a checker that does not start must not lock out the user
 }
 
 void Kiv_GetSQLServerInstances(ISequence<String> & out) {

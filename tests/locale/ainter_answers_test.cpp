@@ -2,7 +2,7 @@
 #include "ainter.hpp"
 
 #include "acmdline.hpp"
-#include "frame/alanguage.hpp"
+#include "frame/language.hpp"
 #include "locale/ainter_state.hpp"
 #include "support/import_hook.hpp"
 #include "tools/winapi.hpp"

@@ -46,15 +46,12 @@ TEST(DatabaseAdapters, MayBeSeveral) {
   EXPECT_EQ(program.answers(kAllAdapters), "db2=1\ninformix=0\noracle=1\nsqlserver=0\n");
 }
 
-// Those texts are made by their first user, without a guard: other threads may ask for adapters while the main one makes them.
-TEST(DatabaseAdapters, AreAskedForWithoutTheTextsOfTheVersionThatAreMadeOnce) {
+// The strings of the version are created by their first user, without a guard: the main thread may be at it.
+TEST(DatabaseAdapters, AreAskedForByAnyThreadSinceTheyDoNotCreateTheStringsOfTheVersion) {
   Kiv_IsDBDB2();
-  support::AllocationCount const first;
-  Kiv_GetVersionString();
-  std::size_t const withTheirMaking = first.value();
-  support::AllocationCount const second;
-  Kiv_GetVersionString();
-  EXPECT_GT(withTheirMaking, second.value()) << "they were there already";
+  support::AllocationCount const count;
+  Kiv_GetVersionHigh();
+  EXPECT_GT(count.value(), 0u) << "they were there already";
 }
 
 TEST(DatabaseAdapters, OfAnotherVersionOrElsewhereDoNotCount) {

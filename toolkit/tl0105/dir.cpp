@@ -1,10 +1,9 @@
 #include "tools/dir.hpp"
 
+#include "handles/handle.hpp"
 #include "lasterror.hpp"
-#include "tools/winapi.hpp"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 namespace SV {
@@ -14,7 +13,7 @@ bool isWildcard(String const & name) {
   return h_strchr(name.c_str(), '*') != nullptr || h_strchr(name.c_str(), '?') != nullptr;
 }
 
-/// The text in the system's upper case, for comparing names as the file system does.
+/// The string in the system's upper case, to compare names as the file system does.
 String upperCase(String text) {
   text.makeUnique();
   CharUpperBuffA(text.writable(), static_cast<DWORD>(text.Len()));
@@ -28,7 +27,7 @@ bool sameChar(char const * a, char const * b) {
   return bytes == next(b) - b && std::memcmp(a, b, static_cast<std::size_t>(bytes)) == 0;
 }
 
-/// Whether all of \p name fits \p pattern: '*' is any run of characters, '?' any one.
+/// Whether the whole name matches the pattern: '*' stands for any characters, '?' for a single one.
 bool fits(char const * pattern, char const * name) {
   char const * star = nullptr;
   char const * resume = nullptr;
@@ -60,16 +59,11 @@ bool isListed(WIN32_FIND_DATAA const & found, int kinds, String const & upperPat
          fits(upperPattern.c_str(), upperCase(name).c_str());
 }
 
-/// The system's code of the call that has just failed; success for the code that only says that there is nothing more.
+/// The error code of the call that has just failed; success if the code only says that there are no more entries.
 FSysError errorUnless(DWORD nothingMore) {
   FSysError const code = lastSystemError();
   return code != nothingMore ? code : FSYS_ERR_OK;
 }
-
-struct SearchClose {
-  void operator()(void * search) const { FindClose(search); }
-};
-using Search = std::unique_ptr<void, SearchClose>;
 
 } // namespace
 
@@ -77,21 +71,20 @@ Dir::Dir(DirEntry const & entry, int attributes) {
   String const name = entry.GetName();
   bool const hasPattern = isWildcard(name);
   String const folder = (hasPattern ? entry.GetPath() : entry).GetFull(FSYS_STYLE_HOST, 1);
-  // "*.*" means every name, with or without a point.
+  // "*.*" means every name, with or without a dot.
   String const pattern = hasPattern && !(name == "*.*") ? upperCase(name) : String("*");
 
-  // The system matches a pattern against the short 8.3 names too, so all entries are asked for and matched here.
+  // The system also matches a pattern against the short 8.3 names, so all entries are read and matched here.
   WIN32_FIND_DATAA found;
-  HANDLE const handle = FindFirstFileA((folder + "*").c_str(), &found);
-  if (handle == INVALID_HANDLE_VALUE) {
+  handles::FolderSearch const search(FindFirstFileA((folder + "*").c_str(), &found));
+  if (!search) {
     error_ = errorUnless(ERROR_FILE_NOT_FOUND); // the root of an empty drive
     return;
   }
-  Search const search(handle); // a list without memory closes it too
   do {
     if (isListed(found, attributes, pattern))
       entries_.emplace_back(folder + found.cFileName);
-  } while (FindNextFileA(handle, &found));
+  } while (FindNextFileA(search.get(), &found));
   error_ = errorUnless(ERROR_NO_MORE_FILES);
 }
 
