@@ -26,12 +26,12 @@ bool isEmpty(UCHAR const * address) {
   return std::all_of(address, address + kAddressBytes, [](UCHAR byte) { return byte == 0; });
 }
 
-/// An adapter may use another address than its own, against being followed from network to network.
+/// The address built into the adapter. It may currently use another, so that it cannot be tracked from network to network.
 UCHAR const * ownAddress(MIB_IF_ROW2 const & adapter) {
   return isEmpty(adapter.PermanentPhysicalAddress) ? adapter.PhysicalAddress : adapter.PermanentPhysicalAddress;
 }
 
-/// Hardware, and not the loopback, a tunnel, a bridge or a filter in front of another adapter.
+/// Hardware, as opposed to the loopback, a tunnel, a bridge or a filter on another adapter.
 bool isPhysical(MIB_IF_ROW2 const & adapter) {
   bool const isNetwork = adapter.Type == IF_TYPE_ETHERNET_CSMACD || adapter.Type == IF_TYPE_IEEE80211;
   return isNetwork && adapter.InterfaceAndOperStatusFlags.HardwareInterface != 0 &&
@@ -39,7 +39,8 @@ bool isPhysical(MIB_IF_ROW2 const & adapter) {
          !isEmpty(ownAddress(adapter));
 }
 
-/// By the number that stays through restarts. It begins with the type, and a cable has the lower one.
+/// Physical adapters first, ordered by the number that they keep across restarts. It begins with the type, which is lower for
+/// wired adapters.
 bool isBefore(MIB_IF_ROW2 const & a, MIB_IF_ROW2 const & b) {
   return isPhysical(a) != isPhysical(b) ? isPhysical(a) : a.InterfaceLuid.Value < b.InterfaceLuid.Value;
 }

@@ -1,6 +1,6 @@
 #include "amachine.hpp"
+#include "handles/handle.hpp"
 #include "system/systemfunction.hpp"
-#include "tools/winapi.hpp"
 
 #include <objbase.h>
 #include <oleauto.h>
@@ -15,7 +15,7 @@ namespace {
 constexpr wchar_t kNamespace[] = L"ROOT\\CIMV2";
 constexpr wchar_t kQuery[] = L"SELECT UUID FROM Win32_ComputerSystemProduct";
 constexpr wchar_t kProperty[] = L"UUID";
-constexpr long kMostWait = 30000; // milliseconds for the answer, once the service is connected
+constexpr long kMostWait = 30000; // for the answer, in milliseconds
 
 template <class Function> Function * ofCom(char const * name) {
   return kivara::systemFunction<Function>("ole32.dll", name);
@@ -24,7 +24,7 @@ template <class Function> Function * ofAutomation(char const * name) {
   return kivara::systemFunction<Function>("oleaut32.dll", name);
 }
 
-/// What is used of COM.
+/// The functions of COM that are used here.
 struct Com {
   decltype(CoInitializeEx) * initialize = ofCom<decltype(CoInitializeEx)>("CoInitializeEx");
   decltype(CoUninitialize) * uninitialize = ofCom<decltype(CoUninitialize)>("CoUninitialize");
@@ -40,7 +40,7 @@ struct Com {
   }
 };
 
-/// COM runs on this thread while this lives. A thread that has it already, in whatever form, keeps that.
+/// Initialises COM on this thread for its own lifetime. A thread that has already chosen another apartment keeps it.
 class ComOnThread {
 public:
   explicit ComOnThread(Com const & com)
@@ -57,45 +57,45 @@ private:
   bool isOurs_;
 };
 
-struct Releaser {
-  void operator()(IUnknown * object) const { object->Release(); }
+template <class Interface> struct ComKind : handles::NullKind<Interface *> {
+  static void close(Interface * object) { object->Release(); }
 };
-template <class Interface> using ComPointer = std::unique_ptr<Interface, Releaser>;
+template <class Interface> using ComPointer = handles::Handle<ComKind<Interface>>;
 
 using ComText = std::unique_ptr<OLECHAR, decltype(SysFreeString) *>;
 ComText comText(Com const & com, wchar_t const * text) { return {com.allocateText(text), com.freeText}; }
 
-/// The service that answers questions; null where it is not there.
+/// Connects to the WMI service; none if it is not available.
 ComPointer<IWbemServices> connect(Com const & com) {
   void * locator = nullptr;
   if (FAILED(
           com.createInstance(__uuidof(WbemLocator), nullptr, CLSCTX_INPROC_SERVER, __uuidof(IWbemLocator), &locator)))
-    return nullptr;
+    return {};
   ComPointer<IWbemLocator> const owner(static_cast<IWbemLocator *>(locator));
   IWbemServices * services = nullptr;
-  if (FAILED(owner->ConnectServer(comText(com, kNamespace).get(), nullptr, nullptr, nullptr,
-                                  WBEM_FLAG_CONNECT_USE_MAX_WAIT, nullptr, nullptr, &services)))
-    return nullptr;
-  // The service asks the system in the name of the user. Where that is refused, its answer is none.
+  if (FAILED(owner.get()->ConnectServer(comText(com, kNamespace).get(), nullptr, nullptr, nullptr,
+                                        WBEM_FLAG_CONNECT_USE_MAX_WAIT, nullptr, nullptr, &services)))
+    return {};
+  // Lets the service act for the user. If that fails, so does the query.
   com.setProxyBlanket(services, RPC_C_AUTHN_WINNT, RPC_C_AUTHZ_NONE, nullptr, RPC_C_AUTHN_LEVEL_CALL,
                       RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE);
   return ComPointer<IWbemServices>(services);
 }
 
-/// The first object of the answer to the query; null where there is none.
+/// The first object that the query finds; none if there is none.
 ComPointer<IWbemClassObject> firstAnswer(Com const & com, IWbemServices & services) {
   IEnumWbemClassObject * answers = nullptr;
   if (FAILED(services.ExecQuery(comText(com, L"WQL").get(), comText(com, kQuery).get(),
                                 WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &answers)))
-    return nullptr;
+    return {};
   ComPointer<IEnumWbemClassObject> const owner(answers);
   IWbemClassObject * object = nullptr;
   ULONG count = 0;
-  bool const isAnswered = SUCCEEDED(owner->Next(kMostWait, 1, &object, &count)) && count == 1;
-  return ComPointer<IWbemClassObject>(isAnswered ? object : nullptr);
+  owner.get()->Next(kMostWait, 1, &object, &count); // leaves null if there is none, or none in time
+  return ComPointer<IWbemClassObject>(object);
 }
 
-/// An identifier is plain ASCII.
+/// Identifiers are plain ASCII.
 String narrow(BSTR text) {
   String result;
   for (wchar_t const * at = text; at != nullptr && *at != L'\0'; ++at)
@@ -120,8 +120,8 @@ String KivWMI::GetWindowsSystemID() {
     return {};
   ComOnThread const thread(com);
   ComPointer<IWbemServices> const services = connect(com);
-  if (services == nullptr)
+  if (!services)
     return {};
-  ComPointer<IWbemClassObject> const object = firstAnswer(com, *services);
-  return object != nullptr ? propertyText(com, *object) : String();
+  ComPointer<IWbemClassObject> const object = firstAnswer(com, *services.get());
+  return object ? propertyText(com, *object.get()) : String();
 }

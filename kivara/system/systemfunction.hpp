@@ -1,13 +1,13 @@
 #pragma once
 /// \file
-/// Functions of the system that are seldom needed. Internal.
+/// System functions that are rarely needed. Internal.
 
 #include "tools/winapi.hpp"
 
 namespace kivara {
 
-/// Loads a DLL of the system, for the rest of the process, and finds a function in it.
-/// \return null where the system has no such DLL or function
+/// Finds a function in a DLL of the system, which is loaded and stays loaded for the rest of the process.
+/// \return null if the system has no such DLL or function
 template <class Function> Function * systemFunction(char const * library, char const * name) {
   HMODULE const module = LoadLibraryExA(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (module == nullptr)

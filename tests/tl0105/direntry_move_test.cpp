@@ -212,8 +212,8 @@ void OtherDrive::expectSourceWhole() const {
 
 TEST_F(OtherDrive, LeavesAFolderWholeThatHasASubfolderWhichCannotBeListed) {
   makeTree();
-  HANDLE const lock =
-      CreateFileA("tree\\sub", FILE_LIST_DIRECTORY, 0, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  HANDLE const lock = CreateFileA("tree\\sub", FILE_LIST_DIRECTORY, FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   ASSERT_NE(lock, INVALID_HANDLE_VALUE);
   EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_SHARING_VIOLATION});
   CloseHandle(lock);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr char kSeparator = '\\';
 
-/// The absolute form of \p path; the path itself where the system knows none.
+/// The absolute form of \p path; the path itself if the system has none.
 String absolute(String const & path) {
   char const * const asked = path.Len() == 0 ? "." : path.c_str();
   std::vector<char> full(GetFullPathNameA(asked, 0, nullptr, nullptr));
@@ -20,7 +20,7 @@ String absolute(String const & path) {
   return length == 0 || length >= full.size() ? path : String(full.data(), static_cast<std::int32_t>(length));
 }
 
-/// Names that stand for a folder without telling its name.
+/// Names that stand for a folder but are not its name.
 bool isUnnamedFolder(String const & path, String const & name) {
   bool const isBareDrive = path.Len() == 2 && path.charAt(1) == ':';
   return isBareDrive || name == "." || name == "..";

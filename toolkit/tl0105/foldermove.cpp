@@ -1,5 +1,6 @@
 #include "foldermove.hpp"
 
+#include "handles/handle.hpp"
 #include "lasterror.hpp"
 #include "tools/dir.hpp"
 
@@ -10,7 +11,7 @@ DWORD attributesOf(DirEntry const & entry) { return GetFileAttributesA(entry.Get
 
 bool isFolder(DWORD attributes) { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
 
-/// The file, or the folder without what it holds; with its attributes.
+/// Copies a file, or a folder without its content. The attributes are copied too.
 FSysError copyOne(DirEntry const & source, DirEntry const & target, bool asFolder) {
   String const from = source.GetFull();
   String const to = target.GetFull();
@@ -19,7 +20,7 @@ FSysError copyOne(DirEntry const & source, DirEntry const & target, bool asFolde
   return made ? FSYS_ERR_OK : lastSystemError();
 }
 
-/// Removes a file or an empty folder, even one that is read-only. A failure changes nothing.
+/// Removes a file or an empty folder, even if it is read-only. A failure changes nothing.
 FSysError remove(DirEntry const & entry) {
   DWORD const attributes = attributesOf(entry);
   String const path = entry.GetFull();
@@ -30,15 +31,12 @@ FSysError remove(DirEntry const & entry) {
   return code;
 }
 
-/// Whether the entry could be removed now: nobody has it open, and nothing forbids it.
+/// Fails if the entry cannot be removed now, because it is open elsewhere or access is denied.
 FSysError checkRemovalOf(DirEntry const & entry) {
-  HANDLE const handle =
-      CreateFileA(entry.GetFull().c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
-  if (handle == INVALID_HANDLE_VALUE)
-    return lastSystemError();
-  CloseHandle(handle);
-  return FSYS_ERR_OK;
+  handles::File const file(CreateFileA(entry.GetFull().c_str(), DELETE,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                       FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+  return file ? FSYS_ERR_OK : lastSystemError();
 }
 
 } // namespace
@@ -58,7 +56,7 @@ FSysError FolderMove::copyTree(DirEntry const & source, DirEntry const & target)
   DWORD const attributes = attributesOf(source);
   if (attributes == INVALID_FILE_ATTRIBUTES)
     return lastSystemError();
-  // A link to a folder shows what belongs to another place and must not be emptied there.
+  // The content of a link to a folder belongs to another place and must not be removed there.
   if (isFolder(attributes) && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0)
     return ERROR_NOT_SAME_DEVICE;
   FSysError const code = copyOne(source, target, isFolder(attributes));

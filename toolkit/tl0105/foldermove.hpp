@@ -9,15 +9,16 @@
 
 namespace SV {
 
-/// Copies a folder with all in it and then removes the original. A failure leaves the original whole and removes the copy: what
-/// was removed of the original by then is copied back. Only if that fails too does the copy stay, which is complete.
+/// Copies a folder with its content and then removes the original. A failure leaves the original complete and removes the
+/// copy: entries of the original that were removed before the failure are copied back. Only if that fails too, the copy stays;
+/// it is complete.
 class FolderMove {
 public:
   /// \p target must not exist.
   FSysError run(DirEntry const & source, DirEntry const & target);
 
 private:
-  /// Where an entry was and where its copy is. A folder comes before what it holds.
+  /// An entry and its copy. A folder comes before its content.
   struct Copied {
     DirEntry source;
     DirEntry target;

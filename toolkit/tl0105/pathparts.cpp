@@ -27,7 +27,7 @@ std::int32_t pastOneSeparator(String const & path, std::int32_t position) {
   return path.charAt(position) == kSeparator ? position + 1 : position;
 }
 
-/// The end of "server\share", which starts at \p start; that of the server where no share follows.
+/// The end of "server\share", which begins at \p start; the end of the server if no share follows.
 std::int32_t shareEnd(String const & path, std::int32_t start) {
   std::int32_t const server = nextSeparator(path, start);
   std::int32_t const share = nextSeparator(path, server + 1);
@@ -40,7 +40,7 @@ bool hasDriveAt(String const & path, std::int32_t position) {
 }
 
 constexpr std::int32_t kDevicePrefix = 4; // "\\?\" or "\\.\"
-constexpr std::int32_t kSharePrefix = 4;  // "UNC\" behind it
+constexpr std::int32_t kSharePrefix = 4;  // "UNC\" after it
 
 bool isDevice(String const & path) {
   String const start = path.substr(0, kDevicePrefix);

@@ -18,7 +18,7 @@ template <class Number> String decimal(Number number) {
   return String(digits, static_cast<std::int32_t>(end - digits));
 }
 
-/// Both sides have characters.
+/// Neither side is empty.
 String joined(char const * a, std::int32_t aLength, char const * b, std::int32_t bLength) {
   bLength = std::min(bLength, STRING_MAXLEN - aLength);
   String result = String::ofLength(aLength + bLength);
@@ -27,7 +27,7 @@ String joined(char const * a, std::int32_t aLength, char const * b, std::int32_t
   return result;
 }
 
-/// Units of the text in UTF-16; empty where the code page cannot read it.
+/// The string in UTF-16; empty if it is not valid in the code page.
 std::vector<wchar_t> wideForm(String const & text) {
   int const units = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, text.c_str(), text.Len(), nullptr, 0);
   std::vector<wchar_t> wide(static_cast<std::size_t>(units));
