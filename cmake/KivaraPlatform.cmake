@@ -16,6 +16,9 @@ find_program(KIVARA_CCACHE ccache)
 if(KIVARA_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${KIVARA_CCACHE})
 endif()
+if(CMAKE_CROSSCOMPILING)
+  set(CMAKE_CXX_LINKER_LAUNCHER ${CMAKE_CURRENT_LIST_DIR}/keep-import-library)
+endif()
 
 add_compile_options(
   $<$<COMPILE_LANGUAGE:CXX>:-Wall$<SEMICOLON>-Wextra$<SEMICOLON>-Wpedantic$<SEMICOLON>-Wshadow$<SEMICOLON>-Wnon-virtual-dtor$<SEMICOLON>-Woverloaded-virtual$<SEMICOLON>-Werror>)
