@@ -9,11 +9,11 @@
 /// \code
 ///   class Autosave : public KivEventListener {
 ///   public:
-///     Autosave() { setEventHandler(KIV_EVENT_AppExit, &Autosave::onExit); }
+///     Autosave() { setEventHandler<&Autosave::onExit>(); }
 ///     ~Autosave() override { manualSignOff(); } // onExit uses members of this class
 ///
 ///   private:
-///     void onExit(KivEvent * event);
+///     void onExit(KivExitAppEvent * event);
 ///   };
 /// \endcode
 ///
@@ -27,7 +27,11 @@
 /// process, trigger, registration and sign-off do nothing.
 
 #include "aevent_names.hpp"
+#include "detail/eventhandler.hpp"
 #include "export.hpp"
+#include "tools/assert.hpp"
+
+#include <type_traits>
 
 /// The order of handlers: a larger number runs earlier. Any number will do.
 enum KivEventPriority : int { KIV_PRIORITY_NORMAL = 0, KIV_PRIORITY_EARLY = 600 };
@@ -49,6 +53,12 @@ private:
 };
 
 /// What is triggered. Only concrete events can be made.
+///
+/// An event class whose events all have the same type declares it, so that handlers of that class register without naming it:
+///
+/// \code
+///   static constexpr KivEventType kEventType = KIV_EVENT_AppExit;
+/// \endcode
 class KIV_API KivEvent : public KivEventData {
 public:
   ~KivEvent() override;
@@ -87,15 +97,22 @@ public:
   /// is registered then.
   /// @{
 
-  /// Registers a handler. A null handler is kept and never called.
+  /// Registers a member function, void onExit(KivExitAppEvent *), for the one type that its event class declares:
+  /// setEventHandler<&Autosave::onExit>(). This object must be of the class that declares the handler, and every event of
+  /// the type must be of the class that the handler takes; debug builds check the latter at each call.
+  template <auto handler> void setEventHandler(KivEventPriority priority = KIV_PRIORITY_NORMAL);
+
+  /// The same where the event class declares no type because it serves several, and for KivEvent itself:
+  /// setEventHandler<&Journal::note>(KIV_EVENT_SaveModel).
+  template <auto handler> void setEventHandler(KivEventType type, KivEventPriority priority = KIV_PRIORITY_NORMAL);
+
+  /// Registers a handler that is only known at run time. A null handler is kept and never called.
   void setEventHandler(KivEventType type, KivEventHandler handler, KivEventPriority priority = KIV_PRIORITY_NORMAL);
 
   /// The same for a member function, void note(KivEvent *), of a derived class. This object must be of that class.
-  template <class Listener>
-  void setEventHandler(KivEventType type, void (Listener::*handler)(KivEvent *),
-                       KivEventPriority priority = KIV_PRIORITY_NORMAL) {
-    setEventHandler(type, static_cast<KivEventHandler>(handler), priority);
-  }
+  template <class Handler>
+  requires std::is_member_pointer_v<Handler>
+  void setEventHandler(KivEventType type, Handler handler, KivEventPriority priority = KIV_PRIORITY_NORMAL);
   /// @}
 
   /// Removes all handlers of this listener from all types.
@@ -103,4 +120,40 @@ public:
 
   /// Does nothing.
   void check() const {}
+
+private:
+  template <auto handler> void callTyped(KivEvent * event);
 };
+
+template <auto handler> void KivEventListener::setEventHandler(KivEventPriority priority) {
+  using Handler = decltype(handler);
+  if constexpr (kivara::detail::isHandler<Handler, KivEventListener, KivEvent>())
+    if constexpr (kivara::detail::hasOneType<Handler>())
+      setEventHandler(kivara::detail::HandlerOf<Handler>::Event::kEventType, &KivEventListener::callTyped<handler>,
+                      priority);
+}
+
+template <auto handler> void KivEventListener::setEventHandler(KivEventType type, KivEventPriority priority) {
+  using Handler = decltype(handler);
+  if constexpr (kivara::detail::isHandler<Handler, KivEventListener, KivEvent>())
+    if constexpr (kivara::detail::hasSeveralTypes<Handler>())
+      setEventHandler(type, &KivEventListener::callTyped<handler>, priority);
+}
+
+template <class Handler>
+requires std::is_member_pointer_v<Handler>
+void KivEventListener::setEventHandler(KivEventType type, Handler handler, KivEventPriority priority) {
+  if constexpr (kivara::detail::isUntypedHandler<Handler, KivEventListener, KivEvent>()) {
+    void (kivara::detail::HandlerOf<Handler>::Listener::*const untyped)(KivEvent *) =
+        handler; // without the noexcept that it may have
+    setEventHandler(type, static_cast<KivEventHandler>(untyped), priority);
+  }
+}
+
+// What a typed registration stores: a pointer to the handler itself must not be called as one that takes a KivEvent.
+template <auto handler> void KivEventListener::callTyped(KivEvent * event) {
+  using Classes = kivara::detail::HandlerOf<decltype(handler)>;
+  SV_DEBUG_CHECK(dynamic_cast<typename Classes::Event *>(event) != nullptr,
+                 "the event is of the class that its handler takes");
+  (static_cast<typename Classes::Listener *>(this)->*handler)(static_cast<typename Classes::Event *>(event));
+}
