@@ -144,8 +144,8 @@ template <class Handler>
 requires std::is_member_pointer_v<Handler>
 void KivEventListener::setEventHandler(KivEventType type, Handler handler, KivEventPriority priority) {
   if constexpr (kivara::detail::isUntypedHandler<Handler, KivEventListener, KivEvent>()) {
-    void (kivara::detail::HandlerOf<Handler>::Listener::*const untyped)(KivEvent *) =
-        handler; // without the noexcept that it may have
+    // Drops a noexcept, with which it would not convert.
+    void (kivara::detail::HandlerOf<Handler>::Listener::*const untyped)(KivEvent *) = handler;
     setEventHandler(type, static_cast<KivEventHandler>(untyped), priority);
   }
 }
