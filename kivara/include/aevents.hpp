@@ -16,6 +16,8 @@ enum KivDBPermission : long { KIV_DB_PERMISSION_NONE = 0 };
 /// Something happened to a user. Raised by the administration.
 class KIV_API KivUserEvent : public KivEvent {
 public:
+  static constexpr KivEventType kEventType = KIV_EVENT_User;
+
   /// What happened.
   enum ActionType : int {
 #define KIV_ACTION(name) name,
@@ -44,6 +46,8 @@ private:
 /// Something happened to a user group. Raised by the administration.
 class KIV_API KivUserGroupEvent : public KivEvent {
 public:
+  static constexpr KivEventType kEventType = KIV_EVENT_UserGroup;
+
   /// What happened.
   enum ActionType : int {
 #define KIV_ACTION(name) name,
@@ -70,6 +74,8 @@ private:
 /// The end of the program, and the one signal of it: see KivCleanUp.
 class KIV_API KivExitAppEvent : public KivEvent {
 public:
+  static constexpr KivEventType kEventType = KIV_EVENT_AppExit;
+
   /// \param reason  "end(<exit code>)", "exception (minidump)" or "console"
   explicit KivExitAppEvent(SV::String const & reason);
   ~KivExitAppEvent() override;
@@ -83,6 +89,8 @@ private:
 /// A window went onto the stack of parent windows or left it.
 class KIV_API KivWindowStackChangedEvent : public KivEvent {
 public:
+  static constexpr KivEventType kEventType = KIV_EVENT_KivWindowStackChanged;
+
   /// \param depth   windows on the stack after the change
   /// \param pushed  true: added, false: taken away
   /// \param title   the window's text
@@ -102,6 +110,8 @@ private:
 /// A setting of the system has changed.
 class KIV_API KivSystemSettingsChangedEvent : public KivEvent {
 public:
+  static constexpr KivEventType kEventType = KIV_EVENT_SystemSettingsChanged;
+
   explicit KivSystemSettingsChangedEvent(SV::SysChangeType change); ///< what has changed
   ~KivSystemSettingsChangedEvent() override;
 
@@ -115,6 +125,8 @@ private:
 /// decides. The event does not say which window.
 class KIV_API KivBeforeGrabFocusEvent : public KivEvent {
 public:
+  static constexpr KivEventType kEventType = KIV_EVENT_BeforeGrabFocus;
+
   KivBeforeGrabFocusEvent();
   ~KivBeforeGrabFocusEvent() override;
 
@@ -137,5 +149,5 @@ private:
   void _onStartupPhase(KivEvent * event);
   void _onInitialized(KivEvent * event);
   void _onExit(KivEvent * event);
-  void _onWindowStack(KivEvent * event);
+  void _onWindowStack(KivWindowStackChangedEvent * event);
 };

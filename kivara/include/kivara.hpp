@@ -12,6 +12,8 @@
 #include "ades.hpp"
 #include "aentry.hpp"
 #include "aevent.hpp"
+#include "aevent_dispatcher.hpp"
+#include "aevent_names.hpp"
 #include "aevents.hpp"
 #include "aextman.hpp"
 #include "afarcall.hpp"
