@@ -38,6 +38,21 @@ TEST_F(WindowTest, IsASystemWindowOfTheToolkitsClass) {
   EXPECT_TRUE(application.exceptions.empty());
 }
 
+TEST_F(WindowTest, LeavesTheDataOfTheSystemWindowToTheProgram) {
+  SV::MDIFrame frame("Frame");
+  Window window(nullptr);
+  for (Window * each : std::initializer_list<Window *>{&window, &frame.GetClient(), &frame}) {
+    HWND const handle = each->GetHWND();
+    EXPECT_EQ(GetWindowLongPtrA(handle, GWLP_USERDATA), 0);
+    SetWindowLongPtrA(handle, GWLP_USERDATA, 4711);
+    each->SetText("named");
+    EXPECT_STREQ(each->GetText().c_str(), "named");
+    EXPECT_EQ(GetWindowLongPtrA(handle, GWLP_USERDATA), 4711);
+    DestroyWindow(handle);
+    EXPECT_EQ(each->GetHWND(), nullptr);
+  }
+}
+
 TEST_F(WindowTest, IsInvisibleUntilItIsShown) {
   Window window(nullptr, SV::WB_TITLE);
   EXPECT_FALSE(window.IsVisible());

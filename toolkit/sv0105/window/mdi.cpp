@@ -2,6 +2,7 @@
 
 #include "application/toolkit.hpp"
 #include "sv/menu.hpp"
+#include "window/handlemap.hpp"
 #include "window/procedure.hpp"
 #include "window/windowaccess.hpp"
 
@@ -82,10 +83,7 @@ MDIFrame::~MDIFrame() {
 MDIChild * MDIFrame::GetActiveChild() const {
   HWND const client = client_->GetHWND();
   auto const active = client ? reinterpret_cast<HWND>(SendMessageA(client, WM_MDIGETACTIVE, 0, 0)) : nullptr;
-  for (Window * window : toolkit().windows)
-    if (active && window->GetHWND() == active)
-      return dynamic_cast<MDIChild *>(window);
-  return nullptr;
+  return dynamic_cast<MDIChild *>(detail::windowOf(active));
 }
 
 MenuBar * MDIFrame::SetMenuBar(MenuBar * bar) {

@@ -2,6 +2,7 @@
 
 #include "application/hook.hpp"
 #include "application/toolkit.hpp"
+#include "window/handlemap.hpp"
 #include "window/windowaccess.hpp"
 
 #include <iterator>
@@ -34,8 +35,6 @@ bool registerClass(ClassDescription const & window) {
   return RegisterClassExA(&description) != 0;
 }
 
-Window * windowOf(HWND handle) { return reinterpret_cast<Window *>(GetWindowLongPtrA(handle, GWLP_USERDATA)); }
-
 } // namespace
 
 bool registerWindowClasses() {
@@ -59,7 +58,7 @@ Attaching::~Attaching() { windowBeingMade = nullptr; }
 
 void attach(Window & window, HWND handle) {
   WindowAccess::handle(window) = handle;
-  SetWindowLongPtrA(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&window));
+  remember(handle, window);
 }
 
 LRESULT CALLBACK windowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -3,6 +3,7 @@
 #include "application/pointer.hpp"
 #include "application/toolkit.hpp"
 #include "sv/outputdevice.hpp"
+#include "window/handlemap.hpp"
 #include "window/procedure.hpp"
 #include "window/windowaccess.hpp"
 
@@ -90,8 +91,7 @@ void Window::Destroy() {
 }
 
 void Window::detach() {
-  SetWindowLongPtrA(hwnd_, GWLP_USERDATA, 0);
-  hwnd_ = nullptr;
+  detail::forget(std::exchange(hwnd_, nullptr));
   controlProcedure_ = nullptr;
   if (HFONT const font = std::exchange(systemFont_, nullptr))
     DeleteObject(font);
