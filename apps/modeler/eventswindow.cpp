@@ -31,7 +31,7 @@ EventsWindow::EventsWindow(SV::MDIFrame & frame, EventLog & log)
 
 EventsWindow::~EventsWindow() {
   log_.ChangeRowHdl(nullptr);
-  Destroy();
+  MDIChild::Destroy();
   DeleteObject(font_);
 }
 

@@ -46,7 +46,7 @@ ProcessWindow::ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model)
   fitToPicture(frame.GetClient().GetOutputSizePixel());
 }
 
-ProcessWindow::~ProcessWindow() { Destroy(); }
+ProcessWindow::~ProcessWindow() { MDIChild::Destroy(); }
 
 void ProcessWindow::Retext() { arrange(); }
 

@@ -93,6 +93,80 @@ TEST_F(MdiTest, ChildThatTheUserClosesLeavesTheFrameOpen) {
   EXPECT_EQ(frame.GetActiveChild(), nullptr);
 }
 
+TEST_F(MdiTest, ChildThatDiesHandsItsPlaceToAnother) {
+  MDIFrame frame("Frame");
+  frame.Show();
+  MDIChild first(frame, "First");
+  auto second = std::make_unique<MDIChild>(frame, "Second");
+  first.Show();
+  second->Show();
+  ASSERT_EQ(frame.GetActiveChild(), second.get());
+  second.reset();
+  HWND const client = frame.GetClient().GetHWND();
+  EXPECT_EQ(reinterpret_cast<HWND>(SendMessageA(client, WM_MDIGETACTIVE, 0, 0)), first.GetHWND());
+  EXPECT_EQ(frame.GetActiveChild(), &first);
+}
+
+TEST_F(MdiTest, LastChildThatDiesLeavesNoneActive) {
+  MDIFrame frame("Frame");
+  frame.Show();
+  auto child = std::make_unique<MDIChild>(frame, "Child");
+  child->Show();
+  child.reset();
+  EXPECT_EQ(SendMessageA(frame.GetClient().GetHWND(), WM_MDIGETACTIVE, 0, 0), 0);
+}
+
+TEST_F(MdiTest, MaximisedChildThatDiesTakesItsButtonsOutOfTheMenuBar) {
+  SV::MenuBar bar;
+  bar.InsertItem(1, "File");
+  MDIFrame frame("Frame");
+  frame.SetMenuBar(&bar);
+  frame.Show();
+  auto child = std::make_unique<MDIChild>(frame, "Child");
+  child->Show();
+  SendMessageA(frame.GetClient().GetHWND(), WM_MDIMAXIMIZE, reinterpret_cast<WPARAM>(child->GetHWND()), 0);
+  ASSERT_GT(GetMenuItemCount(bar.GetHMENU()), 1);
+  child.reset();
+  EXPECT_EQ(GetMenuItemCount(bar.GetHMENU()), 1);
+  frame.SetMenuBar(nullptr);
+}
+
+TEST_F(MdiTest, MenuBarThatLeavesTheFrameLeavesTheButtonsOfAMaximisedChildBehind) {
+  MDIFrame frame("Frame");
+  frame.Show();
+  MDIChild child(frame, "Child");
+  child.Show();
+  auto bar = std::make_unique<SV::MenuBar>();
+  bar->InsertItem(1, "File");
+  frame.SetMenuBar(bar.get());
+  SendMessageA(frame.GetClient().GetHWND(), WM_MDIMAXIMIZE, reinterpret_cast<WPARAM>(child.GetHWND()), 0);
+  HMENU const systemMenu = GetSystemMenu(child.GetHWND(), FALSE);
+  ASSERT_GT(GetMenuItemCount(bar->GetHMENU()), 1);
+  frame.SetMenuBar(nullptr);
+  EXPECT_EQ(GetMenuItemCount(bar->GetHMENU()), 1);
+  bar.reset();
+  EXPECT_TRUE(IsMenu(systemMenu)) << "it belongs to the child";
+  SV::MenuBar other;
+  other.InsertItem(1, "Edit");
+  frame.SetMenuBar(&other);
+  EXPECT_GT(GetMenuItemCount(other.GetHMENU()), 1) << "the child needs its buttons";
+  frame.SetMenuBar(nullptr);
+}
+
+TEST_F(MdiTest, MenuBarOfAClosedFrameHoldsNothingOfItsChildren) {
+  SV::MenuBar bar;
+  bar.InsertItem(1, "File");
+  MDIFrame frame("Frame");
+  frame.SetMenuBar(&bar);
+  frame.Show();
+  MDIChild child(frame, "Child");
+  child.Show();
+  SendMessageA(frame.GetClient().GetHWND(), WM_MDIMAXIMIZE, reinterpret_cast<WPARAM>(child.GetHWND()), 0);
+  ASSERT_GT(GetMenuItemCount(bar.GetHMENU()), 1);
+  DestroyWindow(frame.GetHWND());
+  EXPECT_EQ(GetMenuItemCount(bar.GetHMENU()), 1);
+}
+
 TEST_F(MdiTest, ChildPaintsItself) {
   class Painted : public MDIChild {
   public:

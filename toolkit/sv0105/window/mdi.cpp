@@ -39,7 +39,7 @@ MDIApplication * backgroundPainter() {
 
 MDIClient::MDIClient(MDIFrame & frame) : Window(clientSpec(frame, clientData())) { toolkit().mdiClient = GetHWND(); }
 
-MDIClient::~MDIClient() { Destroy(); }
+MDIClient::~MDIClient() { Window::Destroy(); }
 
 long long MDIClient::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
   switch (message) {
@@ -77,7 +77,7 @@ MDIFrame::MDIFrame(String const & title)
 
 MDIFrame::~MDIFrame() {
   SetMenuBar(nullptr);
-  Destroy();
+  Window::Destroy();
 }
 
 MDIChild * MDIFrame::GetActiveChild() const {
@@ -98,11 +98,20 @@ MenuBar * MDIFrame::SetMenuBar(MenuBar * bar) {
     bar->frame_ = this;
   if (!GetHWND())
     return former;
+  takeMenuOff(former);
   // The client area has to know the menu too: it puts the buttons of a maximised child there.
   if (bar)
     SendMessageA(client_->GetHWND(), WM_MDISETMENU, reinterpret_cast<WPARAM>(bar->GetHMENU()), 0);
   SetMenu(GetHWND(), bar ? bar->GetHMENU() : nullptr);
   return former;
+}
+
+/// \param bar  the one on show, or null
+void MDIFrame::takeMenuOff(MenuBar * bar) {
+  SetMenu(GetHWND(), nullptr);
+  // The system adds the menu and the buttons of a maximised child, which would be deleted with the bar.
+  if (bar)
+    bar->removeForeignItems();
 }
 
 long long MDIFrame::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
@@ -113,7 +122,7 @@ long long MDIFrame::HandleMessage(unsigned message, unsigned long long wParam, l
     break;
   case WM_DESTROY:
     // The system would delete the menu with the window.
-    SetMenu(GetHWND(), nullptr);
+    takeMenuOff(menuBar_);
     break;
   default: break;
   }
@@ -130,7 +139,14 @@ MDIChild::MDIChild(MDIFrame & frame, String const & title)
   SetText(title);
 }
 
-MDIChild::~MDIChild() { Destroy(); }
+MDIChild::~MDIChild() { MDIChild::Destroy(); }
+
+void MDIChild::Destroy() {
+  // The client area keeps a list of its children: one that goes without a word would stay the active one.
+  if (HWND const handle = GetHWND(); handle && GetParent()->GetHWND())
+    SendMessageA(GetParent()->GetHWND(), WM_MDIDESTROY, reinterpret_cast<WPARAM>(handle), 0);
+  Window::Destroy();
+}
 
 void MDIChild::Show() {
   Window::Show();

@@ -50,7 +50,7 @@ Window::Window(Window * parent, WinBits style) { create(plainWindow(parent, styl
 Window::Window(detail::WindowSpec const & spec) { create(spec); }
 
 Window::~Window() {
-  Destroy();
+  Window::Destroy();
   std::vector<Window *> & windows = toolkit().windows;
   std::erase(windows, this);
   for (Window * window : windows)

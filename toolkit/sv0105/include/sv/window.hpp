@@ -45,7 +45,7 @@ public:
   explicit Window(Window * parent, WinBits style = 0);
   Window(Window const &) = delete;
   Window & operator=(Window const &) = delete;
-  /// Closes the system window. The application window leaves none.
+  /// Closes the system window. Without the application window, the application has none.
   ~Window() override;
 
   /// Draws what lies in \p area of the client area, whose background has been filled already. The base draws nothing.
@@ -105,8 +105,9 @@ protected:
   /// What the system does with a message that nobody dealt with.
   virtual long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam);
 
-  /// Closes the system window. Destructors of derived classes call it, so that their own HandleMessage hears of it.
-  void Destroy();
+  /// Closes the system window, by the protocol of its kind. Destructors of derived classes call it, so that their own
+  /// HandleMessage hears of it.
+  virtual void Destroy();
 
 private:
   friend struct detail::WindowAccess;
