@@ -36,6 +36,26 @@ Rectangle toRectangle(RECT const & rect) {
   return {{rect.left, rect.top}, {rect.right - rect.left, rect.bottom - rect.top}};
 }
 
+/// The system's device for one painting. The window may die meanwhile.
+class Painting {
+public:
+  explicit Painting(HWND window) : window_(window), context_(BeginPaint(window, &state_)) {}
+  Painting(Painting const &) = delete;
+  Painting & operator=(Painting const &) = delete;
+  ~Painting() {
+    if (context_)
+      EndPaint(window_, &state_);
+  }
+
+  HDC context() const { return context_; } ///< null when the system refuses
+  RECT const & area() const { return state_.rcPaint; }
+
+private:
+  HWND window_;
+  PAINTSTRUCT state_;
+  HDC context_;
+};
+
 bool isAppWindow(Window const * window) { return Application::GetAppWindow() == window; }
 
 bool mayEnd() {
@@ -208,16 +228,12 @@ void Window::Update() {
 }
 
 void Window::paint() {
-  PAINTSTRUCT state;
-  HDC const context = BeginPaint(hwnd_, &state);
-  if (!context)
+  Painting const painting(hwnd_);
+  if (!painting.context())
     return;
-  {
-    OutputDevice device(context);
-    device.ChangeFont(GetFont());
-    Paint(device, toRectangle(state.rcPaint));
-  }
-  EndPaint(hwnd_, &state);
+  OutputDevice device(painting.context());
+  device.ChangeFont(GetFont());
+  Paint(device, toRectangle(painting.area()));
 }
 
 long long Window::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {

@@ -32,6 +32,12 @@ inline constexpr WinBits WB_SIZEABLE = 4; ///< a frame to drag, buttons to minim
 /// object has no system window and its operations do nothing. The same holds after the system window has been closed. A
 /// parent closes with its children; the objects stay, for their owner to delete.
 ///
+/// Exceptions. The system calls the handlers (Paint, Resize, Close, HandleMessage, Menu::Select, handlers of controls and
+/// timers, and those of the application object), and no C++ exception can pass through it. One that leaves a handler ends
+/// in the toolkit, which gives the device of a Paint and all else that it holds for the call back, and calls
+/// Application::Exception with EXC_HANDLER_FAILED. If that returns, the message counts as dealt with, with the answer 0,
+/// and the program goes on.
+///
 /// \code
 ///   class Greeting : public SV::Window {
 ///   public:
