@@ -1,18 +1,34 @@
 #include "mainwindow.hpp"
 
 #include "modelreport.hpp"
+#include "scaling.hpp"
 #include "tools/winapi.hpp"
 
 #include <commdlg.h>
+
+#include <algorithm>
 
 using SV::String;
 
 namespace modeler {
 namespace {
 
+constexpr SV::Point kStart = {40, 40}; // at 96 dots per inch, as is the size
+constexpr SV::Size kSize = {1000, 700};
+
 constexpr char kSample[] = "models\\order.txt";
 
 String productName() { return "KIVARA Modeler " + Kiv_GetVersionString(); }
+
+/// The size for the window, as far as the screen has room beside the task bar.
+SV::Size startSize() {
+  SV::Size const wanted = scaled(kSize);
+  RECT free = {};
+  if (!SystemParametersInfoA(SPI_GETWORKAREA, 0, &free, 0))
+    return wanted;
+  return {std::min(wanted.width, free.right - scaledAcross(kStart.x)),
+          std::min(wanted.height, free.bottom - scaledDown(kStart.y))};
+}
 
 /// The file that the user chooses; empty when none.
 String chosenFile(HWND owner) {
@@ -33,7 +49,7 @@ String chosenFile(HWND owner) {
 
 MainWindow::MainWindow(EventLog & events, Journal & journal)
     : MDIFrame(productName()), eventLog_(events), journal_(journal), menus_([this](unsigned short id) { select(id); }) {
-  SetPosSizePixel({40, 40}, {1000, 700});
+  SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   SetMenuBar(&menus_.GetBar());
   Kiv_PushParentWindow(this);
   showFacts();
