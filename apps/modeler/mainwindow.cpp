@@ -79,13 +79,13 @@ void MainWindow::select(unsigned short id) {
 }
 
 void MainWindow::showFacts() {
-  if (!facts_ || !facts_->GetHWND())
+  if (!facts_ || !facts_->GethWnd())
     facts_ = std::make_unique<FactsWindow>(*this);
   facts_->Show();
 }
 
 void MainWindow::showEvents() {
-  if (!events_ || !events_->GetHWND()) {
+  if (!events_ || !events_->GethWnd()) {
     events_.reset(); // the log tells one window at a time
     events_ = std::make_unique<EventsWindow>(*this, eventLog_);
   }
@@ -96,7 +96,7 @@ void MainWindow::showEvents() {
 void MainWindow::chooseModel() {
   if (SV::Application::IsModalDialogSuppression())
     return;
-  String const fileName = chosenFile(GetHWND());
+  String const fileName = chosenFile(GethWnd());
   if (fileName.Len() > 0)
     OpenModel(fileName);
 }
@@ -111,7 +111,7 @@ void MainWindow::OpenModel(String const & fileName) {
     return;
   }
   journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");
-  std::erase_if(models_, [](auto const & window) { return window->GetHWND() == nullptr; });
+  std::erase_if(models_, [](auto const & window) { return window->GethWnd() == nullptr; });
   models_.push_back(std::make_unique<ProcessWindow>(*this, model));
   models_.back()->Show();
 }
@@ -133,7 +133,7 @@ void MainWindow::changeLanguage(std::size_t place) {
     window->Retext();
 }
 
-void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GetHWND(), message, 0, 0); }
+void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GethWnd(), message, 0, 0); }
 
 void MainWindow::showAbout() {
   tell(productName() + "\n\n" + filled(Text::Version, Kiv_GetPatchBuildVersionString()), text(Text::TitleAbout),
@@ -144,7 +144,7 @@ void MainWindow::tell(String const & what, String const & title, unsigned style)
   if (SV::Application::IsModalDialogSuppression())
     SV::Application::ModalDialogSuppressionLog(what.c_str());
   else
-    MessageBoxA(GetHWND(), what.c_str(), title.c_str(), style);
+    MessageBoxA(GethWnd(), what.c_str(), title.c_str(), style);
 }
 
 } // namespace modeler

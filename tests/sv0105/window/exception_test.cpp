@@ -103,18 +103,18 @@ TEST_F(HandlerException, OutOfResizeAndCloseIsReportedAndTheWindowStays) {
   expectReported();
   EXPECT_EQ(window.GetSizePixel(), (SV::Size{300, 200}));
   window.failing = "Close";
-  SendMessageA(window.GetHWND(), WM_CLOSE, 0, 0);
+  SendMessageA(window.GethWnd(), WM_CLOSE, 0, 0);
   expectReported(2);
-  EXPECT_TRUE(IsWindow(window.GetHWND()));
+  EXPECT_TRUE(IsWindow(window.GethWnd()));
 }
 
 TEST_F(HandlerException, OfAnyTypeLeavesTheAnswer0) {
-  EXPECT_EQ(SendMessageA(window.GetHWND(), WM_APP, 0, 0), 0);
+  EXPECT_EQ(SendMessageA(window.GethWnd(), WM_APP, 0, 0), 0);
   expectReported();
 }
 
 TEST_F(HandlerException, DoesNotKeepTheLoopFromGoingOn) {
-  PostMessageA(window.GetHWND(), WM_APP, 0, 0);
+  PostMessageA(window.GethWnd(), WM_APP, 0, 0);
   Application::PostUserEvent(1, nullptr);
   Application::Quit(5);
   EXPECT_EQ(Application::Execute(), 5);
@@ -128,7 +128,7 @@ TEST_F(HandlerException, OutOfAMenuIsReported) {
   bar.InsertItem(7, "Fail");
   bar.ChangeSelectHdl([](unsigned short) { throw std::runtime_error("menu"); });
   frame.SetMenuBar(&bar);
-  SendMessageA(frame.GetHWND(), WM_COMMAND, 7, 0);
+  SendMessageA(frame.GethWnd(), WM_COMMAND, 7, 0);
   expectReported();
   frame.SetMenuBar(nullptr);
 }
@@ -141,7 +141,7 @@ int throwingHook(HWND, unsigned message, unsigned long long, long long, long lon
 
 TEST_F(HandlerException, OutOfTheMessageHookIsReported) {
   SV::Sysdepen::ChangeHook(throwingHook);
-  SendMessageA(window.GetHWND(), WM_APP + 1, 0, 0);
+  SendMessageA(window.GethWnd(), WM_APP + 1, 0, 0);
   SV::Sysdepen::ChangeHook(nullptr);
   expectReported();
 }
@@ -162,7 +162,7 @@ TEST_F(HandlerException, OutOfTheApplicationsOwnHandlersIsReported) {
   BYTE keys[256] = {};
   keys[VK_SHIFT] = 0x80;
   SetKeyboardState(keys);
-  PostMessageA(window.GetHWND(), WM_KEYDOWN, VK_F1, 1);
+  PostMessageA(window.GethWnd(), WM_KEYDOWN, VK_F1, 1);
   Application::Reschedule();
   keys[VK_SHIFT] = 0;
   SetKeyboardState(keys);
@@ -179,7 +179,7 @@ TEST_F(HandlerException, OutOfExceptionItselfEndsTheProcess) {
       {
         std::set_terminate([] { std::_Exit(77); });
         Hopeless const hopeless;
-        SendMessageA(window.GetHWND(), WM_APP, 0, 0);
+        SendMessageA(window.GethWnd(), WM_APP, 0, 0);
       },
       testing::ExitedWithCode(77), "");
 }
@@ -188,7 +188,7 @@ TEST(HandlerExceptionOfNobody, IsPassedOverWithoutAnApplication) {
   SV::InitSV(0, nullptr);
   {
     ThrowingWindow window(nullptr);
-    EXPECT_EQ(SendMessageA(window.GetHWND(), WM_APP, 0, 0), 0);
+    EXPECT_EQ(SendMessageA(window.GethWnd(), WM_APP, 0, 0), 0);
   }
   SV::DeInitSV();
 }

@@ -241,7 +241,7 @@ MenuBar::~MenuBar() {
 
 void MenuBar::Changed() {
   if (frame_)
-    DrawMenuBar(frame_->GetHWND());
+    DrawMenuBar(frame_->GethWnd());
 }
 
 } // namespace SV

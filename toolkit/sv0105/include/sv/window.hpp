@@ -100,7 +100,7 @@ public:
   Window * GetParent() const { return parent_; }
 
   /// Null when there is no system window.
-  HWND GetHWND() const { return hwnd_; }
+  HWND GethWnd() const { return hwnd_; }
 
 protected:
   explicit Window(detail::WindowSpec const & spec); ///< for the toolkit's own kinds of windows
