@@ -58,7 +58,7 @@ bool handleSevereException(String const & applicationName, long code, unsigned l
   bool const settled = isSettled(code);
   if (!settled) {
     show(severeExceptionText(applicationName, code, arg), applicationName);
-    // JOIN acrash: Fct_CreateMiniDump("aapp.cpp", kLineDump)
+    // JOIN acrash: Fct_CreateMiniDump(modules::kAapp, kLineDump)
     KivExitAppEvent("exception (minidump)").trigger();
   }
   inExceptionHandler = false;

@@ -4,6 +4,7 @@
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "base/openfile.hpp"
+#include "base/textids.hpp"
 #include "locale/buttontexts.hpp"
 #include "sv/application.hpp"
 #include "sv/imagepool.hpp"
@@ -20,8 +21,6 @@ using SV::String;
 
 namespace kivara {
 namespace {
-
-constexpr unsigned long kCharSetText = 0x200290B;
 
 FILE * traceFile = nullptr;
 
@@ -70,7 +69,7 @@ void keepStartDirectory() {
 void applyCharSet() {
   String text = KivCmdline::Instance().getUICharSet();
   if (text.Len() == 0)
-    text = SV::Resource::LoadString(kCharSetText);
+    text = SV::Resource::LoadString(texts::kCharacterSet);
   if (text.Len() == 0)
     return;
   SV::Font font = SV::Application::GetAppFont();

@@ -2,6 +2,7 @@
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
+#include "base/modules.hpp"
 #include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 
@@ -55,7 +56,7 @@ int exitCodeOf(HANDLE process) {
 int runChecker() {
   handles::KernelObject const process = start(checkerFile());
   if (!process) {
-    displayErrorMessage("atools.cpp", kLineCheckerNotStarted);
+    displayErrorMessage(kivara::modules::kAtools, kLineCheckerNotStarted);
     return kCheckerNotStarted;
   }
   return exitCodeOf(process.get());
