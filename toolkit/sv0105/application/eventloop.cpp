@@ -1,5 +1,6 @@
 #include "sv/application.hpp"
 
+#include "application/guard.hpp"
 #include "application/helpkeys.hpp"
 #include "application/toolkit.hpp"
 
@@ -9,8 +10,13 @@ namespace {
 
 constexpr DWORD kRescheduleMilliseconds = 100;
 
+bool asksForHelp(MSG const & message) {
+  bool result = false;
+  return !detail::guarded([&] { result = detail::isHelpMessage(message); }) || result;
+}
+
 void dispatch(MSG & message) {
-  if (detail::isHelpMessage(message))
+  if (asksForHelp(message))
     return;
   if (HWND const client = detail::toolkit().mdiClient; client && TranslateMDISysAccel(client, &message))
     return;

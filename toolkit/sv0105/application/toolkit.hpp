@@ -7,6 +7,7 @@
 #include "sv/sysdepen.hpp"
 #include "tools/winapi.hpp"
 
+#include <unordered_map>
 #include <vector>
 
 namespace SV::detail {
@@ -36,8 +37,9 @@ struct Toolkit {
 
   Window * appWindow = nullptr;
   bool appWindowShown = false;
-  std::vector<Window *> windows; ///< oldest first, also those whose system window has been closed
-  HWND mdiClient = nullptr;      ///< of the newest frame
+  std::vector<Window *> windows;              ///< oldest first, also those whose system window has been closed
+  std::unordered_map<HWND, Window *> objects; ///< those whose system window is there
+  HWND mdiClient = nullptr;                   ///< of the newest frame
 };
 
 /// It is never destroyed: static objects of the program may still use it when the DLL's own have gone.

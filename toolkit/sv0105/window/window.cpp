@@ -3,6 +3,7 @@
 #include "application/pointer.hpp"
 #include "application/toolkit.hpp"
 #include "sv/outputdevice.hpp"
+#include "window/handlemap.hpp"
 #include "window/procedure.hpp"
 #include "window/windowaccess.hpp"
 
@@ -35,6 +36,26 @@ Rectangle toRectangle(RECT const & rect) {
   return {{rect.left, rect.top}, {rect.right - rect.left, rect.bottom - rect.top}};
 }
 
+/// The system's device for one painting. The window may die meanwhile.
+class Painting {
+public:
+  explicit Painting(HWND window) : window_(window), context_(BeginPaint(window, &state_)) {}
+  Painting(Painting const &) = delete;
+  Painting & operator=(Painting const &) = delete;
+  ~Painting() {
+    if (context_)
+      EndPaint(window_, &state_);
+  }
+
+  HDC context() const { return context_; } ///< null when the system refuses
+  RECT const & area() const { return state_.rcPaint; }
+
+private:
+  HWND window_;
+  PAINTSTRUCT state_;
+  HDC context_;
+};
+
 bool isAppWindow(Window const * window) { return Application::GetAppWindow() == window; }
 
 bool mayEnd() {
@@ -49,7 +70,7 @@ Window::Window(Window * parent, WinBits style) { create(plainWindow(parent, styl
 Window::Window(detail::WindowSpec const & spec) { create(spec); }
 
 Window::~Window() {
-  Destroy();
+  Window::Destroy();
   std::vector<Window *> & windows = toolkit().windows;
   std::erase(windows, this);
   for (Window * window : windows)
@@ -90,8 +111,7 @@ void Window::Destroy() {
 }
 
 void Window::detach() {
-  SetWindowLongPtrA(hwnd_, GWLP_USERDATA, 0);
-  hwnd_ = nullptr;
+  detail::forget(std::exchange(hwnd_, nullptr));
   controlProcedure_ = nullptr;
   if (HFONT const font = std::exchange(systemFont_, nullptr))
     DeleteObject(font);
@@ -208,16 +228,12 @@ void Window::Update() {
 }
 
 void Window::paint() {
-  PAINTSTRUCT state;
-  HDC const context = BeginPaint(hwnd_, &state);
-  if (!context)
+  Painting const painting(hwnd_);
+  if (!painting.context())
     return;
-  {
-    OutputDevice device(context);
-    device.ChangeFont(GetFont());
-    Paint(device, toRectangle(state.rcPaint));
-  }
-  EndPaint(hwnd_, &state);
+  OutputDevice device(painting.context());
+  device.ChangeFont(GetFont());
+  Paint(device, toRectangle(painting.area()));
 }
 
 long long Window::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {

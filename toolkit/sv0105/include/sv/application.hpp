@@ -28,6 +28,7 @@ enum SysChangeType {
 inline constexpr long EXC_RESOURCE_NOT_LOADED = 0x100;       ///< the argument is the resource identifier
 inline constexpr long EXC_SYSTEM_OBJECT_NOT_CREATED = 0x200; ///< the argument is the system's error code, or 0
 inline constexpr long EXC_RESOURCE_FILE_NOT_LOADED = 0x400;  ///< the argument is the address of the file name
+inline constexpr long EXC_HANDLER_FAILED = 0x800;            ///< a C++ exception has left a handler; the argument is 0
 
 /// Ways to ask for help, which EnableHelp takes as a sum.
 inline constexpr unsigned short HELP_BY_KEY = 1; ///< F1 starts the help
@@ -63,7 +64,7 @@ public:
   /// The program.
   virtual void Main(int argc, char ** argv) = 0;
   /// A severe exception. The base ends the process with exit(1); an override that returns lets the caller try again or
-  /// go on.
+  /// go on. A C++ exception that leaves it while it is called with EXC_HANDLER_FAILED ends the process.
   virtual void Exception(long code, unsigned long arg);
 
   /// Dispatches messages until Quit is called. Its result is the code given to Quit.

@@ -32,6 +32,12 @@ inline constexpr WinBits WB_SIZEABLE = 4; ///< a frame to drag, buttons to minim
 /// object has no system window and its operations do nothing. The same holds after the system window has been closed. A
 /// parent closes with its children; the objects stay, for their owner to delete.
 ///
+/// Exceptions. The system calls the handlers (Paint, Resize, Close, HandleMessage, Menu::Select, handlers of controls and
+/// timers, and those of the application object), and no C++ exception can pass through it. One that leaves a handler ends
+/// in the toolkit, which gives the device of a Paint and all else that it holds for the call back, and calls
+/// Application::Exception with EXC_HANDLER_FAILED. If that returns, the message counts as dealt with, with the answer 0,
+/// and the program goes on.
+///
 /// \code
 ///   class Greeting : public SV::Window {
 ///   public:
@@ -45,7 +51,7 @@ public:
   explicit Window(Window * parent, WinBits style = 0);
   Window(Window const &) = delete;
   Window & operator=(Window const &) = delete;
-  /// Closes the system window. The application window leaves none.
+  /// Closes the system window. Without the application window, the application has none.
   ~Window() override;
 
   /// Draws what lies in \p area of the client area, whose background has been filled already. The base draws nothing.
@@ -94,7 +100,7 @@ public:
   Window * GetParent() const { return parent_; }
 
   /// Null when there is no system window.
-  HWND GetHWND() const { return hwnd_; }
+  HWND GethWnd() const { return hwnd_; }
 
 protected:
   explicit Window(detail::WindowSpec const & spec); ///< for the toolkit's own kinds of windows
@@ -105,8 +111,9 @@ protected:
   /// What the system does with a message that nobody dealt with.
   virtual long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam);
 
-  /// Closes the system window. Destructors of derived classes call it, so that their own HandleMessage hears of it.
-  void Destroy();
+  /// Closes the system window, by the protocol of its kind. Destructors of derived classes call it, so that their own
+  /// HandleMessage hears of it.
+  virtual void Destroy();
 
 private:
   friend struct detail::WindowAccess;
