@@ -1,22 +1,13 @@
 // Raw text and seeks of the parser.
 
-#include "aparser.hpp"
-
 #include "listreader.hpp"
-#include "textfile.hpp"
+#include "parsertext.hpp"
 
 using SV::String;
 
 namespace {
 
 constexpr char kNoEscape = '\x01';
-
-KivLineReader * textOf(std::string_view bytes) { return new KivTextFileReader(writeText(bytes).c_str()); }
-
-std::string next(KivTextParser & parser) {
-  String token;
-  return parser.GetNextToken(token) ? bytesOf(token) : "(end)";
-}
 
 std::string until(KivTextParser & parser, char stop, bool consume, char escape) {
   String text("old");

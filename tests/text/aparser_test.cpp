@@ -1,7 +1,9 @@
 #include "aparser.hpp"
 
 #include "listreader.hpp"
-#include "textfile.hpp"
+#include "parsertext.hpp"
+
+#include "support/import_spy.hpp"
 
 #include <cctype>
 #include <clocale>
@@ -15,29 +17,9 @@ namespace {
 
 constexpr int kCommaSeparates = 1;
 
-KivLineReader * textOf(std::string_view bytes) { return new KivTextFileReader(writeText(bytes).c_str()); }
-
-std::string next(KivTextParser & parser) {
-  String token;
-  return parser.GetNextToken(token) ? bytesOf(token) : "(end)";
-}
-std::string lookAhead(KivTextParser const & parser) {
-  String token;
-  parser.GetLookAheadToken(token);
-  return bytesOf(token);
-}
-std::string spaces(KivTextParser const & parser) {
-  String token;
-  parser.GetSpacesToken(token);
-  return bytesOf(token);
-}
-
 Tokens tokensOf(std::string_view text, int commaFlag = kCommaSeparates) {
   KivTextParser parser(textOf(text), commaFlag);
-  Tokens tokens;
-  for (String token; parser.GetNextToken(token);)
-    tokens.push_back(bytesOf(token));
-  return tokens;
+  return tokensOf(parser);
 }
 
 template <class Parser>
@@ -282,6 +264,21 @@ TEST(TextParser, IsNextiIgnoresCaseByTheUsersLocale) {
   EXPECT_TRUE(parser.IsNexti("\xC4")); // the letters of the code page too
 }
 
+TEST(TextParser, IsNextiAsksTheSystemUnlessOneSideAloneIsEmpty) {
+  static int calls;
+  support::spyOnImport("kivara.dll", "CompareStringA", [](support::SpiedCall const &) { ++calls; });
+  KivTextParser parser(textOf("abc"), 0);
+  EXPECT_FALSE(parser.IsNexti(""));
+  EXPECT_EQ(calls, 0);
+  EXPECT_FALSE(parser.IsNexti("abd"));
+  EXPECT_EQ(calls, 1);
+  parser.SkipToken();
+  EXPECT_FALSE(parser.IsNexti("abc"));
+  EXPECT_EQ(calls, 1);
+  EXPECT_TRUE(parser.IsNexti(""));
+  EXPECT_EQ(calls, 2);
+}
+
 TEST(TextParser, ExpectTokenSkipsWhatItExpectsOnly) {
   KivTextParser parser(textOf("begin ( end"), 0);
   EXPECT_FALSE(parser.ExpectToken("end"));
@@ -310,30 +307,6 @@ TEST(TextParser, EndOfTheInputRepeatsWithoutFurtherReads) {
   EXPECT_EQ(token, "kept");
   EXPECT_EQ(record.lines, 2);
   EXPECT_EQ(parser.GetLookAheadLineNumber(), 2);
-}
-
-// What a source leaves in the line when it fails counts as the rest of the line, in offsets too.
-TEST(TextParser, LineThatAFailedReadLeavesIsMetBySkipToken) {
-  class LastWords : public ListReader {
-  public:
-    using ListReader::ListReader;
-    bool GetLine(String & line) override {
-      bool const read = ListReader::GetLine(line);
-      if (!read)
-        line = "left over\n";
-      return read;
-    }
-  };
-  ListReader::Record record;
-  KivTextParser parser(new LastWords({"a\n"}, record), 0);
-  EXPECT_EQ(next(parser), "a");
-  EXPECT_FALSE(parser.IsOkay());
-  EXPECT_EQ(parser.GetCurrentLineOffset(), 2);
-  EXPECT_EQ(next(parser), "(end)");
-  parser.SkipToken();
-  EXPECT_EQ(next(parser), "left");
-  EXPECT_EQ(next(parser), "over");
-  EXPECT_EQ(next(parser), "(end)");
 }
 
 TEST(TextParser, FailedGetNextTokenStillSetsLineAndOffset) {
