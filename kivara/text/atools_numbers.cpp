@@ -17,8 +17,11 @@ namespace {
 
 constexpr unsigned kLineWrittenNumber = 1294;
 
-/// A double has no more digits than these behind the point, so that a larger precision adds only zeros.
+/// A double has no more digits after the point than this: a larger precision only adds zeros.
 constexpr int kMostPrecision = 1100;
+
+/// Any negative precision means that none is given, but there are runtimes that take only this one for it.
+constexpr int kNoPrecision = -1;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isSign(char c) { return c == '+' || c == '-'; }
@@ -53,7 +56,7 @@ String numberText(double value, int precision, int keptDigits) {
   char text[512] = "";
   {
     CLocale const locale;
-    _snprintf(text, sizeof text - 1, "%.*lf", std::min(precision, kMostPrecision), value);
+    _snprintf(text, sizeof text - 1, "%.*lf", std::clamp(precision, kNoPrecision, kMostPrecision), value);
   }
   char * const point = std::strchr(text, '.');
   if (point == nullptr)
