@@ -12,8 +12,8 @@
 using kivara::CharClasses;
 using kivara::GatheredText;
 
-/// For tokens, white space and rests of lines. Three of a length: those of the look-ahead token, of the one returned before and
-/// of the white space may all be free at once.
+/// For tokens, white space and what is left of lines. Three of each length: the look-ahead token, the token that the caller
+/// overwrites and the white space may have the same one.
 class kivara::TokenSpares : public SpareTexts<52, 3> {};
 
 namespace {
@@ -39,7 +39,7 @@ bool sameCharacters(char const * text, SV::String const & s) {
   return std::memcmp(text, s.c_str(), static_cast<std::size_t>(s.Len())) == 0;
 }
 
-/// Whether \p first and then \p second stand right in front of \p place, where there are enough characters for both.
+/// Whether the characters before \p place are \p first and then \p second. There must be enough of them.
 bool standInFrontOf(char const * place, SV::String const & first, SV::String const & second) {
   char const * const middle = place - second.Len();
   return sameCharacters(middle, second) && sameCharacters(middle - first.Len(), first);
@@ -172,7 +172,7 @@ void KivTextParser::_ImpGetNextLine() {
     return;
   currentLineOffset = nextLineOffset;
   ++lookAheadLineNumber;
-  _ImpEraseFront(); // a reader may append to the line, or fail and leave it as it is
+  _ImpEraseFront(); // the reader may append to the line, or fail and leave it unchanged
   okay = lineReader->GetLine(currentLine);
   nextLineOffset = currentLineOffset + currentLine.Len() + (lineReader->Is2CharsForNewline() ? 1 : 0);
 }
@@ -197,8 +197,8 @@ bool KivTextParser::_ImpGetNextLookAhead() {
   }
 }
 
-/// Appends the characters from the start of the rest up to \p end to the white space. That of later lines waits outside of
-/// spacesToken: an SV::String would copy all of it again for each line.
+/// Appends the characters from the start of the rest to \p end to the white space. From the second line on they are collected
+/// outside of spacesToken, since SV::String copies itself for each piece that is appended.
 void KivTextParser::_ImpAppendSpaces(char const * end) {
   char const * const spaces = _ImpRest();
   if (spacesToken.Len() == 0)
@@ -214,7 +214,7 @@ void KivTextParser::_ImpJoinSpaces() {
   laterSpaces_.clear();
 }
 
-/// Makes the look-ahead token of characters of the current line.
+/// The characters from \p token to \p end, in the current line, become the look-ahead token.
 void KivTextParser::_ImpTakeLookAhead(char const * token, char const * end) {
   if (!keepTokenOffset)
     nextTokenOffset = lineReader->GetCurrentOffset();
@@ -223,8 +223,8 @@ void KivTextParser::_ImpTakeLookAhead(char const * token, char const * end) {
   ++tokenCount;
 }
 
-/// Once a line instead of once a token: erasing moves all that follows. The result has two owners, so that the reader, which
-/// puts its line in place of it, leaves the block to the next line end.
+/// Done once for each line and not for each token, since all that follows has to be moved. erasedLine_ keeps a reference to the
+/// block, so that the reader does not free it and the next line can use it again.
 void KivTextParser::_ImpEraseFront() {
   if (restStart_ == 0)
     return;
@@ -232,8 +232,8 @@ void KivTextParser::_ImpEraseFront() {
   _ImpSetRest(erasedLine_);
 }
 
-/// Puts the white space and the look-ahead token back in front of the rest. Mostly they are still there, since the line is not
-/// erased for each token, and then nothing is copied.
+/// Puts the white space and the look-ahead token back in front of the rest. In most cases they are still there, since the line
+/// is not erased for each token, and nothing is copied.
 void KivTextParser::_ImpPutLookAheadBack() {
   std::int64_t const length = std::int64_t{spacesToken.Len()} + lookAheadToken.Len();
   if (length <= restStart_ && standInFrontOf(_ImpRest(), spacesToken, lookAheadToken))

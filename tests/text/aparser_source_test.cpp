@@ -42,7 +42,7 @@ private:
   Leave const leave_;
 };
 
-/// Records what it is given and what its parser shows while it is asked.
+/// Records the lines that it is given, and what its parser shows while it is asked.
 class WatchingReader : public ListReader {
 public:
   using ListReader::ListReader;
@@ -92,7 +92,7 @@ TEST(ParserSource, ThatAppendsToTheLineGivesEachTokenOnce) {
   EXPECT_EQ(tokensOf(parser), (Strings{"a", "b", "c", "d"}));
 }
 
-// The line feed that was left of the first line counts as one of the second, too.
+// The line feed that is left of the first line is then part of the second.
 TEST(ParserSource, ThatAppendsToTheLineLengthensItByWhatWasLeft) {
   ListReader::Record record;
   KivTextParser parser(new AppendingReader({"a b\n", "c d\n", "e\n"}, record), 0);
@@ -130,7 +130,7 @@ TEST(ParserSource, IsGivenWhatIsLeftOfTheLine) {
   EXPECT_EQ(watched.given().back(), "");
 }
 
-// In offsets, too, what a source leaves when it fails counts as the line.
+// What a reader leaves in the line when it fails counts as the line.
 TEST(ParserSource, ThatFailsLeavesItsLineInTheOffsets) {
   ListReader::Record record;
   KivTextParser parser(new LastWords({"a\n"}, record, [](String & line) { line = "left over\n"; }), 0);
@@ -153,7 +153,7 @@ TEST_P(ParserSourceThatFails, LeavesALineThatSkipTokenMeets) {
   char const * const text = GetParam().text;
   LastWords::Leave const ways[] = {[text](String & line) { line = text; },
                                    [text](String & line) {
-                                     line = String(); // and so the block may come again
+                                     line = String(); // so that the same block may be allocated again
                                      line = text;
                                    }};
   for (auto const & way : ways) {

@@ -89,7 +89,7 @@ TEST(TextParser, HasOneVirtualOperationAndCannotBeCopied) {
   EXPECT_FALSE(std::is_copy_constructible_v<KivTextParser>);
 }
 
-// As callers know them: their own functions over a constant parser are chosen by this.
+// Overloads of callers depend on it.
 TEST(TextParser, OnlyTheComparisonWithACharacterIsConst) {
   EXPECT_TRUE(ComparesACharacter<KivTextParser const>);
   EXPECT_FALSE(ComparesAText<KivTextParser const>);
@@ -187,12 +187,12 @@ TEST(TextParser, LastLineNumberIsTheLineOnWhichTheSpacesInFrontStart) {
   EXPECT_EQ(parser.GetLastLineNumber(), 1);
   EXPECT_EQ(next(parser), "b");
   EXPECT_EQ(parser.GetLastLineNumber(), 1);
-  EXPECT_EQ(parser.GetLookAheadLineNumber(), 3); // the read that failed counts
+  EXPECT_EQ(parser.GetLookAheadLineNumber(), 3); // the failed read counts
 }
 
 TEST(TextParser, OffsetsFollowTheLineOfTheLookAhead) {
   KivTextParser parser(textOf("a b\r\n\r\n  c d\n"), 0);
-  EXPECT_EQ(parser.GetNextTokenOffset(), 5); // behind the line, not behind the token
+  EXPECT_EQ(parser.GetNextTokenOffset(), 5); // the end of the line, not of the token
   EXPECT_EQ(parser.GetCurrentLineOffset(), 0);
   EXPECT_EQ(next(parser), "a");
   EXPECT_EQ(parser.GetTokenOffset(), 5);
@@ -261,7 +261,7 @@ TEST(TextParser, IsNextiIgnoresCaseByTheUsersLocale) {
   EXPECT_FALSE(parser.IsNexti(""));
   EXPECT_FALSE(parser.IsNexti(nullptr));
   EXPECT_TRUE(parser.ExpectToken("abc"));
-  EXPECT_TRUE(parser.IsNexti("\xC4")); // the letters of the code page too
+  EXPECT_TRUE(parser.IsNexti("\xC4")); // also for letters beyond ASCII
 }
 
 TEST(TextParser, IsNextiAsksTheSystemUnlessOneSideAloneIsEmpty) {
@@ -351,7 +351,7 @@ TEST(TextParser, KeepTokenOffsetLastsThroughTheNextGetNextToken) {
   EXPECT_EQ(next(parser), "dddd");
   EXPECT_EQ(parser.GetTokenOffset(), token);
   EXPECT_EQ(parser.GetNextTokenOffset(), ahead);
-  EXPECT_EQ(next(parser), "e"); // the first that moves them again
+  EXPECT_EQ(next(parser), "e"); // the first token that changes them again
   EXPECT_EQ(parser.GetTokenOffset(), ahead - 1);
 }
 

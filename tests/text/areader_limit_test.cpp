@@ -1,4 +1,4 @@
-// The end of a process whose text has too long a line.
+// A line that is too long ends the process.
 
 #include "fatal_exit.hpp"
 #include "textfile.hpp"
@@ -16,6 +16,7 @@ std::string x(std::size_t count) { return std::string(count, 'x'); }
 
 } // namespace
 
+// The box comes although the program suppresses dialogs.
 TEST(LineLimit, LineOf8192BytesEndsTheProcessWithItsMessage) {
   ChildProcess const child({.program = "line_reader", .arguments = writeText("short\n" + x(8192) + "\nnever read\n")});
   HWND const box = support::waitForWindow({.processId = child.processId(), .className = support::kBoxClass});

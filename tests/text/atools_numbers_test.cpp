@@ -106,7 +106,7 @@ constexpr char kGerman[] = "German_Germany.1252";
 
 std::string localeInUse() { return std::setlocale(LC_ALL, nullptr); }
 
-/// Each test begins with German number forms.
+/// Each test begins in the German locale.
 class NumberForms : public testing::Test {
 protected:
   NumberForms() {
@@ -225,10 +225,9 @@ struct Form {
 };
 
 TEST_F(NumberForms, FtoaCutsZerosAtTheEnd) {
-  for (Form const & form :
-       {Form{1.0, 3, "1", "1.0"}, Form{2.50, 3, "2.5", "2.5"}, Form{100, 0, "100", "100"}, Form{100, 2, "100", "100.0"},
-        Form{0, 2, "0", "0.0"}, Form{-0.04, 1, "-0", "-0.0"}, Form{1234567.125, 3, "1234567.125", "1234567.125"},
-        Form{1.5, -1, "1.5", "1.5"}}) {
+  for (Form const & form : {Form{1.0, 3, "1", "1.0"}, Form{2.50, 3, "2.5", "2.5"}, Form{100, 0, "100", "100"},
+                            Form{100, 2, "100", "100.0"}, Form{0, 2, "0", "0.0"}, Form{-0.04, 1, "-0", "-0.0"},
+                            Form{1234567.125, 3, "1234567.125", "1234567.125"}, Form{1.5, -1, "1.5", "1.5"}}) {
     EXPECT_STREQ(kiv_ftoa_no_locale(form.value, form.precision).c_str(), form.bare) << form.value;
     EXPECT_STREQ(kiv_ftoa_period(form.value, form.precision).c_str(), form.withPeriod) << form.value;
   }

@@ -41,8 +41,8 @@ INSTANTIATE_TEST_SUITE_P(Words, Lexcmp,
                                          Row{"abC", "aBc", 1}, Row{"a1B", "a1b", -1}, Row{"ab", "ABC", -1},
                                          Row{"\xE4", "\xC4", 1}, Row{"\xE4pfel", "\xC4PFEL", 1}, Row{"\xE4", "b", -1},
                                          Row{"1", "a", -1},
-                                         // A soft hyphen has no weight: the places are then compared one off, and only
-                                         // two letters count.
+                                         // The system ignores a soft hyphen, so different characters are at the same
+                                         // place; only where both are letters may case decide.
                                          Row{"a\xAD"
                                              "B",
                                              "aB", 0},

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// A fatal end of the process, as the library asks for it, in a test program that links fatal_exit.cpp: it is recorded and
-/// returns. Its box would wait for someone to press the button until the watchdog ends the test.
+/// In a test program that links fatal_exit.cpp, a call of FatalAppExitA by the library is recorded and returns. The real one
+/// shows a box, and the test would hang until the watchdog ends it.
 
 #include <string>
 #include <vector>
@@ -13,7 +13,7 @@ struct FatalExit {
   std::string text;
 };
 
-/// Those since the last call. A test fails that leaves one here.
+/// The calls since the last take. A test fails that does not take all of them.
 std::vector<FatalExit> takeFatalExits();
 
 } // namespace kivtest

@@ -1,4 +1,4 @@
-// Blocks that readers and parser use again: nothing that somebody still holds may change, and little is allocated.
+// Blocks that readers and parser use again: no string that a client holds may change, and little is allocated.
 
 #include "aparser.hpp"
 
@@ -72,7 +72,7 @@ TEST(SpareTexts, LineAllocatesAtMostOnce) {
   }
 }
 
-/// Lines that are in memory, handed out as they are.
+/// Returns the same line for ever, without a copy.
 class SharedLines : public ListReader {
 public:
   using ListReader::ListReader;
