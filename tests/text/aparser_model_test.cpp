@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Lines up to \p longest characters of what matters to the parser.
+/// Lines of up to \p longest characters, of those that the parser treats differently.
 std::string randomText(std::mt19937 & random, std::size_t lines, std::size_t longest) {
   static constexpr char kChars[] = "aab1 \t\"\\,;(+-._\0\xE4\xA0";
   static char const * const kEnds[] = {"\n", "\n", "\r\n", "\r", "\n\n", "\n\r"};

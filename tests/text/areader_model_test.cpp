@@ -47,7 +47,7 @@ std::vector<std::string> mixes(int length) {
   return all;
 }
 
-/// A text in which all mixes of four stand one behind the other, with letters between them.
+/// All mixes of four in one text, with letters between them.
 std::string allMixes() {
   std::string text;
   std::size_t number = 0;
@@ -73,8 +73,8 @@ std::string randomText(std::mt19937 & random) {
 
 } // namespace
 
-// A block begins where MoveTo went to, so a file that is read from each of its first 8192 bytes has every mix of line ends at
-// every position of the block.
+// A block begins where MoveTo goes, so reading a file from each of its first 8192 bytes puts every mix of line ends at every
+// position of a block.
 TEST(TextFileReaderModel, EveryMixOfLineEndsAtEveryPositionOfTheBlock) {
   std::string text;
   while (text.size() < 2 * 8192 + 3000)

@@ -46,7 +46,7 @@ TEST(Unmask, OfNothingIsEmpty) {
   EXPECT_EQ(Kiv_Unmask(nullptr, '\\').Len(), 0);
 }
 
-/// A copy that ends directly at a page without access.
+/// A copy that ends right before a page without access.
 std::unique_ptr<char[]> guarded(std::string const & text) {
   auto copy = std::make_unique<char[]>(text.size() + 1);
   std::memcpy(copy.get(), text.c_str(), text.size() + 1);
@@ -93,7 +93,7 @@ TEST(Unmask, OfRandomBytesStaysWithinThem) {
   }
 }
 
-// A text too long for a String is not built in each run: the rule is shown with a smaller limit.
+// A text that is too long for a String takes gigabytes, so the rule is tested with a smaller limit.
 TEST(MaskedExtent, IsCutInFrontOfTheCharacterThatDoesNotFit) {
   auto const isB = [](char c) { return c == 'b'; };
   auto const extent = [&isB](std::size_t most) { return kivara::maskedExtent("abab", 4, most, isB); };
@@ -192,7 +192,7 @@ TEST(MaskExport, LineFeedInAValueOrAPathIsACharacter) {
   EXPECT_EQ(errors.places(), Places{});
 }
 
-/// A page for writing, with one without access behind it.
+/// A writable page, followed by one without access.
 class Page {
 public:
   Page() : base_(static_cast<char *>(VirtualAlloc(nullptr, 2 * kSize, MEM_RESERVE, PAGE_NOACCESS))) {

@@ -193,7 +193,7 @@ TEST(XMLChar, OfTheWesternCodePageHasItsHoles) {
     EXPECT_TRUE(Kiv_IsValidXMLChar(c, false, true)) << static_cast<int>(c);
 }
 
-// In the code pages of most machines the byte 128 has a character: here the answer is the test's own.
+// Most code pages assign a character to the byte 128, so the test simulates the answer of the system.
 wchar_t characterTold = 0;
 int countTold = 0;
 int WINAPI tellCharacter(UINT page, DWORD flags, char const *, int, wchar_t * character, int) {

@@ -89,7 +89,7 @@ TEST(Split, OfAnOldTokenWorks) {
   EXPECT_EQ(piecesOf(tokens), (Pieces{"a", "b"}));
 }
 
-/// Separators joined between the pieces are the text again.
+/// Joining the tokens with separators gives the text again.
 TEST(Split, LosesNothing) {
   support::GuardPages const guard;
   std::mt19937 random(7);

@@ -1,5 +1,5 @@
-// Random and damaged files for readers and parser. Every block that they allocate ends at a page without access, and what they
-// deliver is still what the rules say.
+// Random and damaged files for readers and parser. Every block that they allocate ends at a page without access, and the
+// results are those of the models.
 
 #include "parser_pair.hpp"
 
@@ -36,7 +36,7 @@ std::string randomBytes(std::mt19937 & random) {
   return bytes;
 }
 
-/// A line of 8192 bytes rightly ends the process, so there is none; a longer one becomes one of the 8191 that are allowed.
+/// Cuts lines to the 8191 bytes that are allowed: a longer one would end the process.
 void breakLongLines(std::string & text) {
   std::size_t length = 0;
   for (char & c : text) {

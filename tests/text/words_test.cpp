@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A text that is written sentence by sentence, beside the report that it has to give.
+/// Writes a text, sentence by sentence, and the report that is expected for it.
 class Prose {
 public:
   explicit Prose(unsigned seed) : random_(seed) {}
@@ -106,7 +106,7 @@ bool isWordChar(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) != 0 || (c != '\0' && std::strchr("+-._", c) != nullptr);
 }
 
-/// The report on a text of lines that end in a line feed, from one look at each byte.
+/// The report on a text whose lines end in a line feed, made byte by byte.
 std::string reportOn(std::string const & text) {
   std::string report;
   std::size_t lineStart = 0;
@@ -132,7 +132,7 @@ std::string reportOn(std::string const & text) {
   return report;
 }
 
-/// The pages of this project, one behind the other.
+/// Some pages of this project, joined.
 std::string ourPages() {
   std::string text;
   for (char const * const page : {"README.md", "docs/text.md", "docs/diagnostics.md", "docs/ciphers.md",
