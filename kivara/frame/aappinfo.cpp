@@ -2,8 +2,8 @@
 
 #include "acmdline.hpp"
 #include "base/textids.hpp"
+#include "base/version.hpp"
 #include "base/version_texts.hpp"
-#include "frame/version.hpp"
 #include "sv/resource.hpp"
 
 #include <array>

@@ -21,6 +21,7 @@
 #include "ainter.hpp"
 #include "alocale.hpp"
 #include "alog.hpp"
+#include "amachine.hpp"
 #include "amemcach.hpp"
 #include "amlstr.hpp"
 #include "amsgwatch.hpp"

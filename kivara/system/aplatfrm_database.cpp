@@ -1,8 +1,9 @@
-#include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "base/modules.hpp"
+#include "base/version.hpp"
+#include "base/version_texts.hpp"
 #include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 
@@ -17,8 +18,15 @@ namespace {
 constexpr unsigned kLineCheckerNotStarted = 710;
 constexpr int kCheckerNotStarted = -333;
 
+/// "7.2", from texts of its own: any thread may ask for an adapter, and those behind Kiv_GetVersionString are made by the first caller
+/// without a guard.
+String productVersion() {
+  return kivara::versionString({KIVARA_VERSION_HIGH, KIVARA_VERSION_LOW, KIVARA_VERSION_UPDATE_LEVEL,
+                                KIVARA_VERSION_HOT_FIX, KIVARA_VERSION_BUILD});
+}
+
 bool hasAdapter(char const * stem) {
-  String version = Kiv_GetVersionString();
+  String version = productVersion();
   String const file = String(stem) + version.EraseAllChars('.') + ".dll";
   WIN32_FIND_DATAA found;
   // The search is left open, as its callers know it: they ask a handful of times in the life of a process.

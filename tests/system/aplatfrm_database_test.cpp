@@ -2,8 +2,10 @@
 
 #include "facts_program.hpp"
 
+#include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
+#include "support/allocation.hpp"
 #include "support/import_hook.hpp"
 
 #include <gtest/gtest.h>
@@ -42,6 +44,17 @@ TEST(DatabaseAdapters, MayBeSeveral) {
   program.put("adb272.dll");
   program.put("aora72.dll");
   EXPECT_EQ(program.answers(kAllAdapters), "db2=1\ninformix=0\noracle=1\nsqlserver=0\n");
+}
+
+// Those texts are made by their first user, without a guard: other threads may ask for adapters while the main one makes them.
+TEST(DatabaseAdapters, AreAskedForWithoutTheTextsOfTheVersionThatAreMadeOnce) {
+  Kiv_IsDBDB2();
+  support::AllocationCount const first;
+  Kiv_GetVersionString();
+  std::size_t const withTheirMaking = first.value();
+  support::AllocationCount const second;
+  Kiv_GetVersionString();
+  EXPECT_GT(withTheirMaking, second.value()) << "they were there already";
 }
 
 TEST(DatabaseAdapters, OfAnotherVersionOrElsewhereDoNotCount) {

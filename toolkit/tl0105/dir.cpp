@@ -1,6 +1,7 @@
 #include "tools/dir.hpp"
 
 #include "handles/handle.hpp"
+#include "lasterror.hpp"
 #include "pathparts.hpp"
 
 #include <algorithm>
@@ -59,6 +60,12 @@ bool isListed(WIN32_FIND_DATAA const & found, int kinds, String const & upperPat
          fits(upperPattern.c_str(), upperCase(name).c_str());
 }
 
+/// The system's code of the call that has just failed; success for the code that only says that there is nothing more.
+FSysError errorUnless(DWORD nothingMore) {
+  FSysError const code = lastSystemError();
+  return code != nothingMore ? code : FSYS_ERR_OK;
+}
+
 } // namespace
 
 Dir::Dir(DirEntry const & entry, int attributes) {
@@ -71,12 +78,15 @@ Dir::Dir(DirEntry const & entry, int attributes) {
   // The system matches a pattern against the short 8.3 names too, so all entries are asked for and matched here.
   WIN32_FIND_DATAA found;
   handles::FolderSearch const search(FindFirstFileA((folder + "*").c_str(), &found));
-  if (!search)
+  if (!search) {
+    error_ = errorUnless(ERROR_FILE_NOT_FOUND); // the root of an empty drive
     return;
+  }
   do {
     if (isListed(found, attributes, pattern))
       entries_.emplace_back(folder + found.cFileName);
   } while (FindNextFileA(search.get(), &found));
+  error_ = errorUnless(ERROR_NO_MORE_FILES);
 }
 
 void Dir::SetSort(int order) {

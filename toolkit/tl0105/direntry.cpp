@@ -1,6 +1,7 @@
 #include "tools/direntry.hpp"
 
 #include "foldermove.hpp"
+#include "lasterror.hpp"
 #include "pathparts.hpp"
 #include "tools/winapi.hpp"
 
@@ -50,8 +51,8 @@ String DirEntry::GetBase(char separator) const {
 void DirEntry::ChangeBase(String const & base, char separator) {
   String const changed = base + GetName().substr(GetBase(separator).Len());
   String folder = path_.substr(0, pathparts::nameStart(path_));
-  bool const isShare = folder.Len() > 2 && !endsInSeparator(folder);
-  if (isShare && changed.Len() > 0)
+  bool const isBareShare = pathparts::isOnShare(path_) && !endsInSeparator(folder);
+  if (isBareShare && changed.Len() > 0)
     folder += kSeparator;
   *this = DirEntry(folder + changed);
 }

@@ -13,6 +13,10 @@ String normalised(String const & path);
 /// comes first.
 std::int32_t rootLength(String const & path);
 
+/// Whether the path begins with "\\server\share" or "\\?\UNC\server\share": its root is a folder with and without a separator
+/// behind it.
+bool isOnShare(String const & path);
+
 /// The path without the separators at its end; those of a root stay.
 String withoutTrailingSeparators(String const & path);
 

@@ -1,6 +1,7 @@
 #include "tools/string.hpp"
 
 #include "tools/winapi.hpp"
+#include "utf8fit.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -101,14 +102,12 @@ int ConvertStringToUTF8String(String const & text, String & utf8) {
     return 1;
   }
   auto const wide = wideForm(text);
-  int const units = static_cast<int>(wide.size());
+  int const units = static_cast<int>(unitsThatFit(wide.data(), wide.size(), STRING_MAXLEN));
   int const bytes = WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
-  if (bytes <= 0 || bytes > STRING_MAXLEN)
+  if (bytes <= 0)
     return 0;
   String result = String::ofLength(bytes);
-  // The count of a text of GiB may have overflown.
-  if (WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, result.writable(), bytes, nullptr, nullptr) != bytes)
-    return 0;
+  WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, result.writable(), bytes, nullptr, nullptr);
   utf8 = result;
   return 1;
 }

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// The one place that includes the platform's header: lean, and without the macros that would rename our own members.
-/// Public headers do not include it; they name handles by the structures that the platform declares for them.
+/// The one place that includes the platform's header: a lean version of it, without the macros that would rename members of
+/// ours. Public headers do not include it; for handles they use the structures that the platform declares.
 
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
