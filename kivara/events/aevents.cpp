@@ -24,13 +24,15 @@ template <std::size_t count> String nameOf(char const * const (&names)[count], i
 
 } // namespace
 
-// Exports the types for users that take their address, as a const reference does.
+// A product that binds a reference to a type needs it exported, and the declaration in the class does not export it.
+// NOLINTBEGIN(readability-redundant-declaration)
 constexpr KivEventType KivUserEvent::kEventType;
 constexpr KivEventType KivUserGroupEvent::kEventType;
 constexpr KivEventType KivExitAppEvent::kEventType;
 constexpr KivEventType KivWindowStackChangedEvent::kEventType;
 constexpr KivEventType KivSystemSettingsChangedEvent::kEventType;
 constexpr KivEventType KivBeforeGrabFocusEvent::kEventType;
+// NOLINTEND(readability-redundant-declaration)
 
 KivUserEvent::KivUserEvent(ActionType action, long id) : KivUserEvent(action, id, -1, KIV_DB_PERMISSION_NONE) {}
 KivUserEvent::KivUserEvent(ActionType action, long id, long permissionType, KivDBPermission dbPermission)

@@ -5,11 +5,11 @@ using SV::String;
 
 namespace {
 
-/// All that is known of the event of a start-up phase: its class is the product's.
+/// All that is known of the event of a start-up phase, whose class is the product's.
 struct StartupPhaseLayout : KivEvent {
   String text;
 };
-static_assert(sizeof(KivEvent) == 32 && sizeof(StartupPhaseLayout) == 40, "the text lies right behind the result");
+static_assert(sizeof(KivEvent) == 32 && sizeof(StartupPhaseLayout) == 40, "the string comes right after the result");
 
 } // namespace
 

@@ -32,6 +32,7 @@
 #include "tools/assert.hpp"
 
 #include <type_traits>
+#include <typeinfo> // otherwise GCC exports the type information of the dispatcher's base class as well
 
 /// The order of handlers: a larger number runs earlier. Any number will do.
 enum KivEventPriority : int { KIV_PRIORITY_NORMAL = 0, KIV_PRIORITY_EARLY = 600 };
@@ -144,9 +145,9 @@ template <class Handler>
 requires std::is_member_pointer_v<Handler>
 void KivEventListener::setEventHandler(KivEventType type, Handler handler, KivEventPriority priority) {
   if constexpr (kivara::detail::isUntypedHandler<Handler, KivEventListener, KivEvent>()) {
-    // Drops a noexcept, with which it would not convert.
-    void (kivara::detail::HandlerOf<Handler>::Listener::*const untyped)(KivEvent *) = handler;
-    setEventHandler(type, static_cast<KivEventHandler>(untyped), priority);
+    using Listener = typename kivara::detail::HandlerOf<Handler>::Listener;
+    kivara::detail::Untyped<Listener, KivEvent> const plain = handler; // a noexcept would keep the cast from compiling
+    setEventHandler(type, static_cast<KivEventHandler>(plain), priority);
   }
 }
 

@@ -24,6 +24,9 @@ concept HasHandlerShape = requires {
   typename HandlerOf<Handler>::Event;
 };
 
+/// The form in which a handler can be a value of the program.
+template <class Listener, class Event> using Untyped = void (Listener::*)(Event *);
+
 /// Whether pointers convert in both directions. They do not for a private, ambiguous or virtual base, nor for a class that
 /// is only declared.
 template <class Derived, class Base>
@@ -58,11 +61,10 @@ template <class Handler, class Listener, class Event> constexpr bool isHandler()
 /// True for a handler that is a value of the program; anything else does not compile.
 template <class Handler, class Listener, class Event> constexpr bool isUntypedHandler() {
   if constexpr (isHandler<Handler, Listener, Event>()) {
-    using Untyped = void (HandlerOf<Handler>::Listener::*)(Event *);
-    static_assert(std::is_convertible_v<Handler, Untyped>,
-                  "a const handler, or one that takes a class of its own, must be a template argument: "
-                  "setEventHandler<&Class::handler>(type)");
-    return std::is_convertible_v<Handler, Untyped>;
+    constexpr bool isUntyped = std::is_convertible_v<Handler, Untyped<typename HandlerOf<Handler>::Listener, Event>>;
+    static_assert(isUntyped, "a const handler, or one that takes a class of its own, must be a template argument: "
+                             "setEventHandler<&Class::handler>(type)");
+    return isUntyped;
   }
   return false;
 }
