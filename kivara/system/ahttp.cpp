@@ -1,7 +1,7 @@
 #include "ahttp.hpp"
 
+#include "base/openfile.hpp"
 #include "system/httpcall.hpp"
-#include "system/openfile.hpp"
 
 #include <cstdlib>
 #include <cstring>
@@ -71,7 +71,7 @@ bool KivHTTPClient::SetProgress(unsigned int received) {
 bool KivHTTPClient::SaveResponseToFile(WString const & path) const {
   if (rawResponse_ == nullptr || receivedLength_ == 0)
     return false;
-  kivara::OpenFile file(_wfopen(path.c_str(), L"wb"));
+  kivara::OpenFile const file(_wfopen(path.c_str(), L"wb"));
   if (!file)
     return false;
   bool const isTaken = std::fwrite(rawResponse_, 1, receivedLength_, file.get()) == receivedLength_;

@@ -11,6 +11,10 @@
 
 namespace kivara {
 
+struct FreeBlock {
+  void operator()(void * block) const { std::free(block); }
+};
+
 /// Bytes that grow at the end, with a NUL behind them.
 class HttpBody {
 public:
@@ -27,10 +31,7 @@ public:
   unsigned char * release() { return reinterpret_cast<unsigned char *>(bytes_.release()); }
 
 private:
-  struct Free {
-    void operator()(void * block) const { std::free(block); }
-  };
-  using Block = std::unique_ptr<char, Free>;
+  using Block = std::unique_ptr<char, FreeBlock>;
 
   bool grow(std::size_t least);
 

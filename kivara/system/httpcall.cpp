@@ -28,10 +28,6 @@ template <class Settings> struct ProxySettings : Settings {
   }
 };
 
-struct FreeBlock {
-  void operator()(void * block) const { std::free(block); }
-};
-
 bool isText(wchar_t const * text) { return text != nullptr && *text != L'\0'; }
 
 } // namespace
@@ -59,7 +55,7 @@ bool HttpCall::open(wchar_t const * method) {
   if (connection_)
     request_.reset(WinHttpOpenRequest(connection_.get(), method, path, nullptr, WINHTTP_NO_REFERER,
                                       WINHTTP_DEFAULT_ACCEPT_TYPES, isSecure_ ? WINHTTP_FLAG_SECURE : 0));
-  return request_ != nullptr;
+  return static_cast<bool>(request_);
 }
 
 bool HttpCall::perform(bool noRedirects) {

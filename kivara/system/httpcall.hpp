@@ -3,23 +3,18 @@
 /// One request of the HTTP client, from its connection to the end of the answer. Internal.
 
 #include "ahttp.hpp"
-#include "tools/winapi.hpp"
+#include "handles/handle.hpp"
 
 #include <winhttp.h>
-
-#include <memory>
-#include <type_traits>
 
 namespace kivara {
 
 class HttpBody;
 
-struct HttpHandleCloser {
-  void operator()(HINTERNET handle) const { WinHttpCloseHandle(handle); }
+struct HttpKind : handles::NullKind<HINTERNET> {
+  static void close(HINTERNET handle) { WinHttpCloseHandle(handle); }
 };
-
-/// A handle of WinHTTP, or null; closed with this object.
-using HttpHandle = std::unique_ptr<std::remove_pointer_t<HINTERNET>, HttpHandleCloser>;
+using HttpHandle = handles::Handle<HttpKind>;
 
 /// Takes what to do from the client and leaves there what came of it. From open on, each call of the system that fails
 /// leaves its code in the client.
