@@ -1,6 +1,7 @@
 # How the kinds of targets of this project are made. Sources and links are always named, never globbed.
 
 set(KIVARA_CMAKE_DIR ${CMAKE_CURRENT_LIST_DIR})
+include(KivaraDelayLoad)
 include(KivaraResources)
 include(KivaraInstall)
 

@@ -18,6 +18,7 @@
 #include "aextman.hpp"
 #include "afarcall.hpp"
 #include "afileman.hpp"
+#include "ahttp.hpp"
 #include "ainter.hpp"
 #include "alocale.hpp"
 #include "alog.hpp"

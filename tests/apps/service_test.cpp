@@ -142,6 +142,15 @@ TEST(Service, TakesThePortThatItIsToldAndSaysInItsLogsWhenItCannot) {
   EXPECT_EQ(third.stop(), 0u);
 }
 
+TEST(Service, StartsWithoutTheLibrariesThatAreLoadedLate) {
+  ServiceRun run("");
+  run.port();
+  std::set<std::string> const modules = run.child().modules();
+  EXPECT_EQ(modules.count("kivara.dll"), 1u);
+  EXPECT_EQ(modules.count("winhttp.dll"), 0u);
+  EXPECT_EQ(run.stop(), 0u);
+}
+
 TEST(Service, ShowsNoWindow) {
   ServiceRun run("");
   run.port();
