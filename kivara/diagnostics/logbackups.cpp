@@ -1,6 +1,6 @@
 #include "diagnostics/logbackups.hpp"
 
-#include "diagnostics/boundedtext.hpp"
+#include "base/boundedtext.hpp"
 
 #include <algorithm>
 #include <cstdio>
