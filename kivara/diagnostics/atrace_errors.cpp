@@ -27,6 +27,7 @@ constexpr UINT kBoxStyle = MB_TOPMOST | MB_TASKMODAL | MB_ICONERROR;
 bool deadNet = false;
 bool deadNetworkShown = false;
 bool exitShown = false;
+bool isGivingFocusBack = false;
 
 /// A text of the language's resources, or the built-in one. Without a resource manager nothing is loaded: that would
 /// raise a severe exception.
@@ -67,12 +68,44 @@ private:
   unsigned short count_;
 };
 
+/// Gives the focus back to the window of this thread that had it before a box. All windows of the thread are still
+/// disabled when the box closes, so the system finds none to give it to. If another program has come to the front
+/// meanwhile, it stays there.
+class FocusKeeper {
+public:
+  FocusKeeper() : window_(GetFocus()) {}
+  ~FocusKeeper() {
+    // A program that reports an error whenever it gets the focus would never come back from here.
+    if (isGivingFocusBack || GetFocus() == window_ || !IsWindowVisible(window_))
+      return;
+    isGivingFocusBack = true;
+    SetFocus(window_);
+    isGivingFocusBack = false;
+  }
+  FocusKeeper(FocusKeeper const &) = delete;
+  FocusKeeper & operator=(FocusKeeper const &) = delete;
+
+private:
+  HWND window_; ///< null where no window of this thread had it
+};
+
+struct BoxResult {
+  int button; ///< 0: there was no box
+  DWORD error;
+};
+
+BoxResult showBox(char const * text, char const * title, UINT style) {
+  FocusKeeper const focus;
+  int const button = MessageBoxA(nullptr, text, title, style);
+  return {button, GetLastError()};
+}
+
 /// Shows the text in a box of the errors' style. True when it was cancelled, which only a box with Cancel can be.
 bool isCancelledInBox(String const & text, bool withCancel) {
   SV::Window const * const window = Application::GetAppWindow();
   String const title = window != nullptr ? window->GetText() : String("Unexpected program failure");
   UINT const style = withCancel ? kBoxStyle | MB_OKCANCEL : kBoxStyle;
-  return MessageBoxA(nullptr, text.c_str(), title.c_str(), style) == IDCANCEL && withCancel;
+  return showBox(text.c_str(), title.c_str(), style).button == IDCANCEL && withCancel;
 }
 
 void logSuppressed(String const & text) {
@@ -143,20 +176,17 @@ void displayExitMessage() {
 int KIV_Assert_Fail(char const * file, int line, char const * expression, char const * userMessage) {
   BoundedText<8192> text("Assertion failed!\nFile %s line %d:\n\nExpression: '%s'\n\nUser message:\n  '%s'\n",
                          orEmpty(file), line, orEmpty(expression), orEmpty(userMessage));
-  int result = 0;
-  DWORD error = 0;
-  if (!Application::IsModalDialogSuppression()) {
-    result = MessageBoxA(nullptr, text.c_str(), "Assertion failed", kBoxStyle);
-    error = GetLastError();
-  }
+  BoxResult box = {};
+  if (!Application::IsModalDialogSuppression())
+    box = showBox(text.c_str(), "Assertion failed", kBoxStyle);
   text.set("[assertion] %s (%u): %s\n", orEmpty(file), static_cast<unsigned>(line), orEmpty(expression));
   KivDebugOut(text.c_str());
-  if (result == 0) {
-    text.set("            MessageBox errorcode: %u\n", static_cast<unsigned>(error));
+  if (box.button == 0) {
+    text.set("            MessageBox errorcode: %u\n", static_cast<unsigned>(box.error));
     KivDebugOut(text.c_str());
   }
   if (std::getenv("KIV_DUMP_ASSERTION") != nullptr) {
     // JOIN acrash: Fct_CreateMiniDump(file, line)
   }
-  return result == IDCANCEL ? 1 : 0;
+  return box.button == IDCANCEL ? 1 : 0;
 }
