@@ -29,8 +29,8 @@ bool deadNetworkShown = false;
 bool exitShown = false;
 bool isGivingFocusBack = false;
 
-/// A text of the language's resources, or the built-in one. Without a resource manager nothing is loaded: that would
-/// raise a severe exception.
+/// A text from the resources of the current language, or the built-in one. Without a resource manager nothing is
+/// loaded: that would raise a severe exception.
 String resourceText(kivara::texts::Id id, char const * builtIn) {
   String const text = SV::Resource::GetResManager() != nullptr ? SV::Resource::LoadString(id) : String();
   return text.Len() != 0 ? text : String(builtIn);
@@ -53,7 +53,7 @@ String withCode(String const & text, String const & code) {
   return text.substr(0, start) + code + text.substr(start + 2);
 }
 
-/// Switches the wait pointer off as long as a box is open.
+/// Switches the wait pointer off while a box is open.
 class WaitPause {
 public:
   WaitPause() : count_(Application::IsWait()) {
@@ -100,7 +100,7 @@ BoxResult showBox(char const * text, char const * title, UINT style) {
   return {button, GetLastError()};
 }
 
-/// Shows the text in a box of the errors' style. True when it was cancelled, which only a box with Cancel can be.
+/// Shows the text in a box for errors. True if it was cancelled, which is possible only in a box with Cancel.
 bool isCancelledInBox(String const & text, bool withCancel) {
   SV::Window const * const window = Application::GetAppWindow();
   String const title = window != nullptr ? window->GetText() : String("Unexpected program failure");
@@ -138,7 +138,7 @@ void displayErrorMessage(char const * file, unsigned line) {
   // JOIN acrash: Fct_CreateMiniDump(file, line), before the debugger stops the program
   if (cancelled)
     DebugBreak();
-  // Asked for only now: the messages of the box may have closed it. What the box covered is drawn at once.
+  // Fetched only now: a message that the box handled may have closed it. What the box covered is drawn at once.
   if (SV::Window * const window = Application::GetAppWindow())
     window->Update();
 }
@@ -146,7 +146,7 @@ void displayErrorMessage(char const * file, unsigned line) {
 void displayDeadNetworkMessage() {
   if (deadNetworkShown)
     return;
-  deadNetworkShown = true; // first of all, so that a failure in here does not come back
+  deadNetworkShown = true; // before anything else, so that a failure in here does not recurse
   String text = resourceText(kivara::texts::kDeadNetwork, kBuiltInDeadNetworkText);
   if (Application::IsModalDialogSuppression()) {
     logSuppressed("displayDeadNetworkMessage()\n" + text);
@@ -167,7 +167,7 @@ void displayExitMessage() {
   if (Application::IsModalDialogSuppression()) {
     logSuppressed(text);
   } else if (KivCmdline::releaseAssertionsEnabled()) {
-    text += "\n\nPress Cancel to debug."; // other words than in the other two boxes: testers look for them
+    text += "\n\nPress Cancel to debug."; // not the words of the other two boxes: testers look for these
     if (isCancelledInBox(text, true))
       DebugBreak();
   }

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// Rules for the backups of a log file: their names, their dates and how many are too many. Nothing here opens or looks up a
-/// file. Internal.
+/// Rules for the backups of a log file: their names, their dates and how many are too many. Nothing here opens or looks
+/// up a file. Internal.
 
 #include "tools/date.hpp"
 #include "tools/direntry.hpp"
