@@ -270,6 +270,14 @@ TEST_F(LogFile, ThatIsNotDeletedKeepsItsName) {
   EXPECT_EQ(contents(), "2026.11.13, 07:08:09: by its name\r\n");
 }
 
+TEST_F(LogFile, ThatIsNotOpenedKeepsItsName) {
+  Logger log(true, false, 0);
+  ASSERT_FALSE(log.open("later\\x.log", true));
+  ASSERT_TRUE(CreateDirectoryA("later", nullptr));
+  log._debugPrint("by its name");
+  EXPECT_EQ(readFile("later\\x.log"), "2026.11.13, 07:08:09: by its name\r\n");
+}
+
 TEST_F(LogFile, ThatIsClosedOrDeletedHasNoName) {
   Logger log(true, false, 0);
   for (bool const deleted : {false, true}) {

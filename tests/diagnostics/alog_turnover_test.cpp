@@ -60,6 +60,27 @@ TEST_F(TurnOver, LeavesANewFileAlone) {
   EXPECT_EQ(names(), Names{kName});
 }
 
+TEST_F(TurnOver, LeavesANewFileAloneThoughItsLoggerWasMadeOnAnotherDay) {
+  setDay(2026, 11, 12);
+  KivBasicFileLogger log(true, true, 3);
+  setDay(2026, 11, 13);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_TRUE(log.addText("first"));
+  EXPECT_EQ(contents(), kStamp + "first\r\n");
+  EXPECT_EQ(names(), Names{kName});
+}
+
+TEST_F(TurnOver, LeavesASecondNewFileAloneThoughTheFirstWasOfAnotherDay) {
+  setDay(2026, 11, 12);
+  KivBasicFileLogger log(true, true, 3);
+  ASSERT_TRUE(log.open("first.log", true));
+  ASSERT_TRUE(log.close());
+  setDay(2026, 11, 13);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_TRUE(log.addText("first"));
+  EXPECT_EQ(contents(), kStamp + "first\r\n");
+}
+
 TEST_F(TurnOver, MovesAFileOfAnotherDateWhenItIsOpened) {
   writeFile(kName, kOldLine);
   KivBasicFileLogger log(true, true, 3);
@@ -407,7 +428,7 @@ TEST_F(FailedTurnOver, WhileOpenGoesOnInTheEmptiedFile) {
 
 TEST_F(LogDate, IsReadFromTheStartOfTheFile) {
   struct {
-    char const * text;
+    std::string text;
     std::uint32_t date;
   } const rows[] = {
       {"2026.11.12, 01:02:03: x", 20261112},
@@ -416,6 +437,8 @@ TEST_F(LogDate, IsReadFromTheStartOfTheFile) {
       {"12026.111.109x", 20261109},
       {"2026. 11. 12", 20261112},
       {"\r\n2026.11.12", 20261112},
+      {std::string(10'000, '\n') + "2026.11.12, x", 20261112},
+      {"2026.11.12" + std::string(10'000, 'x'), 20261112},
       {"2026.11.", 20261113},
       {"", 20261113},
   };

@@ -25,6 +25,17 @@ TEST(InternalError, PutsTheWaitPointerBackAfterTheWindowIsUpdated) {
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "update, wait 0", "after error, wait 3"}));
 }
 
+TEST(InternalError, PutsTheWaitPointerBackToNoneToo) {
+  ReporterRun run("waitingbox error");
+  EXPECT_EQ(run.lines(), (Lines{kPlainBox, "after error, wait 0"}));
+}
+
+TEST(InternalError, OfAWindowWithoutATitleHasNone) {
+  ReporterRun run("untitled error");
+  EXPECT_EQ(run.answerBox(IDOK).title, "");
+  EXPECT_EQ(run.lines(), (Lines{kPlainBox, "update, wait 0", "after error, wait 0"}));
+}
+
 TEST(InternalError, CancelStopsInTheDebuggerBeforeTheProgramGoesOn) {
   std::string outputAtStop;
   support::Debugger const * debugger = nullptr;
@@ -96,6 +107,16 @@ TEST(InternalError, BeforeAndAfterTheApplicationObjectIsNothingAtAll) {
   ReporterRun run("", {{"KIVTEST_EARLY", "1"}});
   EXPECT_EQ(run.lines(), (Lines{"after the early error", "after the late error"}));
   EXPECT_EQ(run.texts(), Lines{});
+}
+
+TEST(InternalError, BeforeAndAfterTheApplicationObjectIsNothingAtAllWithADeadNetworkToo) {
+  ReporterRun run("", {{"KIVTEST_EARLY", "deadnet"}});
+  EXPECT_EQ(run.lines(), (Lines{"after the early error", "after the late error"}));
+}
+
+TEST(InternalError, BeforeTheApplicationObjectDoesNotCountAsTheMessageOfADeadNetwork) {
+  ReporterRun run("error", {{"KIVTEST_EARLY", "deadnet"}});
+  EXPECT_EQ(run.lines(), (Lines{"after the early error", kPlainBox, "after error, wait 0", "after the late error"}));
 }
 
 struct NameRow {

@@ -80,6 +80,29 @@ TEST(DeadNetwork, UnderSuppressionIsLoggedOnce) {
             linesOf("displayDeadNetworkMessage()\n" + networkText()));
 }
 
+TEST(DeadNetwork, ThatIsReportedNowhereCountsAsReported) {
+  ReporterRun run("-no_dialogs network show network suppress log:dialogs.txt network");
+  EXPECT_EQ(run.lines(), (Lines{"after network", "after network", "after network"}));
+  EXPECT_FALSE(support::exists("dialogs.txt"));
+}
+
+TEST(DeadNetwork, ThatWasOnlyLoggedIsNotShownLater) {
+  ReporterRun run("-no_dialogs log:dialogs.txt network show network");
+  EXPECT_EQ(run.lines(), (Lines{"after network", "after network"}));
+}
+
+TEST(ExitNotice, ThatIsShownNowhereCountsAsShown) {
+  ReporterRun run("exit suppress log:dialogs.txt exit");
+  EXPECT_EQ(run.lines(), (Lines{"after exit", "after exit"}));
+  EXPECT_FALSE(support::exists("dialogs.txt"));
+}
+
+TEST(ExitNotice, ThatIsLoggedNowhereCountsAsShown) {
+  ReporterRun run("-no_dialogs -assert exit show exit suppress log:dialogs.txt exit");
+  EXPECT_EQ(run.lines(), (Lines{"after exit", "after exit", "after exit"}));
+  EXPECT_FALSE(support::exists("dialogs.txt"));
+}
+
 TEST(ExitNotice, CancelStopsInTheDebugger) {
   ReporterRun run("-assert exit");
   run.answerBox(IDCANCEL);

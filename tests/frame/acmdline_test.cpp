@@ -1,5 +1,6 @@
 #include "acmdline.hpp"
 
+#include "diagnostics/internal_errors.hpp"
 #include "frame/cmdline_getters.hpp"
 #include "frame/heap_arguments.hpp"
 #include "support/allocation.hpp"
@@ -11,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 using kivtest::kFlagGetters;
@@ -92,6 +94,53 @@ TEST(CmdlineBeforeInit, EveryValueGetterAnswersForAnAbsentOption) {
   String script("before");
   EXPECT_FALSE(cmdline.getStartupKivScript(script));
   EXPECT_EQ(text(script), "before");
+}
+
+TEST(CmdlineBeforeInit, FlagGettersReportNothing) {
+  kivtest::InternalErrors const errors;
+  for (auto const & flag : kFlagGetters)
+    flag.get();
+  EXPECT_EQ(errors.places(), Words{});
+}
+
+TEST(CmdlineBeforeInit, EachOtherQueryReportsTheLineOfTheOneThatItAsksFirstAndNoOther) {
+  struct {
+    char const * name;
+    void (*ask)(KivCmdline const & cmdline);
+    Words places;
+  } const rows[] = {
+      {"getCount", [](KivCmdline const & c) { c.getCount(); }, {"acmdline.cpp (179)"}},
+      {"getParam", [](KivCmdline const & c) { c.getParam(0); }, {"acmdline.cpp (188)"}},
+      {"isFlag", [](KivCmdline const & c) { c.isFlag("trace"); }, {"acmdline.cpp (201)"}},
+      {"getValue", [](KivCmdline const & c) { c.getValue("u"); }, {"acmdline.cpp (228)"}},
+      {"getInt", [](KivCmdline const & c) { c.getInt("h"); }, {"acmdline.cpp (228)"}},
+      {"getLong", [](KivCmdline const & c) { c.getLong("h"); }, {"acmdline.cpp (228)"}},
+      {"getDouble", [](KivCmdline const & c) { c.getDouble("h"); }, {"acmdline.cpp (228)"}},
+      {"getLoginSchemaVersion", [](KivCmdline const & c) { c.getLoginSchemaVersion(); }, {"acmdline.cpp (188)"}},
+      {"getStartupKivScript",
+       [](KivCmdline const & c) {
+         String s;
+         c.getStartupKivScript(s);
+       },
+       {"acmdline.cpp (201)"}},
+      {"getFontHeight", [](KivCmdline const & c) { c.getFontHeight(); }, {"acmdline.cpp (228)"}},
+      {"getWSPortNumber", [](KivCmdline const & c) { c.getWSPortNumber(); }, {"acmdline.cpp (228)"}},
+      {"getWSLogFileBackupCount", [](KivCmdline const & c) { c.getWSLogFileBackupCount(); }, {"acmdline.cpp (201)"}},
+      {"getWSLogFormat", [](KivCmdline const & c) { c.getWSLogFormat(); }, {}},
+      {"the log file", [](KivCmdline const & c) { c.getModalDialogSuppressionLogfileName(); }, {}},
+  };
+  kivtest::InternalErrors const errors;
+  Words expected;
+  for (auto const & row : rows) {
+    row.ask(KivCmdline::Instance());
+    expected.insert(expected.end(), row.places.begin(), row.places.end());
+    EXPECT_EQ(errors.places(), expected) << row.name;
+  }
+  for (auto const & row : kTextGetters) {
+    (KivCmdline::Instance().*row.get)();
+    expected.emplace_back("acmdline.cpp (228)");
+    EXPECT_EQ(errors.places(), expected) << row.option;
+  }
 }
 
 TEST(CmdlineBeforeInit, InstanceIsOneObject) { EXPECT_EQ(&KivCmdline::Instance(), &KivCmdline::Instance()); }
@@ -483,7 +532,22 @@ TEST(CmdlineWords, AreReadWhereTheCallersArrayIs) {
   EXPECT_EQ(text(KivCmdline::Instance().getLoginUserName()), "admin");
 }
 
-TEST(CmdlineWords, ThatAreNullArePassedOver) {
+TEST(CmdlineWords, AreReadFromTheCallersArrayAndNotFromACopyOfIt) {
+  auto & arguments = kept({"tool.exe", "-uAdmin", "-h9"});
+  KivCmdline::init(arguments.argc(), arguments.argv(), true, "");
+  KivCmdline const & cmdline = KivCmdline::Instance();
+  std::swap(arguments.argv()[0], arguments.argv()[1]);
+  EXPECT_EQ(text(cmdline.getParam(0)), "-uAdmin");
+  EXPECT_EQ(text(cmdline.getParam(1)), "tool.exe");
+  EXPECT_EQ(text(cmdline.getLoginUserName()), "");
+  char other[] = "-uGuest";
+  arguments.argv()[2] = other;
+  EXPECT_TRUE(cmdline.isFlag("uG"));
+  EXPECT_EQ(text(cmdline.getLoginUserName()), "Guest");
+  EXPECT_EQ(cmdline.getFontHeight(), 0);
+}
+
+TEST(CmdlineWords, ThatAreNullAreIgnored) {
   auto & arguments = kept({"tool.exe", "gone", "-uAdmin", "gone", "-trace"});
   for (std::size_t const i : {0, 1, 3})
     arguments.setNull(i);
