@@ -116,7 +116,7 @@ LRESULT CALLBACK watchKeysAndFocus(HWND self, UINT message, WPARAM wParam, LPARA
 /// A window in front that has the focus, or whose field has it.
 void openInFront(bool withField) {
   window = std::make_unique<ProductWindow>();
-  HWND const frame = window->GetHWND();
+  HWND const frame = window->GethWnd();
   focused = withField
                 ? CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 0, 0, 200, 30, frame, nullptr, nullptr, nullptr)
                 : frame;
