@@ -45,7 +45,7 @@ public:
   /// | an answer came, of whatever status: 404 too | true | as it was, or that of an option or a part that failed | new |
   /// | the URL is empty | false | 3 | as they were |
   /// | another method | false | 87 | as they were |
-  /// | the URL cannot be taken apart or is too long, or its host refused | **true** | as it was | as they were: empty status in a new object |
+  /// | the URL cannot be taken apart or is too long, or the system refuses it | **true** | as it was | as they were: empty status in a new object |
   /// | no attempt was answered, or there was none | false | the system's code; as it was without an attempt | as they were |
   /// | no memory for the body, or one of 2 GiB and more | false | as it was | new, with as much as was kept |
   ///
