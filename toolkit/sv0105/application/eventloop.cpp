@@ -1,8 +1,6 @@
 #include "sv/application.hpp"
 
-#include "application/guard.hpp"
-#include "application/helpkeys.hpp"
-#include "application/toolkit.hpp"
+#include "application/dispatch.hpp"
 
 namespace SV {
 
@@ -10,26 +8,12 @@ namespace {
 
 constexpr DWORD kRescheduleMilliseconds = 100;
 
-bool asksForHelp(MSG const & message) {
-  bool result = false;
-  return !detail::guarded([&] { result = detail::isHelpMessage(message); }) || result;
-}
-
-void dispatch(MSG & message) {
-  if (asksForHelp(message))
-    return;
-  if (HWND const client = detail::toolkit().mdiClient; client && TranslateMDISysAccel(client, &message))
-    return;
-  TranslateMessage(&message);
-  DispatchMessageA(&message);
-}
-
 } // namespace
 
 int Application::Execute() {
   MSG message = {};
   while (GetMessageA(&message, nullptr, 0, 0) > 0)
-    dispatch(message);
+    detail::dispatch(message);
   return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 1;
 }
 
@@ -42,7 +26,7 @@ void Application::Reschedule() {
       PostQuitMessage(static_cast<int>(message.wParam));
       return;
     }
-    dispatch(message);
+    detail::dispatch(message);
     if (GetTickCount() - start > kRescheduleMilliseconds)
       return;
   }

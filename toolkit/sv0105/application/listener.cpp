@@ -2,6 +2,7 @@
 
 #include "application/guard.hpp"
 #include "application/hook.hpp"
+#include "application/timers.hpp"
 #include "application/toolkit.hpp"
 
 #include <cstring>
@@ -52,8 +53,11 @@ LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
   bool done = false;
   bool const passed = guarded([&] {
     Application * const application = toolkit().application;
-    done = askHook(window, message, wParam, lParam, result) ||
-           (application && tellApplication(*application, message, wParam, lParam));
+    done = askHook(window, message, wParam, lParam, result);
+    if (!done && message == WM_TIMER)
+      timeOut(wParam);
+    else if (!done)
+      done = application && tellApplication(*application, message, wParam, lParam);
   });
   return done || !passed ? result : DefWindowProcA(window, message, wParam, lParam);
 }

@@ -5,12 +5,20 @@
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
 #include "sv/sysdepen.hpp"
+#include "sv/timer.hpp"
 #include "tools/winapi.hpp"
 
 #include <unordered_map>
 #include <vector>
 
 namespace SV::detail {
+
+/// See Application::InsertAccel.
+struct InsertedAccelerator {
+  Accelerator * accelerator;
+  unsigned short scope;
+  int modalDepth; ///< how many modal dialogs ran when it was inserted
+};
 
 struct Toolkit {
   Application * application = nullptr;
@@ -34,6 +42,10 @@ struct Toolkit {
   String dialogLog;
   String poolFile;
   ResMgr * resManager = nullptr;
+
+  int modalDepth = 0;                            ///< how many modal dialogs run, one out of the other
+  std::vector<InsertedAccelerator> accelerators; ///< the one that was inserted last at the end
+  std::unordered_map<unsigned long long, Timer *> timers;
 
   Window * appWindow = nullptr;
   bool appWindowShown = false;

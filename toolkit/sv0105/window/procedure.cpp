@@ -19,15 +19,18 @@ Window * windowBeingMade = nullptr;
 struct ClassDescription {
   char const * name;
   int background; ///< a system colour, or -1 for none
+  int extraBytes = 0;
 };
 
-constexpr ClassDescription kClasses[] = {{kWindowClass, COLOR_WINDOW}, {kFrameClass, -1}, {kChildClass, COLOR_WINDOW}};
+constexpr ClassDescription kClasses[] = {
+    {kWindowClass, COLOR_WINDOW}, {kFrameClass, -1}, {kChildClass, COLOR_WINDOW}, {kDialogClass, -1, DLGWINDOWEXTRA}};
 
 bool registerClass(ClassDescription const & window) {
   WNDCLASSEXA description = {};
   description.cbSize = sizeof description;
   description.style = CS_DBLCLKS;
   description.lpfnWndProc = windowProcedure;
+  description.cbWndExtra = window.extraBytes;
   description.hInstance = toolkit().instance;
   description.hIcon = LoadIconA(toolkit().instance, MAKEINTRESOURCEA(kProgramIcon));
   description.hCursor = LoadCursorA(nullptr, IDC_ARROW);

@@ -5,6 +5,7 @@
 #include "sv/outputdevice.hpp"
 #include "window/handlemap.hpp"
 #include "window/procedure.hpp"
+#include "window/reflection.hpp"
 #include "window/windowaccess.hpp"
 
 #include <algorithm>
@@ -87,8 +88,7 @@ void Window::create(detail::WindowSpec const & spec) {
   SetLastError(0);
   {
     detail::Attaching const attaching(spec.isControl ? nullptr : this);
-    hwnd_ = CreateWindowExA(spec.exStyle, spec.className, "", spec.style, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                            CW_USEDEFAULT, parent, nullptr, toolkit().instance, spec.data);
+    hwnd_ = spec.isDialog ? detail::createDialogWindow(spec, parent) : detail::createSystemWindow(spec, parent);
   }
   if (!hwnd_) {
     DWORD const error = GetLastError();
@@ -112,6 +112,7 @@ void Window::Destroy() {
 
 void Window::detach() {
   detail::forget(std::exchange(hwnd_, nullptr));
+  mouseCaptured_ = false;
   controlProcedure_ = nullptr;
   if (HFONT const font = std::exchange(systemFont_, nullptr))
     DeleteObject(font);
@@ -125,7 +126,7 @@ void Window::Resize(Size const &) {}
 
 void Window::Close() {
   if (!isAppWindow(this))
-    DefaultProcedure(WM_CLOSE, 0, 0);
+    Destroy();
   else if (mayEnd())
     Application::Quit();
 }
@@ -189,7 +190,8 @@ Size Window::GetOutputSizePixel() const {
 void Window::ChangeOutputSizePixel(Size const & size) {
   Size const outer = GetSizePixel();
   Size const inner = GetOutputSizePixel();
-  SetPosSizePixel(GetPosPixel(), {outer.width - inner.width + size.width, outer.height - inner.height + size.height});
+  Window::SetPosSizePixel(GetPosPixel(),
+                          {outer.width - inner.width + size.width, outer.height - inner.height + size.height});
 }
 
 Font const & Window::GetFont() const { return hasFont_ ? font_ : Application::GetAppFont(); }
@@ -212,11 +214,6 @@ void Window::useFont() {
   Invalidate();
 }
 
-void Window::GrabFocus() {
-  if (hwnd_)
-    SetFocus(hwnd_);
-}
-
 void Window::Invalidate() {
   if (hwnd_)
     InvalidateRect(hwnd_, nullptr, TRUE);
@@ -237,6 +234,13 @@ void Window::paint() {
 }
 
 long long Window::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
+  long long result = 0;
+  if (detail::isForControl(message, wParam, lParam, result))
+    return result;
+  HWND const handle = hwnd_;
+  // The window may die in its handler.
+  if (handleInput(message, wParam, lParam) || detail::windowOf(handle) != this)
+    return 0;
   switch (message) {
   case WM_CLOSE: Close(); return 0;
   case WM_QUERYENDSESSION: return !isAppWindow(this) || mayEnd();
@@ -246,6 +250,18 @@ long long Window::HandleMessage(unsigned message, unsigned long long wParam, lon
     if (wParam != SIZE_MINIMIZED)
       Resize({LOWORD(lParam), HIWORD(lParam)});
     break;
+  case WM_ERASEBKGND:
+    if (fillBackground(reinterpret_cast<HDC>(wParam)))
+      return 1;
+    break;
+  case WM_SETFOCUS:
+    result = DefaultProcedure(message, wParam, lParam);
+    GotFocus();
+    return result;
+  case WM_KILLFOCUS:
+    result = DefaultProcedure(message, wParam, lParam);
+    LostFocus();
+    return result;
   case WM_PAINT:
     if (controlProcedure_)
       break;
