@@ -37,7 +37,7 @@ using LogFile = kivtest::OnThe13th;
 
 TEST(LogStream, VirtualOperationsStandInSlotOrder) {
   std::size_t const open = slotOf(&KivBasicFileStream::open);
-  EXPECT_EQ(open, 2u); // behind the destructor, which this compiler gives two slots
+  EXPECT_EQ(open, 2u); // after the destructor, which takes two slots with this compiler
   EXPECT_EQ(slotOf(&KivBasicFileStream::close), open + 1);
   EXPECT_EQ(slotOf(&KivBasicFileStream::isOpen), open + 2);
   EXPECT_EQ(slotOf(&KivBasicFileStream::write), open + 3);

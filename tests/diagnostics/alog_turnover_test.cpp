@@ -259,7 +259,7 @@ TEST_F(TurnOver, Deletes1998Of2000Backups) {
   EXPECT_EQ(names(), (Names{kName, "daily_2006.01.11.log", "daily_2006.01.12.log", kBackup}));
 }
 
-TEST_F(TurnOver, BearsABackupThatCannotBeDeleted) {
+TEST_F(TurnOver, IgnoresABackupThatCannotBeDeleted) {
   writeFile("daily_2026.11.01.log", "");
   writeFile("daily_2026.11.02.log", "");
   writeFile(kName, kOldLine);
@@ -270,7 +270,7 @@ TEST_F(TurnOver, BearsABackupThatCannotBeDeleted) {
   EXPECT_EQ(names(), (Names{kName, "daily_2026.11.01.log", kBackup}));
 }
 
-TEST_F(TurnOverWhileOpen, TellsItsReasonInTheOldFileAndItsDoingInTheNew) {
+TEST_F(TurnOverWhileOpen, WritesItsReasonIntoTheOldFileAndWhatItDidIntoTheNew) {
   setDay(2026, 11, 12);
   KivBasicFileLogger log(true, true, 3);
   ASSERT_TRUE(log.open(kName, true));
@@ -353,7 +353,7 @@ TEST_F(TurnOverWhileOpen, OfAForeignFileGoesOnInTheSameFile) {
   EXPECT_EQ(names(), Names{kName});
 }
 
-TEST_F(FailedTurnOver, DropsTheContentAndTellsTheErrorInTheFirstLine) {
+TEST_F(FailedTurnOver, DiscardsTheContentAndGivesTheErrorInTheFirstLine) {
   writeFile(kName, kOldLine);
   writeFile(kBackup, "there already");
   std::string const code = std::to_string(SV::DirEntry(kName).MoveTo(SV::DirEntry(kBackup)));
@@ -377,7 +377,7 @@ BOOL WINAPI refuseMove(char const *, char const *, DWORD) {
 }
 
 // The administrator, who runs these tests, may rename in every folder: the refusal is the test's own.
-TEST_F(FailedTurnOver, InAFolderThatTakesNoNewFilesTellsTheSystemsErrorCode) {
+TEST_F(FailedTurnOver, InAFolderThatTakesNoNewFilesGivesTheSystemsErrorCode) {
   writeFile(kName, kOldLine);
   support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
                           {{"MoveFileExA", reinterpret_cast<void *>(refuseMove)}});

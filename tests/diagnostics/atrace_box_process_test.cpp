@@ -9,7 +9,7 @@ using namespace kivtest;
 
 namespace {
 
-TEST(InternalError, ToldTheDebuggerItsLineBeforeTheBoxOpens) {
+TEST(InternalError, WritesItsLineToTheDebuggerBeforeTheBoxOpens) {
   ReporterRun run("error");
   ASSERT_NE(run.box(), nullptr);
   Lines const texts = run.debugger().texts();
@@ -58,7 +58,7 @@ TEST(InternalError, WithoutADebuggerCancelEndsTheProcess) {
   EXPECT_EQ(child.waitForEnd(), static_cast<unsigned long>(STATUS_BREAKPOINT));
 }
 
-TEST(InternalError, IsToldEachTime) {
+TEST(InternalError, IsReportedEachTime) {
   ReporterRun run("error error");
   run.answerBox(IDOK);
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{errorText()});
@@ -72,7 +72,7 @@ TEST(InternalError, MayComeFromAnyThread) {
   EXPECT_EQ(run.texts(), Lines{kErrorLine});
 }
 
-TEST(InternalError, WithoutABoxGoesOnWithoutAWord) {
+TEST(InternalError, WithoutABoxReturnsSilently) {
   ReporterRun run("-assert nobox window wait error");
   EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42011, wait 0", "update, wait 0", "after error, wait 3"}));
   EXPECT_EQ(run.texts(), Lines{kErrorLine});

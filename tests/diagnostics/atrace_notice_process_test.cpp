@@ -1,4 +1,4 @@
-// What is told once in a process: the dead network and the exit notice.
+// What is reported once in a process: the dead network and the exit notice.
 
 #include "diagnostics/report_texts.hpp"
 #include "support/files.hpp"
@@ -9,21 +9,21 @@ using namespace kivtest;
 
 namespace {
 
-TEST(DeadNetwork, IsToldOnceInPlaceOfInternalErrors) {
+TEST(DeadNetwork, IsReportedOnceInsteadOfInternalErrors) {
   ReporterRun run("deadnet error error network");
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{networkText()});
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "after error, wait 0", "after error, wait 0", "after network"}));
   EXPECT_EQ(run.texts(), Lines{});
 }
 
-TEST(DeadNetwork, IsToldWhenTheDatabaseLayerIsNotConnected) {
+TEST(DeadNetwork, IsReportedWhenTheDatabaseLayerIsNotConnected) {
   ReporterRun run("link error error");
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{networkText()});
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "after error, wait 0", "after error, wait 0"}));
   EXPECT_EQ(run.texts(), Lines{});
 }
 
-TEST(DeadNetwork, IsNotToldWhileTheDatabaseLayerIsConnected) {
+TEST(DeadNetwork, IsNotReportedWhileTheDatabaseLayerIsConnected) {
   ReporterRun run("link connected:256 error");
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{errorText()});
   EXPECT_EQ(run.texts(), Lines{kErrorLine});
@@ -54,7 +54,7 @@ TEST(DeadNetwork, WithoutReleaseAssertionsACancelledBoxDoesNotStop) {
   EXPECT_EQ(run.stops(), 0u);
 }
 
-TEST(DeadNetwork, WithoutABoxCountsAsTold) {
+TEST(DeadNetwork, WithoutABoxCountsAsReported) {
   ReporterRun run("-assert nobox network network");
   EXPECT_EQ(run.lines(), (Lines{kBoxWithCancel, "after network", "after network"}));
   EXPECT_EQ(run.texts(), Lines{});
@@ -110,13 +110,13 @@ TEST(ExitNotice, CancelStopsInTheDebugger) {
   EXPECT_EQ(run.stops(), 1u);
 }
 
-TEST(ExitNotice, IsToldOnce) {
+TEST(ExitNotice, IsShownOnce) {
   ReporterRun run("-assert exit exit");
   run.answerBox(IDOK);
   EXPECT_EQ(run.lines(), (Lines{kBoxWithCancel, "after exit", "after exit"}));
 }
 
-TEST(ExitNotice, WithoutABoxCountsAsTold) {
+TEST(ExitNotice, WithoutABoxCountsAsShown) {
   ReporterRun run("-assert nobox exit exit");
   EXPECT_EQ(run.lines(), (Lines{kBoxWithCancel, "after exit", "after exit"}));
   EXPECT_EQ(run.stops(), 0u);

@@ -15,7 +15,7 @@ enum class WithoutGUI { asGiven, on, off };
 
 struct Option {
   std::string name;
-  std::string getter; ///< empty where there is none
+  std::string getter; ///< empty if there is none
   std::string meaning;
   bool isFlag = false;
   WithoutGUI withoutGUI = WithoutGUI::asGiven;
@@ -45,7 +45,7 @@ std::vector<std::string> linesOfFile(std::string const & name) {
   return support::linesOf(support::readFile(name).value_or("(no file)"));
 }
 
-/// What follows the header of the page's table, up to the empty line behind it.
+/// The rows of the page's table.
 std::vector<std::string> linesOfTheTable() {
   std::vector<std::string> const lines = linesOfFile(KIVARA_SOURCE_FOLDER "/docs/command-line.md");
   auto const header = std::find(lines.begin(), lines.end(), "| option | getter | meaning |");

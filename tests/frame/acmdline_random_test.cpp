@@ -114,7 +114,7 @@ struct Model {
 
   bool isOption(std::size_t i) const { return !words[i].empty() && (words[i][0] == '-' || words[i][0] == '/'); }
 
-  /// The first option that begins with the name; 0 where there is none.
+  /// The first option that begins with the name; 0 if there is none.
   std::size_t find(std::string_view name) const {
     for (std::size_t i = 1; i < words.size(); ++i)
       if (isOption(i) && std::string_view(words[i]).substr(1).starts_with(name))

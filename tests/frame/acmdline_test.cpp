@@ -44,7 +44,7 @@ KivCmdline const & initWords(Words const & words, bool withGUI = true, char cons
   return KivCmdline::Instance();
 }
 
-/// init with a program's name and these words behind it.
+/// init with a program's name, followed by these words.
 KivCmdline const & initWith(Words words) {
   words.insert(words.begin(), "tool.exe");
   return initWords(words);
@@ -57,7 +57,7 @@ KivCmdline const & initWithoutGUI(Words words, char const * logOptionName = "log
 
 std::string text(String const & value) { return std::string(value.c_str(), static_cast<std::size_t>(value.Len())); }
 
-/// The words of the flags that are on, each with a blank behind it.
+/// The words of the flags that are on, each followed by a blank.
 std::string flagsThatAreOn() {
   std::string on;
   for (auto const & flag : kFlagGetters)
@@ -190,7 +190,7 @@ TEST(CmdlineFlags, NearMissesOfTheirWordsSetNothing) {
     }
 }
 
-TEST(CmdlineFlags, OfEqualBeginningAreToldApart) {
+TEST(CmdlineFlags, WithTheSameBeginningAreDistinguished) {
   initWith({"-no_gui", "-no_dialogs"});
   EXPECT_EQ(flagsThatAreOn(), "no_dialogs no_gui ");
 }
@@ -322,7 +322,7 @@ TEST(CmdlineValues, OfTextOptionsAreWhatFollowsTheName) {
     }
 }
 
-TEST(CmdlineValues, OfTextOptionsTellCaseApart) {
+TEST(CmdlineValues, OfTextOptionsAreCaseSensitive) {
   for (auto const & row : kTextGetters) {
     std::string other = row.option;
     for (char & c : other)
@@ -331,7 +331,7 @@ TEST(CmdlineValues, OfTextOptionsTellCaseApart) {
   }
 }
 
-TEST(CmdlineValues, OfNumberOptionsAreTheNumberBehindTheName) {
+TEST(CmdlineValues, OfNumberOptionsAreTheNumberAfterTheName) {
   for (auto const & row : kNumberGetters)
     for (char const prefix : {'-', '/'}) {
       std::string const option = prefix + std::string(row.option);
@@ -501,7 +501,7 @@ TEST(CmdlinePrefixTrap, EmptyNameMatchesTheFirstOption) {
 
 TEST(CmdlineWords, AreCountedWithTheProgram) { EXPECT_EQ(initWith({"a", "-b", ""}).getCount(), 4); }
 
-TEST(CmdlineWords, AreGivenAsTheyStand) {
+TEST(CmdlineWords, AreReturnedUnchanged) {
   KivCmdline const & cmdline = initWith({"-trace", "/uAdmin", "file name.txt", ""});
   EXPECT_EQ(text(cmdline.getParam(0)), "tool.exe");
   EXPECT_EQ(text(cmdline.getParam(1)), "-trace");

@@ -38,7 +38,7 @@ bool isEvaluated() {
 
 int (*boxInstead)() = nullptr;
 
-/// Stands in front of the system's box in the library.
+/// Called by the library instead of the system's box.
 int WINAPI spyOnBox(HWND owner, char const * text, char const * title, UINT style) {
   print("box owner=%d style=0x%x, wait %d\n", owner != nullptr, style, SV::Application::IsWait());
   return boxInstead != nullptr ? boxInstead() : MessageBoxA(owner, text, title, style);
@@ -225,7 +225,7 @@ private:
     print("assertion %d\n", KIV_Assert_Fail("amodule.cpp", assertionLine_, expression.c_str(), "what it means"));
   }
 
-  /// So many characters, each of which tells where it stands.
+  /// So many characters; each one depends on its position.
   static void writeCharacters(std::string const & count) {
     std::string text(std::strtoul(count.c_str(), nullptr, 10), ' ');
     for (std::size_t i = 0; i < text.size(); ++i)
