@@ -11,7 +11,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 DEV = str(ROOT / "dev")
-VERBS = ("run test long bench build install package wine lint format coverage docs setup").split()
+VERBS = ("run test long bench build install package wine lint format coverage mutants docs setup").split()
 # The server of a Wine prefix and its helpers end by themselves, a moment after the last program.
 HELPERS = ("wineserver", "services.exe", "winedevice.exe", "plugplay.exe", "svchost.exe", "rpcss.exe")
 
@@ -54,7 +54,10 @@ class Dev(unittest.TestCase):
                 ("lint no_such_source.cpp", "there is no source no_such_source.cpp"),
                 ("format fast", "this verb takes no arguments: fast"),
                 ("docs fast", "this verb takes no arguments: fast"),
-                ("setup fast", "this verb takes no arguments: fast")):
+                ("setup fast", "this verb takes no arguments: fast"),
+                ("mutants --room cellar", "there is no room 'cellar'"),
+                ("mutants --count many", "--count needs a number"),
+                ("mutants many", "unknown argument 'many'")):
             with self.subTest(words), tempfile.TemporaryDirectory() as folder:
                 cache = Path(folder) / "cache"
                 ended = dev(*words.split(), KIVARA_CACHE=str(cache))
