@@ -55,3 +55,11 @@ function(kivara_test name)
   set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${KIVARA_EMULATOR}")
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300 ${arg_PROPERTIES})
 endfunction()
+
+# kivara_long_test(NAME FILTER pattern): the cases of a test program that the pattern of GoogleTest names, once more for
+# `./dev long`, which lets each of them do many times as much.
+function(kivara_long_test name)
+  cmake_parse_arguments(arg "" "FILTER" "" ${ARGN})
+  gtest_discover_tests(${name} TEST_PREFIX Long. TEST_FILTER ${arg_FILTER} TEST_LIST ${name}_LONG_TESTS
+    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 86400 LABELS long)
+endfunction()

@@ -5,6 +5,7 @@
 #include "frame/cmdline_getters.hpp"
 #include "frame/heap_arguments.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +42,7 @@ std::vector<std::string> const & names() {
 }
 
 struct RandomLines {
-  std::mt19937 engine{20240229};
+  support::Random engine{20240229};
 
   /// 0 to \p most, both included.
   std::size_t upTo(std::size_t most) { return std::uniform_int_distribution<std::size_t>(0, most)(engine); }

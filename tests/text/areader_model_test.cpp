@@ -1,6 +1,7 @@
 // The text file reader beside a plain model.
 
 #include "line_model.hpp"
+#include "support/random.hpp"
 #include "textfile.hpp"
 
 #include <random>
@@ -115,8 +116,8 @@ TEST(TextFileReaderModel, SmallFilesOfEveryMix) {
 }
 
 TEST(TextFileReaderModel, RandomFilesWithSeeks) {
-  std::mt19937 random(9);
-  for (int round = 0; round < 1000; ++round) {
+  support::Random random(9);
+  for (std::size_t round = 0; round < support::times(1000); ++round) {
     std::string const text = randomText(random);
     Owned<> const reader(writeText(text));
     LineModel model(text);

@@ -2,6 +2,7 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 #include "text/masking.hpp"
 #include "text/poisoned_page.hpp"
 
@@ -70,8 +71,8 @@ std::string randomText(std::mt19937 & random, std::size_t most) {
 
 TEST(Unmask, TurnsEveryMaskedTextBack) {
   support::GuardPages const guard;
-  std::mt19937 random(1);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(1);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::string const text = randomText(random, 80);
     char const masked = static_cast<char>(1 + random() % 255);
     char const escape = random() % 2 == 0 ? '\\' : static_cast<char>(1 + random() % 255);
@@ -86,8 +87,8 @@ TEST(Unmask, TurnsEveryMaskedTextBack) {
 
 TEST(Unmask, OfRandomBytesStaysWithinThem) {
   support::GuardPages const guard;
-  std::mt19937 random(2);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(2);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::string const text = randomText(random, 40);
     ASSERT_LE(static_cast<std::size_t>(Kiv_Unmask(guarded(text).get(), '\\').Len()), text.size());
   }
@@ -138,8 +139,8 @@ std::string unmaskCSV(std::string const & field) {
 
 TEST(MaskCSV, CanBeReadBackWhateverTheText) {
   support::GuardPages const guard;
-  std::mt19937 random(3);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(3);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::string const text = randomText(random, 60);
     ASSERT_EQ(unmaskCSV(bytesOf(Kiv_MaskCSV(text.c_str()))), text);
   }

@@ -2,6 +2,7 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 #include "text/poisoned_page.hpp"
 
 #include <gtest/gtest.h>
@@ -266,8 +267,8 @@ double randomDouble(std::mt19937_64 & random) {
 
 TEST(Ftoa, IsTheRuntimesFormWithoutZerosAtTheEnd) {
   support::GuardPages const guard;
-  std::mt19937_64 random(11);
-  for (int i = 0; i < 4000; ++i) {
+  support::Random64 random(11);
+  for (std::size_t i = 0; i < support::times(4000); ++i) {
     double const value = randomDouble(random);
     int const precision = random() % 10 == 0 ? static_cast<int>(random() % 700) : static_cast<int>(random() % 20);
     std::string const plain = printed(value, precision);

@@ -2,6 +2,7 @@
 
 #include "support/allocation.hpp"
 #include "support/import_hook.hpp"
+#include "support/random.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,6 @@
 #include <cstring>
 #include <memory>
 #include <ostream>
-#include <random>
 #include <string>
 #include <utility>
 
@@ -139,8 +139,8 @@ TEST(SurroundedText, IsSharedWhenItComesBackUnchanged) {
 
 TEST(TextHelpers, OfRandomBytesStayWithinThem) {
   support::GuardPages const guard;
-  std::mt19937 random(5);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(5);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::size_t const length = random() % 24;
     auto const text = std::make_unique<char[]>(length + 1); // ends at a page without access
     bool const any = random() % 2 == 0;

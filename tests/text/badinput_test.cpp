@@ -4,10 +4,11 @@
 #include "parser_pair.hpp"
 
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 
 namespace {
 
-constexpr int kFilesOfAPart = 6250;
+constexpr std::size_t kFilesOfAPart = 6250;
 
 std::string goodText() {
   std::string text;
@@ -77,8 +78,8 @@ class BadTextFiles : public testing::TestWithParam<unsigned> {};
 
 TEST_P(BadTextFiles, AreReadWithinTheirBoundsAndByTheRules) {
   support::GuardPages const guard;
-  std::mt19937 random(GetParam());
-  for (int number = 0; number < kFilesOfAPart; ++number) {
+  support::Random random(GetParam());
+  for (std::size_t number = 0; number < support::times(kFilesOfAPart); ++number) {
     std::string const text = badText(random);
     if (random() % 4 == 0) {
       ASSERT_TRUE(readsAsTheModel(text)) << "file " << number;

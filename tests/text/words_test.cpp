@@ -4,12 +4,12 @@
 
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/random.hpp"
 
 #include <algorithm>
 #include <cctype>
 #include <clocale>
 #include <cstring>
-#include <random>
 
 namespace {
 
@@ -96,7 +96,7 @@ private:
     add(" ");
   }
 
-  std::mt19937 random_;
+  support::Random random_;
   std::int64_t line_ = 1;
   std::size_t lineStart_ = 0;
 };

@@ -1,12 +1,12 @@
 #include "locale/language_run.hpp"
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/random.hpp"
 #include "support/system_text.hpp"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
-#include <random>
 
 namespace {
 
@@ -152,7 +152,7 @@ TEST(Kivml, ChecksASoundFile) {
 
 TEST(Kivml, BringsBackEveryByteThatItHasUnpacked) {
   Packer const packer;
-  std::mt19937 random(7);
+  support::Random random(7);
   std::vector<std::pair<unsigned long, std::string>> texts;
   for (unsigned long resId = 0; resId < 500; ++resId) {
     std::string text(1 + random() % 40, ' ');
