@@ -13,6 +13,13 @@ struct HINSTANCE__;
 /// The words are released when it returns: destructors of static objects must not ask KivCmdline for them any more; its
 /// flags stay.
 ///
+/// The low-memory handler is there from the start in a program that links kivara_main. Elsewhere the program's own start
+/// has malloc and new fail unasked, as ever: the entry has them ask from here on, but constructors of static objects run
+/// before it, and a program that never comes here is not asked at all. It is asked like the others once it defines
+/// \code
+///   extern "C" { int _newmode = 1; } // read by the runtime's start
+/// \endcode
+///
 /// Without an application object, and when InitSV fails, a box tells so; where an object's constructor has switched
 /// dialog suppression on, the log of suppressed dialogs does.
 /// \param instance     the executable's instance
