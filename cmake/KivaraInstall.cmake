@@ -61,7 +61,8 @@ endfunction()
 
 # kivara_ship_headers(FOLDER): installs the headers of a folder whose headers are all public, with its folders and what they include.
 function(kivara_ship_headers folder)
-  install(DIRECTORY ${folder}/ DESTINATION include/kivara FILES_MATCHING PATTERN "*.hpp" PATTERN "*.inc")
+  install(CODE "set(KIVARA_HEADERS \"${folder}\")")
+  install(SCRIPT ${KIVARA_CMAKE_DIR}/install-headers.cmake)
 endfunction()
 
 # kivara_notice(NAME FILES path... WHAT text): the notice of something that others wrote and that our binaries hold or come with.

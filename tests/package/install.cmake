@@ -37,7 +37,7 @@ function(expect_umbrella header folder)
   file(GLOB headers RELATIVE ${INSTALLED}/include/kivara ${INSTALLED}/include/kivara/${folder}*.hpp)
   list(REMOVE_ITEM headers ${header} ${arg_EXCEPT})
   foreach(other IN LISTS headers)
-    if(NOT umbrella MATCHES "#include \"${other}\"")
+    if(NOT umbrella MATCHES "#include \"([.][.]/)?${other}\"")
       message(SEND_ERROR "${header} does not include ${other}")
     endif()
   endforeach()
@@ -45,8 +45,8 @@ endfunction()
 
 expect_umbrella(kivara.hpp "")
 expect_umbrella(sv/sv.hpp sv/)
-# The platform's header is for sources that want it, and the marks of export come with every other header.
-expect_umbrella(tools.hpp tools/ EXCEPT tools/winapi.hpp tools/export.hpp)
+# The platform's header is for sources that want it; the marks of export, and the end of its macros, come with every other header.
+expect_umbrella(tools.hpp tools/ EXCEPT tools/winapi.hpp tools/winnames.hpp tools/export.hpp)
 
 # Every binary has its symbols in a file of its own and knows its name.
 file(GLOB binaries ${INSTALLED}/bin/*.dll ${INSTALLED}/bin/*.exe)
@@ -61,3 +61,12 @@ foreach(binary IN LISTS binaries)
     message(SEND_ERROR "${name}.debug holds no debug symbols")
   endif()
 endforeach()
+
+# Installed once more, a header that did not change keeps its time, so that products are not built anew.
+file(TIMESTAMP ${INSTALLED}/include/kivara/sv/window.hpp before "%s")
+execute_process(COMMAND ${CMAKE_COMMAND} -E sleep 1)
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${INSTALLED} OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+file(TIMESTAMP ${INSTALLED}/include/kivara/sv/window.hpp after "%s")
+if(NOT before STREQUAL after)
+  message(SEND_ERROR "an unchanged header is new after a second installation")
+endif()
