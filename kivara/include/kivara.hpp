@@ -35,4 +35,5 @@
 #include "atrace.hpp"
 #include "awinstack.hpp"
 #include "export.hpp"
+#include "kivara_version.hpp"
 #include "tools.hpp"

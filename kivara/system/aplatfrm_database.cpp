@@ -3,7 +3,7 @@
 #include "atrace.hpp"
 #include "base/modules.hpp"
 #include "base/version.hpp"
-#include "base/version_texts.hpp"
+#include "kivara_version.hpp"
 #include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 
@@ -21,8 +21,9 @@ constexpr int kCheckerNotStarted = -333;
 /// "7.2", from texts of its own: any thread may ask for an adapter, and those behind Kiv_GetVersionString are made by the first caller
 /// without a guard.
 String productVersion() {
-  return kivara::versionString({KIVARA_VERSION_HIGH, KIVARA_VERSION_LOW, KIVARA_VERSION_UPDATE_LEVEL,
-                                KIVARA_VERSION_HOT_FIX, KIVARA_VERSION_BUILD});
+  return kivara::versionString({String(KIVARA_VERSION_HIGH), String(KIVARA_VERSION_LOW),
+                                String(KIVARA_VERSION_UPDATE_LEVEL), String(KIVARA_VERSION_HOT_FIX),
+                                String(KIVARA_VERSION_BUILD)});
 }
 
 bool hasAdapter(char const * stem) {
