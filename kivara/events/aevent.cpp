@@ -16,11 +16,6 @@ KivEventData::~KivEventData() = default;
 
 KivEvent::~KivEvent() = default;
 
-void KivEvent::trigger() {
-  if (!KivEventDispatcher::isShutDown())
-    KivEventDispatcher::Instance().dispatch(this);
-}
-
 KivEventListener::KivEventListener() = default;
 KivEventListener::KivEventListener(KivEventListener const &) {}
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): nothing is assigned

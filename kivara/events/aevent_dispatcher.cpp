@@ -45,8 +45,9 @@ void KivEventActionSeq::remove(KivEventListener * listener) {
 void KivEventActionSeq::fire(KivEvent * event) {
   KivEventType const outer = firing_;
   firing_ = event->getEventType();
-  // By position, and the size is read afresh at each step: a handler may add to the sequence.
-  for (std::size_t position = 0; position < actions_.size(); ++position) {
+  // By position, and both ends are read afresh at each step: a handler may add to the sequence. Addresses are compared, not
+  // counts, because the products spend much time in this loop and it is shorter that way.
+  for (std::size_t position = 0; actions_.data() + position < actions_.data() + actions_.size(); ++position) {
     KivEventAction const & action = *actions_[position];
     if (!action.removed && action.listener != nullptr && action.handler != nullptr)
       (action.listener->*action.handler)(event);
@@ -71,6 +72,12 @@ KivEventDispatcher & KivEventDispatcher::Instance() {
 bool KivEventDispatcher::shutDown_ = false;
 
 bool KivEventDispatcher::isShutDown() { return shutDown_; }
+
+// Here, and not in aevent.cpp, so that the compiler can join the calls on the way to the walk.
+void KivEvent::trigger() {
+  if (!KivEventDispatcher::isShutDown())
+    KivEventDispatcher::Instance().dispatch(this);
+}
 
 void KivEventDispatcher::dispatch(KivEvent * event) {
   dispatching_ = true;
