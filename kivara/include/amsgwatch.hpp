@@ -62,6 +62,7 @@ public:
   KivWindowsHookManager & operator=(KivWindowsHookManager const &) = delete;
   virtual ~KivWindowsHookManager();
 
+  /// The one of the process; not to be used after its end.
   static KivWindowsHookManager & Instance();
 
   /// Opens the record and installs the hook, at the first call in a process only.
