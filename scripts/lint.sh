@@ -22,6 +22,7 @@ verb_lint() {
   done
   configure
   need_packages "${lint_packages[@]}"
+  lint_layers || failed+=("the order of the rooms: each line above names what docs/layers.md does not allow")
   lint_format || failed+=("formatting: ./dev format mends it")
   lint_shell || failed+=("shell scripts: each line above names its rule; shellcheck.net explains it")
   lint_cppcheck || failed+=("cppcheck: mend what it names, or suppress one line with a // cppcheck-suppress and the reason")
@@ -46,6 +47,11 @@ lint_sources() {
 lint_format() {
   say "checking the format"
   (cd "$root" && lint_sources '*.cpp' '*.hpp' | xargs -r clang-format --dry-run -Werror)
+}
+
+lint_layers() {
+  say "checking the order of the rooms"
+  python3 "$root/scripts/layers.py" "$root"
 }
 
 # The scripts are one program in several files: variables of one are used in another.

@@ -1,5 +1,7 @@
 #include "modeler.hpp"
 
+#include "acmdline.hpp"
+#include "amsgwatch.hpp"
 #include "atrace.hpp"
 #include "mainwindow.hpp"
 #include "startupphase.hpp"
@@ -23,6 +25,8 @@ int Modeler::prepareApplication() {
 int Modeler::runApplication() {
   StartupPhaseEvent("[kiv] Opening the main window").trigger();
   MainWindow window(events_, journal_);
+  if (KivCmdline::Instance().isFlag("watch"))
+    KivWindowsMessageWatcher::addHookWindow(window.GetHWND(), "main window");
   window.Show();
   createHelpObject("modeler");
   if (String const model = KivCmdline::Instance().getValue("model"); model.Len() > 0)

@@ -1,8 +1,9 @@
 #include "alog.hpp"
 
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
-#include "system/openfile.hpp"
+#include "base/boundedtext.hpp"
+#include "base/modules.hpp"
+#include "base/openfile.hpp"
 #include "tools/dir.hpp"
 #include "tools/direntry.hpp"
 #include "tools/international.hpp"
@@ -16,7 +17,6 @@ using SV::String;
 
 namespace {
 
-constexpr char kModule[] = "alog.cpp";
 constexpr unsigned kLineOwnLineNotWritten = 34;
 constexpr unsigned kLineDateNotRead = 47;
 constexpr unsigned kLineNotEmptied = 78;
@@ -176,8 +176,8 @@ void KivBasicFileLogger::_checkDateOnWrite() {
 Date KivBasicFileLogger::_getModDate() const {
   Date result;
   kivara::OpenFile const file = kivara::openFile(name_.c_str(), "r");
-  if (file == nullptr) {
-    displayErrorMessage(kModule, kLineDateNotRead);
+  if (!file) {
+    displayErrorMessage(kivara::modules::kAlog, kLineDateNotRead);
     return result;
   }
   int year = 0;
@@ -202,7 +202,7 @@ bool KivBasicFileLogger::_createBackup(Date const & date) {
   // A file that stays where it is would grow for ever: it is emptied.
   file_ = std::fopen(name_.c_str(), "wt");
   if (file_ == nullptr) {
-    displayErrorMessage(kModule, kLineNotEmptied);
+    displayErrorMessage(kivara::modules::kAlog, kLineNotEmptied);
     return false;
   }
   _debugPrint(text);
@@ -229,8 +229,8 @@ void KivBasicFileLogger::_debugPrint(String const & text) {
     return;
   }
   kivara::OpenFile const file = kivara::openFile(name_.c_str(), "at");
-  if (file == nullptr) {
-    displayErrorMessage(kModule, kLineOwnLineNotWritten);
+  if (!file) {
+    displayErrorMessage(kivara::modules::kAlog, kLineOwnLineNotWritten);
     return;
   }
   printLine(file.get(), text);

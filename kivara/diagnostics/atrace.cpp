@@ -1,7 +1,7 @@
 #include "atrace.hpp"
 
 #include "acmdline.hpp"
-#include "diagnostics/boundedtext.hpp"
+#include "base/boundedtext.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstdarg>

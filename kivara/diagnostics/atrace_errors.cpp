@@ -2,7 +2,8 @@
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
+#include "base/boundedtext.hpp"
+#include "base/textids.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
 #include "sv/window.hpp"
@@ -18,9 +19,6 @@ using SV::String;
 
 namespace {
 
-constexpr unsigned long kInternalErrorText = 0x2002B7E;
-constexpr unsigned long kDeadNetworkText = 0x2000D18;
-
 constexpr char kBuiltInInternalErrorText[] = "An internal error has occurred.\n\nError code: %s";
 constexpr char kBuiltInDeadNetworkText[] = "The connection to the database has been lost.";
 
@@ -32,7 +30,7 @@ bool exitShown = false;
 
 /// A text of the language's resources, or the built-in one. Without a resource manager nothing is loaded: that would
 /// raise a severe exception.
-String resourceText(unsigned long id, char const * builtIn) {
+String resourceText(kivara::texts::Id id, char const * builtIn) {
   String const text = SV::Resource::GetResManager() != nullptr ? SV::Resource::LoadString(id) : String();
   return text.Len() != 0 ? text : String(builtIn);
 }
@@ -95,7 +93,7 @@ void displayErrorMessage(char const * file, unsigned line) {
     return;
   }
   String const code = errorCode(file, line);
-  String text = withCode(resourceText(kInternalErrorText, kBuiltInInternalErrorText), code);
+  String text = withCode(resourceText(kivara::texts::kInternalError, kBuiltInInternalErrorText), code);
   WaitPause const pause;
   KivDebugOut(BoundedText<1024>("[dEM] %s (%u): %s\n", orEmpty(file), line, code.c_str()).c_str());
   bool const withCancel = KivCmdline::releaseAssertionsEnabled();
@@ -116,7 +114,7 @@ void displayDeadNetworkMessage() {
   if (deadNetworkShown)
     return;
   deadNetworkShown = true; // first of all, so that a failure in here does not come back
-  String text = resourceText(kDeadNetworkText, kBuiltInDeadNetworkText);
+  String text = resourceText(kivara::texts::kDeadNetwork, kBuiltInDeadNetworkText);
   if (Application::IsModalDialogSuppression()) {
     logSuppressed("displayDeadNetworkMessage()\n" + text);
     return;

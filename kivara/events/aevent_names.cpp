@@ -1,6 +1,7 @@
 #include "aevent.hpp"
 
 #include "atrace.hpp"
+#include "base/modules.hpp"
 
 #include <cstring>
 #include <iterator>
@@ -48,5 +49,5 @@ void Kiv_CheckEventNames() {
   for (unsigned long a = 0; a < eventCount; ++a)
     for (unsigned long b = a + 1; b < eventCount; ++b)
       if (std::strcmp(eventNames[a], eventNames[b]) == 0)
-        displayErrorMessage("aevent.cpp", kLineSameName);
+        displayErrorMessage(kivara::modules::kAevent, kLineSameName);
 }

@@ -1,7 +1,8 @@
 #include "aappinfo.hpp"
 
 #include "acmdline.hpp"
-#include "frame/aversion.hpp"
+#include "base/textids.hpp"
+#include "frame/version.hpp"
 #include "kivara_version.hpp"
 #include "sv/resource.hpp"
 
@@ -24,11 +25,11 @@ kivara::VersionTexts & version() {
   return texts;
 }
 
-unsigned long toolNameText() {
+kivara::texts::Id toolNameText() {
   switch (applicationType) {
-  case KIV_APPLICATION_RUNTIME: return 0x2002913;
-  case KIV_APPLICATION_TOOLKIT: return 0x2002914;
-  default: return 0x2002927;
+  case KIV_APPLICATION_RUNTIME: return kivara::texts::kRuntimeName;
+  case KIV_APPLICATION_TOOLKIT: return kivara::texts::kToolkitName;
+  default: return kivara::texts::kProgramName;
   }
 }
 

@@ -1,6 +1,7 @@
 #include "acmdline.hpp"
 
 #include "atrace.hpp"
+#include "base/modules.hpp"
 #include "tools/direntry.hpp"
 
 #include <cstring>
@@ -75,7 +76,7 @@ KivWSLogFormat wsLogFormat = KIV_WS_LOG_FORMAT_DEFAULT;
 
 void reportIf(bool misused, unsigned line) {
   if (misused)
-    displayErrorMessage("acmdline.cpp", line);
+    displayErrorMessage(kivara::modules::kAcmdline, line);
 }
 
 /// The text behind the '-' or '/' of an option; null for any other word.

@@ -1,7 +1,7 @@
 #include "aentry.hpp"
 
-#include "frame/aargv.hpp"
-#include "frame/alowmem.hpp"
+#include "frame/arguments.hpp"
+#include "frame/lowmemory.hpp"
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
 

@@ -16,17 +16,17 @@ class Image;
 /// thread.
 class KIV_API KivApplicationInterface {
 public:
-  /// \param applicationName  stands in front of every message of a severe exception; null counts as empty
+  /// \param applicationName  begins every message of a severe exception; null counts as empty
   /// \param hasGUI           false for a host without a user interface: dialogs and windows are then suppressed
   KivApplicationInterface(char const * applicationName, bool hasGUI);
   KivApplicationInterface(KivApplicationInterface const &) = delete;
   KivApplicationInterface & operator=(KivApplicationInterface const &) = delete;
 
-  /// What the process's application object was constructed with; false when there is none of this class.
+  /// Whether the process's application object was constructed with a user interface; false when there is none of this class.
   static bool IsWithGUI();
 
-  /// True once the end has begun: singletons go away from here on. False when there is no application object of this
-  /// class.
+  /// True once the end has begun: from then on singletons are destroyed. False when there is no application object of
+  /// this class.
   static bool IsAfterMain();
 
   /// Makes the help object of the application, installs it in the toolkit and gives it the file. It dies with the end
@@ -34,8 +34,8 @@ public:
   /// \param fileName  the name of the help file without folder and extension, for KivInternational::switchHelpObject
   void createHelpObject(char const * fileName);
 
-  /// Loads a resource DLL, as KivInternational::createResourceManager does; false when it could not be loaded, which
-  /// the user has then been told.
+  /// Loads a resource DLL, as KivInternational::createResourceManager does. False when it could not be loaded, which has
+  /// then been reported to the user.
   bool createResourceManager(char const * const resourceName, bool languageSpecific);
 
 protected:
@@ -45,25 +45,24 @@ protected:
   /// @{
 
   /// All that precedes the derived class's own preparation: the command line first, then console, trace file,
-  /// application font, suppression, picture archive, language, pid file and start directory. Nothing in it stops the
-  /// start but a console that cannot be had, which ends the process.
+  /// application font, suppression, picture archive, language, pid file and start directory. Only a console
+  /// that cannot be allocated stops the start: it ends the process.
   void _beforeMain(int argc, char ** const argv, SV::String const & logOption);
 
   /// Character set and button labels. Both are read from resources, so a resource manager must be active.
   void _beforeMain2();
 
-  /// Tells that the program ends, closes the trace file, drops the words of all languages, deletes the help object and
+  /// Triggers AppExit, closes the trace file, drops the words of all languages, deletes the help object and
   /// the resource managers of KivInternational, and leaves none active.
   void _afterMain(int exitCode);
   /// @}
 
   /// Answers a severe exception: true when the program can go on, since the next resource manager is now active or a
   /// resource file was only being tried. Otherwise its message has been shown, or written to the log of suppressed
-  /// dialogs, and the end has been told by AppExit. An exception inside of this handling is answered with false at
-  /// once.
+  /// dialogs, and AppExit has been triggered. An exception during this handling is answered with false at once.
   bool _handleException(long code, unsigned long arg);
 
-  /// Tells the library's parts of a change of the system's settings.
+  /// Passes a change of the system's settings on to the library's parts.
   void _onSystemSettingsChange(SV::SysChangeType type);
 
 private:
@@ -116,7 +115,7 @@ public:
   /// Called before runApplication: 0 to go on; any other value skips it and becomes the exit code.
   virtual int prepareApplication() = 0;
 
-  /// The picture behind the MDI windows: fills the image and sets how it is laid out; false when there is none.
+  /// The picture behind the MDI windows: fills the image and sets how it is laid out. False when there is no picture.
   virtual bool getMDIClientImage(SV::Image & image, int & mode) = 0;
 
   bool isAppInitialized() const { return appInitialized; } ///< what the derived class set

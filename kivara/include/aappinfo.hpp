@@ -32,14 +32,14 @@ KIV_API int Kiv_GetVersionBuild();
 /// Versions such as 7.12 and 8.2 of one build share a number.
 KIV_API int Kiv_GetVersionIdentifier();
 
-/// Whether the code that calls was built with the headers of the DLL that it runs with, by the number above. Where they
-/// differ, classes may be laid out in other ways: nothing else of the library should be used.
+/// Whether the calling code was built with the headers of the DLL that it runs with, judged by the number above. Where
+/// they differ, the layout of classes may differ too, and nothing else of the library may be used.
 inline bool Kiv_HeadersMatchLibrary() { return Kiv_GetVersionIdentifier() == KIVARA_VERSION_IDENTIFIER; }
 
-/// High and low part, "7.2". Zeros at the end are cut, but one digit stays behind the point.
+/// High and low part, "7.2". Zeros at the end are cut, but one digit stays after the point.
 KIV_API SV::String Kiv_GetVersionString();
 
-/// "7.2_5050". A build text below 4 characters gets zeros in front, and keeps them.
+/// "7.2_5050". A build text of fewer than 4 characters is padded with leading zeros for good.
 KIV_API SV::String Kiv_GetBuildVersionString();
 
 /// High, low and update level, then the hot fix with two digits: "7.20.00".
@@ -73,10 +73,10 @@ KIV_API bool Kiv_IsREETK();
 KIV_API bool Kiv_IsWS();
 KIV_API void Kiv_SetWS(bool isWebService);
 
-/// How the program is called: the value of "-toolname", otherwise the text of its kind in the language's resources
-/// (0x2002913 runtime, 0x2002914 toolkit, 0x2002927 others). It is asked for once and then kept. Without an active
+/// What the program is called: the value of "-toolname", otherwise the text of its kind in the language's resources
+/// (0x2002913 runtime, 0x2002914 toolkit, 0x2002927 others). It is looked up once and then kept. Without an active
 /// resource manager there is no text: the result is empty, and the next call asks again.
-/// \param reset  asks again, as after a change of the language
+/// \param reset  true: it is looked up again, as is needed after a change of the language
 KIV_API SV::String Kiv_GetToolName(bool reset);
 /// @}
 
@@ -93,8 +93,8 @@ public:
 };
 
 /// \name Core variables
-/// 235 numbers, all 0 at first, through which the modules of a product tell each other things. Which is which is up to
-/// them: each index is a KivCoreVarType that they agree on, from 0 to 234. The index is not tested.
+/// 235 numbers, all 0 at first, through which the modules of a product share values. What each one means is up to
+/// them: they agree on a KivCoreVarType from 0 to 234. The index is not checked.
 /// @{
 
 enum KivCoreVarType : int {};
@@ -106,7 +106,7 @@ KIV_API long & Kiv_GetCoreVar(KivCoreVarType variable);
 KIV_API void Kiv_SetCoreVar(KivCoreVarType variable, long value);
 /// @}
 
-/// The components that are installed, as they told: nothing is tested against the list.
+/// The components that are installed, as they registered themselves. The library checks nothing against the list.
 class KIV_API KivComponentInformation {
 public:
   /// The list of the process; destroyed at its end.
@@ -115,15 +115,15 @@ public:
   KivComponentInformation(KivComponentInformation const &) = delete;
   KivComponentInformation & operator=(KivComponentInformation const &) = delete;
 
-  /// \param id         with regard to case
+  /// \param id         case-sensitive
   /// \param overwrite  true: a component of that identifier is replaced
-  /// \return false, with nothing changed, for an identifier that is there and is not to be replaced
+  /// \return false, with nothing changed, for an identifier that is registered already and is not to be replaced
   bool registerComponent(SV::String const & id, SV::String const & name, SV::String const & version, bool overwrite);
 
-  /// The identifiers in byte order; what \p ids held is dropped.
+  /// The identifiers in byte order; the former contents of \p ids are dropped.
   void getComponents(ISequence<SV::String> & ids) const;
 
-  /// The empty text for an unknown identifier.
+  /// The empty string for an unknown identifier.
   /// @{
   SV::String getVersionOfComponent(SV::String const & id) const;
   SV::String getNameOfComponent(SV::String const & id) const;

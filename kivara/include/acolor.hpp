@@ -23,8 +23,8 @@ struct tagRGBQUAD;
 /// \name Texts
 /// @{
 
-/// Six hexadecimal digits of either case as red, green and blue. Another character counts as 0 in its place, and so
-/// does what is missing at the end; a seventh is not looked at. Null counts as the empty text.
+/// Six hexadecimal digits of either case as red, green and blue. Any other character counts as 0 in its place, and
+/// so does a digit that is missing at the end; a seventh is ignored. Null counts as the empty string.
 KIV_API void getRGBValuesFromColorString(char const * text, unsigned char & red, unsigned char & green,
                                          unsigned char & blue);
 
@@ -37,7 +37,7 @@ KIV_API bool getRGBValuesOfColorName(SV::String const & name, unsigned char & re
 KIV_API SV::Color getColorOfColorName(SV::String const & name);
 
 /// The name of the colour, otherwise its text with '$', so that the functions above read it back. Only the 8-bit values
-/// count. Of several names the first in the alphabet is taken: "aqua" for "cyan", "fuchsia" for "magenta".
+/// count. Of several names the alphabetically first is taken: "aqua" for "cyan", "fuchsia" for "magenta".
 KIV_API SV::String getLeoTextOfColor(SV::Color const & color);
 /// @}
 
@@ -49,30 +49,30 @@ KIV_API SV::String getLeoTextOfColor(SV::Color const & color);
 /// channels is so close to red.
 KIV_API void RGBtoHSV(float r, float g, float b, float * h, float * s, float * v);
 
-/// Without saturation the hue is not looked at. A hue below 0 or from 360 on is not wrapped but taken for one in the
-/// last sixth: 360 gives what 300 gives, magenta.
+/// Without saturation the hue is ignored. A hue below 0, or of 360 and above, is not wrapped: it counts as one in the last
+/// sixth, so 360 gives what 300 gives, magenta.
 KIV_API void HSVtoRGB(float * r, float * g, float * b, float h, float s, float v);
 
 /// As getRGBValuesOfColorName.
 KIV_API bool getHSVValuesFromColorName(SV::String const & name, float & h, float & s, float & v);
 
-/// The three as bytes 0x00HHSSVV, in which 360 degrees are 255; each is cut, not rounded.
+/// The three as bytes 0x00HHSSVV, in which 360 degrees are 255; each is truncated, not rounded.
 KIV_API unsigned long hsvAsULONGValue(float h, float s, float v);
 /// @}
 
 /// \name Arithmetic
-/// Results are user colours; channels are computed with 16 bits and cut, not rounded.
+/// Results are user colours; channels are computed with 16 bits and truncated, not rounded.
 /// @{
 
 /// Each channel multiplied, at most 0xFFFF. A negative product counts as too large.
 KIV_API SV::Color mulColor(SV::Color const & color, double factor);
 
 /// \p src laid over \p dest.
-/// \param alpha  0 gives \p dest, 1 gives \p src. Values outside of these are not clamped: channels then lose their
+/// \param alpha  0 gives \p dest, 1 gives \p src. Values outside this range are not clamped: channels then lose their
 ///               upper bits
 KIV_API SV::Color srcOver(SV::Color const & dest, SV::Color const & src, double alpha);
 
-/// The brightness of a packed colour, 0 to 254: 0.3 of red, 0.59 of green and 0.11 of blue, each cut for itself, so
+/// The brightness of a packed colour, 0 to 254: 0.3 of red, 0.59 of green and 0.11 of blue, each truncated on its own, so
 /// that white has 254.
 KIV_API int grayValue(unsigned long packed);
 
@@ -82,8 +82,8 @@ KIV_API void toGray(SV::Color & color);
 KIV_API void toGray(tagRGBQUAD & color);
 /// @}
 
-/// A fill for what is selected: the mixture of white and a colour of the system whose gray value is nearest to that of
-/// \p color less 25.
-/// \param system  the system's colour for what is highlighted, otherwise that of faces
+/// A fill for selected items: the mixture of white and a system colour whose gray value is nearest to that of \p color
+/// less 25.
+/// \param system  true: the system's highlight colour is mixed in, otherwise its face colour
 KIV_API SV::Color getSelectFillInColor(SV::Color const & color, bool system);
 /// @}

@@ -46,7 +46,7 @@ public:
   des_reader & operator=(des_reader const &) = default;
 
   /// The next byte, 0 to 255; -1 at the end, which is where no whole block is left. The blanks with which a writer
-  /// filled the last block come back as bytes like any other.
+  /// padded the last block come back like any other byte.
   int get();
 
 private:
@@ -69,12 +69,12 @@ public:
   des_writer & operator=(des_writer const &) = default;
 
   /// Adds one byte, or the characters of a text without its NUL; a null text adds nothing.
-  /// 0, or -1 when an error stands on the file.
+  /// \return 0, or -1 when the file has an error
   int put(unsigned char byte);
   int put(char const * text);
 
-  /// Fills a begun block with blanks, writes it, and flushes the file. 0, or -1 when an error stands on the file.
-  /// It ends the stream: after a flush that wrote a block, nothing more is to be put, and a second flush writes a block
+  /// Pads an incomplete block with blanks, writes it, and flushes the file. 0, or -1 when the file has an error.
+  /// It ends the stream: after a flush that wrote a block nothing more may be put, and a second flush would write a block
   /// again.
   int flush();
 
@@ -90,16 +90,16 @@ private:
 };
 
 /// Writes \p text as lower-case hexadecimal digits of its DES blocks under the library's own key, and a NUL.
-/// The last block is filled with characters of the text itself, so its length has to be kept elsewhere.
-/// \param text  a null pointer counts as the empty text, which gives an empty result
-/// \param hex   room for 16 characters for each begun 8 of the text, and for the NUL
+/// The last block is padded with characters of the text itself, so keep its length elsewhere.
+/// \param text  a null pointer counts as the empty string, which gives an empty result
+/// \param hex   room for 16 characters for every 8 of the text, rounded up, and for the NUL
 /// A copy of the text stays allocated with each call. Threads: as ades_key. Throws std::bad_alloc.
 KIV_API void Kiv_Encrypt(char const * text, char * hex);
 
-/// Reads what Kiv_Encrypt wrote. The filling stays on the end of the text; nothing is checked.
-/// \param hex   pairs of hexadecimal digits; a single last character is ignored, and bytes behind the last whole block
-///              stay as they were read. A pair that is no number repeats the byte before it, 0 at the start. A null
-///              pointer counts as the empty text
+/// Reads what Kiv_Encrypt wrote. The padding stays at the end of the text; nothing is checked.
+/// \param hex   pairs of hexadecimal digits; a single last character is ignored, and bytes after the last whole block
+///              stay as they were read. A pair that is not a number repeats the byte before it, 0 at the start. A null
+///              pointer counts as the empty string
 /// \param text  gets half as many bytes as \p hex is long, and a NUL; the caller releases it with delete[]
 /// Threads: as ades_key. Throws std::bad_alloc and leaves \p text.
 KIV_API void Kiv_Decrypt(char * hex, unsigned char *& text);

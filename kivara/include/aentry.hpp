@@ -10,18 +10,18 @@ struct HINSTANCE__;
 /// object's Main and takes the toolkit down with DeInitSV. An executable calls it once, from its WinMain; the static
 /// library kivara_main holds such a WinMain. Nothing in the library calls it.
 ///
-/// The words are released when it returns: destructors of static objects must not ask KivCmdline for them any more; its
-/// flags stay.
+/// The words are released when it returns: after that, destructors of static objects must not ask KivCmdline for them. Its
+/// flags stay valid.
 ///
-/// The low-memory handler is there from the start in a program that links kivara_main. Elsewhere the program's own start
-/// has malloc and new fail unasked, as ever: the entry has them ask from here on, but constructors of static objects run
-/// before it, and a program that never comes here is not asked at all. It is asked like the others once it defines
+/// The low-memory handler is active from the start in a program that links kivara_main. In any other the runtime's
+/// start-up code switches it off, and the entry switches it on again: constructors of static objects run before that,
+/// and a program that never calls the entry does without it, unless it defines
 /// \code
-///   extern "C" { int _newmode = 1; } // read by the runtime's start
+///   extern "C" { int _newmode = 1; } // read by the start-up code
 /// \endcode
 ///
-/// Without an application object, and when InitSV fails, a box tells so; where an object's constructor has switched
-/// dialog suppression on, the log of suppressed dialogs does.
+/// Without an application object, and when InitSV fails, a box says so; if the constructor of an object has switched
+/// dialog suppression on, the text goes to the log of suppressed dialogs instead.
 /// \param instance     the executable's instance
 /// \param previous     always null on this platform
 /// \param commandLine  the command line without the program; the words are taken from the process's whole one instead
@@ -31,8 +31,8 @@ struct HINSTANCE__;
 KIV_API int Kiv_ToolkitEntry(HINSTANCE__ * instance, HINSTANCE__ * previous, char * commandLine, int showCommand);
 
 /// \name Printer switches
-/// What the command line says about printers: words that the entry reads, beginning with '-' or '/', by their exact
-/// text. They have the values for a line without such words until the entry has run.
+/// What the command line says about printers. The entry reads these words, which begin with '-' or '/' and must match
+/// exactly. Until the entry has run, the values are those of a line without such words.
 /// @{
 
 /// "registry-printers": printers are taken from the registry.

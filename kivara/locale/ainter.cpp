@@ -3,14 +3,16 @@
 #include "aappinfo.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
+#include "base/boundedtext.hpp"
+#include "base/modules.hpp"
+#include "base/openfile.hpp"
+#include "base/textids.hpp"
 #include "locale/buttontexts.hpp"
 #include "locale/languagelist.hpp"
 #include "locale/localeinfo.hpp"
 #include "sv/application.hpp"
 #include "sv/help.hpp"
 #include "sv/resource.hpp"
-#include "system/openfile.hpp"
 
 #include <cstdlib>
 #include <cstring>
@@ -20,17 +22,15 @@ using SV::String;
 
 namespace {
 
-constexpr char kModule[] = "ainter.cpp";
 constexpr int kLineNoLanguageFile = 101;
 constexpr int kLineLanguageZero = 102;
 constexpr int kLineLanguageUnknown = 103;
 
 constexpr unsigned short kGerman = 1031;
-constexpr unsigned long kBaseLanguageText = 0x2002950;
 
 void reportBadLanguage(unsigned short id) {
-  KIV_ASSERT_AT(id != 0, "id != 0", "lang.ini", kModule, kLineLanguageZero);
-  KIV_ASSERT_AT(KivInternational::IsValidLanguageID(id), "IsValidLanguageID(id)", "lang.ini", kModule,
+  KIV_ASSERT_AT(id != 0, "id != 0", "lang.ini", kivara::modules::kAinter, kLineLanguageZero);
+  KIV_ASSERT_AT(KivInternational::IsValidLanguageID(id), "IsValidLanguageID(id)", "lang.ini", kivara::modules::kAinter,
                 kLineLanguageUnknown);
 }
 
@@ -38,8 +38,9 @@ void reportBadLanguage(unsigned short id) {
 void readLanguages(ISequence<unsigned short> & languages) {
   languages.clear();
   kivara::OpenFile const file = kivara::openFile(Kiv_GetProgramPathFilename("lang.ini").c_str(), "rt");
-  if (file == nullptr) {
-    KIV_ASSERT_AT(false, "lang.ini", "The list of languages is missing.", kModule, kLineNoLanguageFile);
+  if (!file) {
+    KIV_ASSERT_AT(false, "lang.ini", "The list of languages is missing.", kivara::modules::kAinter,
+                  kLineNoLanguageFile);
     languages.push_back(kGerman);
     return;
   }
@@ -122,7 +123,7 @@ String KivInternational::GetNativeLanguageName(unsigned short id) { return infoO
 bool KivInternational::IsValidLanguageID(unsigned short id) { return IsValidLocale(id, LCID_SUPPORTED) != FALSE; }
 
 unsigned short KivInternational::GetDefaultLanguageID() {
-  return static_cast<unsigned short>(std::atoi(SV::Resource::LoadString(kBaseLanguageText).c_str()));
+  return static_cast<unsigned short>(std::atoi(SV::Resource::LoadString(kivara::texts::kBaseLanguage).c_str()));
 }
 
 String KivInternational::GetIso639OfBaseLanguage() {

@@ -4,7 +4,7 @@
 #include "aplatfrm.hpp"
 #include "atools.hpp"
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
+#include "base/boundedtext.hpp"
 #include "kivara_version.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"

@@ -1,8 +1,8 @@
 #include "amlstr.hpp"
 
 #include "aplatfrm.hpp"
+#include "base/openfile.hpp"
 #include "locale/amlstr_format.hpp"
-#include "system/openfile.hpp"
 
 #include <io.h>
 
@@ -17,14 +17,14 @@ constexpr std::size_t kBuffer = 1 << 16;
 class InputFile {
 public:
   explicit InputFile(String const & path) : file_(kivara::openFile(path.c_str(), "rb")) {
-    if (file_ == nullptr)
+    if (!file_)
       return;
     std::setvbuf(file_.get(), nullptr, _IOFBF, kBuffer);
     long long const size = _filelengthi64(_fileno(file_.get()));
     left_ = size > 0 ? static_cast<unsigned long long>(size) : 0;
   }
 
-  bool isOpen() const { return file_ != nullptr; }
+  bool isOpen() const { return static_cast<bool>(file_); }
   unsigned long long left() const { return left_; }
 
   bool read(void * target, std::size_t size) {

@@ -2,7 +2,8 @@
 
 #include "acleanup.hpp"
 #include "atrace.hpp"
-#include "system/newuuid.hpp"
+#include "base/modules.hpp"
+#include "base/newuuid.hpp"
 
 #include <cstdlib>
 
@@ -10,7 +11,6 @@ using SV::String;
 
 namespace {
 
-constexpr char kModule[] = "afileman.cpp";
 constexpr unsigned kLineNoUuid = 102;
 constexpr unsigned kLineNoReader = 219;
 
@@ -48,7 +48,7 @@ String KivSystemFileManager::fileCreateTempName(char const * prefix, char const 
     name += '\\';
   String const uuid = kivara::newUuid();
   if (uuid.Len() == 0) {
-    displayErrorMessage(kModule, kLineNoUuid);
+    displayErrorMessage(kivara::modules::kAfileman, kLineNoUuid);
     return {};
   }
   name += prefix;
@@ -81,7 +81,7 @@ long KivSystemFileManager::readStringFromFile(String & out, String const & fileN
   if (pReadStringFromFileFct != nullptr)
     result = pReadStringFromFileFct(out, fileName, flag);
   else
-    displayErrorMessage(kModule, kLineNoReader);
+    displayErrorMessage(kivara::modules::kAfileman, kLineNoReader);
   g_sLastFileName = result == 0 ? fileName : String();
   g_sLastFileContent = result == 0 ? out : String();
   return result;

@@ -1,10 +1,11 @@
 #include "aplatfrm.hpp"
 
 #include "atools.hpp"
+#include "handles/handle.hpp"
 #include "sv/sysdepen.hpp"
-#include "system/astartdir.hpp"
-#include "system/awinver.hpp"
 #include "system/registrykey.hpp"
+#include "system/startdir.hpp"
+#include "system/winver.hpp"
 #include "tools/direntry.hpp"
 #include "tools/winapi.hpp"
 
@@ -25,12 +26,8 @@ kivara::WindowsVersion windowsVersion() {
 }
 
 double systemScale(int capability) {
-  HDC const screen = GetDC(nullptr);
-  if (screen == nullptr)
-    return 0;
-  double const scale = GetDeviceCaps(screen, capability) / 96.0;
-  ReleaseDC(nullptr, screen);
-  return scale;
+  handles::ScreenDevice const screen(GetDC(nullptr));
+  return screen ? GetDeviceCaps(screen.get(), capability) / 96.0 : 0;
 }
 
 double cachedScale(double & cache, int capability) {

@@ -2,6 +2,7 @@
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
+#include "base/modules.hpp"
 #include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 
@@ -30,17 +31,17 @@ String checkerFile() {
   return program.GetPath().GetFull(SV::FSYS_STYLE_HOST, 1, SV::STRING_MAXLEN) + "achkmdac.exe";
 }
 
-/// Minimised and without the focus. Null when it cannot be started.
-HANDLE start(String const & file) {
+/// Minimised and without the focus. None when it cannot be started.
+handles::KernelObject start(String const & file) {
   STARTUPINFOA startup = {};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESHOWWINDOW;
   startup.wShowWindow = SW_SHOWMINNOACTIVE;
   PROCESS_INFORMATION process = {};
   if (!CreateProcessA(file.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
-    return nullptr;
-  CloseHandle(process.hThread);
-  return process.hProcess;
+    return {};
+  handles::KernelObject const thread(process.hThread);
+  return handles::KernelObject(process.hProcess);
 }
 
 int exitCodeOf(HANDLE process) {
@@ -53,14 +54,12 @@ int exitCodeOf(HANDLE process) {
 }
 
 int runChecker() {
-  HANDLE const process = start(checkerFile());
-  if (process == nullptr) {
-    displayErrorMessage("atools.cpp", kLineCheckerNotStarted);
+  handles::KernelObject const process = start(checkerFile());
+  if (!process) {
+    displayErrorMessage(kivara::modules::kAtools, kLineCheckerNotStarted);
     return kCheckerNotStarted;
   }
-  int const code = exitCodeOf(process);
-  CloseHandle(process);
-  return code;
+  return exitCodeOf(process.get());
 }
 
 void addName(String const & name, ISequence<String> & names) {

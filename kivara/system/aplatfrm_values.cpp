@@ -1,8 +1,10 @@
 #include "aacceler.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
-#include "diagnostics/boundedtext.hpp"
-#include "system/newuuid.hpp"
+#include "base/boundedtext.hpp"
+#include "base/modules.hpp"
+#include "base/newuuid.hpp"
+#include "base/textids.hpp"
 
 using SV::Date;
 using SV::String;
@@ -11,9 +13,6 @@ using SV::Time;
 namespace {
 
 constexpr unsigned kLineNoUUIDText = 4090;
-
-constexpr long kAdminUserName = 3415;
-constexpr long kUserGroupName = 28553;
 
 Date startupDate;
 Time startupTime;
@@ -43,10 +42,10 @@ void Kiv_SetSyntaxChecksLevel(String const & level) { syntaxChecksLevel = level;
 void Kiv_SetDBConnected_Link(short const * link) { databaseConnected = link; }
 bool Kiv_Is_DBConnected() { return databaseConnected == nullptr || *databaseConnected != 0; }
 
-String const & Kiv_GetAdminUserName() { return texts().GetString(kAdminUserName); }
-char const * Kiv_GetpAdminUserName() { return texts().GetCharPtr(kAdminUserName); }
-String const & Kiv_GetKivaraUserGroupName() { return texts().GetString(kUserGroupName); }
-char const * Kiv_GetpKivaraUserGroupName() { return texts().GetCharPtr(kUserGroupName); }
+String const & Kiv_GetAdminUserName() { return texts().GetString(kivara::texts::kAdminUser); }
+char const * Kiv_GetpAdminUserName() { return texts().GetCharPtr(kivara::texts::kAdminUser); }
+String const & Kiv_GetKivaraUserGroupName() { return texts().GetString(kivara::texts::kUserGroup); }
+char const * Kiv_GetpKivaraUserGroupName() { return texts().GetCharPtr(kivara::texts::kUserGroup); }
 
 Date * Kiv_GetStartupDate() { return &startupDate; }
 Time * Kiv_GetStartupTime() { return &startupTime; }
@@ -64,6 +63,6 @@ void Kiv_GetCurrentDateTimeString(String & out, bool withSeconds) {
 String Kiv_GetNewUUID() {
   String uuid = kivara::newUuid();
   if (uuid.Len() == 0)
-    displayErrorMessage("atools.cpp", kLineNoUUIDText);
+    displayErrorMessage(kivara::modules::kAtools, kLineNoUUIDText);
   return uuid.toLower();
 }

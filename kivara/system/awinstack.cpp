@@ -2,6 +2,7 @@
 
 #include "aevents.hpp"
 #include "atrace.hpp"
+#include "base/modules.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 
@@ -9,7 +10,6 @@
 
 namespace {
 
-constexpr char kModule[] = "atools.cpp";
 constexpr unsigned kLinePushedNull = 1852;
 constexpr unsigned kLinePoppedNull = 1873;
 constexpr unsigned kLinePoppedUnreadable = 1875;
@@ -48,7 +48,7 @@ SV::Window * topmostVisible(std::size_t firstIndex) {
   for (std::size_t index = firstIndex; index < parentWindows.size(); ++index) {
     SV::Window * const window = parentWindows[index];
     if (!Kiv_MemoryIsReadable(window, kTestedBytes))
-      displayErrorMessage(kModule, kLineTopUnreadable);
+      displayErrorMessage(kivara::modules::kAtools, kLineTopUnreadable);
     if (canBeAsked(window) && window->IsVisible())
       return window;
   }
@@ -59,7 +59,7 @@ SV::Window * topmostVisible(std::size_t firstIndex) {
 
 void Kiv_PushParentWindow(SV::Window * window) {
   if (window == nullptr) {
-    displayErrorMessage(kModule, kLinePushedNull);
+    displayErrorMessage(kivara::modules::kAtools, kLinePushedNull);
     return;
   }
   bool const isHeld = std::erase(parentWindows, window) != 0;
@@ -70,9 +70,9 @@ void Kiv_PushParentWindow(SV::Window * window) {
 
 SV::Window * Kiv_PopParentWindow(SV::Window * window) {
   if (window == nullptr)
-    displayErrorMessage(kModule, kLinePoppedNull);
+    displayErrorMessage(kivara::modules::kAtools, kLinePoppedNull);
   if (!Kiv_MemoryIsReadable(window, kTestedBytes))
-    displayErrorMessage(kModule, kLinePoppedUnreadable);
+    displayErrorMessage(kivara::modules::kAtools, kLinePoppedUnreadable);
   if (std::erase(parentWindows, window) == 0)
     return nullptr;
   tellOfChange(window, false);

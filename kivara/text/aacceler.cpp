@@ -1,6 +1,7 @@
 #include "aacceler.hpp"
 
 #include "atrace.hpp"
+#include "base/modules.hpp"
 #include "sv/menu.hpp"
 #include "sv/resource.hpp"
 
@@ -81,7 +82,7 @@ bool KivAcceleratorTable::AccelerateString(String & text) {
 
 void KivAcceleratorTable::setAcceleratorsOfMenu(SV::Menu const * menu) {
   if (menu == nullptr) {
-    displayErrorMessage("aacceler.cpp", kLineNoMenu);
+    displayErrorMessage(kivara::modules::kAacceler, kLineNoMenu);
     return;
   }
   for (unsigned short position = 0; position < menu->GetItemCount(); ++position) {

@@ -2,6 +2,7 @@
 
 #include "sparetexts.hpp"
 
+#include "handles/handle.hpp"
 #include "tools/winapi.hpp"
 
 #include <emmintrin.h>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <utility>
 
 namespace {
 
@@ -51,9 +53,7 @@ KivFileReader::KivFileReader(SV::String const & name)
     : handle(INVALID_HANDLE_VALUE), filename(name), buffer(new char[kBlockSize]) {}
 
 KivFileReader::~KivFileReader() {
-  if (handle != INVALID_HANDLE_VALUE)
-    CloseHandle(handle);
-  handle = INVALID_HANDLE_VALUE;
+  handles::File const file(std::exchange(handle, INVALID_HANDLE_VALUE));
   delete[] buffer;
 }
 

@@ -1,13 +1,14 @@
 #include "aacceler.hpp"
 #include "atools.hpp"
+#include "base/textids.hpp"
 
 namespace {
 
 /// The string resource of a code; 0 for codes that have none.
 constexpr long textOf(KivErrorCode code) {
   if (code >= 1 && code <= 118)
-    return 4800 + code;
-  return code == KIV_ERROR_UNKNOWN ? 4999 : 0;
+    return kivara::texts::kFirstError + code - 1;
+  return code == KIV_ERROR_UNKNOWN ? kivara::texts::kUnknownError : 0;
 }
 
 } // namespace

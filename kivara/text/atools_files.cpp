@@ -1,6 +1,7 @@
 #include "atools.hpp"
 
-#include "system/openfile.hpp"
+#include "base/openfile.hpp"
+#include "handles/handle.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstring>
@@ -69,15 +70,12 @@ bool Kiv_Valid_DBFilename(char const * name) { return name != nullptr && _strnic
 bool Kiv_FileExists(char const * name) {
   if (name == nullptr || *name == '\0' || Kiv_Valid_DBFilename(name))
     return false;
-  return kivara::openFile(name, "rb") != nullptr;
+  return static_cast<bool>(kivara::openFile(name, "rb"));
 }
 
 bool Kiv_FileIsInUse(char const * name) {
   if (name == nullptr || Kiv_Valid_DBFilename(name))
     return false;
-  HANDLE const file = CreateFileA(name, GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE)
-    return GetLastError() == ERROR_SHARING_VIOLATION;
-  CloseHandle(file);
-  return false;
+  handles::File const file(CreateFileA(name, GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  return !file && GetLastError() == ERROR_SHARING_VIOLATION;
 }

@@ -1,5 +1,6 @@
 #include "atools.hpp"
 #include "atrace.hpp"
+#include "base/modules.hpp"
 #include "text/masking.hpp"
 #include "tools/winapi.hpp"
 
@@ -41,7 +42,7 @@ char * maskForExport(char const * text, char stop, char * out) {
   std::size_t const length = lengthOf(text);
   kivara::MaskedExtent extent = kivara::maskedExtent(text, length, 2 * length, needsMask);
   if (!Kiv_MemoryIsWriteable(out, extent.written + 1)) {
-    displayErrorMessage("atools.cpp", kLineExportBuffer);
+    displayErrorMessage(kivara::modules::kAtools, kLineExportBuffer);
     // The test takes some good addresses for poisoned ones, so what can be written is asked of the system.
     std::size_t const room = writableBytes(out, extent.written + 1);
     if (room == 0)
@@ -103,7 +104,7 @@ void Kiv_Mask_Export_Name(char const * text, char * out) {
   for (char * at = out; at != end; ++at) {
     if (*at != '\n')
       continue;
-    displayErrorMessage("atools.cpp", kLineExportLineFeed);
+    displayErrorMessage(kivara::modules::kAtools, kLineExportLineFeed);
     *at = ' ';
   }
 }

@@ -1,6 +1,7 @@
 #include "alocale.hpp"
 #include "atools.hpp"
 #include "atrace.hpp"
+#include "base/modules.hpp"
 
 #include <algorithm>
 #include <clocale>
@@ -110,7 +111,7 @@ int kiv_ltoa(long value, char * buffer, char const * format) {
   int const count = buffer != nullptr && format != nullptr ? __ms_sprintf(buffer, format, value) : -1;
   // What was just written can be read: what is left to tell is null and a pointer that looks poisoned.
   if (format == nullptr || !Kiv_MemoryIsReadable(buffer, 0))
-    displayErrorMessage("atools.cpp", kLineWrittenNumber);
+    displayErrorMessage(kivara::modules::kAtools, kLineWrittenNumber);
   return count;
 }
 

@@ -1,5 +1,6 @@
 #include "atools.hpp"
 #include "atrace.hpp"
+#include "base/modules.hpp"
 #include "tools/winapi.hpp"
 
 using SV::String;
@@ -29,7 +30,7 @@ int compareCase(char const * a, char const * b) {
 int kiv_lexcmp(char const * a, char const * b) {
   int result = CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a, -1, b, -1);
   if (result == 0) {
-    displayErrorMessage("atools.cpp", kLineCompare);
+    displayErrorMessage(kivara::modules::kAtools, kLineCompare);
     result = CSTR_EQUAL + sign(SV::h_stricmp(a, b)); // still an order, for those who sort
   }
   return result != CSTR_EQUAL ? sign(result - CSTR_EQUAL) : compareCase(orEmpty(a), orEmpty(b));

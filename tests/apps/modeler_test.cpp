@@ -42,6 +42,19 @@ TEST(Modeler, HasAConsoleWhenAskedFor) {
   EXPECT_EQ(run.exitCode(), 0u);
 }
 
+TEST(Modeler, RecordsTheMessagesOfItsWindowWhenAskedTo) {
+  ProductRun run("modeler", "-watch");
+  HWND const window = mainWindow(run);
+  ASSERT_TRUE(window);
+  EXPECT_TRUE(support::closeWindow(window));
+  EXPECT_EQ(run.exitCode(), 0u);
+  std::string const record = run.file("_kiv_hooks.txt").value_or("");
+  EXPECT_EQ(record.substr(0, 22), "--- [hooking window 00") << record;
+  EXPECT_NE(record.find("h] --- [main window] ---n["), std::string::npos) << record;
+  EXPECT_NE(record.find("(WM_CLOSE)\r\n"), std::string::npos) << record;
+  EXPECT_TRUE(record.ends_with("# -- [end of program session] ---\r\n\r\n")) << record;
+}
+
 // Its window of events
 
 using Lines = std::vector<std::string>;

@@ -1,7 +1,7 @@
 // Ends with 0 when the runtime's start-up and the library split this program's command line alike, otherwise with the
 // number of the first word that differs; a difference in the count of words is 1000.
 
-#include "frame/aargv.hpp"
+#include "frame/arguments.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstring>

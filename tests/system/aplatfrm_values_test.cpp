@@ -1,7 +1,7 @@
 #include "aplatfrm.hpp"
 
 #include "diagnostics/internal_errors.hpp"
-#include "sv0105/testapplication.hpp"
+#include "sv0105/application/testapplication.hpp"
 #include "system/uuid_text.hpp"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "diagnostics/reporter_run.hpp"
 #include "sv/menu.hpp"
 #include "sv/resource.hpp"
-#include "sv0105/testapplication.hpp"
+#include "sv0105/application/testapplication.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "atools.hpp"
 
-#include "sv0105/testapplication.hpp"
+#include "sv0105/application/testapplication.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,9 @@
 #include "tools/dir.hpp"
 
+#include "handles/handle.hpp"
 #include "pathparts.hpp"
-#include "tools/winapi.hpp"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 namespace SV {
@@ -60,11 +59,6 @@ bool isListed(WIN32_FIND_DATAA const & found, int kinds, String const & upperPat
          fits(upperPattern.c_str(), upperCase(name).c_str());
 }
 
-struct SearchClose {
-  void operator()(void * search) const { FindClose(search); }
-};
-using Search = std::unique_ptr<void, SearchClose>;
-
 } // namespace
 
 Dir::Dir(DirEntry const & entry, int attributes) {
@@ -76,14 +70,13 @@ Dir::Dir(DirEntry const & entry, int attributes) {
 
   // The system matches a pattern against the short 8.3 names too, so all entries are asked for and matched here.
   WIN32_FIND_DATAA found;
-  HANDLE const handle = FindFirstFileA((folder + "*").c_str(), &found);
-  if (handle == INVALID_HANDLE_VALUE)
+  handles::FolderSearch const search(FindFirstFileA((folder + "*").c_str(), &found));
+  if (!search)
     return;
-  Search const search(handle); // a list without memory closes it too
   do {
     if (isListed(found, attributes, pattern))
       entries_.emplace_back(folder + found.cFileName);
-  } while (FindNextFileA(handle, &found));
+  } while (FindNextFileA(search.get(), &found));
 }
 
 void Dir::SetSort(int order) {

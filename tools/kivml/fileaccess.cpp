@@ -1,5 +1,6 @@
 #include "fileaccess.hpp"
 
+#include "handles/handle.hpp"
 #include "tools/winapi.hpp"
 
 #include <cerrno>
@@ -19,27 +20,25 @@ std::string systemReason() { return "system error " + std::to_string(GetLastErro
 } // namespace
 
 std::string readFile(std::string const & name) {
-  FILE * const file = std::fopen(name.c_str(), "rb");
-  if (file == nullptr)
+  handles::Stream const file(std::fopen(name.c_str(), "rb"));
+  if (!file)
     failed("read", name, std::strerror(errno));
   std::string bytes;
   char block[1 << 16];
-  while (std::size_t const count = std::fread(block, 1, sizeof block, file))
+  while (std::size_t const count = std::fread(block, 1, sizeof block, file.get()))
     bytes.append(block, count);
-  bool const isWhole = std::ferror(file) == 0;
-  std::fclose(file);
-  if (!isWhole)
+  if (std::ferror(file.get()) != 0)
     failed("read", name, "an error on the way");
   return bytes;
 }
 
 void writeFile(std::string const & name, std::string const & bytes) {
   std::string const temporary = name + ".new";
-  FILE * const file = std::fopen(temporary.c_str(), "wb");
-  if (file == nullptr)
+  handles::Stream file(std::fopen(temporary.c_str(), "wb"));
+  if (!file)
     failed("written", name, std::strerror(errno));
-  bool const isWritten = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  bool const isClosed = std::fclose(file) == 0;
+  bool const isWritten = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+  bool const isClosed = std::fclose(file.release()) == 0;
   if (!isWritten || !isClosed) {
     std::remove(temporary.c_str());
     failed("written", name, "an error on the way");

@@ -1,0 +1,10 @@
+#pragma once
+/// \file
+/// Names of window messages. Internal.
+
+namespace kivara {
+
+/// The name of the platform's constant for a message, such as "WM_SIZE"; "unknown" where the table has none.
+char const * messageName(unsigned message);
+
+} // namespace kivara

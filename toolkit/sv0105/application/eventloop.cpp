@@ -1,0 +1,47 @@
+#include "sv/application.hpp"
+
+#include "application/helpkeys.hpp"
+#include "application/toolkit.hpp"
+
+namespace SV {
+
+namespace {
+
+constexpr DWORD kRescheduleMilliseconds = 100;
+
+void dispatch(MSG & message) {
+  if (detail::isHelpMessage(message))
+    return;
+  if (HWND const client = detail::toolkit().mdiClient; client && TranslateMDISysAccel(client, &message))
+    return;
+  TranslateMessage(&message);
+  DispatchMessageA(&message);
+}
+
+} // namespace
+
+int Application::Execute() {
+  MSG message = {};
+  while (GetMessageA(&message, nullptr, 0, 0) > 0)
+    dispatch(message);
+  return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 1;
+}
+
+void Application::Reschedule() {
+  DWORD const start = GetTickCount();
+  MSG message = {};
+  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      // It is meant for Execute, which the caller runs in or goes back to.
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    dispatch(message);
+    if (GetTickCount() - start > kRescheduleMilliseconds)
+      return;
+  }
+}
+
+void Application::Quit(int exitCode) { PostQuitMessage(exitCode); }
+
+} // namespace SV

@@ -1,0 +1,235 @@
+#include "sv/menu.hpp"
+
+#include "application/toolkit.hpp"
+#include "sv/mdi.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace SV {
+
+namespace {
+
+HMENU checked(HMENU menu) {
+  if (!menu)
+    detail::raiseException(EXC_SYSTEM_OBJECT_NOT_CREATED, GetLastError());
+  return menu;
+}
+
+/// The system's way of writing it: "&" before the mnemonic, and twice for itself.
+String systemText(String const & text) {
+  String result;
+  bool marked = false;
+  for (int i = 0; i < text.Len(); ++i) {
+    char const c = text.charAt(i);
+    if (c == '~' && !marked && i + 1 < text.Len()) {
+      result += '&';
+      marked = true;
+    } else if (c == '&') {
+      result += "&&";
+    } else {
+      result += c;
+    }
+  }
+  return result;
+}
+
+unsigned long nextKey() {
+  static unsigned long key = 0;
+  return ++key;
+}
+
+} // namespace
+
+Menu::Menu(HMENU handle) : handle_(checked(handle)) {}
+
+Menu::~Menu() {
+  for (Item const & item : items_)
+    if (item.popup)
+      item.popup->above_ = nullptr;
+  // The system deletes a menu with all that hang below it.
+  while (!items_.empty()) {
+    removeFromSystem(items_.size() - 1);
+    items_.pop_back();
+  }
+  if (handle_)
+    DestroyMenu(handle_);
+}
+
+void Menu::Select(unsigned short id) {
+  if (SelectHandler const handler = handler_) // a copy: it may be changed while it runs
+    handler(id);
+  else if (above_)
+    above_->Select(id);
+}
+
+Menu::SelectHandler Menu::ChangeSelectHdl(SelectHandler handler) { return std::exchange(handler_, std::move(handler)); }
+
+void Menu::Changed() {}
+
+bool Menu::InsertItem(unsigned short id, String const & text, unsigned short position) {
+  if (id == 0 || id > MENU_ITEM_MAX_ID || find(id))
+    return false;
+  insert({nextKey(), id, text, nullptr}, position);
+  return true;
+}
+
+void Menu::InsertSeparator(unsigned short position) { insert({nextKey(), 0, String(), nullptr}, position); }
+
+bool Menu::RemoveItem(unsigned short position) {
+  if (position >= items_.size())
+    return false;
+  removeFromSystem(position);
+  if (PopupMenu * const popup = items_[position].popup)
+    popup->above_ = nullptr;
+  items_.erase(items_.begin() + position);
+  Changed();
+  return true;
+}
+
+unsigned short Menu::GetItemCount() const { return static_cast<unsigned short>(items_.size()); }
+
+unsigned short Menu::GetItemId(unsigned short position) const {
+  return position < items_.size() ? items_[position].id : static_cast<unsigned short>(0);
+}
+
+unsigned short Menu::GetItemPos(unsigned short id) const {
+  Item const * const item = find(id);
+  return item ? static_cast<unsigned short>(item - items_.data()) : MENU_ITEM_NOT_FOUND;
+}
+
+String Menu::GetItemText(unsigned short id) const {
+  Item const * const item = find(id);
+  return item ? item->text : String();
+}
+
+bool Menu::SetItemText(unsigned short id, String const & text) {
+  unsigned short const position = GetItemPos(id);
+  if (position == MENU_ITEM_NOT_FOUND)
+    return false;
+  removeFromSystem(position);
+  items_[position].text = text;
+  insertIntoSystem(position);
+  Changed();
+  return true;
+}
+
+bool Menu::SetPopupMenu(unsigned short id, PopupMenu * popup) {
+  unsigned short const position = GetItemPos(id);
+  if (position == MENU_ITEM_NOT_FOUND || (popup && hangsBelow(*popup)))
+    return false;
+  if (popup)
+    popup->leave();
+  removeFromSystem(position);
+  if (PopupMenu * const former = std::exchange(items_[position].popup, popup))
+    former->above_ = nullptr;
+  if (popup)
+    popup->above_ = this;
+  insertIntoSystem(position);
+  Changed();
+  return true;
+}
+
+PopupMenu * Menu::GetPopupMenu(unsigned short id) const {
+  Item const * const item = find(id);
+  return item ? item->popup : nullptr;
+}
+
+void Menu::insert(Item const & item, unsigned short position) {
+  std::size_t const index = std::min<std::size_t>(position, items_.size());
+  items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(index), item);
+  insertIntoSystem(index);
+  Changed();
+}
+
+void Menu::insertIntoSystem(std::size_t index) {
+  Item const & item = items_[index];
+  String text = systemText(item.text);
+  text.makeUnique();
+  MENUITEMINFOA info = {};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_DATA | MIIM_SUBMENU;
+  info.fType = item.id == 0 ? MFT_SEPARATOR : MFT_STRING;
+  info.wID = item.id;
+  info.dwItemData = item.key;
+  info.hSubMenu = item.popup ? item.popup->handle_ : nullptr;
+  if (item.id != 0) {
+    info.fMask |= MIIM_STRING;
+    info.dwTypeData = text.writable();
+  }
+  // Behind the item before it: the system puts items of its own into the bar above a maximised MDI window.
+  int const before = index > 0 ? systemPosition(items_[index - 1].key) : -1;
+  int const behind = index == 0 && items_.size() > 1 ? systemPosition(items_[1].key) : -1;
+  UINT const position = static_cast<UINT>(before >= 0 ? before + 1 : std::max(behind, 0));
+  InsertMenuItemA(handle_, position, TRUE, &info);
+}
+
+void Menu::removeFromSystem(std::size_t index) {
+  int const position = systemPosition(items_[index].key);
+  if (position >= 0)
+    RemoveMenu(handle_, static_cast<UINT>(position), MF_BYPOSITION);
+}
+
+int Menu::systemPosition(unsigned long key) const {
+  int const count = GetMenuItemCount(handle_);
+  for (int i = 0; i < count; ++i) {
+    MENUITEMINFOA info = {};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_DATA;
+    if (GetMenuItemInfoA(handle_, static_cast<UINT>(i), TRUE, &info) && info.dwItemData == key)
+      return i;
+  }
+  return -1;
+}
+
+Menu::Item const * Menu::find(unsigned short id) const {
+  auto const item = std::find_if(items_.begin(), items_.end(), [id](Item const & i) { return i.id == id; });
+  return id != 0 && item != items_.end() ? &*item : nullptr;
+}
+
+void Menu::leave() {
+  if (!above_)
+    return;
+  auto const item =
+      std::find_if(above_->items_.begin(), above_->items_.end(), [this](Item const & i) { return i.popup == this; });
+  above_->SetPopupMenu(item->id, nullptr);
+}
+
+/// Whether this is \p menu or hangs from it.
+bool Menu::hangsBelow(Menu const & menu) const {
+  for (Menu const * above = this; above; above = above->above_)
+    if (above == &menu)
+      return true;
+  return false;
+}
+
+bool Menu::dispatch(unsigned short id) {
+  for (Item const & item : items_) {
+    if (item.popup) {
+      if (item.popup->dispatch(id))
+        return true;
+    } else if (item.id == id && id != 0) {
+      Select(id);
+      return true;
+    }
+  }
+  return false;
+}
+
+PopupMenu::PopupMenu() : Menu(CreatePopupMenu()) {}
+
+PopupMenu::~PopupMenu() { leave(); }
+
+MenuBar::MenuBar() : Menu(CreateMenu()) {}
+
+MenuBar::~MenuBar() {
+  if (frame_)
+    frame_->SetMenuBar(nullptr);
+}
+
+void MenuBar::Changed() {
+  if (frame_)
+    DrawMenuBar(frame_->GetHWND());
+}
+
+} // namespace SV

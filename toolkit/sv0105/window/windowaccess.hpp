@@ -1,0 +1,36 @@
+#pragma once
+/// \file
+/// What a window is made from, and the parts of it that the free functions of the toolkit reach.
+
+#include "sv/window.hpp"
+#include "tools/winapi.hpp"
+
+namespace SV::detail {
+
+inline constexpr char kWindowClass[] = "SV0105.Window";
+inline constexpr char kFrameClass[] = "SV0105.MDIFrame";
+inline constexpr char kChildClass[] = "SV0105.MDIChild";
+
+struct WindowSpec {
+  char const * className;
+  DWORD style;
+  DWORD exStyle;
+  Window * parent;
+  bool isControl = false; ///< the class is the system's: its own procedure is asked for what the toolkit leaves
+  void * data = nullptr;  ///< for WM_CREATE
+};
+
+/// What the toolkit's free functions do with a window.
+struct WindowAccess {
+  static HWND & handle(Window & window) { return window.hwnd_; }
+  static Window *& parent(Window & window) { return window.parent_; }
+  static bool hasFont(Window const & window) { return window.hasFont_; }
+  static void useFont(Window & window) { window.useFont(); }
+  static void destroy(Window & window) { window.Destroy(); }
+  static void detach(Window & window) { window.detach(); }
+  static LRESULT handle(Window & window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return window.HandleMessage(message, wParam, lParam);
+  }
+};
+
+} // namespace SV::detail
