@@ -4,10 +4,16 @@
 #include "support/files.hpp"
 #include "sv0105/application/testapplication.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 namespace {
 
@@ -206,7 +212,26 @@ TEST(MessageWatcher, AssignsNothing) {
   EXPECT_EQ(&(first = second), &first);
 }
 
+static_assert(std::is_base_of_v<std::set<HWND>, KivWindowsHookManager>);
+static_assert(!std::is_default_constructible_v<KivWindowsHookManager>, "a second one would end the watch for good");
+
+TEST(MessageWatcher, IsStillInstalledAfterAWindowWasRemovedThatWasNeverAdded) {
+  Watcher::removeHookWindow(windowOf(0x99));
+  EXPECT_EQ(record(), "no file");
+  Watcher::addHookWindow(windowOf(0x10), nullptr);
+  EXPECT_EQ(record(), kAdded);
+}
+
 class WatchedWindows : public ToolkitTest {};
+
+TEST_F(WatchedWindows, AnswerWhatThePreviousHookAnswers) {
+  SV::Window window(nullptr, 0);
+  SV::Sysdepen::ChangeHook(previousHook);
+  Watcher::addHookWindow(window.GethWnd(), nullptr);
+  LRESULT const answer = SendMessageA(window.GethWnd(), WM_USER, 3, 4);
+  EXPECT_EQ(answer, static_cast<LRESULT>(reinterpret_cast<std::uintptr_t>(window.GethWnd())) + 7);
+  SV::Sysdepen::ChangeHook(nullptr);
+}
 
 TEST_F(WatchedWindows, AreRecordedAndOthersAreNot) {
   SV::Window watched(nullptr, SV::WB_TITLE);
