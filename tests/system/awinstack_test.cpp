@@ -142,21 +142,26 @@ public:
   }
   PlacedWindow(PlacedWindow const &) = delete;
   PlacedWindow & operator=(PlacedWindow const &) = delete;
-  ~PlacedWindow() { free(); }
+  ~PlacedWindow() {
+    free();
+    if (memory_ != nullptr)
+      VirtualFree(memory_, 0, MEM_RELEASE);
+  }
 
-  /// The window dies and its memory goes.
+  /// The window dies and its memory goes. The addresses stay reserved, or others would soon find memory of their own there.
   void free() {
-    if (memory_ == nullptr)
+    if (isFreed_ || memory_ == nullptr)
       return;
     window_->~TitledWindow();
-    VirtualFree(memory_, 0, MEM_RELEASE);
-    memory_ = nullptr;
+    VirtualFree(memory_, 0, MEM_DECOMMIT);
+    isFreed_ = true;
   }
 
   TitledWindow * get() const { return window_; }
 
 private:
   void * memory_;
+  bool isFreed_ = false;
   TitledWindow * window_ = nullptr;
 };
 
