@@ -42,7 +42,7 @@ public:
   /// \return
   /// | what happened | result | GetLastError | the answer's fields |
   /// |---|---|---|---|
-  /// | an answer came, of whatever status: 404 too | true | as it was, or that of an option or a part that failed | new |
+  /// | an answer came, whatever its status: 404 too | true | as it was, or that of an option or a part that failed | new |
   /// | the URL is empty | false | 3 | as they were |
   /// | another method | false | 87 | as they were |
   /// | the URL cannot be taken apart or is too long, or the system refuses it | **true** | as it was | as they were: empty status in a new object |
