@@ -22,7 +22,7 @@ HWND makeList(HWND parent, HFONT font) {
 
 EventsWindow::EventsWindow(SV::MDIFrame & frame, EventLog & log)
     : MDIChild(frame, text(Text::TitleEvents)), log_(log), font_(GetFont().CreateSystemFont()),
-      list_(makeList(GetHWND(), font_)) {
+      list_(makeList(GethWnd(), font_)) {
   EventsWindow::Resize(GetOutputSizePixel());
   for (EventLog::Row const & row : log_.GetRows())
     append(row);
@@ -31,7 +31,7 @@ EventsWindow::EventsWindow(SV::MDIFrame & frame, EventLog & log)
 
 EventsWindow::~EventsWindow() {
   log_.ChangeRowHdl(nullptr);
-  Destroy();
+  MDIChild::Destroy();
   DeleteObject(font_);
 }
 
@@ -40,7 +40,7 @@ void EventsWindow::Resize(SV::Size const & size) { MoveWindow(list_, 0, 0, size.
 void EventsWindow::GrabFocus() { SetFocus(list_); }
 
 void EventsWindow::append(EventLog::Row const & row) {
-  if (GetHWND() == nullptr) // the user has closed it
+  if (GethWnd() == nullptr) // the user has closed it
     return;
   if (SendMessageA(list_, LB_GETCOUNT, 0, 0) == static_cast<LRESULT>(EventLog::kMostRows))
     SendMessageA(list_, LB_DELETESTRING, 0, 0);

@@ -1,5 +1,6 @@
 #include "factswindow.hpp"
 
+#include "scaling.hpp"
 #include "startfacts.hpp"
 #include "sv/outputdevice.hpp"
 #include "texts.hpp"
@@ -9,6 +10,7 @@
 namespace modeler {
 namespace {
 
+// At 96 dots per inch.
 constexpr long kMargin = 12;
 constexpr long kColumnGap = 24;
 constexpr long kLineGap = 6;
@@ -24,12 +26,14 @@ void FactsWindow::Paint(SV::OutputDevice & device, SV::Rectangle const &) {
   for (Fact const & fact : facts) {
     SV::Size const size = device.GetTextSize(fact.name);
     nameWidth = std::max(nameWidth, size.width);
-    lineHeight = std::max(lineHeight, size.height + kLineGap);
+    lineHeight = std::max(lineHeight, size.height + scaledDown(kLineGap));
   }
-  long y = kMargin;
+  long const left = scaledAcross(kMargin);
+  long const valuesLeft = left + nameWidth + scaledAcross(kColumnGap);
+  long y = scaledDown(kMargin);
   for (Fact const & fact : facts) {
-    device.DrawText({kMargin, y}, fact.name);
-    device.DrawText({kMargin + nameWidth + kColumnGap, y}, fact.value);
+    device.DrawText({left, y}, fact.name);
+    device.DrawText({valuesLeft, y}, fact.value);
     y += lineHeight;
   }
 }

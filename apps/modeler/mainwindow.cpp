@@ -1,18 +1,34 @@
 #include "mainwindow.hpp"
 
 #include "modelreport.hpp"
+#include "scaling.hpp"
 #include "tools/winapi.hpp"
 
 #include <commdlg.h>
+
+#include <algorithm>
 
 using SV::String;
 
 namespace modeler {
 namespace {
 
+constexpr SV::Point kStart = {40, 40}; // at 96 dots per inch, as is the size
+constexpr SV::Size kSize = {1000, 700};
+
 constexpr char kSample[] = "models\\order.txt";
 
 String productName() { return "KIVARA Modeler " + Kiv_GetVersionString(); }
+
+/// The size for the window, as far as the screen has room beside the task bar.
+SV::Size startSize() {
+  SV::Size const wanted = scaled(kSize);
+  RECT free = {};
+  if (!SystemParametersInfoA(SPI_GETWORKAREA, 0, &free, 0))
+    return wanted;
+  return {std::min(wanted.width, free.right - scaledAcross(kStart.x)),
+          std::min(wanted.height, free.bottom - scaledDown(kStart.y))};
+}
 
 /// The file that the user chooses; empty when none.
 String chosenFile(HWND owner) {
@@ -33,7 +49,7 @@ String chosenFile(HWND owner) {
 
 MainWindow::MainWindow(EventLog & events, Journal & journal)
     : MDIFrame(productName()), eventLog_(events), journal_(journal), menus_([this](unsigned short id) { select(id); }) {
-  SetPosSizePixel({40, 40}, {1000, 700});
+  SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   SetMenuBar(&menus_.GetBar());
   Kiv_PushParentWindow(this);
   showFacts();
@@ -63,13 +79,13 @@ void MainWindow::select(unsigned short id) {
 }
 
 void MainWindow::showFacts() {
-  if (!facts_ || !facts_->GetHWND())
+  if (!facts_ || !facts_->GethWnd())
     facts_ = std::make_unique<FactsWindow>(*this);
   facts_->Show();
 }
 
 void MainWindow::showEvents() {
-  if (!events_ || !events_->GetHWND()) {
+  if (!events_ || !events_->GethWnd()) {
     events_.reset(); // the log tells one window at a time
     events_ = std::make_unique<EventsWindow>(*this, eventLog_);
   }
@@ -80,7 +96,7 @@ void MainWindow::showEvents() {
 void MainWindow::chooseModel() {
   if (SV::Application::IsModalDialogSuppression())
     return;
-  String const fileName = chosenFile(GetHWND());
+  String const fileName = chosenFile(GethWnd());
   if (fileName.Len() > 0)
     OpenModel(fileName);
 }
@@ -95,7 +111,7 @@ void MainWindow::OpenModel(String const & fileName) {
     return;
   }
   journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");
-  std::erase_if(models_, [](auto const & window) { return window->GetHWND() == nullptr; });
+  std::erase_if(models_, [](auto const & window) { return window->GethWnd() == nullptr; });
   models_.push_back(std::make_unique<ProcessWindow>(*this, model));
   models_.back()->Show();
 }
@@ -117,7 +133,7 @@ void MainWindow::changeLanguage(std::size_t place) {
     window->Retext();
 }
 
-void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GetHWND(), message, 0, 0); }
+void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GethWnd(), message, 0, 0); }
 
 void MainWindow::showAbout() {
   tell(productName() + "\n\n" + filled(Text::Version, Kiv_GetPatchBuildVersionString()), text(Text::TitleAbout),
@@ -128,7 +144,7 @@ void MainWindow::tell(String const & what, String const & title, unsigned style)
   if (SV::Application::IsModalDialogSuppression())
     SV::Application::ModalDialogSuppressionLog(what.c_str());
   else
-    MessageBoxA(GetHWND(), what.c_str(), title.c_str(), style);
+    MessageBoxA(GethWnd(), what.c_str(), title.c_str(), style);
 }
 
 } // namespace modeler

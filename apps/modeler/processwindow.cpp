@@ -18,7 +18,7 @@ namespace {
 class Ruler {
 public:
   explicit Ruler(SV::Window const & window)
-      : window_(window.GetHWND()), context_(GetDC(window_)), device_(std::make_unique<SV::OutputDevice>(context_)) {
+      : window_(window.GethWnd()), context_(GetDC(window_)), device_(std::make_unique<SV::OutputDevice>(context_)) {
     device_->ChangeFont(window.GetFont());
   }
   Ruler(Ruler const &) = delete;
@@ -46,21 +46,21 @@ ProcessWindow::ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model)
   fitToPicture(frame.GetClient().GetOutputSizePixel());
 }
 
-ProcessWindow::~ProcessWindow() { Destroy(); }
+ProcessWindow::~ProcessWindow() { MDIChild::Destroy(); }
 
 void ProcessWindow::Retext() { arrange(); }
 
-void ProcessWindow::Resize(Size const &) { bars_.Fit(GetHWND()); }
+void ProcessWindow::Resize(Size const &) { bars_.Fit(GethWnd()); }
 
 /// Texts are measured anew: font or language may be another one.
 void ProcessWindow::arrange() {
-  if (GetHWND() == nullptr) // the user has closed it
+  if (GethWnd() == nullptr) // the user has closed it
     return;
   Ruler ruler(*this);
   layout_ = layOut(model_, {[&](String const & line) { return ruler.GetDevice().GetTextSize(line); }, durationText});
   ruler.GetDevice().ChangeFont(headlineFont());
   headlineSize_ = ruler.GetDevice().GetTextSize(headline());
-  bars_.SetWhole(GetHWND(), wholeSize(), layout_.line);
+  bars_.SetWhole(GethWnd(), wholeSize(), layout_.line);
 }
 
 void ProcessWindow::fitToPicture(Size const & room) {
@@ -109,7 +109,7 @@ void ProcessWindow::Paint(SV::OutputDevice & device, SV::Rectangle const & area)
 long long ProcessWindow::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
   if (message == WM_ERASEBKGND)
     return 1; // Paint draws all, at once
-  if (bars_.Handle(GetHWND(), message, wParam))
+  if (bars_.Handle(GethWnd(), message, wParam))
     return 0;
   long long const result = MDIChild::HandleMessage(message, wParam, lParam);
   if (message == WM_SETFONT)

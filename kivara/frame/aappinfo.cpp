@@ -2,8 +2,8 @@
 
 #include "acmdline.hpp"
 #include "base/textids.hpp"
-#include "base/version_texts.hpp"
-#include "frame/version.hpp"
+#include "base/version.hpp"
+#include "kivara_version.hpp"
 #include "sv/resource.hpp"
 
 #include <array>
@@ -18,13 +18,10 @@ String toolName;
 IKeySortedSet<String, String> applicationInfo;
 std::array<long, 235> coreVars;
 
-kivara::VersionTexts builtVersion() {
-  return {KIVARA_VERSION_HIGH, KIVARA_VERSION_LOW, KIVARA_VERSION_UPDATE_LEVEL, KIVARA_VERSION_HOT_FIX,
-          KIVARA_VERSION_BUILD};
-}
-
 kivara::VersionTexts & version() {
-  static kivara::VersionTexts texts = builtVersion();
+  static kivara::VersionTexts texts{String(KIVARA_VERSION_HIGH), String(KIVARA_VERSION_LOW),
+                                    String(KIVARA_VERSION_UPDATE_LEVEL), String(KIVARA_VERSION_HOT_FIX),
+                                    String(KIVARA_VERSION_BUILD)};
   return texts;
 }
 
@@ -52,8 +49,7 @@ int Kiv_GetVersionHF() { return SV::h_atoi(version().hotFix.c_str()); }
 int Kiv_GetVersionBuild() { return SV::h_atoi(version().build.c_str()); }
 int Kiv_GetVersionIdentifier() { return kivara::versionIdentifier(version()); }
 
-// Any thread may look for database adapters, whose names hold this version, and the strings of version() are created without a guard.
-String Kiv_GetVersionString() { return kivara::versionString(builtVersion()); }
+String Kiv_GetVersionString() { return kivara::versionString(version()); }
 String Kiv_GetBuildVersionString() { return kivara::buildVersionString(version()); }
 String Kiv_GetPatchVersionString() { return kivara::patchVersionString(version()); }
 String Kiv_GetPatchBuildVersionString() { return kivara::patchBuildVersionString(version()); }

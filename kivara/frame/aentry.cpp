@@ -15,7 +15,7 @@ int refuse(char const * text) {
   if (SV::Application::IsModalDialogSuppression())
     SV::Application::ModalDialogSuppressionLog(text);
   else
-    MessageBoxA(nullptr, text, "Severe StarView error", MB_OK | MB_ICONHAND);
+    MessageBoxA(nullptr, text, "Severe SV error", MB_OK | MB_ICONHAND);
   return 1;
 }
 

@@ -35,7 +35,7 @@ bool isSettled(long code) {
 
 HWND ownerOfBox() {
   SV::Window const * const window = Kiv_GetTopWindow(0);
-  return window != nullptr ? window->GetHWND() : nullptr;
+  return window != nullptr ? window->GethWnd() : nullptr;
 }
 
 void show(String const & text, String const & caption) {

@@ -3,8 +3,7 @@
 /// Facts of the application: the version of the product, the kind of the program, texts for crash reports, numbers that
 /// modules share, and the list of what is installed.
 ///
-/// All of them but Kiv_GetVersionString are for the main thread: they are set while the program starts and read afterwards. Nothing is
-/// locked.
+/// All of them are for the main thread: they are set while the program starts and read afterwards. Nothing is locked.
 ///
 /// \code
 ///   Kiv_SetApplicationType(KIV_APPLICATION_RUNTIME);
@@ -13,12 +12,13 @@
 /// \endcode
 
 #include "export.hpp"
+#include "kivara_version.hpp"
 #include "tools/containers.hpp"
 #include "tools/string.hpp"
 
 /// \name Version
-/// The version has five parts, which are kept as texts: high, low, update level, hot fix and build. They are set in one
-/// place of the build.
+/// The version has five parts, which are kept as texts: high, low, update level, hot fix and build. They are those of the
+/// DLL that the program runs with; kivara_version.hpp has those of the headers.
 /// @{
 
 /// The parts as numbers.
@@ -32,7 +32,11 @@ KIV_API int Kiv_GetVersionBuild();
 /// Versions such as 7.12 and 8.2 of one build share a number.
 KIV_API int Kiv_GetVersionIdentifier();
 
-/// High and low part, "7.2". Zeros at the end are cut, but one digit stays after the point. Any thread may call it.
+/// Whether the calling code was built with the headers of the DLL that it runs with, judged by the number above. Where
+/// they differ, the layout of classes may differ too, and nothing else of the library may be used.
+inline bool Kiv_HeadersMatchLibrary() { return Kiv_GetVersionIdentifier() == KIVARA_VERSION_IDENTIFIER; }
+
+/// High and low part, "7.2". Zeros at the end are cut, but one digit stays after the point.
 KIV_API SV::String Kiv_GetVersionString();
 
 /// "7.2_5050". A build text of fewer than 4 characters is padded with leading zeros for good.

@@ -5,7 +5,7 @@
 #include "atools.hpp"
 #include "atrace.hpp"
 #include "base/boundedtext.hpp"
-#include "base/version_texts.hpp"
+#include "kivara_version.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
 #include "sv/help.hpp"

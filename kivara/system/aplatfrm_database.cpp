@@ -1,8 +1,9 @@
-#include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "base/modules.hpp"
+#include "base/version.hpp"
+#include "kivara_version.hpp"
 #include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 
@@ -17,8 +18,16 @@ namespace {
 constexpr unsigned kLineCheckerNotStarted = 710;
 constexpr int kCheckerNotStarted = -333;
 
+/// "7.2". Any thread may look for an adapter, so this does not use the strings behind Kiv_GetVersionString, which its first caller
+/// creates without a guard.
+String productVersion() {
+  return kivara::versionString({String(KIVARA_VERSION_HIGH), String(KIVARA_VERSION_LOW),
+                                String(KIVARA_VERSION_UPDATE_LEVEL), String(KIVARA_VERSION_HOT_FIX),
+                                String(KIVARA_VERSION_BUILD)});
+}
+
 bool hasAdapter(char const * stem) {
-  String version = Kiv_GetVersionString();
+  String version = productVersion();
   String const file = String(stem) + version.EraseAllChars('.') + ".dll";
   WIN32_FIND_DATAA found;
   // The search is left open. That is known to the callers, which ask only a few times in the life of a process.

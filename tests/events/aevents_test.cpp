@@ -227,7 +227,7 @@ TEST_F(GrabFocus, GivesARealWindowTheFocus) {
   SV::Window real(nullptr, SV::WB_TITLE);
   real.Show();
   EXPECT_TRUE(KivBeforeGrabFocusEvent::GrabFocus(&real));
-  EXPECT_EQ(GetFocus(), real.GetHWND());
+  EXPECT_EQ(GetFocus(), real.GethWnd());
 }
 
 // The listener of a dynamic console, whose lines go to a debugger too

@@ -11,7 +11,7 @@ using Lines = std::vector<std::string>;
 TEST(Entry, WithoutAnApplicationObjectSaysSoAndEndsWith1) {
   ProductRun run("no_application", "");
   auto const box = run.answerBox();
-  EXPECT_EQ(box.title, "Severe StarView error");
+  EXPECT_EQ(box.title, "Severe SV error");
   EXPECT_EQ(box.texts, Lines{"Severe error: No instance of class application (aSVData.pApp)!\n\n"
                              "Please contact your vendor!"});
   EXPECT_EQ(run.exitCode(), 1u);
@@ -20,7 +20,7 @@ TEST(Entry, WithoutAnApplicationObjectSaysSoAndEndsWith1) {
 TEST(Entry, AToolkitThatDoesNotComeUpSaysSoAndEndsWith1) {
   ProductRun run("init_refused", "");
   auto const box = run.answerBox();
-  EXPECT_EQ(box.title, "Severe StarView error");
+  EXPECT_EQ(box.title, "Severe SV error");
   EXPECT_EQ(box.texts, Lines{"Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!"});
   EXPECT_EQ(run.exitCode(), 1u);
   EXPECT_EQ(run.record(), Lines{"taken"});

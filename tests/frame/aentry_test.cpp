@@ -61,7 +61,7 @@ TEST(Entry, WithoutAnApplicationObjectSaysSoAndAnswers1) {
   BoxWatch watch;
   EXPECT_EQ(enter(), 1);
   ASSERT_EQ(watch.boxes().size(), 1u);
-  EXPECT_EQ(watch.boxes()[0].title, "Severe StarView error");
+  EXPECT_EQ(watch.boxes()[0].title, "Severe SV error");
   EXPECT_EQ(watch.boxes()[0].text,
             "Severe error: No instance of class application (aSVData.pApp)!\n\nPlease contact your vendor!");
 }
@@ -77,7 +77,7 @@ TEST(Entry, WithAToolkitThatDoesNotComeUpSaysSoAndAnswers1) {
   BoxWatch watch;
   EXPECT_EQ(enter(), 1);
   ASSERT_EQ(watch.boxes().size(), 1u);
-  EXPECT_EQ(watch.boxes()[0].title, "Severe StarView error");
+  EXPECT_EQ(watch.boxes()[0].title, "Severe SV error");
   EXPECT_EQ(watch.boxes()[0].text, "Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!");
   EXPECT_TRUE(application.steps().empty());
 }

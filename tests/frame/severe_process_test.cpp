@@ -43,6 +43,13 @@ INSTANTIATE_TEST_SUITE_P(
                     Severe{"768", "0", "-10003]\nGeneral exception 768 occured."},
                     Severe{"-3", "4294967295", "-10003]\nGeneral exception -3 occured.\nResource ID: 4294967295"}));
 
+TEST(SevereExceptionBox, TellsThatAnExceptionHasLeftAHandler) {
+  ProductRun run("frame_severe", "", {{"THROW", "1"}});
+  EXPECT_EQ(run.answerBox().texts, Lines{std::string("[Child-10003]\nGeneral exception 2048 occured.") + kTail});
+  EXPECT_EQ(run.exitCode(), 1u);
+  EXPECT_EQ(run.record(), kBoxAndEnd);
+}
+
 TEST(SevereExceptionBox, NamesTheResourceFile) {
   ProductRun run("frame_severe", "", {{"CODE", "1024"}, {"FILE", "C:\\packs\\m\xFCll.dll"}});
   EXPECT_EQ(run.answerBox().texts, Lines{"[Child-10004]\nInternal error loading a resource file.\n"

@@ -63,7 +63,7 @@ TEST(SevereException, TheBoxLiesOnTheVisibleApplicationWindow) {
   BoxWatch watch;
   application._handleException(0x200, 0);
   ASSERT_EQ(watch.boxes().size(), 1u);
-  EXPECT_EQ(watch.boxes()[0].owner, window.GetHWND());
+  EXPECT_EQ(watch.boxes()[0].owner, window.GethWnd());
 }
 
 TEST(SevereException, TheBoxLiesOnTheTopmostParentWindow) {
@@ -78,7 +78,7 @@ TEST(SevereException, TheBoxLiesOnTheTopmostParentWindow) {
   BoxWatch watch;
   application._handleException(0x200, 0);
   ASSERT_EQ(watch.boxes().size(), 1u);
-  EXPECT_EQ(watch.boxes()[0].owner, dialog.GetHWND());
+  EXPECT_EQ(watch.boxes()[0].owner, dialog.GethWnd());
 }
 
 /// Keeps the reasons of all ends.

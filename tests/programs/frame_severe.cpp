@@ -1,5 +1,6 @@
 // Severe exceptions, raised in runApplication:
 // - KIVARA_CODE and KIVARA_ARG: Application::Exception with these numbers; KIVARA_FILE: with the address of this text
+// - KIVARA_THROW=1: a C++ exception leaves a handler instead
 // - KIVARA_LOAD: opens a resource DLL of that name instead, which raises one when it is not sound
 // - KIVARA_LOADING=1: under the flag with which a language's resource file is tried
 // - KIVARA_INNER=1: a second exception is raised while the box of the first is about to be shown; =ask: only asked for
@@ -14,6 +15,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <stdexcept>
 
 namespace {
 
@@ -43,11 +45,16 @@ public:
   }
   ~SevereProgram() override { record("destroyed"); }
 
+  void UserEvent(unsigned long, void *) override { throw std::runtime_error("thrown"); }
+
 private:
   void run() override {
     kivara::loadingResourceFile = number("LOADING") != 0;
     SV::Application::Wait(kWait);
-    if (!setting("LOAD").empty()) {
+    if (number("THROW") != 0) {
+      PostUserEvent(0, nullptr);
+      Reschedule();
+    } else if (!setting("LOAD").empty()) {
       SV::ResMgr const file(setting("LOAD").c_str());
       record("loaded %d as %s", file.IsLoaded(), file.GetFileName().c_str());
     } else {

@@ -9,11 +9,13 @@ using SV::Application;
 
 class CountingHelp : public SV::Help {
 public:
-  bool Start() override {
+  bool Start(unsigned long topic) override {
     ++starts;
+    lastTopic = topic;
     return true;
   }
   int starts = 0;
+  unsigned long lastTopic = 0;
 };
 
 class CountingApplication : public TestApplication {

@@ -192,7 +192,7 @@ protected:
   }
   ~FrameMenuTest() override { frame.SetMenuBar(nullptr); }
 
-  void choose(unsigned short id) { SendMessageA(frame.GetHWND(), WM_COMMAND, id, 0); }
+  void choose(unsigned short id) { SendMessageA(frame.GethWnd(), WM_COMMAND, id, 0); }
 
   Menu::SelectHandler recordAs(char const * name) {
     return [this, name](unsigned short id) { chosen.push_back(name + std::to_string(id)); };
@@ -207,9 +207,9 @@ protected:
 
 TEST_F(FrameMenuTest, IsTheMenuOfTheSystemWindow) {
   EXPECT_EQ(frame.GetMenuBar(), &bar);
-  EXPECT_EQ(::GetMenu(frame.GetHWND()), bar.GetHMENU());
+  EXPECT_EQ(::GetMenu(frame.GethWnd()), bar.GetHMENU());
   EXPECT_EQ(frame.SetMenuBar(nullptr), &bar);
-  EXPECT_EQ(::GetMenu(frame.GetHWND()), nullptr);
+  EXPECT_EQ(::GetMenu(frame.GethWnd()), nullptr);
   EXPECT_TRUE(IsMenu(bar.GetHMENU()));
 }
 
@@ -252,8 +252,8 @@ TEST_F(FrameMenuTest, MovesToAnotherFrame) {
   SV::MDIFrame other("Other");
   EXPECT_EQ(other.SetMenuBar(&bar), nullptr);
   EXPECT_EQ(frame.GetMenuBar(), nullptr);
-  EXPECT_EQ(::GetMenu(frame.GetHWND()), nullptr);
-  EXPECT_EQ(::GetMenu(other.GetHWND()), bar.GetHMENU());
+  EXPECT_EQ(::GetMenu(frame.GethWnd()), nullptr);
+  EXPECT_EQ(::GetMenu(other.GethWnd()), bar.GetHMENU());
 }
 
 TEST_F(FrameMenuTest, OutlivesItsFrameAndLeavesItWhenItDies) {
@@ -261,7 +261,7 @@ TEST_F(FrameMenuTest, OutlivesItsFrameAndLeavesItWhenItDies) {
   {
     SV::MDIFrame shortLived("Short");
     shortLived.SetMenuBar(&survivor);
-    DestroyWindow(shortLived.GetHWND());
+    DestroyWindow(shortLived.GethWnd());
     EXPECT_TRUE(IsMenu(survivor.GetHMENU()));
   }
   EXPECT_TRUE(IsMenu(survivor.GetHMENU()));
@@ -270,14 +270,14 @@ TEST_F(FrameMenuTest, OutlivesItsFrameAndLeavesItWhenItDies) {
     frame.SetMenuBar(&shortLived);
   }
   EXPECT_EQ(frame.GetMenuBar(), nullptr);
-  EXPECT_EQ(::GetMenu(frame.GetHWND()), nullptr);
+  EXPECT_EQ(::GetMenu(frame.GethWnd()), nullptr);
 }
 
 TEST_F(FrameMenuTest, KeepsItsPositionsBesideTheItemsOfAMaximisedChild) {
   SV::MDIChild child(frame, "Child");
   frame.Show();
   child.Show();
-  SendMessageA(frame.GetClient().GetHWND(), WM_MDIMAXIMIZE, reinterpret_cast<WPARAM>(child.GetHWND()), 0);
+  SendMessageA(frame.GetClient().GethWnd(), WM_MDIMAXIMIZE, reinterpret_cast<WPARAM>(child.GethWnd()), 0);
   ASSERT_GT(GetMenuItemCount(bar.GetHMENU()), 2);
   EXPECT_EQ(bar.GetItemCount(), 2);
   EXPECT_TRUE(bar.InsertItem(3, "Window", 1));

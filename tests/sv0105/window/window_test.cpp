@@ -31,11 +31,26 @@ TEST_F(WindowTest, IsLargeEnoughForThoseWhoTestItsMemory) { EXPECT_GE(sizeof(Win
 
 TEST_F(WindowTest, IsASystemWindowOfTheToolkitsClass) {
   Window const window(nullptr);
-  ASSERT_TRUE(IsWindow(window.GetHWND()));
+  ASSERT_TRUE(IsWindow(window.GethWnd()));
   char name[64];
-  GetClassNameA(window.GetHWND(), name, sizeof name);
+  GetClassNameA(window.GethWnd(), name, sizeof name);
   EXPECT_STREQ(name, "SV0105.Window");
   EXPECT_TRUE(application.exceptions.empty());
+}
+
+TEST_F(WindowTest, LeavesTheDataOfTheSystemWindowToTheProgram) {
+  SV::MDIFrame frame("Frame");
+  Window window(nullptr);
+  for (Window * each : std::initializer_list<Window *>{&window, &frame.GetClient(), &frame}) {
+    HWND const handle = each->GethWnd();
+    EXPECT_EQ(GetWindowLongPtrA(handle, GWLP_USERDATA), 0);
+    SetWindowLongPtrA(handle, GWLP_USERDATA, 4711);
+    each->SetText("named");
+    EXPECT_STREQ(each->GetText().c_str(), "named");
+    EXPECT_EQ(GetWindowLongPtrA(handle, GWLP_USERDATA), 4711);
+    DestroyWindow(handle);
+    EXPECT_EQ(each->GethWnd(), nullptr);
+  }
 }
 
 TEST_F(WindowTest, IsInvisibleUntilItIsShown) {
@@ -44,7 +59,7 @@ TEST_F(WindowTest, IsInvisibleUntilItIsShown) {
   EXPECT_TRUE(visibleTopLevelWindows().empty());
   window.Show();
   EXPECT_TRUE(window.IsVisible());
-  EXPECT_EQ(visibleTopLevelWindows(), std::vector{window.GetHWND()});
+  EXPECT_EQ(visibleTopLevelWindows(), std::vector{window.GethWnd()});
   window.Hide();
   EXPECT_FALSE(window.IsVisible());
 }
@@ -53,7 +68,7 @@ TEST_F(WindowTest, InsideOfAHiddenOneIsVisibleByItselfAlone) {
   Window parent(nullptr, SV::WB_TITLE);
   Window child(&parent);
   EXPECT_EQ(child.GetParent(), &parent);
-  EXPECT_EQ(GetParent(child.GetHWND()), parent.GetHWND());
+  EXPECT_EQ(GetParent(child.GethWnd()), parent.GethWnd());
   child.Show();
   EXPECT_TRUE(child.IsVisible(false));
   EXPECT_FALSE(child.IsVisible(true));
@@ -64,14 +79,14 @@ TEST_F(WindowTest, InsideOfAHiddenOneIsVisibleByItselfAlone) {
 TEST_F(WindowTest, WithATitleFloatsAboveItsParent) {
   Window parent(nullptr, SV::WB_TITLE);
   Window dialog(&parent, SV::WB_TITLE);
-  EXPECT_EQ(GetWindow(dialog.GetHWND(), GW_OWNER), parent.GetHWND());
-  EXPECT_EQ(GetWindowLongPtrA(dialog.GetHWND(), GWL_STYLE) & WS_CHILD, 0);
+  EXPECT_EQ(GetWindow(dialog.GethWnd(), GW_OWNER), parent.GethWnd());
+  EXPECT_EQ(GetWindowLongPtrA(dialog.GethWnd(), GWL_STYLE) & WS_CHILD, 0);
 }
 
 TEST_F(WindowTest, HasTheFrameThatItsBitsSay) {
   auto const styleOf = [](SV::WinBits bits) {
     Window window(nullptr, bits);
-    return GetWindowLongPtrA(window.GetHWND(), GWL_STYLE) & (WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MAXIMIZEBOX);
+    return GetWindowLongPtrA(window.GethWnd(), GWL_STYLE) & (WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MAXIMIZEBOX);
   };
   EXPECT_EQ(styleOf(0), 0);
   EXPECT_EQ(styleOf(SV::WB_BORDER), WS_BORDER);
@@ -86,7 +101,7 @@ TEST_F(WindowTest, KeepsItsText) {
   window.SetText("Title with \xE4");
   EXPECT_STREQ(window.GetText().c_str(), "Title with \xE4");
   char text[64];
-  GetWindowTextA(window.GetHWND(), text, sizeof text);
+  GetWindowTextA(window.GethWnd(), text, sizeof text);
   EXPECT_STREQ(text, "Title with \xE4");
   std::string const longText(5000, 'x');
   window.SetText(longText.c_str());
@@ -118,13 +133,13 @@ TEST_F(WindowTest, FitsItsFrameToTheClientArea) {
 
 TEST_F(WindowTest, ThatTheSystemRefusesRaisesAnExceptionAndDoesNothing) {
   Window parent(nullptr);
-  DestroyWindow(parent.GetHWND());
-  ASSERT_EQ(parent.GetHWND(), nullptr);
+  DestroyWindow(parent.GethWnd());
+  ASSERT_EQ(parent.GethWnd(), nullptr);
   Window child(&parent);
   ASSERT_EQ(application.exceptions.size(), 1u);
   EXPECT_EQ(application.exceptions[0].code, 0x200);
   EXPECT_EQ(application.exceptions[0].arg, static_cast<unsigned long>(ERROR_TLW_WITH_WSCHILD));
-  EXPECT_EQ(child.GetHWND(), nullptr);
+  EXPECT_EQ(child.GethWnd(), nullptr);
   EXPECT_EQ(child.GetParent(), nullptr);
   child.Show();
   child.Hide();
@@ -155,7 +170,7 @@ TEST_F(WindowTest, OutlivesItsSystemWindowAndItsParent) {
   auto parent = std::make_unique<Window>(nullptr, SV::WB_TITLE);
   Window child(parent.get());
   parent.reset();
-  EXPECT_EQ(child.GetHWND(), nullptr);
+  EXPECT_EQ(child.GethWnd(), nullptr);
   EXPECT_EQ(child.GetParent(), nullptr);
 }
 
@@ -164,16 +179,16 @@ TEST_F(WindowTest, ThatIsLeftIsClosedWhenTheToolkitGoesDown) {
   Window child(&window);
   Window other(nullptr);
   SV::DeInitSV();
-  EXPECT_EQ(window.GetHWND(), nullptr);
-  EXPECT_EQ(child.GetHWND(), nullptr);
-  EXPECT_EQ(other.GetHWND(), nullptr);
+  EXPECT_EQ(window.GethWnd(), nullptr);
+  EXPECT_EQ(child.GethWnd(), nullptr);
+  EXPECT_EQ(other.GethWnd(), nullptr);
   EXPECT_TRUE(ownTopLevelWindows().empty());
 }
 
 TEST_F(WindowTest, ClosesWhenTheUserClosesIt) {
   Window window(nullptr, SV::WB_TITLE);
-  SendMessageA(window.GetHWND(), WM_CLOSE, 0, 0);
-  EXPECT_EQ(window.GetHWND(), nullptr);
+  SendMessageA(window.GethWnd(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(window.GethWnd(), nullptr);
   EXPECT_EQ(application.exitQueries, 0);
 }
 
@@ -184,7 +199,7 @@ TEST_F(WindowTest, MayDieInItsOwnHandler) {
     void Close() override { delete this; }
   };
   auto * const window = new Fleeting(nullptr, SV::WB_TITLE);
-  HWND const handle = window->GetHWND();
+  HWND const handle = window->GethWnd();
   SendMessageA(handle, WM_CLOSE, 0, 0);
   EXPECT_FALSE(IsWindow(handle));
 }
@@ -200,14 +215,14 @@ TEST_F(WindowTest, OfTheApplicationIsForgottenWhenItHasGone) {
   EXPECT_EQ(Application::GetAppWindow(), nullptr);
   Window other(nullptr);
   Application::SetAppWindow(&other);
-  DestroyWindow(other.GetHWND());
+  DestroyWindow(other.GethWnd());
   EXPECT_EQ(Application::GetAppWindow(), nullptr);
 }
 
 TEST_F(WindowTest, OfTheApplicationIsForgottenThoughItsSystemWindowHadGoneBefore) {
   {
     Window window(nullptr, SV::WB_TITLE);
-    DestroyWindow(window.GetHWND());
+    DestroyWindow(window.GethWnd());
     Application::SetAppWindow(&window);
   }
   EXPECT_EQ(Application::GetAppWindow(), nullptr);
@@ -216,17 +231,17 @@ TEST_F(WindowTest, OfTheApplicationIsForgottenThoughItsSystemWindowHadGoneBefore
 TEST_F(WindowTest, OfTheApplicationQuitsWhenTheApplicationAgrees) {
   Window window(nullptr, SV::WB_TITLE);
   Application::SetAppWindow(&window);
-  PostMessageA(window.GetHWND(), WM_CLOSE, 0, 0);
+  PostMessageA(window.GethWnd(), WM_CLOSE, 0, 0);
   EXPECT_EQ(Application::Execute(), 0);
   EXPECT_EQ(application.exitQueries, 1);
-  EXPECT_TRUE(IsWindow(window.GetHWND())) << "it is its owner's to delete";
+  EXPECT_TRUE(IsWindow(window.GethWnd())) << "it is its owner's to delete";
 }
 
 TEST_F(WindowTest, OfTheApplicationStaysWhenTheApplicationObjects) {
   Window window(nullptr, SV::WB_TITLE);
   Application::SetAppWindow(&window);
   application.mayExit = false;
-  PostMessageA(window.GetHWND(), WM_CLOSE, 0, 0);
+  PostMessageA(window.GethWnd(), WM_CLOSE, 0, 0);
   Application::Reschedule();
   EXPECT_EQ(application.exitQueries, 1);
   Application::Quit(3);
@@ -237,11 +252,11 @@ TEST_F(WindowTest, OfTheApplicationAsksBeforeTheSessionEnds) {
   Window window(nullptr, SV::WB_TITLE);
   Window other(nullptr, SV::WB_TITLE);
   Application::SetAppWindow(&window);
-  EXPECT_NE(SendMessageA(window.GetHWND(), WM_QUERYENDSESSION, 0, 0), 0);
+  EXPECT_NE(SendMessageA(window.GethWnd(), WM_QUERYENDSESSION, 0, 0), 0);
   application.mayExit = false;
-  EXPECT_EQ(SendMessageA(window.GetHWND(), WM_QUERYENDSESSION, 0, 0), 0);
+  EXPECT_EQ(SendMessageA(window.GethWnd(), WM_QUERYENDSESSION, 0, 0), 0);
   EXPECT_EQ(application.exitQueries, 2);
-  EXPECT_NE(SendMessageA(other.GetHWND(), WM_QUERYENDSESSION, 0, 0), 0);
+  EXPECT_NE(SendMessageA(other.GethWnd(), WM_QUERYENDSESSION, 0, 0), 0);
   EXPECT_EQ(application.exitQueries, 2);
 }
 
@@ -252,12 +267,12 @@ TEST_F(WindowTest, OfTheApplicationIsFirstShownAsTheCallerOfTheProgramWants) {
   Application::SetAppWindow(&window);
   other.Show();
   window.Show();
-  EXPECT_FALSE(IsZoomed(other.GetHWND()));
-  EXPECT_TRUE(IsZoomed(window.GetHWND()));
-  ShowWindow(window.GetHWND(), SW_RESTORE);
+  EXPECT_FALSE(IsZoomed(other.GethWnd()));
+  EXPECT_TRUE(IsZoomed(window.GethWnd()));
+  ShowWindow(window.GethWnd(), SW_RESTORE);
   window.Hide();
   window.Show();
-  EXPECT_FALSE(IsZoomed(window.GetHWND()));
+  EXPECT_FALSE(IsZoomed(window.GethWnd()));
   EXPECT_EQ(SV::Sysdepen::GetShowCommand(), SW_SHOWMAXIMIZED);
 }
 
@@ -278,11 +293,11 @@ TEST_F(WindowTest, NeverBecomesVisibleUnderSuppression) {
   EXPECT_FALSE(window.IsVisible());
   EXPECT_FALSE(frame.IsVisible());
   EXPECT_FALSE(child.IsVisible());
-  SetWindowPos(window.GetHWND(), nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
-  ShowWindow(window.GetHWND(), SW_SHOW);
-  ShowWindow(window.GetHWND(), SW_SHOWMAXIMIZED);
-  ShowWindow(window.GetHWND(), SW_RESTORE);
-  ShowWindow(frame.GetHWND(), SW_SHOWMINIMIZED);
+  SetWindowPos(window.GethWnd(), nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
+  ShowWindow(window.GethWnd(), SW_SHOW);
+  ShowWindow(window.GethWnd(), SW_SHOWMAXIMIZED);
+  ShowWindow(window.GethWnd(), SW_RESTORE);
+  ShowWindow(frame.GethWnd(), SW_SHOWMINIMIZED);
   EXPECT_TRUE(visibleTopLevelWindows().empty());
   Application::SetShowWindowSuppression(false);
   window.Show();
@@ -298,7 +313,7 @@ TEST_F(WindowTest, TakesTheFontOfTheApplicationAtOnce) {
   Application::ChangeAppFont(SV::Font("Arial", {0, 22}));
   auto const fontOf = [](Window const & of) {
     LOGFONTA font = {};
-    GetObjectA(reinterpret_cast<HFONT>(SendMessageA(of.GetHWND(), WM_GETFONT, 0, 0)), sizeof font, &font);
+    GetObjectA(reinterpret_cast<HFONT>(SendMessageA(of.GethWnd(), WM_GETFONT, 0, 0)), sizeof font, &font);
     return font;
   };
   EXPECT_STREQ(fontOf(window).lfFaceName, "Arial");
@@ -317,12 +332,12 @@ TEST_F(WindowTest, ShowsTheHourGlassWhileWaiting) {
   Window window(nullptr, SV::WB_TITLE);
   Application::Wait(1);
   SetCursor(LoadCursorA(nullptr, IDC_CROSS));
-  EXPECT_NE(SendMessageA(window.GetHWND(), WM_SETCURSOR, reinterpret_cast<WPARAM>(window.GetHWND()),
+  EXPECT_NE(SendMessageA(window.GethWnd(), WM_SETCURSOR, reinterpret_cast<WPARAM>(window.GethWnd()),
                          MAKELPARAM(HTCLIENT, WM_MOUSEMOVE)),
             0);
   EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_WAIT));
   Application::Wait(0);
-  SendMessageA(window.GetHWND(), WM_SETCURSOR, reinterpret_cast<WPARAM>(window.GetHWND()),
+  SendMessageA(window.GethWnd(), WM_SETCURSOR, reinterpret_cast<WPARAM>(window.GethWnd()),
                MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
   EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_ARROW));
 }
@@ -343,20 +358,20 @@ bool isAskedForItsPointer(HWND window) {
 TEST_F(WindowTest, BelowThePointerIsAskedForItsPointerWhenTheWaitEnds) {
   Window window(nullptr, SV::WB_TITLE);
   play("WindowFromPoint", reinterpret_cast<void *>(tellWindowBelow));
-  windowBelow = window.GetHWND();
+  windowBelow = window.GethWnd();
   Application::Wait(1);
-  EXPECT_FALSE(isAskedForItsPointer(window.GetHWND()));
+  EXPECT_FALSE(isAskedForItsPointer(window.GethWnd()));
   Application::Wait(0);
-  EXPECT_TRUE(isAskedForItsPointer(window.GetHWND()));
+  EXPECT_TRUE(isAskedForItsPointer(window.GethWnd()));
   windowBelow = GetDesktopWindow();
   Application::Wait(1);
   Application::Wait(0);
-  EXPECT_FALSE(isAskedForItsPointer(window.GetHWND()));
-  windowBelow = window.GetHWND();
+  EXPECT_FALSE(isAskedForItsPointer(window.GethWnd()));
+  windowBelow = window.GethWnd();
   play("GetCursorPos", reinterpret_cast<void *>(refusePosition));
   Application::Wait(1);
   Application::Wait(0);
-  EXPECT_FALSE(isAskedForItsPointer(window.GetHWND())) << "nobody knows what is below";
+  EXPECT_FALSE(isAskedForItsPointer(window.GethWnd())) << "nobody knows what is below";
 }
 
 // The message hook
@@ -398,7 +413,7 @@ TEST_F(MessageHookTest, SeesEveryMessageOfEveryWindowFromItsCreationToItsEnd) {
   HWND handle;
   {
     Window window(nullptr, SV::WB_TITLE);
-    handle = window.GetHWND();
+    handle = window.GethWnd();
     EXPECT_TRUE(wasCalled(handle, WM_NCCREATE));
     EXPECT_TRUE(wasCalled(handle, WM_CREATE));
     SendMessageA(handle, WM_APP + 77, 0, 0);
@@ -411,7 +426,7 @@ TEST_F(MessageHookTest, SeesEveryMessageOfEveryWindowFromItsCreationToItsEnd) {
 TEST_F(MessageHookTest, SeesTheMessagesOfFrameClientAreaAndChildren) {
   SV::MDIFrame frame("Frame");
   SV::MDIChild child(frame);
-  for (HWND window : {frame.GetHWND(), frame.GetClient().GetHWND(), child.GetHWND()}) {
+  for (HWND window : {frame.GethWnd(), frame.GetClient().GethWnd(), child.GethWnd()}) {
     SendMessageA(window, WM_APP + 77, 0, 0);
     EXPECT_TRUE(wasCalled(window, WM_APP + 77));
   }
@@ -421,11 +436,11 @@ TEST_F(MessageHookTest, KeepsAMessageFromTheWindowByANonZeroResult) {
   Window window(nullptr, SV::WB_TITLE);
   answered = WM_CLOSE;
   answer = 0x123456789A;
-  EXPECT_EQ(SendMessageA(window.GetHWND(), WM_CLOSE, 0, 0), 0x123456789A);
-  EXPECT_NE(window.GetHWND(), nullptr);
+  EXPECT_EQ(SendMessageA(window.GethWnd(), WM_CLOSE, 0, 0), 0x123456789A);
+  EXPECT_NE(window.GethWnd(), nullptr);
   answered = WM_NULL;
-  SendMessageA(window.GetHWND(), WM_CLOSE, 0, 0);
-  EXPECT_EQ(window.GetHWND(), nullptr);
+  SendMessageA(window.GethWnd(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(window.GethWnd(), nullptr);
 }
 
 TEST_F(MessageHookTest, KeepsAMessageFromTheApplicationToo) {
@@ -448,14 +463,14 @@ TEST_F(MessageHookTest, KeepsAMessageFromTheApplicationToo) {
 TEST_F(MessageHookTest, ThatAnswersTheLastMessageStillLetsGoOfTheWindow) {
   Window window(nullptr, SV::WB_TITLE);
   answered = WM_NCDESTROY;
-  DestroyWindow(window.GetHWND());
-  EXPECT_EQ(window.GetHWND(), nullptr);
+  DestroyWindow(window.GethWnd());
+  EXPECT_EQ(window.GethWnd(), nullptr);
 }
 
 TEST_F(MessageHookTest, ThatRefusesTheCreationRaisesAnException) {
   answered = WM_NCCREATE;
   Window const window(nullptr, SV::WB_TITLE);
-  EXPECT_EQ(window.GetHWND(), nullptr);
+  EXPECT_EQ(window.GethWnd(), nullptr);
   ASSERT_EQ(application.exceptions.size(), 1u);
   EXPECT_EQ(application.exceptions[0].code, 0x200);
 }
@@ -469,7 +484,7 @@ TEST_F(WindowTest, PaintsWhatHasBecomeInvalid) {
   Application::Reschedule();
   window.paintedAreas.clear();
   RECT const part = {10, 12, 20, 17};
-  InvalidateRect(window.GetHWND(), &part, TRUE);
+  InvalidateRect(window.GethWnd(), &part, TRUE);
   window.Update();
   ASSERT_EQ(window.paintedAreas.size(), 1u);
   EXPECT_EQ(window.paintedAreas[0].TopLeft(), (SV::Point{10, 12}));
@@ -486,10 +501,10 @@ HDC WINAPI refusePainting(HWND, PAINTSTRUCT *) { return nullptr; }
 
 TEST_F(WindowTest, PaintsNothingWhenTheSystemRefuses) {
   RecordingWindow window(nullptr, SV::WB_TITLE);
-  SendMessageA(window.GetHWND(), WM_PAINT, 0, 0);
+  SendMessageA(window.GethWnd(), WM_PAINT, 0, 0);
   EXPECT_EQ(window.paintedAreas.size(), 1u);
   play("BeginPaint", reinterpret_cast<void *>(refusePainting));
-  SendMessageA(window.GetHWND(), WM_PAINT, 0, 0);
+  SendMessageA(window.GethWnd(), WM_PAINT, 0, 0);
   EXPECT_EQ(window.paintedAreas.size(), 1u);
 }
 
@@ -501,15 +516,15 @@ TEST_F(WindowTest, ShowsWhatWasPaintedOnItsBackground) {
     device.DrawRect({{5, 5}, {10, 10}});
   };
   window.SetPosSizePixel({100, 100}, {60, 40});
-  SetWindowPos(window.GetHWND(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  SetWindowPos(window.GethWnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   window.Show();
   window.Update();
-  HDC const device = GetDC(window.GetHWND());
+  HDC const device = GetDC(window.GethWnd());
   EXPECT_EQ(GetPixel(device, 8, 8), 0x0000FFu);
   EXPECT_EQ(GetPixel(device, 14, 14), 0x0000FFu);
   EXPECT_EQ(GetPixel(device, 15, 15), GetSysColor(COLOR_WINDOW));
   EXPECT_EQ(GetPixel(device, 4, 4), GetSysColor(COLOR_WINDOW));
-  ReleaseDC(window.GetHWND(), device);
+  ReleaseDC(window.GethWnd(), device);
 }
 
 TEST_F(WindowTest, GrabFocusGivesItTheKeyboard) {
@@ -519,9 +534,9 @@ TEST_F(WindowTest, GrabFocusGivesItTheKeyboard) {
   for (Window * each : {&window, &first, &second})
     each->Show();
   first.GrabFocus();
-  EXPECT_EQ(GetFocus(), first.GetHWND());
+  EXPECT_EQ(GetFocus(), first.GethWnd());
   second.GrabFocus();
-  EXPECT_EQ(GetFocus(), second.GetHWND());
+  EXPECT_EQ(GetFocus(), second.GethWnd());
 }
 
 } // namespace

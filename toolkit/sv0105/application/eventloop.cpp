@@ -1,7 +1,6 @@
 #include "sv/application.hpp"
 
-#include "application/helpkeys.hpp"
-#include "application/toolkit.hpp"
+#include "application/dispatch.hpp"
 
 namespace SV {
 
@@ -9,21 +8,12 @@ namespace {
 
 constexpr DWORD kRescheduleMilliseconds = 100;
 
-void dispatch(MSG & message) {
-  if (detail::isHelpMessage(message))
-    return;
-  if (HWND const client = detail::toolkit().mdiClient; client && TranslateMDISysAccel(client, &message))
-    return;
-  TranslateMessage(&message);
-  DispatchMessageA(&message);
-}
-
 } // namespace
 
 int Application::Execute() {
   MSG message = {};
   while (GetMessageA(&message, nullptr, 0, 0) > 0)
-    dispatch(message);
+    detail::dispatch(message);
   return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 1;
 }
 
@@ -36,7 +26,7 @@ void Application::Reschedule() {
       PostQuitMessage(static_cast<int>(message.wParam));
       return;
     }
-    dispatch(message);
+    detail::dispatch(message);
     if (GetTickCount() - start > kRescheduleMilliseconds)
       return;
   }

@@ -3,22 +3,39 @@
 #include "application/helpkeys.hpp"
 #include "application/toolkit.hpp"
 #include "sv/application.hpp"
+#include "sv/window.hpp"
+#include "window/handlemap.hpp"
 
 #include <utility>
 
 namespace SV {
 namespace {
 
-/// Opens a document with the program for it; what ShellExecute answers, 0 where there is no shell. The shell is loaded only
-/// here: together with what it needs itself it would be a tenth of the start of each program.
+/// A DLL of the system's folder, kept once it is loaded. What only the help needs is loaded only here: together with what
+/// it needs itself, the shell alone would be a tenth of the start of each program.
+template <class Function> Function systemFunction(char const * dll, char const * name) {
+  HMODULE const module = LoadLibraryExA(dll, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  return module ? reinterpret_cast<Function>(reinterpret_cast<void *>(GetProcAddress(module, name))) : nullptr;
+}
+
+/// Opens a document with the program for it; what ShellExecute answers, 0 where there is no shell.
 INT_PTR openDocument(char const * fileName) {
-  HMODULE const shell = LoadLibraryExA("shell32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-  if (shell == nullptr)
-    return 0;
   using Execute = INT_PTR(WINAPI *)(HWND, char const *, char const *, char const *, char const *, int);
-  auto const address = reinterpret_cast<void *>(GetProcAddress(shell, "ShellExecuteA"));
-  auto const execute = reinterpret_cast<Execute>(address);
+  auto const execute = systemFunction<Execute>("shell32.dll", "ShellExecuteA");
   return execute != nullptr ? execute(nullptr, "open", fileName, nullptr, nullptr, SW_SHOWNORMAL) : 0;
+}
+
+bool hasTopics(String const & fileName) {
+  String const ending = fileName.substr(fileName.Len() - 4, 4);
+  return lstrcmpiA(ending.c_str(), ".chm") == 0;
+}
+
+/// False where the system has no viewer for such files, or it finds no such topic.
+bool openTopic(String const & fileName, unsigned long topic) {
+  constexpr UINT kContext = 0xF; // HH_HELP_CONTEXT
+  using HtmlHelp = HWND(WINAPI *)(HWND, char const *, UINT, DWORD_PTR);
+  auto const htmlHelp = systemFunction<HtmlHelp>("hhctrl.ocx", "HtmlHelpA");
+  return htmlHelp != nullptr && htmlHelp(nullptr, fileName.c_str(), kContext, topic) != nullptr;
 }
 
 } // namespace
@@ -34,9 +51,11 @@ Help::~Help() {
 
 String Help::ChangeFileName(String const & fileName) { return std::exchange(fileName_, String(fileName)); }
 
-bool Help::Start() {
+bool Help::Start(unsigned long topic) {
   if (fileName_.Len() == 0)
     return false;
+  if (topic != 0 && hasTopics(fileName_) && openTopic(fileName_, topic))
+    return true;
   constexpr INT_PTR kLastError = 32; // greater answers are successes
   return openDocument(fileName_.c_str()) > kLastError;
 }
@@ -44,9 +63,12 @@ bool Help::Start() {
 namespace detail {
 namespace {
 
-void startHelp() {
-  if (toolkit().help)
-    toolkit().help->Start();
+/// The toolkit's window that a message is for, or that its window lies in.
+Window const * windowAround(HWND handle) {
+  for (; handle; handle = GetAncestor(handle, GA_PARENT))
+    if (Window const * const window = windowOf(handle))
+      return window;
+  return nullptr;
 }
 
 bool isClick(UINT message) {
@@ -61,7 +83,7 @@ bool endsExtendedHelp(MSG const & message) {
   if (toolkit().application)
     toolkit().application->DeactivateExtHelp();
   if (wantsHelp)
-    startHelp();
+    startHelp(windowAround(message.hwnd));
   return true;
 }
 
@@ -84,8 +106,16 @@ bool isHelpMessage(MSG const & message) {
     return beginsExtendedHelp();
   if ((toolkit().helpModes & HELP_BY_KEY) == 0)
     return false;
-  startHelp();
+  startHelp(windowAround(message.hwnd));
   return true;
+}
+
+void startHelp(Window const * window) {
+  if (!toolkit().help)
+    return;
+  while (window && window->GetHelpId() == 0)
+    window = window->GetParent();
+  toolkit().help->Start(window ? window->GetHelpId() : 0);
 }
 
 } // namespace detail

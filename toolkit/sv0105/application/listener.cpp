@@ -1,6 +1,8 @@
 #include "application/listener.hpp"
 
+#include "application/guard.hpp"
 #include "application/hook.hpp"
+#include "application/timers.hpp"
 #include "application/toolkit.hpp"
 
 #include <cstring>
@@ -48,12 +50,16 @@ bool tellApplication(Application & application, UINT message, WPARAM wParam, LPA
 
 LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   LRESULT result = 0;
-  if (askHook(window, message, wParam, lParam, result))
-    return result;
-  if (Application * application = toolkit().application;
-      application && tellApplication(*application, message, wParam, lParam))
-    return 0;
-  return DefWindowProcA(window, message, wParam, lParam);
+  bool done = false;
+  bool const passed = guarded([&] {
+    Application * const application = toolkit().application;
+    done = askHook(window, message, wParam, lParam, result);
+    if (!done && message == WM_TIMER)
+      timeOut(wParam);
+    else if (!done)
+      done = application && tellApplication(*application, message, wParam, lParam);
+  });
+  return done || !passed ? result : DefWindowProcA(window, message, wParam, lParam);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "window/allwindows.hpp"
 
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 namespace SV {
@@ -20,6 +21,11 @@ void Application::Wait(unsigned short count) {
 }
 
 unsigned short Application::IsWait() { return toolkit().wait; }
+
+void Application::Beep(unsigned short kind) {
+  constexpr UINT kSounds[] = {MB_OK, MB_ICONINFORMATION, MB_ICONQUESTION, MB_ICONERROR, MB_ICONWARNING};
+  MessageBeep(kSounds[kind < std::size(kSounds) ? kind : BEEP_DEFAULT]);
+}
 
 Help * Application::ChangeHelp(Help * help) { return std::exchange(toolkit().help, help); }
 

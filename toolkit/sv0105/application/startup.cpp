@@ -1,6 +1,7 @@
 #include "sv/application.hpp"
 
 #include "application/listener.hpp"
+#include "application/timers.hpp"
 #include "application/toolkit.hpp"
 #include "window/allwindows.hpp"
 #include "window/procedure.hpp"
@@ -31,6 +32,7 @@ bool InitSV(int, char **) {
 
 void DeInitSV() {
   toolkit().isUp = false;
+  detail::stopTimers();
   detail::destroyWindows();
   detail::unregisterWindowClasses();
   detail::closeListener();

@@ -5,11 +5,20 @@
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
 #include "sv/sysdepen.hpp"
+#include "sv/timer.hpp"
 #include "tools/winapi.hpp"
 
+#include <unordered_map>
 #include <vector>
 
 namespace SV::detail {
+
+/// See Application::InsertAccel.
+struct InsertedAccelerator {
+  Accelerator * accelerator;
+  unsigned short scope;
+  int modalDepth; ///< how many modal dialogs ran when it was inserted
+};
 
 struct Toolkit {
   Application * application = nullptr;
@@ -34,10 +43,15 @@ struct Toolkit {
   String poolFile;
   ResMgr * resManager = nullptr;
 
+  int modalDepth = 0;                            ///< how many modal dialogs run, one out of the other
+  std::vector<InsertedAccelerator> accelerators; ///< the one that was inserted last at the end
+  std::unordered_map<unsigned long long, Timer *> timers;
+
   Window * appWindow = nullptr;
   bool appWindowShown = false;
-  std::vector<Window *> windows; ///< oldest first, also those whose system window has been closed
-  HWND mdiClient = nullptr;      ///< of the newest frame
+  std::vector<Window *> windows;              ///< oldest first, also those whose system window has been closed
+  std::unordered_map<HWND, Window *> objects; ///< those whose system window is there
+  HWND mdiClient = nullptr;                   ///< of the newest frame
 };
 
 /// It is never destroyed: static objects of the program may still use it when the DLL's own have gone.

@@ -34,6 +34,14 @@ String systemText(String const & text) {
   return result;
 }
 
+/// The key of the system's item at that position, 0 where there is none.
+ULONG_PTR keyAt(HMENU menu, int position) {
+  MENUITEMINFOA info = {};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_DATA;
+  return GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) ? info.dwItemData : 0;
+}
+
 unsigned long nextKey() {
   static unsigned long key = 0;
   return ++key;
@@ -170,15 +178,19 @@ void Menu::removeFromSystem(std::size_t index) {
     RemoveMenu(handle_, static_cast<UINT>(position), MF_BYPOSITION);
 }
 
+void Menu::removeForeignItems() {
+  for (int i = GetMenuItemCount(handle_); i-- > 0;) {
+    ULONG_PTR const key = keyAt(handle_, i);
+    if (std::none_of(items_.begin(), items_.end(), [key](Item const & item) { return item.key == key; }))
+      RemoveMenu(handle_, static_cast<UINT>(i), MF_BYPOSITION);
+  }
+}
+
 int Menu::systemPosition(unsigned long key) const {
   int const count = GetMenuItemCount(handle_);
-  for (int i = 0; i < count; ++i) {
-    MENUITEMINFOA info = {};
-    info.cbSize = sizeof info;
-    info.fMask = MIIM_DATA;
-    if (GetMenuItemInfoA(handle_, static_cast<UINT>(i), TRUE, &info) && info.dwItemData == key)
+  for (int i = 0; i < count; ++i)
+    if (keyAt(handle_, i) == key)
       return i;
-  }
   return -1;
 }
 
@@ -229,7 +241,7 @@ MenuBar::~MenuBar() {
 
 void MenuBar::Changed() {
   if (frame_)
-    DrawMenuBar(frame_->GetHWND());
+    DrawMenuBar(frame_->GethWnd());
 }
 
 } // namespace SV

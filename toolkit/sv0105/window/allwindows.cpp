@@ -9,7 +9,7 @@ void destroyWindows() {
   // A parent takes its children along, and their handlers may do anything to the list.
   std::vector<Window *> & windows = toolkit().windows;
   for (std::size_t i = 0; i < windows.size();) {
-    if (windows[i]->GetHWND()) {
+    if (windows[i]->GethWnd()) {
       WindowAccess::destroy(*windows[i]);
       i = 0;
     } else {

@@ -2,6 +2,7 @@
 
 #include "application/toolkit.hpp"
 #include "sv/menu.hpp"
+#include "window/handlemap.hpp"
 #include "window/procedure.hpp"
 #include "window/windowaccess.hpp"
 
@@ -36,15 +37,15 @@ MDIApplication * backgroundPainter() {
 
 } // namespace
 
-MDIClient::MDIClient(MDIFrame & frame) : Window(clientSpec(frame, clientData())) { toolkit().mdiClient = GetHWND(); }
+MDIClient::MDIClient(MDIFrame & frame) : Window(clientSpec(frame, clientData())) { toolkit().mdiClient = GethWnd(); }
 
-MDIClient::~MDIClient() { Destroy(); }
+MDIClient::~MDIClient() { Window::Destroy(); }
 
 long long MDIClient::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
   switch (message) {
   case WM_ERASEBKGND:
     if (MDIApplication * const painter = backgroundPainter()) {
-      painter->PaintMDIClient(GetHWND());
+      painter->PaintMDIClient(GethWnd());
       return 1;
     }
     break;
@@ -58,7 +59,7 @@ long long MDIClient::HandleMessage(unsigned message, unsigned long long wParam, 
     return result;
   }
   case WM_NCDESTROY:
-    if (toolkit().mdiClient == GetHWND())
+    if (toolkit().mdiClient == GethWnd())
       toolkit().mdiClient = nullptr;
     break;
   default: break;
@@ -76,16 +77,13 @@ MDIFrame::MDIFrame(String const & title)
 
 MDIFrame::~MDIFrame() {
   SetMenuBar(nullptr);
-  Destroy();
+  Window::Destroy();
 }
 
 MDIChild * MDIFrame::GetActiveChild() const {
-  HWND const client = client_->GetHWND();
+  HWND const client = client_->GethWnd();
   auto const active = client ? reinterpret_cast<HWND>(SendMessageA(client, WM_MDIGETACTIVE, 0, 0)) : nullptr;
-  for (Window * window : toolkit().windows)
-    if (active && window->GetHWND() == active)
-      return dynamic_cast<MDIChild *>(window);
-  return nullptr;
+  return dynamic_cast<MDIChild *>(detail::windowOf(active));
 }
 
 MenuBar * MDIFrame::SetMenuBar(MenuBar * bar) {
@@ -98,13 +96,22 @@ MenuBar * MDIFrame::SetMenuBar(MenuBar * bar) {
     former->frame_ = nullptr;
   if (bar)
     bar->frame_ = this;
-  if (!GetHWND())
+  if (!GethWnd())
     return former;
+  takeMenuOff(former);
   // The client area has to know the menu too: it puts the buttons of a maximised child there.
   if (bar)
-    SendMessageA(client_->GetHWND(), WM_MDISETMENU, reinterpret_cast<WPARAM>(bar->GetHMENU()), 0);
-  SetMenu(GetHWND(), bar ? bar->GetHMENU() : nullptr);
+    SendMessageA(client_->GethWnd(), WM_MDISETMENU, reinterpret_cast<WPARAM>(bar->GetHMENU()), 0);
+  SetMenu(GethWnd(), bar ? bar->GetHMENU() : nullptr);
   return former;
+}
+
+/// \param bar  the one on show, or null
+void MDIFrame::takeMenuOff(MenuBar * bar) {
+  SetMenu(GethWnd(), nullptr);
+  // The system adds the menu and the buttons of a maximised child, which would be deleted with the bar.
+  if (bar)
+    bar->removeForeignItems();
 }
 
 long long MDIFrame::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
@@ -115,7 +122,7 @@ long long MDIFrame::HandleMessage(unsigned message, unsigned long long wParam, l
     break;
   case WM_DESTROY:
     // The system would delete the menu with the window.
-    SetMenu(GetHWND(), nullptr);
+    takeMenuOff(menuBar_);
     break;
   default: break;
   }
@@ -123,7 +130,7 @@ long long MDIFrame::HandleMessage(unsigned message, unsigned long long wParam, l
 }
 
 long long MDIFrame::DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) {
-  return DefFrameProcA(GetHWND(), client_ ? client_->GetHWND() : nullptr, message, wParam, lParam);
+  return DefFrameProcA(GethWnd(), client_ ? client_->GethWnd() : nullptr, message, wParam, lParam);
 }
 
 MDIChild::MDIChild(MDIFrame & frame, String const & title)
@@ -132,16 +139,23 @@ MDIChild::MDIChild(MDIFrame & frame, String const & title)
   SetText(title);
 }
 
-MDIChild::~MDIChild() { Destroy(); }
+MDIChild::~MDIChild() { MDIChild::Destroy(); }
+
+void MDIChild::Destroy() {
+  // The client area keeps a list of its children: one that goes without a word would stay the active one.
+  if (HWND const handle = GethWnd(); handle && GetParent()->GethWnd())
+    SendMessageA(GetParent()->GethWnd(), WM_MDIDESTROY, reinterpret_cast<WPARAM>(handle), 0);
+  Window::Destroy();
+}
 
 void MDIChild::Show() {
   Window::Show();
   if (IsVisible())
-    SendMessageA(GetParent()->GetHWND(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(GetHWND()), 0);
+    SendMessageA(GetParent()->GethWnd(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(GethWnd()), 0);
 }
 
 long long MDIChild::DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) {
-  return DefMDIChildProcA(GetHWND(), message, wParam, lParam);
+  return DefMDIChildProcA(GethWnd(), message, wParam, lParam);
 }
 
 void MDIApplication::InvalidateMDIClient() {

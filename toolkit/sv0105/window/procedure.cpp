@@ -1,7 +1,9 @@
 #include "window/procedure.hpp"
 
+#include "application/guard.hpp"
 #include "application/hook.hpp"
 #include "application/toolkit.hpp"
+#include "window/handlemap.hpp"
 #include "window/windowaccess.hpp"
 
 #include <iterator>
@@ -17,15 +19,18 @@ Window * windowBeingMade = nullptr;
 struct ClassDescription {
   char const * name;
   int background; ///< a system colour, or -1 for none
+  int extraBytes = 0;
 };
 
-constexpr ClassDescription kClasses[] = {{kWindowClass, COLOR_WINDOW}, {kFrameClass, -1}, {kChildClass, COLOR_WINDOW}};
+constexpr ClassDescription kClasses[] = {
+    {kWindowClass, COLOR_WINDOW}, {kFrameClass, -1}, {kChildClass, COLOR_WINDOW}, {kDialogClass, -1, DLGWINDOWEXTRA}};
 
 bool registerClass(ClassDescription const & window) {
   WNDCLASSEXA description = {};
   description.cbSize = sizeof description;
   description.style = CS_DBLCLKS;
   description.lpfnWndProc = windowProcedure;
+  description.cbWndExtra = window.extraBytes;
   description.hInstance = toolkit().instance;
   description.hIcon = LoadIconA(toolkit().instance, MAKEINTRESOURCEA(kProgramIcon));
   description.hCursor = LoadCursorA(nullptr, IDC_ARROW);
@@ -34,7 +39,14 @@ bool registerClass(ClassDescription const & window) {
   return RegisterClassExA(&description) != 0;
 }
 
-Window * windowOf(HWND handle) { return reinterpret_cast<Window *>(GetWindowLongPtrA(handle, GWLP_USERDATA)); }
+LRESULT answer(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+  LRESULT result = 0;
+  if (askHook(handle, message, wParam, lParam, result))
+    return result;
+  Window * const window = windowOf(handle);
+  return window ? WindowAccess::handle(*window, message, wParam, lParam)
+                : DefWindowProcA(handle, message, wParam, lParam);
+}
 
 } // namespace
 
@@ -59,7 +71,7 @@ Attaching::~Attaching() { windowBeingMade = nullptr; }
 
 void attach(Window & window, HWND handle) {
   WindowAccess::handle(window) = handle;
-  SetWindowLongPtrA(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&window));
+  remember(handle, window);
 }
 
 LRESULT CALLBACK windowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -68,11 +80,8 @@ LRESULT CALLBACK windowProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
     windowBeingMade = nullptr;
   }
   LRESULT result = 0;
-  if (!askHook(handle, message, wParam, lParam, result)) {
-    Window * const window = windowOf(handle);
-    result = window ? WindowAccess::handle(*window, message, wParam, lParam)
-                    : DefWindowProcA(handle, message, wParam, lParam);
-  }
+  if (!guarded([&] { result = answer(handle, message, wParam, lParam); }))
+    result = 0;
   // The handler may have deleted the object, so it is looked for again.
   if (message == WM_NCDESTROY)
     if (Window * const window = windowOf(handle))

@@ -3,7 +3,9 @@
 #include "application/pointer.hpp"
 #include "application/toolkit.hpp"
 #include "sv/outputdevice.hpp"
+#include "window/handlemap.hpp"
 #include "window/procedure.hpp"
+#include "window/reflection.hpp"
 #include "window/windowaccess.hpp"
 
 #include <algorithm>
@@ -35,6 +37,26 @@ Rectangle toRectangle(RECT const & rect) {
   return {{rect.left, rect.top}, {rect.right - rect.left, rect.bottom - rect.top}};
 }
 
+/// The system's device for one painting. The window may die meanwhile.
+class Painting {
+public:
+  explicit Painting(HWND window) : window_(window), context_(BeginPaint(window, &state_)) {}
+  Painting(Painting const &) = delete;
+  Painting & operator=(Painting const &) = delete;
+  ~Painting() {
+    if (context_)
+      EndPaint(window_, &state_);
+  }
+
+  HDC context() const { return context_; } ///< null when the system refuses
+  RECT const & area() const { return state_.rcPaint; }
+
+private:
+  HWND window_;
+  PAINTSTRUCT state_;
+  HDC context_;
+};
+
 bool isAppWindow(Window const * window) { return Application::GetAppWindow() == window; }
 
 bool mayEnd() {
@@ -49,7 +71,7 @@ Window::Window(Window * parent, WinBits style) { create(plainWindow(parent, styl
 Window::Window(detail::WindowSpec const & spec) { create(spec); }
 
 Window::~Window() {
-  Destroy();
+  Window::Destroy();
   std::vector<Window *> & windows = toolkit().windows;
   std::erase(windows, this);
   for (Window * window : windows)
@@ -66,8 +88,7 @@ void Window::create(detail::WindowSpec const & spec) {
   SetLastError(0);
   {
     detail::Attaching const attaching(spec.isControl ? nullptr : this);
-    hwnd_ = CreateWindowExA(spec.exStyle, spec.className, "", spec.style, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                            CW_USEDEFAULT, parent, nullptr, toolkit().instance, spec.data);
+    hwnd_ = spec.isDialog ? detail::createDialogWindow(spec, parent) : detail::createSystemWindow(spec, parent);
   }
   if (!hwnd_) {
     DWORD const error = GetLastError();
@@ -90,8 +111,8 @@ void Window::Destroy() {
 }
 
 void Window::detach() {
-  SetWindowLongPtrA(hwnd_, GWLP_USERDATA, 0);
-  hwnd_ = nullptr;
+  detail::forget(std::exchange(hwnd_, nullptr));
+  mouseCaptured_ = false;
   controlProcedure_ = nullptr;
   if (HFONT const font = std::exchange(systemFont_, nullptr))
     DeleteObject(font);
@@ -105,7 +126,7 @@ void Window::Resize(Size const &) {}
 
 void Window::Close() {
   if (!isAppWindow(this))
-    DefaultProcedure(WM_CLOSE, 0, 0);
+    Destroy();
   else if (mayEnd())
     Application::Quit();
 }
@@ -169,7 +190,8 @@ Size Window::GetOutputSizePixel() const {
 void Window::ChangeOutputSizePixel(Size const & size) {
   Size const outer = GetSizePixel();
   Size const inner = GetOutputSizePixel();
-  SetPosSizePixel(GetPosPixel(), {outer.width - inner.width + size.width, outer.height - inner.height + size.height});
+  Window::SetPosSizePixel(GetPosPixel(),
+                          {outer.width - inner.width + size.width, outer.height - inner.height + size.height});
 }
 
 Font const & Window::GetFont() const { return hasFont_ ? font_ : Application::GetAppFont(); }
@@ -192,11 +214,6 @@ void Window::useFont() {
   Invalidate();
 }
 
-void Window::GrabFocus() {
-  if (hwnd_)
-    SetFocus(hwnd_);
-}
-
 void Window::Invalidate() {
   if (hwnd_)
     InvalidateRect(hwnd_, nullptr, TRUE);
@@ -208,19 +225,22 @@ void Window::Update() {
 }
 
 void Window::paint() {
-  PAINTSTRUCT state;
-  HDC const context = BeginPaint(hwnd_, &state);
-  if (!context)
+  Painting const painting(hwnd_);
+  if (!painting.context())
     return;
-  {
-    OutputDevice device(context);
-    device.ChangeFont(GetFont());
-    Paint(device, toRectangle(state.rcPaint));
-  }
-  EndPaint(hwnd_, &state);
+  OutputDevice device(painting.context());
+  device.ChangeFont(GetFont());
+  Paint(device, toRectangle(painting.area()));
 }
 
 long long Window::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
+  long long result = 0;
+  if (detail::isForControl(message, wParam, lParam, result))
+    return result;
+  HWND const handle = hwnd_;
+  // The window may die in its handler.
+  if (handleInput(message, wParam, lParam) || detail::windowOf(handle) != this)
+    return 0;
   switch (message) {
   case WM_CLOSE: Close(); return 0;
   case WM_QUERYENDSESSION: return !isAppWindow(this) || mayEnd();
@@ -230,6 +250,18 @@ long long Window::HandleMessage(unsigned message, unsigned long long wParam, lon
     if (wParam != SIZE_MINIMIZED)
       Resize({LOWORD(lParam), HIWORD(lParam)});
     break;
+  case WM_ERASEBKGND:
+    if (fillBackground(reinterpret_cast<HDC>(wParam)))
+      return 1;
+    break;
+  case WM_SETFOCUS:
+    result = DefaultProcedure(message, wParam, lParam);
+    GotFocus();
+    return result;
+  case WM_KILLFOCUS:
+    result = DefaultProcedure(message, wParam, lParam);
+    LostFocus();
+    return result;
   case WM_PAINT:
     if (controlProcedure_)
       break;

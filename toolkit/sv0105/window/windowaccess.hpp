@@ -2,7 +2,7 @@
 /// \file
 /// What a window is made from, and the parts of it that the free functions of the toolkit reach.
 
-#include "sv/window.hpp"
+#include "sv/control.hpp"
 #include "tools/winapi.hpp"
 
 namespace SV::detail {
@@ -10,6 +10,7 @@ namespace SV::detail {
 inline constexpr char kWindowClass[] = "SV0105.Window";
 inline constexpr char kFrameClass[] = "SV0105.MDIFrame";
 inline constexpr char kChildClass[] = "SV0105.MDIChild";
+inline constexpr char kDialogClass[] = "SV0105.Dialog";
 
 struct WindowSpec {
   char const * className;
@@ -18,7 +19,13 @@ struct WindowSpec {
   Window * parent;
   bool isControl = false; ///< the class is the system's: its own procedure is asked for what the toolkit leaves
   void * data = nullptr;  ///< for WM_CREATE
+  bool isDialog = false;  ///< the system's dialog procedure is asked for what the toolkit leaves
+  WORD id = 0;            ///< of a child, by which dialogs know it
 };
+
+/// The window of the system, null when that refuses. A child is of size 0 by 0.
+HWND createSystemWindow(WindowSpec const & spec, HWND parent);
+HWND createDialogWindow(WindowSpec const & spec, HWND parent);
 
 /// What the toolkit's free functions do with a window.
 struct WindowAccess {
@@ -28,6 +35,9 @@ struct WindowAccess {
   static void useFont(Window & window) { window.useFont(); }
   static void destroy(Window & window) { window.Destroy(); }
   static void detach(Window & window) { window.detach(); }
+  static bool notify(Control & control, UINT message, WPARAM wParam, LPARAM lParam, long long & result) {
+    return control.Notify(message, wParam, lParam, result);
+  }
   static LRESULT handle(Window & window, UINT message, WPARAM wParam, LPARAM lParam) {
     return window.HandleMessage(message, wParam, lParam);
   }

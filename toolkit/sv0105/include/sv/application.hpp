@@ -10,6 +10,7 @@
 
 namespace SV {
 
+class Accelerator;
 class Application;
 class Help;
 class Window;
@@ -28,6 +29,18 @@ enum SysChangeType {
 inline constexpr long EXC_RESOURCE_NOT_LOADED = 0x100;       ///< the argument is the resource identifier
 inline constexpr long EXC_SYSTEM_OBJECT_NOT_CREATED = 0x200; ///< the argument is the system's error code, or 0
 inline constexpr long EXC_RESOURCE_FILE_NOT_LOADED = 0x400;  ///< the argument is the address of the file name
+inline constexpr long EXC_HANDLER_FAILED = 0x800;            ///< a C++ exception has left a handler; the argument is 0
+
+/// Where the keys of an accelerator count, see Application::InsertAccel.
+inline constexpr unsigned short ACCEL_NORMAL = 0;      ///< not in a modal dialog that is opened later
+inline constexpr unsigned short ACCEL_WITH_DIALOG = 1; ///< also in the next modal dialog, not in one that that opens
+
+/// Kinds of sounds.
+inline constexpr unsigned short BEEP_DEFAULT = 0;
+inline constexpr unsigned short BEEP_INFO = 1;
+inline constexpr unsigned short BEEP_QUERY = 2;
+inline constexpr unsigned short BEEP_ERROR = 3;
+inline constexpr unsigned short BEEP_WARNING = 4;
 
 /// Ways to ask for help, which EnableHelp takes as a sum.
 inline constexpr unsigned short HELP_BY_KEY = 1; ///< F1 starts the help
@@ -63,7 +76,7 @@ public:
   /// The program.
   virtual void Main(int argc, char ** argv) = 0;
   /// A severe exception. The base ends the process with exit(1); an override that returns lets the caller try again or
-  /// go on.
+  /// go on. A C++ exception that leaves it while it is called with EXC_HANDLER_FAILED ends the process.
   virtual void Exception(long code, unsigned long arg);
 
   /// Dispatches messages until Quit is called. Its result is the code given to Quit.
@@ -89,6 +102,16 @@ public:
   /// Sets by which keys the user gets help, HELP_BY_KEY and HELP_EXTENDED or 0; none at first. The former ones are the
   /// result. Escape ends what Shift+F1 has begun, and either end calls DeactivateExtHelp.
   static unsigned short EnableHelp(unsigned short modes);
+
+  /// Puts the keys of an accelerator into effect, before those of the accelerators that are in already. It is not owned,
+  /// and leaves when it dies. False for null, and for one that is in, or is not when it is removed.
+  /// \param scope  ACCEL_NORMAL or ACCEL_WITH_DIALOG
+  static bool InsertAccel(Accelerator * accelerator, unsigned short scope = ACCEL_NORMAL);
+  static bool RemoveAccel(Accelerator * accelerator);
+
+  /// The sound that the user has chosen for such an occasion.
+  /// \param kind  BEEP_ERROR and so on; any other number counts as BEEP_DEFAULT
+  static void Beep(unsigned short kind = BEEP_DEFAULT);
 
   /// The font of all windows that set none; the former one is the result. Windows that are open take it at once.
   static Font ChangeAppFont(Font const & font);

@@ -21,8 +21,10 @@ public:
   String const & GetFileName() const { return fileName_; }
   String ChangeFileName(String const & fileName);
 
-  /// Opens the file with the program that the system has for it. False when that cannot be done, or without a name.
-  virtual bool Start();
+  /// Opens the file with the program that the system has for it; a ".chm" file at a topic, as far as it has one of that
+  /// number. False when that cannot be done, or without a name.
+  /// \param topic  0: none in particular
+  virtual bool Start(unsigned long topic = 0);
 
 private:
   String fileName_;

@@ -44,6 +44,8 @@ protected:
   long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) override;
 
 private:
+  void takeMenuOff(MenuBar * bar);
+
   std::unique_ptr<MDIClient> client_;
   MenuBar * menuBar_ = nullptr;
 };
@@ -57,6 +59,7 @@ public:
   void Show() override;
 
 protected:
+  void Destroy() override;
   long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) override;
 };
 

@@ -85,6 +85,7 @@ private:
   void insert(Item const & item, unsigned short position);
   void insertIntoSystem(std::size_t index);
   void removeFromSystem(std::size_t index);
+  void removeForeignItems();
   int systemPosition(unsigned long key) const;
   Item const * find(unsigned short id) const;
   bool hangsBelow(Menu const & menu) const;

@@ -1,0 +1,103 @@
+#include "sv/listbox.hpp"
+
+#include "controls/controlspec.hpp"
+
+#include <cstring>
+#include <utility>
+#include <vector>
+
+namespace SV {
+namespace {
+
+detail::WindowSpec listSpec(Window * parent, WinBits style) {
+  bool const isDropDown = (style & WB_DROPDOWN) != 0;
+  DWORD const system = WS_TABSTOP | WS_VSCROLL | (isDropDown ? CBS_DROPDOWNLIST : LBS_NOTIFY | LBS_NOINTEGRALHEIGHT);
+  // Both classes have a frame of their own that fits the look of the desktop.
+  detail::WindowSpec spec =
+      detail::controlSpec(isDropDown ? "COMBOBOX" : "LISTBOX", parent, style & ~WB_BORDER, system);
+  if (!isDropDown && (style & WB_BORDER))
+    spec.exStyle |= WS_EX_CLIENTEDGE;
+  return spec;
+}
+
+} // namespace
+
+ListBox::ListBox(Window * parent, WinBits style)
+    : Control(listSpec(parent, style)), isDropDown_((style & WB_DROPDOWN) != 0) {}
+
+/// The two classes of the system understand the same under different numbers.
+long long ListBox::send(unsigned listMessage, unsigned boxMessage, unsigned long long wParam, long long lParam) const {
+  return GethWnd() ? SendMessageA(GethWnd(), isDropDown_ ? boxMessage : listMessage, wParam, lParam) : LB_ERR;
+}
+
+long ListBox::InsertEntry(String const & text, long position) {
+  long const place = position >= 0 && position < GetEntryCount() ? position : LISTBOX_APPEND;
+  long long const result = send(LB_INSERTSTRING, CB_INSERTSTRING, static_cast<WPARAM>(static_cast<LONG_PTR>(place)),
+                                reinterpret_cast<LPARAM>(text.c_str()));
+  return result >= 0 ? static_cast<long>(result) : LISTBOX_ENTRY_NOTFOUND;
+}
+
+bool ListBox::RemoveEntry(long position) {
+  return position >= 0 && send(LB_DELETESTRING, CB_DELETESTRING, static_cast<WPARAM>(position)) >= 0;
+}
+
+void ListBox::Clear() { send(LB_RESETCONTENT, CB_RESETCONTENT); }
+
+long ListBox::GetEntryCount() const {
+  long long const count = send(LB_GETCOUNT, CB_GETCOUNT);
+  return count > 0 ? static_cast<long>(count) : 0;
+}
+
+String ListBox::GetEntry(long position) const {
+  if (position < 0 || position >= GetEntryCount())
+    return String();
+  long long const length = send(LB_GETTEXTLEN, CB_GETLBTEXTLEN, static_cast<WPARAM>(position));
+  if (length < 1)
+    return String();
+  std::vector<char> text(static_cast<std::size_t>(length) + 1);
+  send(LB_GETTEXT, CB_GETLBTEXT, static_cast<WPARAM>(position), reinterpret_cast<LPARAM>(text.data()));
+  return String(text.data());
+}
+
+// The system's own search takes no notice of case.
+long ListBox::GetEntryPos(String const & text) const {
+  for (long i = 0, count = GetEntryCount(); i < count; ++i)
+    if (std::strcmp(GetEntry(i).c_str(), text.c_str()) == 0)
+      return i;
+  return LISTBOX_ENTRY_NOTFOUND;
+}
+
+bool ListBox::SelectEntryPos(long position) {
+  if (position < 0 || position >= GetEntryCount())
+    return false;
+  send(LB_SETCURSEL, CB_SETCURSEL, static_cast<WPARAM>(position));
+  return true;
+}
+
+void ListBox::SetNoSelection() { send(LB_SETCURSEL, CB_SETCURSEL, static_cast<WPARAM>(-1)); }
+
+long ListBox::GetSelectEntryPos() const {
+  long long const position = send(LB_GETCURSEL, CB_GETCURSEL);
+  return position >= 0 ? static_cast<long>(position) : LISTBOX_ENTRY_NOTFOUND;
+}
+
+void ListBox::Select() {
+  if (SelectHandler const handler = selectHandler_) // a copy: it may be changed while it runs, or die with the list
+    handler(this);
+}
+
+ListBox::SelectHandler ListBox::ChangeSelectHdl(SelectHandler handler) {
+  return std::exchange(selectHandler_, std::move(handler));
+}
+
+bool ListBox::Notify(unsigned message, unsigned long long wParam, long long lParam, long long & result) {
+  if (message != WM_COMMAND)
+    return Control::Notify(message, wParam, lParam, result);
+  result = 0;
+  static_assert(CBN_SELCHANGE == LBN_SELCHANGE, "both kinds of lists report a choice by one number");
+  if (HIWORD(wParam) == LBN_SELCHANGE)
+    Select();
+  return true;
+}
+
+} // namespace SV
