@@ -291,7 +291,9 @@ TEST(StringAndNumbers, PointersAndBuffersStillStandForTheirText) {
   String const text("a");
   EXPECT_EQ(bytes(text + buffer + pointer + "c" + null + nullptr), "abbc");
   EXPECT_EQ(bytes(buffer + (pointer + ("c" + (null + text)))), "bbca");
-  EXPECT_TRUE(text == "a" && "a" == text && text != buffer && pointer != text && text < buffer);
+  EXPECT_TRUE(text == "a" && "a" == text);
+  EXPECT_TRUE(text != buffer && text < buffer);
+  EXPECT_TRUE(pointer != text);
   EXPECT_TRUE(String() == nullptr && text != nullptr);
   EXPECT_EQ(bytes(text.Len() > 0 ? text : "none"), "a");
   String appended(text);
