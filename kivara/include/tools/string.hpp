@@ -59,8 +59,8 @@ public:
   /// The number at the start of the string, as the runtime's atof reads it.
   TL_API operator double() const;
 
-  // The comments have to be on the lines that the compiler shows.
   // clang-format off
+  /// Deleted, since it would only compile by accident. The comment has to be on the line that the compiler shows.
   template <detail::WideInteger T> String(T) = delete; // write String(number); for the empty string write nullptr
   template <detail::Unwritten T> String(T) = delete; // which text is it? write a char or an int; format fractions first
   operator bool() const = delete; // for "not empty" write text.Len() > 0; for the number in a text write double(text)
@@ -113,8 +113,8 @@ public:
     text_.append(c);
     return *this;
   }
-  // The comments have to be on the lines that the compiler shows.
   // clang-format off
+  /// Deleted, since it would only compile by accident. The comment has to be on the line that the compiler shows.
   template <detail::NumberToAppend T> String & operator+=(T) = delete; // for digits write String(number); else a char
   // clang-format on
 
