@@ -1,5 +1,6 @@
 #include "amsgwatch.hpp"
 
+#include "diagnostics/internal_errors.hpp"
 #include "diagnostics/named_messages.hpp"
 #include "support/files.hpp"
 #include "sv0105/application/testapplication.hpp"
@@ -156,6 +157,35 @@ TEST(MessageWatcher, IsOffForTheRestOfTheProcessWhereTheFileCannotBeOpened) {
   EXPECT_EQ(SV::Sysdepen::GetHook(), nullptr);
   EXPECT_EQ(record(), "no file");
   EXPECT_EQ(KivWindowsHookManager::Instance(), std::set<HWND>{windowOf(0x20)}) << "windows are collected all the same";
+}
+
+/// Refuses to write, as for a file that may only be read; an administrator of the host is not stopped by the attribute itself.
+FILE * openToReadOnly(char const * name, char const * mode) {
+  return mode[0] == 'r' ? std::fopen(name, mode) : nullptr;
+}
+
+TEST(MessageWatcher, IsOffWithoutAMessageWhereTheFileMayOnlyBeRead) {
+  kivtest::InternalErrors const errors;
+  support::writeFile(kFile, "old\n");
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "msvcrt.dll",
+                          {{"fopen", reinterpret_cast<void *>(openToReadOnly)}});
+  Watcher::addHookWindow(windowOf(0x10), nullptr);
+  EXPECT_EQ(SV::Sysdepen::GetHook(), nullptr);
+  EXPECT_TRUE(errors.places().empty());
+  EXPECT_EQ(record(), "old\n");
+}
+
+// The log says that it cannot read the date of a file that is there; the watch itself says nothing.
+TEST(MessageWatcher, IsOffWhereTheFileIsHeldByAnother) {
+  kivtest::InternalErrors const errors;
+  {
+    support::FileInUse const held(kFile);
+    Watcher::addHookWindow(windowOf(0x10), nullptr);
+  }
+  EXPECT_EQ(errors.places(), std::vector<std::string>{"alog.cpp (47)"});
+  EXPECT_EQ(SV::Sysdepen::GetHook(), nullptr);
+  Watcher::addHookWindow(windowOf(0x20), nullptr);
+  EXPECT_EQ(record(), "");
 }
 
 TEST(MessageWatcher, KeepsItsFileWhenTheWorkingFolderChanges) {
