@@ -1,8 +1,10 @@
 #include "frame/severe.hpp"
 
+#include "acrash.hpp"
 #include "aevents.hpp"
 #include "ainter.hpp"
 #include "awinstack.hpp"
+#include "base/modules.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
@@ -14,7 +16,7 @@ using SV::String;
 namespace kivara {
 namespace {
 
-constexpr int kLineDump [[maybe_unused]] = 622;
+constexpr int kLineDump = 622;
 
 bool inExceptionHandler = false;
 
@@ -58,7 +60,7 @@ bool handleSevereException(String const & applicationName, long code, unsigned l
   bool const settled = isSettled(code);
   if (!settled) {
     show(severeExceptionText(applicationName, code, arg), applicationName);
-    // JOIN acrash: Fct_CreateMiniDump(modules::kAapp, kLineDump)
+    Fct_CreateMiniDump(modules::kAapp, kLineDump);
     KivExitAppEvent("exception (minidump)").trigger();
   }
   inExceptionHandler = false;
