@@ -28,6 +28,7 @@
 #include "amsgwatch.hpp"
 #include "aparser.hpp"
 #include "aplatfrm.hpp"
+#include "aproc.hpp"
 #include "areader.hpp"
 #include "aselfchk.hpp"
 #include "atools.hpp"
