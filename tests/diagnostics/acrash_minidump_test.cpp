@@ -12,7 +12,7 @@ using namespace kivtest;
 
 namespace {
 
-constexpr char kBeginning[] = "# === [Mini Dump for amodule.cpp line 246]\r\n\r\n# [dump v4] Mini Dump\r\n\r\n  KIVARA\r\n";
+constexpr char kBeginning[] = "# === [Mini Dump for amodule.cpp line 246]\r\n\r\n# [dump v4] Mini Dump\n\r\n  KIVARA\r\n";
 
 TEST(MiniDump, HasTheValuesOfItsResult) {
   EXPECT_EQ(KIV_DUMP_DONE, 88);
