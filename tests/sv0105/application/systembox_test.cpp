@@ -1,0 +1,55 @@
+#include "sv0105/controls/dialogtest.hpp"
+
+#include "support/files.hpp"
+
+namespace {
+
+class SystemBox : public svtest::DialogTest {
+protected:
+  static HWND box() { return FindWindowA("#32770", "Caption of the box"); }
+  static void answer() { PostMessageA(box(), WM_COMMAND, IDOK, 0); }
+  static constexpr char kCaption[] = "Caption of the box";
+};
+
+TEST_F(SystemBox, IsShownWithTheWaitPointerOff) {
+  SV::Application::Wait(4);
+  script->then([] {
+    EXPECT_NE(box(), nullptr);
+    EXPECT_EQ(SV::Application::IsWait(), 0);
+    answer();
+  });
+  EXPECT_EQ(SV::ShowBoxOrLog("Text", kCaption, MB_OK), IDOK);
+  EXPECT_EQ(SV::Application::IsWait(), 4);
+  script->then([] { answer(); });
+  EXPECT_EQ(SV::ShowBoxOrNothing("Text", kCaption, MB_OK), IDOK);
+}
+
+TEST_F(SystemBox, UnderSuppressionIsALineOrNothing) {
+  SV::Application::SetModalDialogSuppression(true);
+  SV::Application::SetModalDialogSuppressionLogfileName("dialogs.txt");
+  EXPECT_EQ(SV::ShowBoxOrNothing("Silence", kCaption, MB_OK), 0);
+  EXPECT_FALSE(support::readFile("dialogs.txt").has_value());
+  EXPECT_EQ(SV::ShowBoxOrLog("Line", kCaption, MB_OK), 0);
+  EXPECT_EQ(support::readFile("dialogs.txt").value_or(""), "Line\r\n");
+}
+
+TEST_F(SystemBox, GivesTheKeyboardBackToTheControlThatHadIt) {
+  SV::Window main(nullptr, SV::WB_TITLE);
+  SV::PushButton button(&main);
+  main.Show();
+  button.Show();
+  button.GrabFocus();
+  ASSERT_EQ(GetFocus(), button.GethWnd());
+  script->then([] { answer(); });
+  SV::ShowBoxOrLog("Text", kCaption, MB_OK);
+  EXPECT_EQ(GetFocus(), button.GethWnd());
+}
+
+TEST(ExchangeFormat, HasOneNumberForOneName) {
+  unsigned long const number = SV::Exchange::RegisterFormatName("SvTestFormat");
+  EXPECT_NE(number, 0u);
+  EXPECT_EQ(SV::Exchange::RegisterFormatName("SvTestFormat"), number);
+  EXPECT_EQ(SV::Exchange::RegisterFormatName(""), 0u);
+}
+
+} // namespace

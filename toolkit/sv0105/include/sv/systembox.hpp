@@ -1,0 +1,33 @@
+#pragma once
+/// \file
+/// The system's own message box, for what has to be said when little else works.
+
+#include "sv/export.hpp"
+
+namespace SV {
+
+class Window;
+
+/// Both show a box of the system, with the wait pointer off as long as it is open, and give the keyboard back to the window
+/// that had it. They allocate nothing themselves, so that they serve when memory has run out. For all other messages there
+/// is MessBox.
+///
+/// \code
+///   if (SV::ShowBoxOrNothing("Try again?", "Memory", MB_RETRYCANCEL) == IDRETRY) ...
+/// \endcode
+///
+/// \param text, caption  not null
+/// \param style          the system's, as MessageBoxA has it
+/// \param owner          what it lies over, which takes no input meanwhile; null for none
+/// \return the number of the pressed button, as MessageBoxA has it; 0 when nothing was shown
+/// @{
+
+/// Under dialog suppression the text goes to the log of suppressed dialogs instead.
+SV_API int ShowBoxOrLog(char const * text, char const * caption, unsigned style, Window const * owner = nullptr);
+
+/// Under dialog suppression nothing happens.
+SV_API int ShowBoxOrNothing(char const * text, char const * caption, unsigned style, Window const * owner = nullptr);
+
+/// @}
+
+} // namespace SV
