@@ -26,7 +26,7 @@ int Modeler::runApplication() {
   StartupPhaseEvent("[kiv] Opening the main window").trigger();
   MainWindow window(events_, journal_);
   if (KivCmdline::Instance().isFlag("watch"))
-    KivWindowsMessageWatcher::addHookWindow(window.GetHWND(), "main window");
+    KivWindowsMessageWatcher::addHookWindow(window.GethWnd(), "main window");
   window.Show();
   createHelpObject("modeler");
   if (String const model = KivCmdline::Instance().getValue("model"); model.Len() > 0)

@@ -15,11 +15,11 @@ namespace {
 class Windows {
 public:
   Windows() : toolkit_(isToolkitUp()), watched_(nullptr, 0), other_(nullptr, 0) {
-    KivWindowsMessageWatcher::addHookWindow(watched_.GetHWND(), "watched");
+    KivWindowsMessageWatcher::addHookWindow(watched_.GethWnd(), "watched");
   }
 
   void sendMessages(benchmark::State & state) const {
-    HWND const window = other_.GetHWND();
+    HWND const window = other_.GethWnd();
     for (auto _ : state)
       benchmark::DoNotOptimize(SendMessageA(window, WM_NULL, 0, 0));
   }

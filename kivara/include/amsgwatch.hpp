@@ -3,10 +3,10 @@
 /// A record of the messages that reach windows, for debugging.
 ///
 /// \code
-///   KivWindowsMessageWatcher::addHookWindow(window.GetHWND(), "main window");
+///   KivWindowsMessageWatcher::addHookWindow(window.GethWnd(), "main window");
 ///   KivWindowsMessageWatcher::addMessage("now the dialog opens\n");
 ///   ...
-///   KivWindowsMessageWatcher::removeHookWindow(window.GetHWND());
+///   KivWindowsMessageWatcher::removeHookWindow(window.GethWnd());
 /// \endcode
 ///
 /// The record is the file "_kiv_hooks.txt" in the working folder of the moment at which the first window is added. It is

@@ -211,19 +211,19 @@ class WatchedWindows : public ToolkitTest {};
 TEST_F(WatchedWindows, AreRecordedAndOthersAreNot) {
   SV::Window watched(nullptr, SV::WB_TITLE);
   SV::Window other(nullptr, SV::WB_TITLE);
-  Watcher::addHookWindow(watched.GetHWND(), "watched");
+  Watcher::addHookWindow(watched.GethWnd(), "watched");
   watched.SetText("new title");
   other.SetText("new title");
   std::string const text = record();
-  EXPECT_NE(text.find("[" + hexOf(watched.GetHWND()) + "h] Msg: ( 12 |   Ch) (lp: 00000000h) "), std::string::npos)
+  EXPECT_NE(text.find("[" + hexOf(watched.GethWnd()) + "h] Msg: ( 12 |   Ch) (lp: 00000000h) "), std::string::npos)
       << text;
   EXPECT_NE(text.find(" (WM_SETTEXT)\n"), std::string::npos) << text;
-  EXPECT_EQ(text.find(hexOf(other.GetHWND())), std::string::npos) << text;
+  EXPECT_EQ(text.find(hexOf(other.GethWnd())), std::string::npos) << text;
 }
 
 TEST_F(WatchedWindows, GetTheirMessagesAsEver) {
   SV::Window window(nullptr, SV::WB_TITLE);
-  Watcher::addHookWindow(window.GetHWND(), nullptr);
+  Watcher::addHookWindow(window.GethWnd(), nullptr);
   window.SetText("seen");
   EXPECT_EQ(textOf(window.GetText()), "seen");
 }
@@ -232,7 +232,7 @@ TEST_F(WatchedWindows, StayAmongTheWatchedWhenTheyAreDestroyed) {
   HWND handle = nullptr;
   {
     SV::Window window(nullptr, SV::WB_TITLE);
-    handle = window.GetHWND();
+    handle = window.GethWnd();
     Watcher::addHookWindow(handle, nullptr);
   }
   EXPECT_NE(record().find("(WM_NCDESTROY)\n"), std::string::npos);
@@ -252,16 +252,16 @@ TEST_F(WatchedWindows, MayBeAThousand) {
   std::vector<std::unique_ptr<SV::Window>> windows;
   for (int i = 0; i < 1000; ++i) {
     windows.push_back(std::make_unique<SV::Window>(nullptr, 0));
-    Watcher::addHookWindow(windows.back()->GetHWND(), nullptr);
+    Watcher::addHookWindow(windows.back()->GethWnd(), nullptr);
   }
   EXPECT_EQ(KivWindowsHookManager::Instance().size(), 1000u);
   std::size_t const before = record().size();
   for (auto const & window : windows)
-    SendMessageA(window->GetHWND(), WM_USER, 0, 0);
+    SendMessageA(window->GethWnd(), WM_USER, 0, 0);
   std::string const text = record().substr(before);
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1000);
   for (auto const & window : windows)
-    EXPECT_NE(text.find("[" + hexOf(window->GetHWND()) + "h] Msg: (1024 | 400h)"), std::string::npos);
+    EXPECT_NE(text.find("[" + hexOf(window->GethWnd()) + "h] Msg: (1024 | 400h)"), std::string::npos);
 }
 
 } // namespace
