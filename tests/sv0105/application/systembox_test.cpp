@@ -33,6 +33,33 @@ TEST_F(SystemBox, UnderSuppressionIsALineOrNothing) {
   EXPECT_EQ(support::readFile("dialogs.txt").value_or(""), "Line\r\n");
 }
 
+int timesAsked = 0;
+SV::Window const * ownerWindow = nullptr;
+
+SV::Window const * askedOwner() {
+  ++timesAsked;
+  EXPECT_EQ(SV::Application::IsWait(), 0) << "the pointer is the ordinary one already";
+  return ownerWindow;
+}
+
+TEST_F(SystemBox, AsksForItsOwnerOnlyWhenItIsShown) {
+  SV::Window main(nullptr, SV::WB_TITLE);
+  main.Show();
+  ownerWindow = &main;
+  SV::Application::Wait(1);
+  script->then([&] {
+    EXPECT_EQ(GetWindow(box(), GW_OWNER), main.GethWnd());
+    EXPECT_FALSE(main.IsEnabled());
+    answer();
+  });
+  SV::ShowBoxOrLog("Text", kCaption, MB_OK, askedOwner);
+  EXPECT_EQ(timesAsked, 1);
+  SV::Application::SetModalDialogSuppression(true);
+  SV::ShowBoxOrLog("Text", kCaption, MB_OK, askedOwner);
+  SV::ShowBoxOrNothing("Text", kCaption, MB_OK, askedOwner);
+  EXPECT_EQ(timesAsked, 1);
+}
+
 TEST_F(SystemBox, GivesTheKeyboardBackToTheControlThatHadIt) {
   SV::Window main(nullptr, SV::WB_TITLE);
   SV::PushButton button(&main);

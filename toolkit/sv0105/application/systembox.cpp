@@ -6,19 +6,20 @@
 
 namespace SV {
 
-int ShowBoxOrLog(char const * text, char const * caption, unsigned style, Window const * owner) {
+int ShowBoxOrLog(char const * text, char const * caption, unsigned style, BoxOwner owner) {
   if (!Application::IsModalDialogSuppression())
     return ShowBoxOrNothing(text, caption, style, owner);
   Application::ModalDialogSuppressionLog(text);
   return 0;
 }
 
-int ShowBoxOrNothing(char const * text, char const * caption, unsigned style, Window const * owner) {
+int ShowBoxOrNothing(char const * text, char const * caption, unsigned style, BoxOwner owner) {
   if (Application::IsModalDialogSuppression())
     return 0;
   WaitPause const pause;
   detail::FocusReturn const focus;
-  return MessageBoxA(owner ? owner->GethWnd() : nullptr, text, caption, style);
+  Window const * const window = owner ? owner() : nullptr;
+  return MessageBoxA(window ? window->GethWnd() : nullptr, text, caption, style);
 }
 
 } // namespace SV

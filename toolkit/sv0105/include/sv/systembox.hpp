@@ -8,6 +8,8 @@ namespace SV {
 
 class Window;
 
+using BoxOwner = Window const * (*)();
+
 /// Both show a box of the system, with the wait pointer off as long as it is open, and give the keyboard back to the window
 /// that had it. They allocate nothing themselves, so that they serve when memory has run out. For all other messages there
 /// is MessBox.
@@ -18,15 +20,16 @@ class Window;
 ///
 /// \param text, caption  not null
 /// \param style          the system's, as MessageBoxA has it
-/// \param owner          what it lies over, which takes no input meanwhile; null for none
+/// \param owner          asked, once it is certain that the box is shown, for what it lies over, which takes no input
+///                       meanwhile; null, and an answer of null, for nothing
 /// \return the number of the pressed button, as MessageBoxA has it; 0 when nothing was shown
 /// @{
 
 /// Under dialog suppression the text goes to the log of suppressed dialogs instead.
-SV_API int ShowBoxOrLog(char const * text, char const * caption, unsigned style, Window const * owner = nullptr);
+SV_API int ShowBoxOrLog(char const * text, char const * caption, unsigned style, BoxOwner owner = nullptr);
 
 /// Under dialog suppression nothing happens.
-SV_API int ShowBoxOrNothing(char const * text, char const * caption, unsigned style, Window const * owner = nullptr);
+SV_API int ShowBoxOrNothing(char const * text, char const * caption, unsigned style, BoxOwner owner = nullptr);
 
 /// @}
 
