@@ -4,16 +4,10 @@
 #   bin/language/ID/        language packs, and words that are recognised in every language; bin/lang.ini lists the languages
 #   include/kivara/         the public headers of the library and of the toolkit
 #   lib/, lib/cmake/kivara/ import libraries, kivara::main, the CMake package with the toolchain file
-#   share/doc/kivara/       changes, and the notices of what others wrote
+#   share/doc/kivara/       pages, API pages (api/), sources of the samples (apps/), changes, and the notices of what others wrote
 
 set(KIVARA_PACKAGE_DIR lib/cmake/kivara)
 add_custom_target(kivara_shipped)
-
-# kivara_split_symbols(FILE): after the binary's installation to bin.
-function(kivara_split_symbols file)
-  install(CODE "set(KIVARA_BUILT \"${file}\")\nset(KIVARA_OBJCOPY \"${CMAKE_OBJCOPY}\")\nset(KIVARA_FILE_ALIGNMENT \"${KIVARA_FILE_ALIGNMENT}\")")
-  install(SCRIPT ${KIVARA_CMAKE_DIR}/split-symbols.cmake)
-endfunction()
 
 # kivara_ship(TARGET [EXPORT_NAME name] [WITH_PROGRAMS]): installs a library, a program, or a DLL of resources, the last in the same
 # place below bin as in the build. Libraries become targets kivara::NAME of the CMake package. WITH_PROGRAMS: kivara_copy_dlls puts the
@@ -41,7 +35,7 @@ function(kivara_ship name)
       INCLUDES DESTINATION include/kivara)
   endif()
   if(type STREQUAL EXECUTABLE OR type STREQUAL SHARED_LIBRARY)
-    kivara_split_symbols($<TARGET_FILE:${name}>)
+    kivara_split_symbols(${name})
   endif()
   if(NOT type STREQUAL INTERFACE_LIBRARY)
     add_dependencies(kivara_shipped ${name})
@@ -61,7 +55,13 @@ endfunction()
 
 # kivara_ship_headers(FOLDER): installs the headers of a folder whose headers are all public, with its folders and what they include.
 function(kivara_ship_headers folder)
-  install(DIRECTORY ${folder}/ DESTINATION include/kivara FILES_MATCHING PATTERN "*.hpp" PATTERN "*.inc")
+  install(CODE "set(KIVARA_HEADERS \"${folder}\")")
+  install(SCRIPT ${KIVARA_CMAKE_DIR}/install-headers.cmake)
+endfunction()
+
+# kivara_ship_sample(FOLDER): installs the sources of a project on the installed package.
+function(kivara_ship_sample folder)
+  install(DIRECTORY ${folder} DESTINATION share/doc/kivara/apps)
 endfunction()
 
 # kivara_notice(NAME FILES path... WHAT text): the notice of something that others wrote and that our binaries hold or come with.
@@ -80,6 +80,32 @@ set KIVARA_NOTICE_${name} to its file.\")")
   set_property(GLOBAL APPEND_STRING PROPERTY KIVARA_NOTICES "${name}.txt: ${arg_WHAT}\n")
 endfunction()
 
+# kivara_api_pages(): makes and installs the pages of the public headers. Their warnings are for ./dev docs.
+function(kivara_api_pages)
+  find_program(KIVARA_DOXYGEN doxygen NO_CMAKE_FIND_ROOT_PATH)
+  mark_as_advanced(KIVARA_DOXYGEN)
+  if(NOT KIVARA_DOXYGEN)
+    install(CODE "message(WARNING \"There is no doxygen: the API pages are left out.\")")
+    return()
+  endif()
+  set(pages ${PROJECT_BINARY_DIR}/package/api)
+  file(CONFIGURE OUTPUT ${pages}/Doxyfile
+    CONTENT "@INCLUDE = docs/Doxyfile\nOUTPUT_DIRECTORY = ${pages}\nWARN_AS_ERROR = NO\nWARNINGS = NO\n")
+  # Their folders are read as wholes.
+  file(GLOB_RECURSE read CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/* ${PROJECT_SOURCE_DIR}/kivara/include/*.hpp
+    ${PROJECT_SOURCE_DIR}/toolkit/sv0105/include/*.hpp)
+  add_custom_command(
+    OUTPUT ${pages}/html/index.html
+    COMMAND ${KIVARA_DOXYGEN} ${pages}/Doxyfile
+    DEPENDS ${read} ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+    COMMENT "Making the API pages"
+    VERBATIM)
+  add_custom_target(kivara_api_pages ALL DEPENDS ${pages}/html/index.html)
+  add_dependencies(kivara_shipped kivara_api_pages)
+  install(DIRECTORY ${pages}/html/ DESTINATION share/doc/kivara/api)
+endfunction()
+
 # kivara_package(): the rest, once everything is shipped: runtime, package files, documents, and the archive that cpack makes.
 function(kivara_package)
   include(CMakePackageConfigHelpers)
@@ -90,8 +116,6 @@ function(kivara_package)
   get_property(KIVARA_PROGRAM_FILES GLOBAL PROPERTY KIVARA_PROGRAM_FILES)
   configure_package_config_file(${KIVARA_CMAKE_DIR}/package/kivaraConfig.cmake.in ${work}/kivaraConfig.cmake
     INSTALL_DESTINATION ${KIVARA_PACKAGE_DIR})
-  # Plug-ins go with one low part of the version; a compiler of another size is refused with a reason by the package itself.
-  write_basic_package_version_file(${work}/kivaraConfigVersion.cmake COMPATIBILITY SameMinorVersion ARCH_INDEPENDENT)
   file(READ ${KIVARA_CMAKE_DIR}/toolchain-mingw64.cmake toolchain)
   file(READ ${KIVARA_CMAKE_DIR}/package/toolchain-end.cmake toolchain_end)
   file(CONFIGURE OUTPUT ${work}/toolchain-mingw64.cmake CONTENT "${toolchain}\n${toolchain_end}" @ONLY)
@@ -100,21 +124,29 @@ function(kivara_package)
 
   install(FILES ${KIVARA_RUNTIME_DLLS} DESTINATION bin)
   foreach(dll IN LISTS KIVARA_RUNTIME_DLLS)
-    kivara_split_symbols(${dll})
+    kivara_split_symbols_of_file(${dll} bin ${KIVARA_FILE_ALIGNMENT})
   endforeach()
   install(EXPORT kivaraTargets NAMESPACE kivara:: DESTINATION ${KIVARA_PACKAGE_DIR})
   install(FILES
       ${work}/kivaraConfig.cmake
-      ${work}/kivaraConfigVersion.cmake
+      ${kivara_DIR}/kivaraConfigVersion.cmake
       ${work}/toolchain-mingw64.cmake
       ${KIVARA_CMAKE_DIR}/KivaraCompiler.cmake
       ${KIVARA_CMAKE_DIR}/KivaraResources.cmake
-      ${KIVARA_CMAKE_DIR}/package/KivaraCopyDlls.cmake
+      ${KIVARA_CMAKE_DIR}/KivaraSymbols.cmake
+      ${KIVARA_CMAKE_DIR}/KivaraVersionInfo.cmake
+      ${KIVARA_CMAKE_DIR}/package/KivaraDeploy.cmake
       ${KIVARA_CMAKE_DIR}/package/copy-missing.cmake
+      ${KIVARA_CMAKE_DIR}/package/presets.json
       ${KIVARA_CMAKE_DIR}/program.manifest
       ${KIVARA_CMAKE_DIR}/program.rc
+      ${KIVARA_CMAKE_DIR}/split-symbols.cmake
+      ${KIVARA_CMAKE_DIR}/version.rc.in
     DESTINATION ${KIVARA_PACKAGE_DIR})
-  install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION share/doc/kivara)
+  install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/README.md DESTINATION share/doc/kivara)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION share/doc/kivara
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
+  kivara_api_pages()
   install(FILES ${work}/NOTICES.txt DESTINATION share/doc/kivara/notices)
 
   set(CPACK_GENERATOR ZIP)

@@ -10,11 +10,13 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 # Programs find their DLLs in their own folder, so everything that runs is built into one.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_SHARED_LIBRARY_PREFIX "")
-set(CMAKE_RC_COMPILE_OBJECT "<CMAKE_RC_COMPILER> --codepage=65001 -O coff <FLAGS> <DEFINES> <INCLUDES> <SOURCE> <OBJECT>")
 
 find_program(KIVARA_CCACHE ccache)
 if(KIVARA_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${KIVARA_CCACHE})
+endif()
+if(CMAKE_CROSSCOMPILING)
+  set(CMAKE_CXX_LINKER_LAUNCHER ${CMAKE_CURRENT_LIST_DIR}/keep-import-library)
 endif()
 
 add_compile_options(
@@ -46,6 +48,6 @@ foreach(dll IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
   endif()
   list(APPEND KIVARA_RUNTIME_DLLS ${path})
   file(MAKE_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
-  execute_process(COMMAND ${CMAKE_OBJCOPY} --strip-debug ${KIVARA_FILE_ALIGNMENT} ${path} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll}
+  execute_process(COMMAND ${CMAKE_OBJCOPY} --preserve-dates --strip-debug ${KIVARA_FILE_ALIGNMENT} ${path} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${dll}
     COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

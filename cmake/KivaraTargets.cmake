@@ -1,8 +1,25 @@
 # How the kinds of targets of this project are made. Sources and links are always named, never globbed.
 
 set(KIVARA_CMAKE_DIR ${CMAKE_CURRENT_LIST_DIR})
+include(KivaraDelayLoad)
 include(KivaraResources)
+include(KivaraVersionInfo)
+include(KivaraSymbols)
 include(KivaraInstall)
+
+# The samples are projects that find the library as those of users do. Here they find what is being built.
+set(kivara_DIR ${PROJECT_BINARY_DIR}/package/tree)
+configure_file(${KIVARA_CMAKE_DIR}/package/kivaraConfigVersion.cmake.in ${kivara_DIR}/kivaraConfigVersion.cmake @ONLY)
+file(CONFIGURE OUTPUT ${kivara_DIR}/kivaraConfig.cmake CONTENT "# All that it would bring is there.\n")
+
+# As in the installed package; but all that programs need lies in one folder here, and kivara_ship installs.
+function(kivara_deploy program)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESTINATION" "WITH;FILES")
+  add_dependencies(${program} kivara_packs ${arg_WITH})
+  foreach(file IN LISTS arg_FILES)
+    configure_file(${file} ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${file} COPYONLY)
+  endforeach()
+endfunction()
 
 # What runs programs of this build where programs of Windows do not run by themselves; empty on Windows, since CMake takes it
 # for tests in any case.
@@ -11,11 +28,9 @@ if(CMAKE_CROSSCOMPILING)
   set(KIVARA_EMULATOR ${PROJECT_SOURCE_DIR}/tests/support/run-under-wine)
 endif()
 
-# The file's properties: name, version, what it is.
-function(kivara_version_info name file_name file_type description)
-  set(rc ${CMAKE_CURRENT_BINARY_DIR}/${name}-version.rc)
-  configure_file(${KIVARA_CMAKE_DIR}/version.rc.in ${rc} @ONLY)
-  target_sources(${name} PRIVATE ${rc})
+# What the library's own files say of where they come from.
+function(kivara_own_version_info target description)
+  kivara_version_info(${target} DESCRIPTION "${description}" VERSION ${kivara_VERSION} PRODUCT kivara COMPANY kivara)
 endfunction()
 
 # kivara_dll(NAME SOURCES file... [LINKS target...] DESCRIPTION text): a DLL that exports what its headers mark.
@@ -25,7 +40,7 @@ function(kivara_dll name)
   target_link_libraries(${name} ${arg_LINKS})
   string(TOUPPER ${name} upper)
   target_compile_definitions(${name} PRIVATE ${upper}_EXPORTS)
-  kivara_version_info(${name} ${name}.dll VFT_DLL "${arg_DESCRIPTION}")
+  kivara_own_version_info(${name} "${arg_DESCRIPTION}")
 endfunction()
 
 # kivara_program(NAME SOURCES file... [LINKS target...] [DESCRIPTION text] [CONSOLE]): a program, of the GUI subsystem unless
@@ -35,7 +50,7 @@ function(kivara_program name)
   add_executable(${name} ${arg_SOURCES})
   kivara_manifest(${name})
   if(arg_DESCRIPTION)
-    kivara_version_info(${name} ${name}.exe VFT_APP "${arg_DESCRIPTION}")
+    kivara_own_version_info(${name} "${arg_DESCRIPTION}")
   endif()
   target_link_libraries(${name} PRIVATE ${arg_LINKS})
   if(NOT arg_CONSOLE)
@@ -53,4 +68,12 @@ function(kivara_test name)
   endif()
   set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${KIVARA_EMULATOR}")
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300 ${arg_PROPERTIES})
+endfunction()
+
+# kivara_long_test(NAME FILTER pattern): the cases of a test program that the pattern of GoogleTest names, once more for
+# `./dev long`, which lets each of them do many times as much.
+function(kivara_long_test name)
+  cmake_parse_arguments(arg "" "FILTER" "" ${ARGN})
+  gtest_discover_tests(${name} TEST_PREFIX Long. TEST_FILTER ${arg_FILTER} TEST_LIST ${name}_LONG_TESTS
+    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 86400 LABELS long)
 endfunction()

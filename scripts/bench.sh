@@ -3,7 +3,25 @@
 
 bench_table=docs/benchmarks.md
 
-# verb_bench [--table | options]: runs them; --table only writes the table of the last run into docs/benchmarks.md.
+help_bench() {
+  cat <<'TEXT'
+usage: ./dev bench [options]
+       ./dev bench --table
+
+Builds and runs the benchmarks and prints each operation's time as a ratio to its peer's; the rows are also in build/release/bench.json.
+  --benchmark_filter=REGEX   only those; all other options of Google Benchmark do too
+  --table                    runs nothing: writes the rows of the last run into docs/benchmarks.md
+TEXT
+}
+
+check_bench() {
+  local word
+  for word in "$@"; do
+    [[ $word == --benchmark_*=* || $word == --table && $# == 1 ]] || fail "unknown option '$word'; ./dev bench --help lists them"
+  done
+  [[ ${1:-} != --table || -e $(build_dir)/bench.json ]] || fail "there is no $(build_dir)/bench.json; run ./dev bench first"
+}
+
 verb_bench() {
   local json
   json=$(build_dir)/bench.json
@@ -18,7 +36,7 @@ verb_bench() {
   need_prefix
   keep_wine_alive
   local folder code=0
-  folder=$(mktemp -d)
+  folder=$(mktemp -d -p "$scratch")
   (cd "$folder" && "$wine_loader" "$(build_dir)/bin/kivara_bench.exe" --json="Z:$json" "$@" </dev/null) || code=$?
   rm -rf "$folder"
   ((code != 0)) || say "the same table as JSON: $json (./dev bench --table writes it into $bench_table)"
@@ -27,9 +45,8 @@ verb_bench() {
 
 # write_bench_table JSON: replaces what stands between the two marks of the page.
 write_bench_table() {
-  [[ -e $1 ]] || fail "there is no $1; run ./dev bench first"
   local page=$root/$bench_table table
-  table=$(mktemp)
+  table=$(mktemp -p "$scratch")
   bench_rows "$1" >"$table"
   awk -v table="$table" '
     /^<!-- end of the table -->$/ { inside = 0 }

@@ -6,6 +6,16 @@ export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 build_dir() { printf '%s/build/%s' "$root" "$preset"; }
 
+help_setup() {
+  cat <<'TEXT'
+usage: ./dev setup
+
+Installs the packages, builds the libraries and makes the Wine prefix that the other verbs need, and stops. They do it themselves.
+TEXT
+}
+
+check_setup() { check_no_arguments "$@"; }
+
 verb_setup() {
   need_packages "${build_packages[@]}" "${run_packages[@]}" "${screenshot_packages[@]}"
   need_library_dependencies
@@ -50,37 +60,152 @@ build() {
   cmake --build "$(build_dir)" "${targets[@]}" >&2
 }
 
+help_build() {
+  cat <<'TEXT'
+usage: ./dev build [targets]
+
+Builds everything, or only the named targets: kivara, modeler, service, kivml, a test program such as ui_test. The programs are in
+build/release/bin. --preset debug before the verb: with the library's assertions, in build/debug.
+TEXT
+}
+
+# Which targets there are is known where the build has been configured.
+check_build() {
+  local word
+  for word in "$@"; do
+    [[ $word != -* ]] || fail "unknown option '$word'; usage: ./dev build [targets]"
+    if [[ -e $(build_dir)/build.ninja ]] && command -v ninja >/dev/null; then
+      ninja -C "$(build_dir)" -t query "$word" >/dev/null 2>&1 || fail "there is no target '$word'; cmake --build $(build_dir) --target help lists them"
+    fi
+  done
+}
+
 verb_build() { build "$@"; }
+
+help_test() {
+  cat <<'TEXT'
+usage: ./dev test [--rounds N] [ctest args]
+
+Builds everything and runs every test but the long ones, side by side, with a display and a Wine prefix of their own.
+  -R REGEX      only the tests of such names: -R '^Dispatcher'
+  -E REGEX      without those
+  -LE huge      without those that need gigabytes
+  -V            with all that they print
+  --rerun-failed, --stop-on-failure and the other options of ctest
+  --rounds N    N times over, in random order; at the end what failed in any round
+KIVARA_JOBS sets how many run at a time (twice the number of cores). docs/testing.md tells more.
+TEXT
+}
+
+check_test() {
+  if [[ ${1:-} == --rounds ]]; then
+    [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || fail "--rounds needs a number: ./dev test --rounds 5"
+    shift 2
+  fi
+  check_ctest_arguments "$@"
+}
 
 # verb_test [--rounds N] [ctest args]: with rounds, all tests N times over, each time in another order.
 verb_test() {
   local rounds=0
   if [[ ${1:-} == --rounds ]]; then
-    [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || fail "--rounds needs a number: ./dev test --rounds 5"
     rounds=$2
     shift 2
   fi
+  ready_for_tests
+  without_long_tests "$@"
+  if ((rounds == 0)); then
+    say "testing ($preset)"
+    run_tests "${test_arguments[@]}"
+  else
+    test_in_rounds "$rounds" "${test_arguments[@]}"
+  fi
+}
+
+help_long() {
+  cat <<'TEXT'
+usage: ./dev long [ctest args]
+
+Builds everything and runs the tests that ./dev test leaves out because they take long: endurance, and the random tests with a hundred
+times their inputs (KIVARA_TEST_TIMES), from a seed that differs from run to run and is printed. ./dev long -R parser: only some.
+TEXT
+}
+
+check_long() {
+  check_ctest_arguments "$@"
+  [[ ${KIVARA_TEST_SEED:-0} =~ ^[0-9]+$ ]] || fail "KIVARA_TEST_SEED is a number, not '$KIVARA_TEST_SEED'"
+  [[ ${KIVARA_TEST_TIMES:-1} =~ ^[1-9][0-9]*$ ]] || fail "KIVARA_TEST_TIMES is a number, not '$KIVARA_TEST_TIMES'"
+}
+
+verb_long() {
+  ready_for_tests
+  export KIVARA_TEST_SEED=${KIVARA_TEST_SEED:-$((RANDOM * 32768 + RANDOM))} KIVARA_TEST_TIMES=${KIVARA_TEST_TIMES:-100}
+  say "testing ($preset) what takes long, $KIVARA_TEST_TIMES times over; the same again: KIVARA_TEST_SEED=$KIVARA_TEST_SEED ./dev long"
+  run_tests -L '^long$' "$@"
+}
+
+ready_for_tests() {
   build
   need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
   start_virtual_display
   need_prefix
   keep_wine_alive
-  if ((rounds == 0)); then
-    say "testing ($preset)"
-    run_tests "$@"
-  else
-    test_in_rounds "$rounds" "$@"
-  fi
 }
 
+# ctest itself takes words that it does not know for nothing, and would run all tests.
+check_ctest_arguments() {
+  local regexes=' -R -E -L -LE -FA -FS -FC --tests-regex --exclude-regex --label-regex --label-exclude '
+  local values=' -I --tests-information -C -O --output-log --output-junit --repeat --timeout --stop-time --test-load --max-width -j --parallel
+    --test-output-size-passed --test-output-size-failed --test-output-truncation '
+  local plain=' -V -VV --verbose --extra-verbose --debug --progress -Q --quiet --output-on-failure --stop-on-failure -N --show-only
+    --rerun-failed -U --union --schedule-random --no-label-summary --print-labels -F '
+  while (($# > 0)); do
+    if [[ $regexes$values == *[[:space:]]"$1"[[:space:]]* && $1 == -* ]]; then
+      (($# > 1)) || fail "$1 needs a value"
+      [[ $regexes != *" $1 "* ]] || is_regex "$2" || fail "'$2' is no regular expression"
+      shift 2
+    elif [[ $plain == *[[:space:]]"$1"[[:space:]]* || $1 =~ ^(-j[0-9]+|--(show-only|no-tests)=.+)$ ]]; then
+      shift
+    else
+      fail "ctest has no option '$1'; tests are named by -R: ./dev test -R '$1'"
+    fi
+  done
+}
+
+is_regex() {
+  local code=0
+  grep -qE -- "$1" <<<x 2>/dev/null || code=$?
+  ((code != 2))
+}
+
+# without_long_tests ARGS...: the arguments with the label `long` left out, in test_arguments. Of several -LE, ctest leaves out only
+# what all of them name.
+without_long_tests() {
+  local left_out='^long$'
+  test_arguments=()
+  while (($# > 0)); do
+    if [[ $1 == -LE || $1 == --label-exclude ]]; then
+      left_out+="|$2"
+      shift
+    else
+      test_arguments+=("$1")
+    fi
+    shift
+  done
+  test_arguments+=(-LE "$left_out")
+}
+
+# How many tests run at a time.
+test_jobs() { printf '%s' "${KIVARA_JOBS:-$(($(nproc) * 2))}"; }
+
 run_tests() {
-  ctest --test-dir "$(build_dir)" --output-on-failure --no-tests=error --parallel "${KIVARA_JOBS:-$(($(nproc) * 2))}" "$@"
+  ctest --test-dir "$(build_dir)" --output-on-failure --no-tests=error --parallel "$(test_jobs)" "$@"
 }
 
 # test_in_rounds N ARGS...: goes through all rounds and names at the end what failed in any of them, with the times it did.
 test_in_rounds() {
   local round rounds=$1 failures
-  failures=$(mktemp)
+  failures=$(mktemp -p "$scratch")
   shift
   for ((round = 1; round <= rounds; round++)); do
     say "testing ($preset), in random order, round $round of $rounds"

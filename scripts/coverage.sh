@@ -3,6 +3,17 @@
 
 coverage_packages=(gcovr)
 
+help_coverage() {
+  cat <<'TEXT'
+usage: ./dev coverage [ctest args]
+
+Builds everything with counters, runs the tests as ./dev test does, and prints the lines that ran, per folder. Line by line they are in
+build/coverage/coverage.html. With arguments, such as -R '^Dispatcher', what those tests alone run. See docs/coverage.md.
+TEXT
+}
+
+check_coverage() { check_test "$@"; }
+
 # Each process adds its counts when it ends, to files that it locks one by one: tests that end side by side lose nothing. What another
 # process ends, or a crash, counts nothing.
 verb_coverage() {

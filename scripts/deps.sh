@@ -37,8 +37,10 @@ build_into() {
   ! is_built "$prefix" "$3" || return 0
   work=$(mktemp -d "$cache/build-$name.XXXXXX")
   log=$work/build.log
+  unfinished "$work"
+  unfinished "$prefix.new"
   rm -rf "$prefix.new"
-  if ! "build_$name" "$work" "$prefix.new" >"$log" 2>&1; then
+  if ! with_progress "building $name" "$log" "build_$name" "$work" "$prefix.new"; then
     tail -n 20 "$log" >&2
     fail "$name could not be built (log: $log)"
   fi

@@ -3,6 +3,17 @@
 
 docs_packages=(doxygen)
 
+help_docs() {
+  cat <<'TEXT'
+usage: ./dev docs
+
+Makes the API pages of the public headers, with the pages of docs/, in build/docs/html. An operation without a comment and a warning of
+doxygen are errors.
+TEXT
+}
+
+check_docs() { check_no_arguments "$@"; }
+
 verb_docs() {
   need_packages "${build_packages[@]}" "${docs_packages[@]}"
   mkdir -p "$root/build"
@@ -20,8 +31,7 @@ verb_docs() {
 documented() {
   say "looking for operations without a comment"
   local system
-  mapfile -t system < <(x86_64-w64-mingw32-g++-posix -E -v -x c++ /dev/null 2>&1 >/dev/null |
-    sed -n '/^#include </,/^End of/s/^ /--system=/p')
-  (cd "$root" && python3 scripts/documented.py --libclang=/usr/lib/x86_64-linux-gnu/libclang-14.so.1 --header=kivara.hpp \
-    --header=sv/sv.hpp --include=kivara/include --include=toolkit/sv0105/include "${system[@]}")
+  mapfile -t system < <(compiler_folders)
+  (cd "$root" && python3 scripts/documented.py --libclang="$libclang" --header=kivara.hpp --header=sv/sv.hpp \
+    --include=kivara/include --include=toolkit/sv0105/include "${system[@]/#/--system=}")
 }

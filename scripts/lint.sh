@@ -5,19 +5,44 @@ lint_packages=(clang-format clang-tidy cppcheck shellcheck)
 
 sources() { git -C "$root" ls-files --cached --others --exclude-standard "$@"; }
 
+help_format() {
+  cat <<'TEXT'
+usage: ./dev format
+
+Brings all sources into the form that ./dev lint asks for, by clang-format.
+TEXT
+}
+
+check_format() { check_no_arguments "$@"; }
+
 verb_format() {
   need_packages clang-format
   (cd "$root" && sources '*.cpp' '*.hpp' | xargs -r clang-format -i)
 }
 
-# verb_lint [--fast] [FILE...]: --fast leaves out clang-tidy, which takes some minutes; with files, only those sources are looked at.
+help_lint() {
+  cat <<'TEXT'
+usage: ./dev lint [--fast] [files]
+
+Looks for faults without running anything: format, shell scripts, cppcheck, clang-tidy. With files, only at those sources.
+  --fast   leaves out clang-tidy, which takes some minutes; what was clean is not looked at again until something changes
+TEXT
+}
+
+check_lint() {
+  local file
+  [[ ${1:-} != --fast ]] || shift
+  for file in "$@"; do
+    [[ -f $file ]] || fail "there is no source $file; usage: ./dev lint [--fast] [files]"
+  done
+}
+
 verb_lint() {
   local fast=no failed=()
   [[ ${1:-} != --fast ]] || { fast=yes && shift; }
   lint_files=()
   local file
   for file in "$@"; do
-    [[ -f $file ]] || fail "there is no source $file; usage: ./dev lint [--fast] [files]"
     lint_files+=("$(realpath --relative-to="$root" "$file")")
   done
   configure
@@ -57,7 +82,8 @@ lint_layers() {
 # The scripts are one program in several files: variables of one are used in another.
 lint_shell() {
   say "checking the scripts"
-  (cd "$root" && shellcheck --exclude=SC2154,SC2034 -x dev .ci/run scripts/*.sh tests/support/run-under-wine)
+  (cd "$root" && shellcheck --exclude=SC2154,SC2034 -x dev .ci/run scripts/*.sh cmake/keep-import-library tests/support/run-under-wine \
+    tests/support/make-certificates)
 }
 
 lint_cppcheck() {

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # Debian packages, installed only when one is missing.
 
-build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest python3 libclang1-14)
+build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest doxygen python3 openssl libclang1-14)
 run_packages=(wine wine64 xvfb openbox fonts-wine fonts-liberation)
 screenshot_packages=(xdotool wmctrl imagemagick x11-utils)
 
@@ -35,10 +35,11 @@ need_packages() {
 
 install_packages() {
   local log
-  log=$(mktemp)
-  local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300)
-  as_root "${apt[@]}" update >"$log" 2>&1 || say "the package lists could not be refreshed; trying with the old ones"
-  if ! as_root "${apt[@]}" install -y --no-install-recommends "$@" >"$log" 2>&1; then
+  log=$(mktemp) # stays where something fails
+  # A service that a package starts is not this run's to end.
+  local apt=(env --unset=KIVARA_DEV_RUN DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300)
+  with_progress "reading the package lists" "$log" as_root "${apt[@]}" update || say "the package lists could not be refreshed; trying with the old ones"
+  if ! with_progress "installing packages" "$log" as_root "${apt[@]}" install -y --no-install-recommends "$@"; then
     tail -n 15 "$log" >&2
     fail "the packages above could not be installed; look at the network and the package sources, then run: apt-get install $* (log: $log)"
   fi

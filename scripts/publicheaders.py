@@ -47,6 +47,7 @@ CALLS = {
         ctypes.c_void_p, ctypes.c_char_p, ctypes.POINTER(ctypes.c_char_p), ctypes.c_int, ctypes.c_void_p, ctypes.c_uint,
         ctypes.c_uint]),
     "clang_getTranslationUnitCursor": (Cursor, [ctypes.c_void_p]),
+    "clang_disposeTranslationUnit": (None, [ctypes.c_void_p]),
     "clang_visitChildren": (ctypes.c_uint, [Cursor, VISITOR, ctypes.c_void_p]),
     "clang_getCursorSpelling": (Text, [Cursor]),
     "clang_getCursorDisplayName": (Text, [Cursor]),
@@ -88,36 +89,45 @@ def add_arguments(parser):
 
 
 class Clang:
-    def __init__(self, library):
+    def __init__(self, library, more_calls=None):
         self.lib = ctypes.CDLL(library)
-        for name, (result, arguments) in CALLS.items():
+        for name, (result, arguments) in {**CALLS, **(more_calls or {})}.items():
             function = getattr(self.lib, name)
             function.restype, function.argtypes = result, arguments
+        self.index = self.lib.clang_createIndex(0, 0)
 
     def parse(self, given, options=(), flags=0):
         """A source that includes the headers; ends the script when they have errors."""
-        words = ["-x", "c++", "-std=c++20", "--target=x86_64-w64-mingw32", "-Wno-everything", "-ferror-limit=0", *options]
-        words += ["-I" + folder for folder in given.include]
+        words = ["-I" + folder for folder in given.include]
         words += [word for folder in given.system for word in ("-isystem", folder)]
         with tempfile.NamedTemporaryFile("w", suffix=".cpp") as source:
             source.write("".join(f'#include "{header}"\n' for header in given.header))
             source.flush()
-            passed = (ctypes.c_char_p * len(words))(*[word.encode() for word in words])
-            index = self.lib.clang_createIndex(0, 0)
-            unit = self.lib.clang_parseTranslationUnit(index, source.name.encode(), passed, len(words), None, 0, flags)
-        if not unit:
-            sys.exit("the headers cannot be read")
-        self._stop_at_errors(unit)
+            unit = self.translate(source.name, [*options, *words], flags)
+        for fault in self.faults(unit):
+            sys.exit("the headers have errors: " + fault)
         return self.lib.clang_getTranslationUnitCursor(unit)
 
-    def _stop_at_errors(self, unit):
+    def translate(self, path, options, flags=0):
+        """The unit of one source; ends the script when it cannot be read at all."""
+        words = ["-x", "c++", "-std=c++20", "--target=x86_64-w64-mingw32", "-Wno-everything", "-ferror-limit=0", *options]
+        passed = (ctypes.c_char_p * len(words))(*[word.encode() for word in words])
+        unit = self.lib.clang_parseTranslationUnit(self.index, path.encode(), passed, len(words), None, 0, flags)
+        if not unit:
+            sys.exit(f"{path} cannot be read")
+        return unit
+
+    def faults(self, unit):
+        """The errors of a unit, each with its place."""
+        found = []
         for i in range(self.lib.clang_getNumDiagnostics(unit)):
             diagnostic = self.lib.clang_getDiagnostic(unit, i)
             severity = self.lib.clang_getDiagnosticSeverity(diagnostic)
             system = self.lib.clang_Location_isInSystemHeader(self.lib.clang_getDiagnosticLocation(diagnostic))
             # GCC's headers have errors of their own for another compiler, in functions of the processor.
             if severity == FATAL or severity == ERROR and not system:
-                sys.exit("the headers have errors: " + self.text(self.lib.clang_formatDiagnostic(diagnostic, 1)))
+                found.append(self.text(self.lib.clang_formatDiagnostic(diagnostic, 1)))
+        return found
 
     def text(self, value):
         characters = self.lib.clang_getCString(value)

@@ -1,7 +1,20 @@
 # shellcheck shell=bash
 # Running the sample product.
 
+help_run() {
+  cat <<'TEXT'
+usage: ./dev run [--] [arguments of the program]
+
+Builds modeler.exe, the sample product, and runs it with the arguments, in the working folder. Without a display it runs in a virtual one
+until its window has been there for a second; the picture is in build/screenshot.png. What comes after -- reaches the program in any case:
+./dev run -- --help. docs/command-line.md has the arguments, docs/boxes.md what boxes at the start mean.
+TEXT
+}
+
+check_run() { :; }
+
 verb_run() {
+  [[ ${1:-} != -- ]] || shift
   need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
   # Asked before the build, which starts a virtual display itself when it makes a prefix.
   local seen=yes program

@@ -78,7 +78,7 @@ listed_version() { apt-cache madison "$1" 2>/dev/null | awk 'NR == 1 { sub(/\+b[
 version_on_mirror() {
   local folder version code=1
   (refresh_source_lists) >/dev/null || return 1
-  folder=$(mktemp -d)
+  folder=$(mktemp -d -p "$scratch")
   for version in $(source_versions "$1"); do
     if (cd "$folder" && source_apt get source --dsc-only --download-only "$1=$version" >/dev/null); then
       printf '%s' "$version"

@@ -27,27 +27,31 @@ make_prefix() {
   [[ ! -e $WINEPREFIX/.complete ]] || return 0
   rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
+  unfinished "$WINEPREFIX"
   local log=$WINEPREFIX/.log
-  wine_setting() { "$wine_loader" reg add "$@" /f; }
-  {
-    wineboot --init &&
-      cp "$marlett" "$WINEPREFIX/drive_c/windows/Fonts/" &&
-      "$wine_loader" winecfg -v win10 &&
-      wine_setting 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 &&
-      wine_setting 'HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings' /v ProxyEnable /t REG_DWORD /d 0 &&
-      wineserver -w
-  } >"$log" 2>&1 || {
+  with_progress "making a Wine prefix" "$log" fill_prefix || {
     tail -n 15 "$log" >&2
     fail "the Wine prefix $WINEPREFIX could not be made (log: $log)"
   }
   touch "$WINEPREFIX/.complete"
 }
 
+fill_prefix() {
+  wineboot --init &&
+    cp "$marlett" "$WINEPREFIX/drive_c/windows/Fonts/" &&
+    "$wine_loader" winecfg -v win10 &&
+    wine_setting 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 &&
+    wine_setting 'HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings' /v ProxyEnable /t REG_DWORD /d 0 &&
+    wineserver -w
+}
+
+wine_setting() { "$wine_loader" reg add "$@" /f; }
+
 # keep_wine_alive: one idle program in the prefix for the length of this script. The prefix's server and its helpers then
 # start once, and outside of any pipe that somebody reads to its end.
 keep_wine_alive() {
   local folder silence
-  folder=$(mktemp -d)
+  folder=$(mktemp -d -p "$scratch")
   mkfifo "$folder/silence"
   exec {silence}<>"$folder/silence"
   "$wine_loader" cmd /c pause <&"$silence" >/dev/null 2>&1 &
@@ -65,7 +69,7 @@ has_display() { [[ -n ${DISPLAY:-} ]] && xdpyinfo >/dev/null 2>&1; }
 # start_virtual_display: an X server of our own with a window manager, ended with this script.
 start_virtual_display() {
   local number_file
-  number_file=$(mktemp)
+  number_file=$(mktemp -p "$scratch")
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 9>&- &
   started+=($!)
   local tries
@@ -90,8 +94,21 @@ run_wine() {
   fi
 }
 
-verb_wine() {
+help_wine() {
+  cat <<'TEXT'
+usage: ./dev wine PROGRAM [args]
+
+Runs a Windows program in the project's Wine prefix and ends with its exit code; without a display, in a virtual one that goes away with
+it. PROGRAM is a path, such as build/release/bin/kivml.exe, or the name of a program of Wine, such as cmd. Ctrl+C reaches the program.
+TEXT
+}
+
+check_wine() {
   (($# > 0)) || fail "usage: ./dev wine PROGRAM [args]"
+  [[ $1 != */* || -f $1 ]] || fail "there is no program $1; ./dev build makes those of this project"
+}
+
+verb_wine() {
   need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
   has_display || start_virtual_display
   need_prefix

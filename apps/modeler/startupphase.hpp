@@ -9,7 +9,9 @@ namespace modeler {
 /// A step of the start. The text comes first: the library's console shows it.
 class StartupPhaseEvent : public KivEvent {
 public:
-  explicit StartupPhaseEvent(SV::String const & text) : KivEvent(KIV_EVENT_AppChangeStartupPhase), text_(text) {}
+  static constexpr KivEventType kEventType = KIV_EVENT_AppChangeStartupPhase;
+
+  explicit StartupPhaseEvent(SV::String const & text) : KivEvent(kEventType), text_(text) {}
 
   SV::String const & GetText() const { return text_; }
 
@@ -20,7 +22,9 @@ private:
 /// The program is ready.
 class InitializedEvent : public KivEvent {
 public:
-  InitializedEvent() : KivEvent(KIV_EVENT_AppInitialized) {}
+  static constexpr KivEventType kEventType = KIV_EVENT_AppInitialized;
+
+  InitializedEvent() : KivEvent(kEventType) {}
 };
 
 } // namespace modeler

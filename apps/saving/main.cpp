@@ -1,4 +1,5 @@
-// saving MODEL...: "saves" each model: asks the listeners first, any of which may refuse, and tells them afterwards.
+// saving MODEL...: "saves" each model. It asks the listeners first, any of which may refuse, and announces the result
+// afterwards.
 //
 //   saving order "old invoice" order
 //
@@ -15,25 +16,40 @@ using SV::String;
 
 namespace {
 
-/// A model is about to be saved, or has been: one class may serve several types.
+/// What the events about a model carry.
 class ModelEvent : public KivEvent {
 public:
-  ModelEvent(KivEventType type, String const & model) : KivEvent(type), model_(model) {}
-
   String const & GetModel() const { return model_; }
+
+protected:
+  ModelEvent(KivEventType type, String const & model) : KivEvent(type), model_(model) {}
 
 private:
   String model_;
 };
 
-String const & modelOf(KivEvent const * event) { return static_cast<ModelEvent const *>(event)->GetModel(); }
+/// A model is about to be saved; any result but 0 refuses it.
+class BeforeSaveEvent : public ModelEvent {
+public:
+  static constexpr KivEventType kEventType = KIV_EVENT_BeforeSaveModel;
+
+  explicit BeforeSaveEvent(String const & model) : ModelEvent(kEventType, model) {}
+};
+
+/// A model has been saved.
+class SavedEvent : public ModelEvent {
+public:
+  static constexpr KivEventType kEventType = KIV_EVENT_SaveModel;
+
+  explicit SavedEvent(String const & model) : ModelEvent(kEventType, model) {}
+};
 
 /// Writes down what happens, before all listeners of normal priority.
 class Journal : public KivEventListener {
 public:
   Journal() {
-    setEventHandler(KIV_EVENT_BeforeSaveModel, &Journal::note, KIV_PRIORITY_EARLY);
-    setEventHandler(KIV_EVENT_SaveModel, &Journal::note, KIV_PRIORITY_EARLY);
+    setEventHandler<&Journal::note>(KIV_EVENT_BeforeSaveModel, KIV_PRIORITY_EARLY);
+    setEventHandler<&Journal::note>(KIV_EVENT_SaveModel, KIV_PRIORITY_EARLY);
   }
   ~Journal() override {
     manualSignOff(); // the handler uses the count below
@@ -41,7 +57,9 @@ public:
   }
 
 private:
-  void note(KivEvent * event) { std::printf("%d %s %s\n", ++count_, event->getEventName(), modelOf(event).c_str()); }
+  void note(ModelEvent * event) {
+    std::printf("%d %s %s\n", ++count_, event->getEventName(), event->GetModel().c_str());
+  }
 
   int count_ = 0;
 };
@@ -49,34 +67,34 @@ private:
 /// Refuses models that begin with "old".
 class Archive : public KivEventListener {
 public:
-  Archive() { setEventHandler(KIV_EVENT_BeforeSaveModel, &Archive::refuseOld); }
+  Archive() { setEventHandler<&Archive::refuseOld>(); }
 
 private:
-  void refuseOld(KivEvent * event) {
-    if (std::strncmp(modelOf(event).c_str(), "old", 3) == 0)
+  void refuseOld(BeforeSaveEvent * event) {
+    if (std::strncmp(event->GetModel().c_str(), "old", 3) == 0)
       event->setResultValue(1);
   }
 };
 
-/// Greets the first model that is saved, and is gone.
+/// Greets the first model that is saved, and signs off.
 class Welcome : public KivEventListener {
 public:
-  Welcome() { setEventHandler(KIV_EVENT_SaveModel, &Welcome::greet); }
+  Welcome() { setEventHandler<&Welcome::greet>(); }
 
 private:
-  void greet(KivEvent * event) {
-    std::printf("welcome, %s\n", modelOf(event).c_str());
+  void greet(SavedEvent * event) {
+    std::printf("welcome, %s\n", event->GetModel().c_str());
     manualSignOff();
   }
 };
 
 bool save(String const & model) {
-  ModelEvent before(KIV_EVENT_BeforeSaveModel, model);
+  BeforeSaveEvent before(model);
   before.trigger();
   if (before.getResultValue() != 0)
     return false;
   std::printf("saving %s\n", model.c_str());
-  ModelEvent(KIV_EVENT_SaveModel, model).trigger();
+  SavedEvent(model).trigger();
   return true;
 }
 

@@ -3,10 +3,11 @@
 //   service -port8080 -pidfileservice.pid -wslogfileservice.log -wslogbackup7 -wslogformatlong -log_no_dialogsdialogs.log
 //
 // It serves on loopback until somebody posts to /stop. Without a port the system chooses one; the first line of the standard
-// output tells it. Exit code 2: the port cannot be had; the suppression log and the log say why.
+// output tells it. Exit code 2: the port is not available; the suppression log and the log say why.
 
 #include "kivara.hpp"
 #include "requests.hpp"
+#include "systemerror.hpp"
 #include "tools/winapi.hpp"
 #include "webserver.hpp"
 
@@ -20,6 +21,11 @@ namespace service {
 namespace {
 
 constexpr int kPortFailed = 2;
+
+String reasonWithoutPort(int port, int error) {
+  char const * const reason = error == WSAEADDRINUSE ? " is in use by another program: " : " cannot be used: ";
+  return "The port " + String(port) + reason + systemError(error) + ".";
+}
 
 class Service : public KivMDIApplication {
 public:
@@ -37,14 +43,14 @@ public:
     int port = KivCmdline::Instance().getWSPortNumber();
     int error = server.listen(port);
     if (error != 0)
-      return fail("The port " + String(port) + " cannot be used: system error " + String(error) + ".");
+      return fail(reasonWithoutPort(port, error));
     std::printf("listening on 127.0.0.1:%d\n", port);
     std::fflush(stdout);
     addLine("listening on 127.0.0.1:" + String(port));
     appInitialized = true;
     error = server.serve([this](std::optional<Request> const & request) { return answerAndLog(request); });
     if (error != 0)
-      return fail("The service has lost its port: system error " + String(error) + ".");
+      return fail("The service has lost its port: " + systemError(error) + ".");
     addLine("stopped");
     closeLog();
     return 0;

@@ -1,8 +1,8 @@
 // words FILE: the words of a text, each with its place: "line:column offset word", one word a line, in the order of the text.
 // Lines and columns count from 1, offsets from 0; all are in bytes, so that an editor can go there.
 //
-// A sample of the text parser: it follows the places with the white space and the tokens that the parser keeps, over a reader
-// of its own that prepares the lines for it.
+// A sample of the text parser. It computes the places from the tokens and the white space between them, and has a reader of its
+// own that prepares the lines for the parser.
 
 #include "aparser.hpp"
 
@@ -13,8 +13,7 @@
 
 namespace {
 
-/// The parser takes a byte of value 0 for the end of its line: here such a byte is a blank, so that the words behind it are
-/// found, and each column is the number of bytes in front.
+/// Replaces NULs by blanks: for the parser a NUL ends its line, and the words after it would be lost.
 class WordsReader : public KivTextFileReader {
 public:
   using KivTextFileReader::KivTextFileReader;
@@ -36,7 +35,7 @@ struct Place {
 
 bool isLetter(char c) { return std::isalpha(static_cast<unsigned char>(c)) != 0; }
 
-/// The parser's words hold ".", "-", "+" and "_" too: those around a word are punctuation, those within belong to it.
+/// The parser's words also contain ".", "-", "+" and "_": around a word these are punctuation, inside they belong to it.
 void reportWord(SV::String const & token, Place const & place) {
   std::int32_t start = 0;
   std::int32_t end = token.Len();
@@ -49,7 +48,7 @@ void reportWord(SV::String const & token, Place const & place) {
                 token.substr(start, end - start).c_str());
 }
 
-/// Where the look-ahead token stands, when the token before it ended in \p endColumn.
+/// The place of the look-ahead token, when the token before it ended in \p endColumn.
 Place placeOfLookAhead(KivTextParser const & parser, std::int64_t endColumn) {
   SV::String spaces;
   parser.GetSpacesToken(spaces);
@@ -79,11 +78,11 @@ int main(int count, char ** arguments) {
     return 2;
   }
   KivTextParser parser(new WordsReader(arguments[1]), 1);
-  if (!parser.IsOkay() && parser.GetLookAheadLineNumber() == 0) { // not even the attempt to read a line
+  if (!parser.IsOkay() && parser.GetLookAheadLineNumber() == 0) { // it did not even try to read a line
     std::fprintf(stderr, "words: cannot read %s\n", arguments[1]);
     return 1;
   }
-  static char buffer[1 << 16]; // a line for each word: not a write for each line
+  static char buffer[1 << 16]; // without it each word would be written alone
   std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
   reportWords(parser);
   return 0;

@@ -30,12 +30,18 @@ public:
   Listener(KivEventType type, KivEventPriority priority) { enter(type, priority); }
 
   void enter(KivEventType type, KivEventPriority priority) { setEventHandler(type, &Listener::handle, priority); }
+  void enterTyped(KivEventPriority priority) { setEventHandler<&Listener::handleTyped>(kType, priority); }
   void handle(KivEvent * event) {
     ++calls_;
     benchmark::DoNotOptimize(event);
   }
 
 private:
+  void handleTyped(Event * event) {
+    ++calls_;
+    benchmark::DoNotOptimize(event);
+  }
+
   long calls_ = 0;
 };
 
@@ -58,6 +64,15 @@ void triggerOften(benchmark::State & state) {
 bench::Body trigger(std::size_t handlers) {
   return [handlers](benchmark::State & state) {
     Listeners const listeners = listenersOf(handlers, kType);
+    triggerOften(state);
+  };
+}
+
+bench::Body triggerTyped(std::size_t handlers) {
+  return [handlers](benchmark::State & state) {
+    std::vector<Listener> listeners(handlers);
+    for (std::size_t i = 0; i < handlers; ++i)
+      listeners[i].enterTyped(priorityOf(i));
     triggerOften(state);
   };
 }
@@ -165,6 +180,8 @@ bench::Pair const pairs[] = {
     {"KivEvent: trigger, 1 handler, the calls alone", bench::shown(), trigger(1), kLoop, loop(1)},
     {"KivEvent: trigger, 8 handlers, the calls alone", bench::shown(), trigger(8), kLoop, loop(8)},
     {"KivEvent: trigger, 64 handlers, the calls alone", bench::atMost(1.3), trigger(64), kLoop, loop(64)},
+    {"KivEvent: trigger, 64 handlers that take the event's class", bench::shown(), triggerTyped(64),
+     "handlers that take any event", trigger(64)},
     {"KivEventListener: sign off and on, one of 10,000", bench::shown(), signOff(10'000), kSignals, disconnect(10'000)},
     {"KivEventListener: sign off and on, 10,000 beside 1,000", bench::shown(), signOff(10'000), "one of 1,000",
      signOff(1'000)},

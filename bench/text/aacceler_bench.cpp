@@ -8,7 +8,7 @@ namespace {
 
 constexpr long kText = 0x2002B7E;
 
-/// The English texts of the library as the active ones.
+/// Makes the English texts of the library the active ones.
 class EnglishTexts {
 public:
   EnglishTexts() : manager_("language\\2057\\kivara72.dll") { SV::Resource::SetResManager(&manager_); }

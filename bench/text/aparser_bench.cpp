@@ -59,7 +59,7 @@ std::vector<std::string> tokensOfPeer(std::vector<std::string> const & lines) {
   return tokens;
 }
 
-/// Both sides do the same work, or there is nothing to measure.
+/// Whether both sides do the same work; otherwise the comparison is void.
 bool sameTokens(std::vector<std::string> const & lines, benchmark::State & state) {
   if (tokensOfOurs(lines) == tokensOfPeer(lines))
     return true;
@@ -91,7 +91,7 @@ bench::Body tokenizer(std::size_t lineLength) {
   };
 }
 
-/// Passes over the text in front of each quotation mark and reads what stands up to the next.
+/// Skips the text before each quotation mark and reads the text up to the next one.
 bench::Body rawText(std::size_t lineLength) {
   return [lineLength](benchmark::State & state) {
     auto const lines = stringsOf(bench::sampleLines(lineLength, kCharacters));

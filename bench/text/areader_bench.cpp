@@ -12,7 +12,7 @@ namespace {
 
 constexpr char kFile[] = "lines.txt";
 
-/// Four million characters in lines of about that length.
+/// Four million characters, in lines of about this length.
 void writeLines(std::size_t lineLength) {
   std::ofstream file(kFile, std::ios::binary);
   for (auto const & line : bench::sampleLines(lineLength, 4'000'000))
@@ -49,9 +49,8 @@ bench::Body getline(std::size_t lineLength, std::ios::openmode mode) {
 constexpr std::ios::openmode kText = std::ios::in;
 constexpr std::ios::openmode kBinary = std::ios::in | std::ios::binary;
 
-// The peer of the goal opens the file as it is opened when nothing is said: in text mode, in which the runtime looks for the
-// pair of carriage return and line feed, as our reader does. Binary mode, which leaves the carriage return in the line, is shown
-// beside it.
+// The peer of the goal opens the file in text mode, which is the default: there the runtime looks for the pair of carriage
+// return and line feed, as our reader does. Binary mode, which leaves the carriage return in the line, is shown as well.
 bench::Pair const pairs[] = {
     {"KivTextFileReader: lines of 60 characters", bench::timesAsFast(2), reader(60), "std::getline on std::ifstream",
      getline(60, kText)},

@@ -1,4 +1,4 @@
-// The helpers for texts beside the loops that one would write with the standard library.
+// The helpers for strings beside the loops that one would write with the standard library.
 
 #include "atools.hpp"
 #include "support/ratio.hpp"
@@ -17,7 +17,7 @@ using SV::String;
 
 // Splitting.
 
-/// Fields with a separator between them, of so many characters on average.
+/// Fields of \p fieldLength characters on average, each followed by a separator.
 std::string fields(std::size_t size, std::size_t fieldLength, std::string const & separator) {
   std::mt19937 random(1);
   std::string text;
@@ -166,7 +166,7 @@ template <class Operation> bench::Body onNumbers(Operation operation) {
 
 char numberText[64];
 
-// std::string keeps up to 15 characters in itself, so that only longer fields show the splitting.
+// std::string stores up to 15 characters without a block of the heap, so only longer fields compare the splitting.
 std::string const someFields = fields(400, 40, ";");
 std::string const someShortFields = fields(200, 20, ";");
 std::string const megabyteOfFields = fields(1 << 20, 40, ";");

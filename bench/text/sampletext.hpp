@@ -9,7 +9,7 @@
 
 namespace bench {
 
-/// Lines of program-like text, each about so many characters, together \p total characters or a little more.
+/// Lines of text like that of a program, each of about \p lineLength characters, together \p total characters or a few more.
 inline std::vector<std::string> sampleLines(std::size_t lineLength, std::size_t total) {
   static constexpr char const * kPieces[] = {"process",    "=", "(",  "name",      ",",  " ", "order.item",
                                              ")",          ";", "\t", "-1.5e3",    "if", " ", "a",

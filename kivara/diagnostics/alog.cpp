@@ -4,12 +4,11 @@
 #include "base/boundedtext.hpp"
 #include "base/modules.hpp"
 #include "base/openfile.hpp"
+#include "diagnostics/logbackups.hpp"
 #include "tools/dir.hpp"
 #include "tools/direntry.hpp"
 #include "tools/international.hpp"
 #include "tools/winapi.hpp"
-
-#include <algorithm>
 
 using SV::Date;
 using SV::DirEntry;
@@ -21,7 +20,6 @@ constexpr unsigned kLineOwnLineNotWritten = 34;
 constexpr unsigned kLineDateNotRead = 47;
 constexpr unsigned kLineNotEmptied = 78;
 
-constexpr char kExtensionMark = '.';
 constexpr int kAllKinds = 0xFFF;
 constexpr int kOldestFirst = SV::FSYS_SORT_NAME;
 
@@ -55,18 +53,14 @@ bool isFile(String const & name) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-/// The entry beside a file that has an addition behind the base of its name.
-DirEntry withAddition(String const & name, String const & addition) {
-  DirEntry entry(name);
-  entry.ChangeBase(entry.GetBase(kExtensionMark) + addition, kExtensionMark);
-  return entry;
-}
-
-String backupAddition(Date const & date) {
-  return String("_") + kivara::BoundedText<16>("%04d.%02d.%02d", static_cast<int>(date.GetYear()),
-                                               static_cast<int>(date.GetMonth()), static_cast<int>(date.GetDay()))
-                           .c_str();
-}
+/// The start of a file, without the white space at its beginning: longer than any date is written.
+struct Beginning {
+  explicit Beginning(FILE * file) {
+    __ms_fscanf(file, " ");
+    text[std::fread(text, 1, sizeof text - 1, file)] = '\0';
+  }
+  char text[512];
+};
 
 } // namespace
 
@@ -174,23 +168,17 @@ void KivBasicFileLogger::_checkDateOnWrite() {
 }
 
 Date KivBasicFileLogger::_getModDate() const {
-  Date result;
   kivara::OpenFile const file = kivara::openFile(name_.c_str(), "r");
   if (!file) {
     displayErrorMessage(kivara::modules::kAlog, kLineDateNotRead);
-    return result;
+    return Date();
   }
-  int year = 0;
-  int month = 0;
-  int day = 0;
-  if (__ms_fscanf(file.get(), "%d.%d.%d", &year, &month, &day) == 3)
-    result = Date(static_cast<unsigned long>(day), static_cast<unsigned long>(month), static_cast<unsigned long>(year));
-  return result;
+  return kivara::dateAtStart(Beginning(file.get()).text).value_or(Date());
 }
 
 bool KivBasicFileLogger::_createBackup(Date const & date) {
   DirEntry const source(name_);
-  DirEntry const target = withAddition(name_, backupAddition(date));
+  DirEntry const target = kivara::backupOf(name_, date);
   String text = "Moving log file from " + source.GetName() + " to " + target.GetName() + ".";
   SV::FSysError const error = source.MoveTo(target);
   if (error == SV::FSYS_ERR_OK) {
@@ -214,12 +202,11 @@ bool KivBasicFileLogger::_createBackup(Date const & date) {
 void KivBasicFileLogger::_deleteOldBackupFiles() const {
   if (backups_ == 0)
     return;
-  SV::Dir backups(withAddition(name_, "_*"), kAllKinds);
-  long long const surplus = std::min<long long>(static_cast<long long>(backups.Count()) - backups_, backups.Count());
-  if (surplus <= 0)
-    return;
-  backups.SetSort(kOldestFirst);
-  for (unsigned long i = 0; i < static_cast<unsigned long>(surplus); ++i)
+  SV::Dir backups(kivara::patternOfBackups(name_), kAllKinds);
+  unsigned long const surplus = kivara::surplusBackups(backups.Count(), backups_);
+  if (surplus != 0)
+    backups.SetSort(kOldestFirst);
+  for (unsigned long i = 0; i < surplus; ++i)
     backups[i].Kill();
 }
 

@@ -11,7 +11,8 @@ using SV::String;
 
 namespace {
 
-/// Whether the format has a conversion that stores a count through a pointer, with flags, width or prefixes or without.
+/// Whether the format has a "%n" conversion, which would store a count through a pointer, with any flags, width or
+/// prefix.
 bool storesCount(char const * format) {
   while ((format = std::strchr(format, '%')) != nullptr) {
     format += 1 + std::strspn(format + 1, " +-#.*0123456789FNhlLIwjtz");
@@ -23,7 +24,7 @@ bool storesCount(char const * format) {
   return false;
 }
 
-/// A log that is never turned over and whose formats come without arguments.
+/// A log that is never turned over, and whose formats have no arguments.
 class NamedLog : public KivBasicFileLogger {
 public:
   explicit NamedLog(bool csv) : KivBasicFileLogger(true, true, 0) { setForCSV(csv); }
@@ -36,8 +37,8 @@ public:
   }
 
 private:
-  /// Zeros for all conversions instead of what happens to lie on the stack: on this platform a list of arguments is an
-  /// array of 8 bytes each. A conversion takes one, and one more for each '*'.
+  /// Passes zeros to all conversions, so that they do not print what happens to be on the stack. On this platform a
+  /// list of arguments is an array of 8-byte elements; a conversion reads one, and one more for each '*'.
   void addWithZeros(char const * format) {
     char const * const end = format + std::strlen(format);
     auto const most = std::count(format, end, '%') + std::count(format, end, '*');
@@ -54,7 +55,7 @@ NamedLog & logOf(String const & path, bool csv) {
   if (known != logs.end())
     return *known->second;
   auto log = std::make_unique<NamedLog>(csv);
-  log->open(path.c_str(), true); // one that does not open stays, and swallows its lines
+  log->open(path.c_str(), true); // a log that cannot be opened stays in the map and discards its lines
   auto const added = logs.emplace(path, log.get()).first;
   log.release(); // NOLINT(bugprone-unused-return-value): the map owns it now
   return *added->second;

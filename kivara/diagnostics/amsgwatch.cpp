@@ -21,7 +21,7 @@ bool hasEnded = false;
 
 unsigned low32(HWND window) { return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(window)); }
 
-/// The hook. It keeps no message from its window.
+/// The hook. By itself it keeps no message from its window; the hook before it may.
 int recordMessage(HWND window, unsigned message, unsigned long long wParam, long long lParam, long long & result) {
   if (hasEnded)
     return 0;

@@ -16,14 +16,14 @@ char const * pendingFile = nullptr;
 int pendingLine = 0;
 unsigned traceCounter = 0; // unsigned: it may wrap in a loop that never ends
 
-// The runtime's own functions: libstdc++ would otherwise put its own in their place, which read formats differently.
+// The runtime's own functions (__ms_): those of libstdc++ interpret some formats differently.
 void writePrefix() {
   __ms_fprintf(traceStream, "%s [%d]: ", pendingFile, pendingLine);
   pendingFile = nullptr;
   pendingLine = 0;
 }
 
-/// The length of the start of the text that has at most so many bytes and tears no double-byte character.
+/// The length of the longest start of the text that has at most so many bytes and ends after a whole character.
 std::size_t pieceLength(char const * text, std::size_t most) {
   std::size_t length = 0;
   while (text[length] != '\0') {
@@ -36,14 +36,14 @@ std::size_t pieceLength(char const * text, std::size_t most) {
   return length;
 }
 
-/// The console shows the OEM character set. Lines go out whole, only very long texts in pieces: that keeps the stack
-/// small and needs no heap, which may be what is broken.
+/// The console shows the OEM character set. Lines are written whole, only very long texts in pieces: that needs little
+/// stack and no heap, which may be what is broken.
 void writeToConsole(char const * text) {
   char piece[4096];
   while (std::size_t const length = pieceLength(text, sizeof piece - 1)) {
     std::memcpy(piece, text, length);
     piece[length] = '\0';
-    CharToOemBuffA(piece, piece, static_cast<DWORD>(length + 1)); // with the end, which may move to the front
+    CharToOemBuffA(piece, piece, static_cast<DWORD>(length + 1)); // with the NUL, since the result may be shorter
     piece[length] = '\0';
     std::fputs(piece, stderr);
     text += length;

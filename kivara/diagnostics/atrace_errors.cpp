@@ -27,9 +27,10 @@ constexpr UINT kBoxStyle = MB_TOPMOST | MB_TASKMODAL | MB_ICONERROR;
 bool deadNet = false;
 bool deadNetworkShown = false;
 bool exitShown = false;
+bool isGivingFocusBack = false;
 
-/// A text of the language's resources, or the built-in one. Without a resource manager nothing is loaded: that would
-/// raise a severe exception.
+/// A text from the resources of the current language, or the built-in one. Without a resource manager nothing is
+/// loaded: that would raise a severe exception.
 String resourceText(kivara::texts::Id id, char const * builtIn) {
   String const text = SV::Resource::GetResManager() != nullptr ? SV::Resource::LoadString(id) : String();
   return text.Len() != 0 ? text : String(builtIn);
@@ -52,7 +53,7 @@ String withCode(String const & text, String const & code) {
   return text.substr(0, start) + code + text.substr(start + 2);
 }
 
-/// Switches the wait pointer off as long as a box is open.
+/// Switches the wait pointer off while a box is open.
 class WaitPause {
 public:
   WaitPause() : count_(Application::IsWait()) {
@@ -67,12 +68,44 @@ private:
   unsigned short count_;
 };
 
-/// Shows the text in a box of the errors' style. True when it was cancelled, which only a box with Cancel can be.
+/// Gives the focus back to the window of this thread that had it before a box. All windows of the thread are still
+/// disabled when the box closes, so the system finds none to give it to. If another program has come to the front
+/// meanwhile, it stays there.
+class FocusKeeper {
+public:
+  FocusKeeper() : window_(GetFocus()) {}
+  ~FocusKeeper() {
+    // A program that reports an error whenever it gets the focus would never come back from here.
+    if (isGivingFocusBack || GetFocus() == window_ || !IsWindowVisible(window_))
+      return;
+    isGivingFocusBack = true;
+    SetFocus(window_);
+    isGivingFocusBack = false;
+  }
+  FocusKeeper(FocusKeeper const &) = delete;
+  FocusKeeper & operator=(FocusKeeper const &) = delete;
+
+private:
+  HWND window_; ///< null where no window of this thread had it
+};
+
+struct BoxResult {
+  int button; ///< 0: there was no box
+  DWORD error;
+};
+
+BoxResult showBox(char const * text, char const * title, UINT style) {
+  FocusKeeper const focus;
+  int const button = MessageBoxA(nullptr, text, title, style);
+  return {button, GetLastError()};
+}
+
+/// Shows the text in a box for errors. True if it was cancelled, which is possible only in a box with Cancel.
 bool isCancelledInBox(String const & text, bool withCancel) {
   SV::Window const * const window = Application::GetAppWindow();
   String const title = window != nullptr ? window->GetText() : String("Unexpected program failure");
   UINT const style = withCancel ? kBoxStyle | MB_OKCANCEL : kBoxStyle;
-  return MessageBoxA(nullptr, text.c_str(), title.c_str(), style) == IDCANCEL && withCancel;
+  return showBox(text.c_str(), title.c_str(), style).button == IDCANCEL && withCancel;
 }
 
 void logSuppressed(String const & text) {
@@ -105,7 +138,7 @@ void displayErrorMessage(char const * file, unsigned line) {
   // JOIN acrash: Fct_CreateMiniDump(file, line), before the debugger stops the program
   if (cancelled)
     DebugBreak();
-  // Asked for only now: the messages of the box may have closed it. What the box covered is drawn at once.
+  // Fetched only now: a message that the box handled may have closed it. What the box covered is drawn at once.
   if (SV::Window * const window = Application::GetAppWindow())
     window->Update();
 }
@@ -113,7 +146,7 @@ void displayErrorMessage(char const * file, unsigned line) {
 void displayDeadNetworkMessage() {
   if (deadNetworkShown)
     return;
-  deadNetworkShown = true; // first of all, so that a failure in here does not come back
+  deadNetworkShown = true; // before anything else, so that a failure in here does not recurse
   String text = resourceText(kivara::texts::kDeadNetwork, kBuiltInDeadNetworkText);
   if (Application::IsModalDialogSuppression()) {
     logSuppressed("displayDeadNetworkMessage()\n" + text);
@@ -134,7 +167,7 @@ void displayExitMessage() {
   if (Application::IsModalDialogSuppression()) {
     logSuppressed(text);
   } else if (KivCmdline::releaseAssertionsEnabled()) {
-    text += "\n\nPress Cancel to debug."; // other words than in the other two boxes: testers look for them
+    text += "\n\nPress Cancel to debug."; // not the words of the other two boxes: testers look for these
     if (isCancelledInBox(text, true))
       DebugBreak();
   }
@@ -143,20 +176,17 @@ void displayExitMessage() {
 int KIV_Assert_Fail(char const * file, int line, char const * expression, char const * userMessage) {
   BoundedText<8192> text("Assertion failed!\nFile %s line %d:\n\nExpression: '%s'\n\nUser message:\n  '%s'\n",
                          orEmpty(file), line, orEmpty(expression), orEmpty(userMessage));
-  int result = 0;
-  DWORD error = 0;
-  if (!Application::IsModalDialogSuppression()) {
-    result = MessageBoxA(nullptr, text.c_str(), "Assertion failed", kBoxStyle);
-    error = GetLastError();
-  }
+  BoxResult box = {};
+  if (!Application::IsModalDialogSuppression())
+    box = showBox(text.c_str(), "Assertion failed", kBoxStyle);
   text.set("[assertion] %s (%u): %s\n", orEmpty(file), static_cast<unsigned>(line), orEmpty(expression));
   KivDebugOut(text.c_str());
-  if (result == 0) {
-    text.set("            MessageBox errorcode: %u\n", static_cast<unsigned>(error));
+  if (box.button == 0) {
+    text.set("            MessageBox errorcode: %u\n", static_cast<unsigned>(box.error));
     KivDebugOut(text.c_str());
   }
   if (std::getenv("KIV_DUMP_ASSERTION") != nullptr) {
     // JOIN acrash: Fct_CreateMiniDump(file, line)
   }
-  return result == IDCANCEL ? 1 : 0;
+  return box.button == IDCANCEL ? 1 : 0;
 }

@@ -18,9 +18,9 @@ bool isPoisoned(void const * pointer) {
   }
 }
 
-/// The first guard page that reading the range would come to before anything else stops it; null where there is none.
-/// To try it out would use the guard up, with which a stack loses its room to grow, and not every system's IsBad...
-/// functions catch the exception.
+/// The first guard page in the range, unless inaccessible memory comes before it; null if there is none. Reading the
+/// page would use the guard up, so that a stack could no longer grow, and the IsBad... functions of some systems do not
+/// catch the exception.
 char const * guardPageAhead(void const * pointer, std::size_t length) {
   auto const * const start = static_cast<char const *>(pointer);
   MEMORY_BASIC_INFORMATION region = {};
@@ -35,8 +35,8 @@ char const * guardPageAhead(void const * pointer, std::size_t length) {
   return nullptr;
 }
 
-/// Whether a NUL stands between the two. The system copies the bytes and refuses where another thread has taken the
-/// memory away meanwhile; a read of our own would end the process.
+/// Whether there is a NUL in the range. The system copies the bytes, and fails if another thread has freed the memory
+/// meanwhile; a read of our own would end the process.
 bool hasNUL(char const * start, char const * end) {
   char piece[1024];
   while (start != end) {
@@ -66,7 +66,7 @@ bool Kiv_MemoryIsWriteable(void const * pointer, std::size_t length) {
   return Kiv_MemoryIsReadable(pointer, length) && !IsBadWritePtr(const_cast<void *>(pointer), length);
 }
 
-// Null is a valid absent text for callers that print optional arguments.
+// Null stands for an absent string: callers print optional arguments.
 bool Kiv_MemoryIsString(char const * pointer) {
   return pointer == nullptr ||
          (!isPoisoned(pointer) && !runsIntoGuardPage(pointer) && !IsBadStringPtrA(pointer, static_cast<UINT_PTR>(-1)));

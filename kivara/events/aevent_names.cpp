@@ -1,4 +1,4 @@
-#include "aevent.hpp"
+#include "aevent_names.hpp"
 
 #include "atrace.hpp"
 #include "base/modules.hpp"
@@ -20,14 +20,7 @@ constexpr unsigned kLineSameName = 246;
 constexpr unsigned long eventCount = static_cast<unsigned long>(std::size(eventNames));
 static_assert(eventCount == KIV_EVENT_LAST - KIV_EVENT_FIRST + 1);
 
-char const * nameOf(KivEventType type) {
-  unsigned long const index = static_cast<unsigned long>(type) - KIV_EVENT_FIRST;
-  return index < eventCount ? eventNames[index] : "";
-}
-
 } // namespace
-
-KivEventData::KivEventData(KivEventType type) : type_(type), name_(nameOf(type)) {}
 
 char const ** Kiv_GetEventNames() { return eventNames; }
 

@@ -24,10 +24,19 @@ template <std::size_t count> String nameOf(char const * const (&names)[count], i
 
 } // namespace
 
+// A product that binds a reference to a type needs it exported, and the declaration in the class does not export it.
+// NOLINTBEGIN(readability-redundant-declaration)
+constexpr KivEventType KivUserEvent::kEventType;
+constexpr KivEventType KivUserGroupEvent::kEventType;
+constexpr KivEventType KivExitAppEvent::kEventType;
+constexpr KivEventType KivWindowStackChangedEvent::kEventType;
+constexpr KivEventType KivSystemSettingsChangedEvent::kEventType;
+constexpr KivEventType KivBeforeGrabFocusEvent::kEventType;
+// NOLINTEND(readability-redundant-declaration)
+
 KivUserEvent::KivUserEvent(ActionType action, long id) : KivUserEvent(action, id, -1, KIV_DB_PERMISSION_NONE) {}
 KivUserEvent::KivUserEvent(ActionType action, long id, long permissionType, KivDBPermission dbPermission)
-    : KivEvent(KIV_EVENT_User), action_(action), id_(id), permissionType_(permissionType), dbPermission_(dbPermission) {
-}
+    : KivEvent(kEventType), action_(action), id_(id), permissionType_(permissionType), dbPermission_(dbPermission) {}
 KivUserEvent::~KivUserEvent() = default;
 
 String KivUserEvent::GetActionName() const { return nameOf(userActions, action_); }
@@ -35,23 +44,23 @@ String KivUserEvent::GetActionName() const { return nameOf(userActions, action_)
 KivUserGroupEvent::KivUserGroupEvent(ActionType action, long userGroupId)
     : KivUserGroupEvent(action, userGroupId, -1) {}
 KivUserGroupEvent::KivUserGroupEvent(ActionType action, long userGroupId, long userId)
-    : KivEvent(KIV_EVENT_UserGroup), action_(action), userGroupId_(userGroupId), userId_(userId) {}
+    : KivEvent(kEventType), action_(action), userGroupId_(userGroupId), userId_(userId) {}
 KivUserGroupEvent::~KivUserGroupEvent() = default;
 
 String KivUserGroupEvent::GetActionName() const { return nameOf(userGroupActions, action_); }
 
-KivExitAppEvent::KivExitAppEvent(String const & reason) : KivEvent(KIV_EVENT_AppExit), reason_(reason) {}
+KivExitAppEvent::KivExitAppEvent(String const & reason) : KivEvent(kEventType), reason_(reason) {}
 KivExitAppEvent::~KivExitAppEvent() = default;
 
 KivWindowStackChangedEvent::KivWindowStackChangedEvent(std::size_t depth, bool pushed, String const & title)
-    : KivEvent(KIV_EVENT_KivWindowStackChanged), depth_(depth), pushed_(pushed), title_(title) {}
+    : KivEvent(kEventType), depth_(depth), pushed_(pushed), title_(title) {}
 KivWindowStackChangedEvent::~KivWindowStackChangedEvent() = default;
 
 KivSystemSettingsChangedEvent::KivSystemSettingsChangedEvent(SV::SysChangeType change)
-    : KivEvent(KIV_EVENT_SystemSettingsChanged), change_(change) {}
+    : KivEvent(kEventType), change_(change) {}
 KivSystemSettingsChangedEvent::~KivSystemSettingsChangedEvent() = default;
 
-KivBeforeGrabFocusEvent::KivBeforeGrabFocusEvent() : KivEvent(KIV_EVENT_BeforeGrabFocus) {}
+KivBeforeGrabFocusEvent::KivBeforeGrabFocusEvent() : KivEvent(kEventType) {}
 KivBeforeGrabFocusEvent::~KivBeforeGrabFocusEvent() = default;
 
 bool KivBeforeGrabFocusEvent::GrabFocus(SV::Window * window) {

@@ -5,11 +5,11 @@ using SV::String;
 
 namespace {
 
-/// All that is known of the event of a start-up phase: its class is the product's.
+/// All that is known of the event of a start-up phase, whose class is the product's.
 struct StartupPhaseLayout : KivEvent {
   String text;
 };
-static_assert(sizeof(KivEvent) == 32 && sizeof(StartupPhaseLayout) == 40, "the text lies right behind the result");
+static_assert(sizeof(KivEvent) == 32 && sizeof(StartupPhaseLayout) == 40, "the string comes right after the result");
 
 } // namespace
 
@@ -18,7 +18,7 @@ KivDynamicConsoleListener::KivDynamicConsoleListener() {
   setEventHandler(KIV_EVENT_AppChangeStartupPhase, &Self::_onStartupPhase, KIV_PRIORITY_EARLY);
   setEventHandler(KIV_EVENT_AppInitialized, &Self::_onInitialized, KIV_PRIORITY_EARLY);
   setEventHandler(KIV_EVENT_AppExit, &Self::_onExit, KIV_PRIORITY_EARLY);
-  setEventHandler(KIV_EVENT_KivWindowStackChanged, &Self::_onWindowStack, KIV_PRIORITY_EARLY);
+  setEventHandler<&Self::_onWindowStack>(KIV_PRIORITY_EARLY);
 }
 
 KivDynamicConsoleListener::~KivDynamicConsoleListener() = default;
@@ -31,9 +31,8 @@ void KivDynamicConsoleListener::_onInitialized(KivEvent *) { KivDebugOut("[kiv] 
 
 void KivDynamicConsoleListener::_onExit(KivEvent *) { KivDebugOut("[kiv] Application shutdown event recognized\n"); }
 
-void KivDynamicConsoleListener::_onWindowStack(KivEvent * event) {
-  auto const & change = *static_cast<KivWindowStackChangedEvent const *>(event);
-  String const line = String("[kiv] WinStack: ") + (change.IsPushed() ? "+= " : "-= ") + String(change.GetDepth()) +
-                      " [" + change.GetTitle() + "]\n";
+void KivDynamicConsoleListener::_onWindowStack(KivWindowStackChangedEvent * event) {
+  String const line = String("[kiv] WinStack: ") + (event->IsPushed() ? "+= " : "-= ") + String(event->GetDepth()) +
+                      " [" + event->GetTitle() + "]\n";
   KivDebugOut(line.c_str());
 }

@@ -2,8 +2,8 @@
 
 #include "acmdline.hpp"
 #include "base/textids.hpp"
-#include "base/version_texts.hpp"
-#include "frame/version.hpp"
+#include "base/version.hpp"
+#include "kivara_version.hpp"
 #include "sv/resource.hpp"
 
 #include <array>
@@ -19,8 +19,9 @@ IKeySortedSet<String, String> applicationInfo;
 std::array<long, 235> coreVars;
 
 kivara::VersionTexts & version() {
-  static kivara::VersionTexts texts{KIVARA_VERSION_HIGH, KIVARA_VERSION_LOW, KIVARA_VERSION_UPDATE_LEVEL,
-                                    KIVARA_VERSION_HOT_FIX, KIVARA_VERSION_BUILD};
+  static kivara::VersionTexts texts{String(KIVARA_VERSION_HIGH), String(KIVARA_VERSION_LOW),
+                                    String(KIVARA_VERSION_UPDATE_LEVEL), String(KIVARA_VERSION_HOT_FIX),
+                                    String(KIVARA_VERSION_BUILD)};
   return texts;
 }
 

@@ -52,7 +52,7 @@ void KivCleanUp::RemoveFileCleanUpAction(String const & file) {
 }
 
 void KivCleanUp::_onExit(KivEvent *) {
-  // By index, and out of the list before it runs: an action may add and remove others.
+  // By index, and taken out of the list before it runs, since an action may add and remove others.
   for (std::size_t place = 0; place < actions_.size(); ++place) {
     std::unique_ptr<KivCleanUpAction> const action = std::move(actions_[place]);
     if (action != nullptr)

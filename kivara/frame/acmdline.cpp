@@ -10,7 +10,7 @@ using SV::String;
 
 namespace {
 
-// Where a call outside of its time is reported: the second part of the error code.
+// The lines under which calls at the wrong time are reported.
 constexpr unsigned kLineSecondInit = 109;
 constexpr unsigned kLineGetCountBeforeInit = 179;
 constexpr unsigned kLineGetParamBeforeInit = 188;
@@ -18,25 +18,9 @@ constexpr unsigned kLineIsFlagBeforeInit = 201;
 constexpr unsigned kLineGetValueBeforeInit = 228;
 
 struct Flags {
-  bool kivLogin;
-  bool typeChecksInKivScript;
-  bool releaseAssertionsEnabled;
-  bool autoKick;
-  bool dynamicConsole;
-  bool debugMemDelayFree;
-  bool debugMemHeapCheck;
-  bool libDocuGen;
-  bool exceptionHandlingDeactivated;
-  bool modalDialogSuppression;
-  bool showWindowSuppression;
-  bool noGUI;
-  bool noLoginScreen;
-  bool noPrinterWarning;
-  bool noDBBootLogin;
-  bool profiling;
-  bool tracing;
-  bool singleSignOn;
-  bool loginDlgAnyway;
+#define KIV_FLAG(word, getter, withoutGUI, meaning) bool getter;
+#define KIV_FLAG_SWITCHED_OFF(word, getter, meaning) bool getter;
+#include "frame/cmdline_options.inc"
 };
 
 enum class WithoutGUI { asGiven, on, off };
@@ -44,30 +28,17 @@ enum class WithoutGUI { asGiven, on, off };
 struct FlagRow {
   char const * word;
   bool Flags::*flag;
-  WithoutGUI withoutGUI = WithoutGUI::asGiven;
+  WithoutGUI withoutGUI;
 };
 
 constexpr FlagRow kFlagTable[] = {
-    {"kivlogin", &Flags::kivLogin},
-    {"kivscript_typecheck", &Flags::typeChecksInKivScript},
-    {"assert", &Flags::releaseAssertionsEnabled},
-    {"autokick", &Flags::autoKick},
-    {"console", &Flags::dynamicConsole},
-    {"debug_mem_delayfree", &Flags::debugMemDelayFree},
-    {"debug_mem_heapcheck", &Flags::debugMemHeapCheck},
-    {"libdox", &Flags::libDocuGen},
-    {"no_exception_handling", &Flags::exceptionHandlingDeactivated},
-    {"no_dialogs", &Flags::modalDialogSuppression, WithoutGUI::on},
-    {"no_windows", &Flags::showWindowSuppression, WithoutGUI::on},
-    {"no_gui", &Flags::noGUI, WithoutGUI::on},
-    {"no_login_screen", &Flags::noLoginScreen, WithoutGUI::on},
-    {"no_printer_warning", &Flags::noPrinterWarning, WithoutGUI::on},
-    {"nobootlogin", &Flags::noDBBootLogin},
-    {"profiling", &Flags::profiling},
-    {"trace", &Flags::tracing},
-    {"winlogin", &Flags::singleSignOn},
-    {"x", &Flags::loginDlgAnyway, WithoutGUI::off},
+#define KIV_FLAG(word, getter, withoutGUI, meaning) {word, &Flags::getter, WithoutGUI::withoutGUI},
+#define KIV_FLAG_SWITCHED_OFF(word, getter, meaning) {word, &Flags::getter, WithoutGUI::asGiven},
+#include "frame/cmdline_options.inc"
 };
+
+#define KIV_OPTION(constant, name, getter, meaning) constexpr char constant[] = name;
+#include "frame/cmdline_options.inc"
 
 // Process-wide values: written by init alone, before there is a second thread.
 Flags flags;
@@ -79,13 +50,13 @@ void reportIf(bool misused, unsigned line) {
     displayErrorMessage(kivara::modules::kAcmdline, line);
 }
 
-/// The text behind the '-' or '/' of an option; null for any other word.
+/// The text after the '-' or '/' of an option; null for any other word.
 char const * optionText(char const * word) {
   return word != nullptr && (*word == '-' || *word == '/') ? word + 1 : nullptr;
 }
 
 /// What follows \p name in the first option that begins with it; null where none does.
-char const * textBehind(int count, char * const * words, char const * name) {
+char const * textAfter(int count, char * const * words, char const * name) {
   char const * const prefix = name != nullptr ? name : "";
   std::size_t const length = std::strlen(prefix);
   for (int i = 1; words != nullptr && i < count; ++i) {
@@ -131,11 +102,11 @@ void KivCmdline::init(int argc, char ** argv, bool withGUI, String const & logOp
   cmdline._init(argc, argv);
   if (!withGUI)
     forceFlagsWithoutGUI();
-  String const general = cmdline.getValue("log_no_dialogs");
+  String const general = cmdline.getValue(kDialogLog);
   String const own = cmdline.getValue(logOptionName.c_str());
   modalDialogSuppressionLogfileName = general.Len() != 0 ? general : own;
-  wsLogFormat = SV::h_strcmp(cmdline.getValue("wslogformat").c_str(), "long") == 0 ? KIV_WS_LOG_FORMAT_LONG
-                                                                                   : KIV_WS_LOG_FORMAT_DEFAULT;
+  wsLogFormat = SV::h_strcmp(cmdline.getValue(kWSLogFormat).c_str(), "long") == 0 ? KIV_WS_LOG_FORMAT_LONG
+                                                                                  : KIV_WS_LOG_FORMAT_DEFAULT;
 }
 
 int KivCmdline::getCount() const {
@@ -150,66 +121,42 @@ String KivCmdline::getParam(int i) const {
 
 bool KivCmdline::isFlag(char const * name) const {
   reportIf(argv == nullptr, kLineIsFlagBeforeInit);
-  return textBehind(argc, argv, name) != nullptr;
+  return textAfter(argc, argv, name) != nullptr;
 }
 
 String KivCmdline::getValue(char const * name) const {
   reportIf(argv == nullptr, kLineGetValueBeforeInit);
-  return String(textBehind(argc, argv, name));
+  return String(textAfter(argc, argv, name));
 }
 
 int KivCmdline::getInt(char const * name) const { return SV::h_atoi(getValue(name).c_str()); }
 long KivCmdline::getLong(char const * name) const { return SV::h_atol(getValue(name).c_str()); }
 double KivCmdline::getDouble(char const * name) const { return static_cast<double>(getValue(name)); }
 
-bool KivCmdline::kivLogin() { return flags.kivLogin; }
-bool KivCmdline::typeChecksInKivScript() { return flags.typeChecksInKivScript; }
-bool KivCmdline::releaseAssertionsEnabled() { return flags.releaseAssertionsEnabled; }
-bool KivCmdline::isAutoKick() { return flags.autoKick; }
-bool KivCmdline::dynamicConsole() { return flags.dynamicConsole; }
-// The heap aids are switched off for products in the field: their words must pass, and callers must not see them.
-bool KivCmdline::debugMemDelayFree() { return false; }
-bool KivCmdline::debugMemHeapCheck() { return false; }
-bool KivCmdline::isRovinsLibDocuGen() { return flags.libDocuGen; }
-bool KivCmdline::isExceptionHandlingDeactivated() { return flags.exceptionHandlingDeactivated; }
-bool KivCmdline::modalDialogSuppression() { return flags.modalDialogSuppression; }
-bool KivCmdline::showWindowSuppression() { return flags.showWindowSuppression; }
-bool KivCmdline::noGUI() { return flags.noGUI; }
-bool KivCmdline::noLoginScreen() { return flags.noLoginScreen; }
-bool KivCmdline::noPrinterWarning() { return flags.noPrinterWarning; }
-bool KivCmdline::noDBBootLogin() { return flags.noDBBootLogin; }
-bool KivCmdline::profiling() { return flags.profiling; }
-bool KivCmdline::doTracing() { return flags.tracing; }
-bool KivCmdline::trySingleSignOn() { return flags.singleSignOn; }
-bool KivCmdline::executeLoginDlgAnyway() { return flags.loginDlgAnyway; }
-
-String KivCmdline::getLoginUserName() const { return getValue("u"); }
-String KivCmdline::getLoginPassword() const { return getValue("p"); }
-String KivCmdline::getLoginDBName() const { return getValue("d"); }
-String KivCmdline::getLoginDBSystem() const { return getValue("s"); }
+#define KIV_FLAG(word, getter, withoutGUI, meaning)                                                                    \
+  bool KivCmdline::getter() { return flags.getter; }
+// The heap checks are switched off in the field. Old shortcuts still pass their words, and callers must not see them.
+#define KIV_FLAG_SWITCHED_OFF(word, getter, meaning)                                                                   \
+  bool KivCmdline::getter() { return false; }
+#define KIV_TEXT(name, getter, meaning)                                                                                \
+  String KivCmdline::getter() const { return getValue(name); }
+#define KIV_NUMBER(name, getter, meaning)                                                                              \
+  int KivCmdline::getter() const { return getInt(name); }
+#include "frame/cmdline_options.inc"
 
 String KivCmdline::getLoginSchemaVersion() const {
   String const program = SV::DirEntry(getParam(0)).GetName().toLower();
-  return program == "awssrv.exe" ? getValue("v") : String();
+  return program == "awssrv.exe" ? getValue(kSchemaVersion) : String();
 }
 
 bool KivCmdline::getStartupKivScript(String & out) const {
-  if (!isFlag("e"))
+  if (!isFlag(kStartupScript))
     return false;
-  out = getValue("e");
+  out = getValue(kStartupScript);
   return true;
 }
 
-String KivCmdline::getFontFace() const { return getValue("f"); }
-int KivCmdline::getFontHeight() const { return getInt("h"); }
-String KivCmdline::getTraceFilename() const { return getValue("trf"); }
-String KivCmdline::getToolName() const { return getValue("toolname"); }
-int KivCmdline::getWSPortNumber() const { return getInt("port"); }
-String KivCmdline::getPIDFileName() const { return getValue("pidfile"); }
-String KivCmdline::getWSLogFileName() const { return getValue("wslogfile"); }
-int KivCmdline::getWSLogFileBackupCount() const { return isFlag("wslogbackup") ? getInt("wslogbackup") : -1; }
-String KivCmdline::getPrinterName() const { return getValue("P"); }
-String KivCmdline::getUICharSet() const { return getValue("charset"); }
+int KivCmdline::getWSLogFileBackupCount() const { return isFlag(kWSLogBackups) ? getInt(kWSLogBackups) : -1; }
 
 KivWSLogFormat KivCmdline::getWSLogFormat() const { return wsLogFormat; }
 String const & KivCmdline::getModalDialogSuppressionLogfileName() const { return modalDialogSuppressionLogfileName; }

@@ -6,7 +6,8 @@
 namespace kivara {
 
 /// Has malloc, and so operator new, ask the handler. An executable's start-up code sets this mode anew after the
-/// library has been loaded.
+/// library has been loaded, from its variable _newmode: kivara_main defines it, and the entry calls this for those who
+/// do not.
 void askHandlerOnLowMemory();
 
 } // namespace kivara

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// Two tables with nothing in common but their name: KivAcceleratorTable hands out the mnemonics of a menu or dialog, and
-/// KivStringAcceleratorTable keeps string resources that were loaded once.
+/// Two tables that share nothing but their name: KivAcceleratorTable assigns the mnemonics of a menu or dialog, and
+/// KivStringAcceleratorTable caches string resources.
 ///
 /// \code
 ///   KivAcceleratorTable table;
@@ -12,7 +12,7 @@
 ///   char const * const name = KivStringAcceleratorTable::GetGlobal()->GetCharPtr(0x2002922);
 /// \endcode
 ///
-/// Nothing is locked: a table belongs to one thread, the cache to the main thread.
+/// Threads: there are no locks. One thread uses a KivAcceleratorTable; only the main thread uses the cache.
 
 #include "export.hpp"
 #include "tools/containers.hpp"
@@ -22,58 +22,58 @@ namespace SV {
 class Menu;
 }
 
-/// Which characters are taken as mnemonics, so that no two texts get the same one. In a text a "~" stands in front of its
+/// The mnemonics that are in use, so that no two texts get the same one. A "~" in a text marks the character after it as the
 /// mnemonic.
 ///
-/// Characters are bytes, and case makes no difference (toupper of the runtime's current locale). The bytes 33 to 127 can be
-/// mnemonics; control characters, the blank and all above count as taken for ever.
+/// Characters are bytes and not case-sensitive (toupper of the runtime's current locale). The bytes 33 to 127 can be mnemonics;
+/// control characters, the blank and all bytes above 127 are always in use.
 class KIV_API KivAcceleratorTable {
 public:
-  /// A table of which nothing is taken yet.
+  /// A table in which every possible mnemonic is free.
   KivAcceleratorTable();
 
-  /// Gives all mnemonics free.
+  /// Frees all mnemonics.
   void Reset();
 
-  bool IsInUse(char c) const; ///< true also for what can never be one
+  bool IsInUse(char c) const; ///< also true for what cannot be a mnemonic
 
-  /// Takes a character. False when it is taken already.
+  /// Marks a character as used. False when it already is.
   bool SetInUse(char c);
 
-  /// Takes the mnemonic that a text has: the character behind its first "~". A clash is not told: the result is true also
-  /// when another text has the same one. False for a text without "~" and for one whose first "~" is its last character.
+  /// Marks the mnemonic of a text, the character after its first "~", as used. The result does not show a clash: it is also
+  /// true when another text has the same mnemonic. False for a text without "~", and when the first "~" is the last character.
   bool AddAcceleratedString(SV::String const & text);
 
-  /// Gives a text a mnemonic: a "~" in front of its first character that is free, which is then taken. A text that has a "~"
-  /// stays as it is; its mnemonic is taken.
-  /// \return false when all characters of the text are taken. The "~" then stands in front of the whole text, so that its
-  ///         first character clashes with another text's
+  /// Inserts a "~" before the first free character of a text and marks that character as used. A text that already has a "~"
+  /// is unchanged; its mnemonic is marked.
+  /// \return false when no character of the text is free. The "~" is then put at the start, and the mnemonic clashes with that
+  ///         of another text
   bool AccelerateString(SV::String & text);
 
-  /// Takes the mnemonics of a menu's items, not of the menus below it. Null is an internal error and changes nothing.
+  /// Marks the mnemonics of a menu's items, but not those of its submenus. Null is an internal error and changes nothing.
   void setAcceleratorsOfMenu(SV::Menu const * menu);
 
 private:
   bool inUse[256];
 };
 
-/// String resources by their identifier. Each is loaded once, from the resource manager that is active at that moment, and
-/// stays for the rest of the process: a change of the language does not reach it. One that is missing raises
-/// Application::Exception at its first use, as any resource does, and is the empty text from then on.
+/// String resources by identifier. Each is loaded once, from the resource manager that is active at its first use, and kept until
+/// the process ends: it does not follow a change of the language. A missing resource raises Application::Exception at its first
+/// use, as every missing resource does, and is the empty string from then on.
 class KIV_API KivStringAcceleratorTable {
 public:
-  /// The one table. It is made on first use and dies with the process.
+  /// The only instance, created on first use and destroyed at the end of the process.
   static KivStringAcceleratorTable * GetGlobal();
 
   KivStringAcceleratorTable(KivStringAcceleratorTable const &) = delete;
   KivStringAcceleratorTable & operator=(KivStringAcceleratorTable const &) = delete;
   virtual ~KivStringAcceleratorTable();
 
-  /// The text of a string resource, with or without its type (0x200) in the high part; each form is kept for itself. The
-  /// result is the same object each time and lives as long as the table.
+  /// A string resource. The identifier may have its type, 0x200, in the high 16 bits or not; the two forms are cached
+  /// separately. The result is the same object at each call and lives as long as the table.
   SV::String const & GetString(long id);
 
-  /// Its characters.
+  /// The characters of GetString(id).
   char const * GetCharPtr(long id);
 
 private:

@@ -12,12 +12,13 @@
 /// \endcode
 
 #include "export.hpp"
+#include "kivara_version.hpp"
 #include "tools/containers.hpp"
 #include "tools/string.hpp"
 
 /// \name Version
-/// The version has five parts, which are kept as texts: high, low, update level, hot fix and build. They are set in one
-/// place of the build.
+/// The version has five parts, which are kept as texts: high, low, update level, hot fix and build. They are those of the
+/// DLL that the program runs with; kivara_version.hpp has those of the headers.
 /// @{
 
 /// The parts as numbers.
@@ -30,6 +31,10 @@ KIV_API int Kiv_GetVersionBuild();
 /// The number that a plug-in must match exactly: (high * 10 + low) * 1000 + build, 77050 for version 7.2 build 5050.
 /// Versions such as 7.12 and 8.2 of one build share a number.
 KIV_API int Kiv_GetVersionIdentifier();
+
+/// Whether the calling code was built with the headers of the DLL that it runs with, judged by the number above. Where
+/// they differ, the layout of classes may differ too, and nothing else of the library may be used.
+inline bool Kiv_HeadersMatchLibrary() { return Kiv_GetVersionIdentifier() == KIVARA_VERSION_IDENTIFIER; }
 
 /// High and low part, "7.2". Zeros at the end are cut, but one digit stays after the point.
 KIV_API SV::String Kiv_GetVersionString();

@@ -1,12 +1,12 @@
 #pragma once
 /// \file
-/// What is done at the end of the process: files to delete, singletons to destroy.
+/// Clean-up at the end of the process: files to delete, singletons to destroy.
 ///
-/// The registry waits for the event AppExit, runs its actions once, in the order of their registration, and forgets
-/// them. What is still there when the process ends without that event is run then.
+/// The registry waits for the event AppExit, runs its actions once, in the order in which they were added, and removes
+/// them. Actions that are still registered when the process ends without that event run at that point.
 ///
-/// Nothing is locked: actions are added and removed on the main thread. They run on the thread that triggers the event,
-/// which for an event of the console is one of the system's.
+/// There are no locks: actions are added and removed on the main thread. They run on the thread that triggers the event; for
+/// a console event that is a thread of the system.
 ///
 /// \code
 ///   KivCleanUp::Instance().AddFileCleanUpAction(temporaryName);
@@ -20,7 +20,7 @@
 #include <memory>
 #include <vector>
 
-/// Something to do at the end.
+/// One step of the clean-up.
 class KIV_API KivCleanUpAction {
 public:
   KivCleanUpAction() = default;
@@ -28,11 +28,11 @@ public:
   KivCleanUpAction & operator=(KivCleanUpAction const &) = delete;
   virtual ~KivCleanUpAction();
 
-  /// Whether it could be done; nobody acts on a failure.
+  /// Carries out the step. The registry ignores the result.
   virtual bool execute() = 0;
 };
 
-/// Deletes a file.
+/// Deletes a file. A failure is not reported.
 class KIV_API KivFileCleanUpAction : public KivCleanUpAction {
 public:
   explicit KivFileCleanUpAction(SV::String const & fileName); ///< the file need not exist yet
@@ -46,8 +46,8 @@ private:
   SV::String fileName_;
 };
 
-/// Deletes an object when it is executed, and only then. Other pointers to it dangle from then on: nobody may ask for
-/// such a singleton after AppExit.
+/// Deletes an object when it is executed, and only then. All other pointers to the object dangle from then on, so nobody may
+/// ask for such a singleton after AppExit.
 template <class T> class KivSingletonDeleteAction : public KivCleanUpAction {
 public:
   /// \param object  from operator new; may be null
@@ -66,27 +66,27 @@ private:
 /// The registry.
 class KIV_API KivCleanUp : public KivEventListener {
 public:
-  /// Made on first use, destroyed at the end of the process.
+  /// The one registry, created on first use and destroyed at the end of the process.
   static KivCleanUp & Instance();
 
   KivCleanUp(KivCleanUp const &) = delete;
   KivCleanUp & operator=(KivCleanUp const &) = delete;
   ~KivCleanUp() override;
 
-  /// Appends an action, which the registry owns from then on, whatever happens. Null is passed over. Throws
-  /// std::bad_alloc.
+  /// Appends an action. The registry takes ownership, even if this throws. Null is ignored. Throws std::bad_alloc.
   void AddAction(KivCleanUpAction * action);
 
-  /// Appends the deletion of a file. A name may stand there more than once. Throws std::bad_alloc.
+  /// Appends the deletion of a file. The same name may be added more than once. Throws std::bad_alloc.
   void AddFileCleanUpAction(SV::String const & file);
 
-  /// Forgets the first deletion of that name, which is compared with regard to case; the file stays. Unknown names do
-  /// nothing.
+  /// Removes the first deletion of that name without executing it, so the file stays. Names are the same if they have the
+  /// same length and are equal up to their first NUL; the comparison is case-sensitive, even where the file system is not.
+  /// An unknown name does nothing.
   void RemoveFileCleanUpAction(SV::String const & file);
 
 protected:
-  /// Runs and forgets all actions. The event is not read and may be null. An exception of an action passes through; the
-  /// actions behind it stay for the next event.
+  /// Runs and removes all actions. The event is not read and may be null. An exception from an action passes through; the
+  /// actions after it stay registered for the next event.
   void _onExit(KivEvent * event);
 
 private:

@@ -11,15 +11,14 @@ enum KivWSLogFormat : int {
   KIV_WS_LOG_FORMAT_LONG = 1, ///< "-wslogformatlong"
 };
 
-/// The command line: a fixed table of on/off words, and options whose value follows their name in the same word.
+/// The command line: a fixed table of flags, and options whose value follows their name in the same word.
 ///
-/// A word is an option when it begins with '-' or '/'; the two are equal everywhere. Names are case-sensitive.
+/// A word is an option when it begins with '-' or '/'; the two mean the same. Names are case-sensitive.
 /// A flag is set only by an option that is exactly its word: "-trace" sets doTracing, "-tracex" and "-Trace" do not.
-/// isFlag and getValue ask for a prefix instead, and the first option from word 1 on that begins with the asked name
-/// wins, whatever else it may mean: with "-profiling -pSecret" the value of "p" is "rofiling".
+/// isFlag and getValue compare prefixes instead: they take the first option, from word 1 on, that begins with the given
+/// name, even if it is another option. With "-profiling -pSecret" the value of "p" is "rofiling".
 ///
-/// Nothing on a command line is an error: unknown words are passed over, an absent or empty value is the empty text or
-/// 0.
+/// Nothing on a command line is an error: unknown words are ignored, a missing value is the empty string or 0.
 ///
 /// \code
 ///   KivCmdline::init(argc, argv, true, "logfile");             // tool.exe -trace /trfC:\x.txt -h14
@@ -27,56 +26,56 @@ enum KivWSLogFormat : int {
 ///   SV::String const file = KivCmdline::Instance().getTraceFilename(); // "C:\x.txt"
 /// \endcode
 ///
-/// init belongs to the main thread, before the library has any other thread; afterwards every operation may be called
-/// from any thread. Those that return a text or read a number from one allocate and throw std::bad_alloc. The one that
-/// returns a reference gives a text that all threads see: other threads than the main one copy its characters, since
-/// copying the text itself would change its count of owners.
+/// init belongs to the main thread, before the library has any other thread; afterwards any thread may call any
+/// operation. Those that return a string or convert one to a number allocate memory and can throw std::bad_alloc.
+/// getModalDialogSuppressionLogfileName returns a reference to a string that all threads share: a thread other than the
+/// main one copies its characters, not the String, whose reference count is not locked.
 class KIV_API KivCmdline {
 public:
-  static KivCmdline & Instance(); ///< the only one; it is made at the first call
+  static KivCmdline & Instance(); ///< the only object; it is created by the first call
 
-  /// Takes the command line over, reads the flags and settles the values that are read once.
-  /// A second call is a mistake of the caller, reported as internal error "acmdline-109". It repeats the work: flags
-  /// that are set stay set.
-  /// \param argc           number of words with the program's own name; below 1 there are none
+  /// Stores the command line, reads the flags and those values that are read only once.
+  /// A second call is a mistake of the caller, reported as internal error "acmdline-109". It then does all of its work
+  /// again, but flags that are set stay set.
+  /// \param argc           number of words, including the program's own name; below 1 there are none
   /// \param argv           the words. The array is kept, not copied, and must outlive every later query. Null words are
-  ///                       passed over
+  ///                       ignored
   /// \param withGUI        false for a host without a user interface: no_dialogs, no_windows, no_gui, no_login_screen
   ///                       and no_printer_warning are then set and x is cleared
-  /// \param logOptionName  name of the option that gives the log file for suppressed dialogs where "log_no_dialogs"
-  ///                       gives none. An empty name takes the whole text of the first option
+  /// \param logOptionName  name of the option with the log file for suppressed dialogs, used if "log_no_dialogs" is
+  ///                       missing or empty. An empty name gives the whole text of the first option
   static void init(int argc, char ** argv, bool withGUI, SV::String const & logOptionName);
 
   /// \name Words
-  /// To ask before init is a mistake of the caller, reported as internal error "acmdline" with line 179 (getCount), 188
-  /// (getParam), 201 (isFlag) or 228 (getValue and all that read by it); they then answer as for an empty command line.
+  /// A call before init is a mistake of the caller, reported as internal error "acmdline" with line 179 (getCount), 188
+  /// (getParam, getLoginSchemaVersion), 201 (isFlag, getStartupKivScript, getWSLogFileBackupCount) or 228 (getValue and
+  /// whatever else reads a value). The result is that of an empty command line.
   /// @{
 
-  /// The number of words, with the program's own name.
+  /// The number of words, including the program's own name.
   int getCount() const;
 
-  /// Word \p i as it stands, with its '-'; word 0 is the program. Empty for an index that is negative or not below
-  /// getCount.
+  /// Word \p i unchanged, with its '-'; word 0 is the program. Empty if \p i is negative or not below getCount.
   SV::String getParam(int i) const;
 
-  /// True when an option begins with \p name. A null name counts as the empty one, with which every option begins.
+  /// True when an option begins with \p name. A null name counts as the empty one, which matches every option.
   bool isFlag(char const * name) const;
 
-  /// What follows \p name in the first option that begins with it; empty if there is none.
+  /// The rest of the first option that begins with \p name; empty if there is none.
   SV::String getValue(char const * name) const;
 
-  /// getValue as a number, read as the runtime's atoi, atol and atof do; 0 when the option is absent.
+  /// getValue as a number, converted as by the runtime's atoi, atol and atof; 0 if the option is absent.
   int getInt(char const * name) const;
   long getLong(char const * name) const;
   double getDouble(char const * name) const;
   /// @}
 
   /// \name Flags
-  /// Each is true when the word at its right was on the command line; all are false before init.
+  /// Each is true if the word on its right is on the command line; all are false before init, without a report.
   /// @{
   static bool kivLogin();                       ///< "kivlogin"
   static bool typeChecksInKivScript();          ///< "kivscript_typecheck"
-  static bool releaseAssertionsEnabled();       ///< "assert": assertions stay active in a release build
+  static bool releaseAssertionsEnabled();       ///< "assert": assertions are active in a release build too
   static bool isAutoKick();                     ///< "autokick"
   static bool dynamicConsole();                 ///< "console"
   static bool debugMemDelayFree();              ///< "debug_mem_delayfree": accepted, but switched off: always false
@@ -96,18 +95,18 @@ public:
   /// @}
 
   /// \name Values
-  /// Each reads the option named at its right at the moment of the call, by getValue or getInt.
+  /// Each reads the option named on its right at the moment of the call, by getValue or getInt.
   /// @{
   SV::String getLoginUserName() const; ///< "u"
   SV::String getLoginPassword() const; ///< "p"
   SV::String getLoginDBName() const;   ///< "d"
   SV::String getLoginDBSystem() const; ///< "s"
 
-  /// "v", for a program whose name is "awssrv.exe" in any case; empty for every other program.
+  /// "v", if the program's file name is "awssrv.exe" in upper or lower case; empty for every other program.
   SV::String getLoginSchemaVersion() const;
 
-  /// "e": true when the option is there, and its value in \p out; otherwise \p out stays. "-e" alone gives true and the
-  /// empty text.
+  /// "e": if the option is there, stores its value in \p out and returns true; otherwise leaves \p out unchanged. "-e"
+  /// alone gives true and the empty string.
   bool getStartupKivScript(SV::String & out) const;
 
   SV::String getFontFace() const;      ///< "f"
@@ -118,20 +117,20 @@ public:
   SV::String getPIDFileName() const;   ///< "pidfile"
   SV::String getWSLogFileName() const; ///< "wslogfile"
 
-  /// "wslogbackup"; -1 when the option is absent, 0 when it has no number.
+  /// "wslogbackup"; -1 if the option is absent, 0 if it has no number.
   int getWSLogFileBackupCount() const;
 
   SV::String getPrinterName() const; ///< "P"
   SV::String getUICharSet() const;   ///< "charset"
   /// @}
 
-  /// \name Settled by init
+  /// \name Read once by init
   /// @{
 
-  /// "wslogformat": the long form for the value "long", else the default form.
+  /// "wslogformat": the long form for the value "long", otherwise the default form.
   KivWSLogFormat getWSLogFormat() const;
 
-  /// The log file for suppressed dialogs; empty before init.
+  /// "log_no_dialogs", otherwise the option that init was given: the log file for suppressed dialogs. Empty before init.
   SV::String const & getModalDialogSuppressionLogfileName() const;
   /// @}
 

@@ -13,6 +13,13 @@ struct HINSTANCE__;
 /// The words are released when it returns: after that, destructors of static objects must not ask KivCmdline for them. Its
 /// flags stay valid.
 ///
+/// The low-memory handler is active from the start in a program that links kivara_main. In any other the runtime's
+/// start-up code switches it off, and the entry switches it on again: constructors of static objects run before that,
+/// and a program that never calls the entry does without it, unless it defines
+/// \code
+///   extern "C" { int _newmode = 1; } // read by the start-up code
+/// \endcode
+///
 /// Without an application object, and when InitSV fails, a box says so; if the constructor of an object has switched
 /// dialog suppression on, the text goes to the log of suppressed dialogs instead.
 /// \param instance     the executable's instance

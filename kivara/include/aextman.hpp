@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The extensions that files of one kind have: added to a path, taken off it, found on it.
+/// The file name extensions of one kind of file: adding one to a path, removing it, recognising it.
 ///
 /// \code
 ///   KivExtensionManager models("xml");
@@ -8,42 +8,43 @@
 ///   SV::String path("orders");
 ///   models.setExtension(path); // "orders.xml"
 ///   path = "orders.KMX";
-///   models.setExtension(path); // stays
+///   models.setExtension(path); // unchanged
 /// \endcode
 ///
-/// The extension of a path is what stands behind its last dot, wherever that is: of `c:\dir.d\name` it is `d\name`. A
-/// path without a dot has none. Extensions are compared without regard to case, by the runtime's current locale.
+/// The extension of a path is whatever follows its last dot, wherever that is: for `c:\dir.d\name` it is `d\name`. A path
+/// without a dot has none. Extensions match if they have the same length and are the same up to their first NUL. The
+/// comparison is not case-sensitive and follows the runtime's current locale.
 
 #include "export.hpp"
 #include "tools/containers.hpp"
 #include "tools/string.hpp"
 
-/// A value: copies have extensions of their own. One thread at a time may use one.
+/// A value: each copy has its own list of extensions. Only one thread at a time may use an object.
 class KIV_API KivExtensionManager {
 public:
-  /// Knows no extension.
+  /// Without any extension.
   KivExtensionManager();
-  /// \param extension  without the dot
+  /// With one extension, given without its dot.
   explicit KivExtensionManager(SV::String const & extension);
   KivExtensionManager(KivExtensionManager const &);
   KivExtensionManager & operator=(KivExtensionManager const &);
   ~KivExtensionManager();
 
-  /// Appends an extension, without its dot; one that is known already, too.
+  /// Appends an extension, given without its dot, even if the list already has it.
   void addExtension(SV::String const & extension);
 
-  /// The first extension, which is the default; the empty text when none is known.
+  /// The first extension, which is the default; the empty string if there is none.
   SV::String getExtension() const;
 
-  /// Appends a dot and the default extension. A path with a known extension stays as it is, and so does one that ends
-  /// in '\\', since it is a folder; another extension stays in front of the new one. Without known extensions nothing
-  /// changes.
+  /// Appends a dot and the default extension, unless the path already ends in one of the extensions, ends in '\\' because it
+  /// is a folder, or the list is empty. Any other extension is kept: "a.txt" becomes "a.txt.xml".
   void setExtension(SV::String & path) const;
 
-  /// The path without its extension and the dot, if that is a known one, otherwise the path. Only one is taken off.
+  /// The path without its extension and the dot before it, if the extension is in the list; otherwise the whole path. Only
+  /// one extension is removed.
   SV::String getPath(SV::String path) const;
 
-  /// Splits at the last dot, whatever the extension. Without a dot \p base is the whole path and \p extension is empty.
+  /// Splits at the last dot, whatever the extension is. Without a dot, \p base is the whole path and \p extension is empty.
   static void parsePath(SV::String const & path, SV::String & base, SV::String & extension);
 
 private:

@@ -1,10 +1,10 @@
 #pragma once
 /// \file
-/// Far calls: two modules of the product call each other without linking to each other.
+/// Far calls: modules of the product call each other without linking to each other.
 ///
-/// A module that offers a service registers a plain function under a text name. Any other module of the same process
-/// calls it through that name, hands over input and gets a block of memory back. Both sides agree on the name and on
-/// what the input and the block hold; neither needs the other's headers or library.
+/// A module that offers a service registers a plain function under a name. Any other module of the same process calls it
+/// through that name, passes input and gets back a block of memory. The two modules have to agree on the name and on the
+/// content of the input and the block; neither needs the other's headers or library.
 ///
 /// \code
 ///   // in one module
@@ -17,38 +17,38 @@
 ///     show(answer.data, answer.size);
 /// \endcode
 ///
-/// Nothing is locked: modules register on the main thread while they start, and a call runs on the caller's thread.
+/// There are no locks: modules register on the main thread while they start, and a call runs on the caller's thread.
 
 #include "amemcach.hpp"
 #include "export.hpp"
 #include "tools/containers.hpp"
 #include "tools/string.hpp"
 
-/// What a receiver is given. The modules that call each other define it; here it is only passed on.
+/// The input of a call. The modules that call each other define this class; the library only passes it on.
 class KivInputData;
 
-/// The names and their receivers: one registry for the process, destroyed at its end.
+/// The process-wide registry of names and receivers, destroyed at the end of the process.
 class KIV_API KivFarCallFactory {
 public:
-  /// A service: gets the input and answers with a block, which may be empty.
+  /// A service: takes the input and returns a block, which may be empty.
   using Receiver = KivMemBuf (*)(KivInputData const &);
 
-  /// The registry of the process.
+  /// The one registry.
   static KivFarCallFactory & Instance();
 
   KivFarCallFactory(KivFarCallFactory const &) = delete;
   KivFarCallFactory & operator=(KivFarCallFactory const &) = delete;
 
-  /// Adds a receiver. It stays for good, so its module must stay loaded.
-  /// \param name      with regard to case, up to its first NUL
-  /// \param receiver  null takes the name, and calls fail
-  /// \return false when the name is taken: the first receiver stays
+  /// Adds a receiver. It is never removed, so its module must stay loaded.
+  /// \param name      case-sensitive; it ends at its first NUL
+  /// \param receiver  null reserves the name, and calls to it fail
+  /// \return false if the name is taken; the first receiver stays
   bool registerReceiver(SV::String const & name, Receiver receiver);
 
-  /// Calls the receiver of that name. What it throws reaches the caller and leaves \p result as it was.
-  /// \param result  gets the receiver's block, which may be empty. A block that it held until then is not freed: pass
+  /// Calls the receiver of that name. An exception from the receiver passes through and leaves \p result unchanged.
+  /// \param result  receives the receiver's block, which may be empty. A block that it already holds is not freed, so pass
   ///                an empty one
-  /// \return false, with \p result as it was, when nobody has that name or it was registered with null
+  /// \return false, with \p result unchanged, if the name is unknown or was registered with null
   bool call(SV::String const & name, KivInputData const & input, KivMemBuf & result);
 
 private:

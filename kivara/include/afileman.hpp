@@ -1,45 +1,45 @@
 #pragma once
 /// \file
-/// Small tasks with files: temporary names, the parts of a path, and a whole text file with a memory of the last one.
+/// Small file tasks: temporary names, splitting a path, and reading a whole text file with a memory of the last one.
 ///
-/// Both classes are only functions; their objects hold nothing. What the functions keep is kept once for the process,
-/// and nothing is locked: they are for one thread at a time.
+/// Both classes have only static functions; objects of them hold nothing. The state of the functions is process-wide and
+/// not locked, so only one thread at a time may use them.
 ///
 /// \code
 ///   SV::String const name = KivSystemFileManager::fileCreateTempName("report", "xml");
-///   write(name); // deleted at the end of the process
+///   write(name); // the file is deleted at the end of the process
 /// \endcode
 
 #include "export.hpp"
 #include "tools/string.hpp"
 
-/// The error text of the file managers.
+/// The error message that the file managers share.
 class KIV_API KivBasicFileManager {
 public:
-  /// The text of the last error; empty at first. The library itself sets none.
+  /// The message of the last error; empty at the start. The library itself sets none.
   static SV::String const & getErrorMessage();
 
 protected:
-  /// Replaces the text.
+  /// Replaces the message.
   static void _setErrorMessage(SV::String const & text);
-  /// Appends to it.
+  /// Appends to the message.
   static void _appendErrorMessage(SV::String const & text);
 };
 
-/// The tasks.
+/// The file tasks.
 class KIV_API KivSystemFileManager : public KivBasicFileManager {
 public:
-  /// The environment variable "TEMP"; where it is not set "TMP"; otherwise the empty text. The value is taken as it
-  /// stands: it may be empty, it may end in a separator, and the folder need not exist.
+  /// The value of the environment variable "TEMP", or else of "TMP", or else the empty string. The value is not checked: it
+  /// may be empty, it may end in a separator, and the folder need not exist.
   static SV::String getTempDirectory();
 
-  /// A name that nobody else has, in the temporary directory, or in the root of the current drive without one: \p prefix,
-  /// a UUID and, unless \p extension is null, a dot and \p extension. Nothing is created; what stands under that name at
-  /// the end of the process is deleted then. A null prefix is an empty one.
-  /// \return the empty text, after an internal error, when the system gives no UUID
+  /// A unique name in the temporary directory, or in the root of the current drive if there is none. It consists of
+  /// \p prefix, a UUID and, unless \p extension is null, a dot and \p extension. The file is not created. If one of that
+  /// name exists at the end of the process, it is deleted. A null prefix counts as empty.
+  /// \return the empty string, after reporting an internal error, when the system gives no UUID
   static SV::String fileCreateTempName(char const * prefix, char const * extension);
 
-  /// The parts of a path. Only '\\' separates, and a dot in front of the last one does not count.
+  /// Splits a path. Only '\\' is a separator, and only a dot after the last separator starts an extension.
   ///
   /// | path | directory | fileName | baseName | extension |
   /// |---|---|---|---|---|
@@ -48,25 +48,25 @@ public:
   /// | `abc.txt` | | `abc.txt` | `ab` | `.txt` |
   /// | `abc` | | `abc` | `abc` | |
   ///
-  /// In a path without a directory the base name lacks the last character in front of the dot.
-  /// \param keepBackslash  the directory keeps the separator at its end
+  /// Without a directory, the base name lacks the last character before the dot.
+  /// \param keepBackslash  true: the directory ends in its separator
   static void splitFileName(SV::String const & path, SV::String & directory, SV::String & fileName,
                             SV::String & baseName, SV::String & extension, bool keepBackslash);
 
-  /// Reads a text file by the function of the module that knows the formats, and remembers its name and content; after
-  /// a failure it remembers nothing. Without such a function that is an internal error, and \p out stays as it was.
-  /// \param flag  handed on
-  /// \return 0 on success; -1 without a function; otherwise what the function answered
+  /// Reads a text file through pReadStringFromFileFct and remembers its name and content. After a failure nothing is
+  /// remembered. When that pointer is null, an internal error is reported and \p out is unchanged.
+  /// \param flag  passed to the function
+  /// \return 0 on success; -1 when the pointer is null; otherwise the function's own result
   static long readStringFromFile(SV::String & out, SV::String const & fileName, bool flag);
 
-  /// Whether the text is the content that is remembered. False when nothing is remembered, or an empty content.
+  /// Whether \p text is the remembered content. False when nothing is remembered or the content is empty.
   static bool IsContentOfLastFile(SV::String const & text);
 
-  /// What is remembered; empty texts when it is nothing.
+  /// The remembered name and content; empty when nothing is remembered.
   static SV::String GetLastFileName();
   static SV::String GetLastFileContent();
 
-  /// What readStringFromFile calls, with its arguments; 0 is success. Null until a module of the product sets it.
+  /// The function that reads the file; it returns 0 on success. Null until a module of the product sets it.
   static long (*pReadStringFromFileFct)(SV::String & out, SV::String const & fileName, bool flag);
 
 private:

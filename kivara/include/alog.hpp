@@ -1,19 +1,19 @@
 #pragma once
 /// \file
-/// Log files: a stream of text lines with a time stamp each, a file that turns itself over when the date changes, and lines
-/// for named logs from anywhere.
+/// Log files: a log that puts a time stamp before each line and starts a new file when the date changes, and named logs
+/// that any code can add a line to.
 ///
 /// \code
-///   KivBasicFileLogger log(true, true, 30);             // flushed, stamped, 30 old files kept
+///   KivBasicFileLogger log(true, true, 30);             // flushed, stamped, keeps 30 old files
 ///   if (log.open("C:\\logs\\server.log", true))
 ///     log.addText("%d users", count);                   // "2026.11.13, 07:08:09: 12 users"
 ///
-///   Kiv_AddToLog("C:\\logs\\import.log", "done");       // opened by the first line, closed at the end of the process
+///   Kiv_AddToLog("C:\\logs\\import.log", "done");       // the first line opens the log, the end of the process closes it
 /// \endcode
 ///
-/// The day that a file belongs to is the date that its first line begins with, not what the file system says. A file that
-/// begins with anything else counts as today's and is never turned over. Names of files count from the working folder of the
-/// moment. Nothing is locked: a logger, and all named logs together, belong to one thread at a time.
+/// The date of a log file is the one that its first line begins with, whatever the file system says. A file that begins
+/// with anything else counts as today's and is never turned over. Relative names start at the current working folder.
+/// Nothing is locked: only one thread at a time may use a logger, or any of the named logs.
 
 #include "export.hpp"
 #include "tools/date.hpp"
@@ -23,8 +23,8 @@
 #include <cstdint>
 #include <cstdio>
 
-/// A file to be written. Every operation is true on success; on one that is closed each is false and does nothing, but for
-/// open. Closed and opened again as often as one likes.
+/// A file to write to. Every operation returns true on success. While the file is closed, every operation except open
+/// does nothing and returns false. A file can be closed and opened again any number of times.
 class KIV_API KivBasicFileStream {
 public:
   KivBasicFileStream() = default;
@@ -32,15 +32,16 @@ public:
   KivBasicFileStream & operator=(KivBasicFileStream const &) = default;
   virtual ~KivBasicFileStream();
 
-  /// \param append  false: what the file holds is dropped
+  /// Opens the file of that name for writing and creates it if there is none.
+  /// \param append  true: writes after what the file holds; false: discards it
   virtual bool open(char const * name, bool append) = 0;
-  virtual bool close() = 0;
-  virtual bool isOpen() const = 0;
+  virtual bool close() = 0;        ///< writes out what is buffered and closes the file
+  virtual bool isOpen() const = 0; ///< whether there is a file to write to
 
   /// Writes \p size bytes.
   virtual bool write(void const * data, std::uint64_t size) = 0;
 
-  /// Hands what is buffered to the system.
+  /// Passes what is buffered to the system.
   virtual bool flush() = 0;
 
   /// Closes the file and deletes it.
@@ -55,84 +56,90 @@ public:
   KivBasicTextFileStream & operator=(KivBasicTextFileStream const &) = default;
   ~KivBasicTextFileStream() override;
 
-  /// Writes a formatted text, in the form of the runtime's printf. A null format is the empty text.
+  /// Writes a text, formatted as by the runtime's printf. A null format is the empty string.
   virtual bool addText(char const * format, ...) __attribute__((format(ms_printf, 2, 3))) = 0;
+
+  /// The same with a list of arguments.
   virtual bool vaddText(char const * format, va_list const & arguments) = 0;
 };
 
-/// The log file.
+/// A log file.
 ///
-/// A line of a stamped log is the local time, the text and a line end:
+/// A line of a stamped log consists of the local time, the text and a line end:
 ///
-/// | | not CSV | CSV |
+/// | | plain log | CSV log |
 /// |---|---|---|
 /// | addText | `2026.11.13, 07:08:09: text` | `2026.11.13;07:08:09,045text` |
 /// | vaddText | `2026.11.13, 07:08:09: text` | `2026.11.13; 07:08:09: text` |
 ///
-/// Readers of CSV logs expect exactly these two forms; a text for addText begins with its own separator. The text of a log
-/// that is not stamped is written as it stands, without a line end.
+/// Readers of CSV logs expect exactly these two forms; a text for addText begins with its own separator. A log that is
+/// not stamped contains the texts unchanged, without line ends.
 ///
-/// A stamped log that keeps backups is turned over by open and by the first line on a new date, never by a timer: the file
-/// "server.log" becomes "server_2026.11.12.log" beside it, and the first line of the new one tells of that. Then the oldest
-/// "server_*.log" are deleted, by the order of their names, whatever wrote them. When the file cannot be moved, because
-/// somebody has it open or there is a file of that name, **its content is dropped** and the first line tells the system's
-/// error code.
+/// A log that keeps backups is turned over when it is opened on a new date and, if it is stamped, by its first line on
+/// a new date, never by a timer: the file "server.log" is renamed to "server_2026.11.12.log" in the same folder, and
+/// the first line of the new file says so. Then the oldest "server_*.log" are deleted, in the order of their names,
+/// whatever program wrote them. If the file cannot be renamed, because it is open elsewhere or the new name is taken,
+/// **its content is discarded** and the first line gives the system's error code.
 class KIV_API KivBasicFileLogger : public KivBasicTextFileStream {
 public:
-  /// \param flushEachWrite  each text goes to the system at once
-  /// \param stamped         each text is a line with a time stamp
-  /// \param backups         how many old files are kept; 0: the log is never turned over
+  /// \param flushEachWrite  whether each text is passed to the system at once
+  /// \param stamped         whether each text is a line with a time stamp
+  /// \param backups         how many old files are kept; 0: the log is never turned over; below 0: it is, and none is kept
   KivBasicFileLogger(bool flushEachWrite, bool stamped, int backups);
   KivBasicFileLogger(KivBasicFileLogger const &) = delete;
   KivBasicFileLogger & operator=(KivBasicFileLogger const &) = delete;
   /// Closes the log.
   ~KivBasicFileLogger() override;
 
-  /// From now on addText and vaddText write the lines of a CSV log, or no longer do. A log starts without.
+  /// Whether addText and vaddText write the lines of a CSV log from now on. A new logger writes those of a plain log.
   void setForCSV(bool csv);
 
-  /// Opens the log, turning over a file of another date first. False, without any change, when it is open already. A file
-  /// that exists but cannot be read is an internal error.
+  /// Opens the log; a file of another date is turned over first. If the log is already open, it stays as it is, and the
+  /// result is false. A file that exists but cannot be read is an internal error. If the file cannot be opened, the
+  /// logger is closed but keeps the name, for lines that it writes about itself, until the next open.
   bool open(char const * name, bool append) override;
   bool close() override;
   bool isOpen() const override;
 
-  /// The bytes without stamp and line end, line feeds in them as line ends. The date is not looked at, and nothing is
-  /// flushed.
+  /// Writes the bytes without a stamp or a line end; each line feed in them becomes a carriage return and a line feed.
+  /// Never turns the log over and never flushes.
   bool write(void const * data, std::uint64_t size) override;
 
-  /// False also when an earlier write to this file has failed.
+  /// Also false if an earlier write to this file has failed.
   bool flush() override;
 
-  /// When the file is not deleted, because somebody else has it open, it is closed all the same.
+  /// Closes the file and deletes it. If it cannot be deleted, because it is open elsewhere, the result is false; the
+  /// file is closed all the same, and the logger keeps the name until the next open.
   bool deleteFromDisc() override;
 
-  /// A log that is flushed each time answers whether the text is with the system. False also when the log had to be turned
-  /// over and could not be opened again: it is closed then.
+  /// If each text is flushed, the result says whether the system has accepted the text; otherwise, whether no write has
+  /// failed so far. Also false if the log had to be turned over and could not be opened again; it is closed then.
   bool addText(char const * format, ...) override __attribute__((format(ms_printf, 2, 3)));
   bool vaddText(char const * format, va_list const & arguments) override;
 
 protected:
-  /// Turns the log over when its date is not today's.
+  /// Turns the log over if it keeps backups and its date is not today's.
   void _checkDateOnWrite();
 
-  /// The date at the start of the file; today where there is none.
+  /// The date that the file begins with; today if it begins with anything else.
   SV::Date _getModDate() const;
 
-  /// Moves the closed file to the name with the date in it and deletes the oldest of those. False when it was not moved.
+  /// Renames the closed file to the name with the date in it and deletes the oldest backups. False if it was not
+  /// renamed; its content is then discarded.
   bool _createBackup(SV::Date const & date);
 
-  void _deleteOldBackupFiles() const; ///< all but as many as are wanted
+  void _deleteOldBackupFiles() const; ///< all but the newest, as many as are to be kept
 
-  /// Adds a stamped line about the log itself, also to a closed log; it is not flushed. \p text is no format.
+  /// Adds a stamped line about the log itself, without flushing it. Works on a closed logger that has a name, too: the
+  /// file is opened for this line. \p text is not a format.
   void _debugPrint(SV::String const & text);
 
-  /// The two ways in which the operations that add a text stamp a line of a CSV log.
+  /// The stamps that addText and vaddText write in a CSV log.
   enum class CSVStamp { withMilliseconds, withBlank };
   bool _addLine(CSVStamp csvStamp, char const * format, va_list const & arguments);
 
 private:
-  SV::String name_; ///< empty when no file is open
+  SV::String name_; ///< of the open file; a closed logger has one only after an open or a deletion that failed
   FILE * file_ = nullptr;
   bool flushEachWrite_;
   bool stamped_;
@@ -142,21 +149,21 @@ private:
 };
 
 /// \name Named logs
-/// Each adds a stamped line, flushed at once, to the log of that path, which is compared to the letter. The first line opens
-/// the log and settles whether it is a CSV log; it stays open, and is never turned over. When it cannot be opened, all its
-/// lines are dropped.
+/// Each function adds a stamped line to the log with that path and flushes it. Paths are compared exactly,
+/// case-sensitively. The first line opens the log and decides whether it is a CSV log; it stays open and is never
+/// turned over. If it cannot be opened, all its lines are discarded.
 ///
-/// \p text is a format: write "%%" for a percent sign. Other conversions find zeros; a text with "%n" in any of its forms,
-/// "100% now" among them, is written as it stands.
+/// \p text is a format: write "%%" for a percent sign. There are no arguments: other conversions print zeros. A text with
+/// "%n" in any of its forms, such as "100% now", is written unchanged.
 /// @{
 KIV_API void Kiv_AddToLog(SV::String const & path, SV::String const & text);
 
-/// As Kiv_AddToLog, in the form that addText gives the lines of a CSV log.
+/// The same for a CSV log; the line has the form that addText writes.
 KIV_API void Kiv_AddToCSVLog(SV::String const & path, SV::String const & text);
 /// @}
 
 /// \name The log of the web service
-/// Any logger, not owned; null at start.
+/// A logger that the whole process can reach; it is not owned. Null until it is set.
 /// @{
 KIV_API void Kiv_SetWSLogger(KivBasicFileLogger * logger);
 KIV_API KivBasicFileLogger * Kiv_GetWSLogger();

@@ -1,15 +1,16 @@
 #pragma once
 /// \file
-/// Memory blocks: a cache of freed ones for reuse, and the owner of one.
+/// Memory blocks: a cache of freed blocks, and an owner of one block.
 ///
-/// The cache is for code that allocates and frees large buffers over and over: what it frees comes back without the
-/// heap. Nothing is locked: a cache is for one thread at a time, and the process-wide one is for the main thread.
+/// The cache is for code that allocates and frees large buffers over and over: freed blocks are reused without going
+/// through the heap. There are no locks: only one thread at a time may use a cache, and the process-wide one is for the
+/// main thread.
 ///
 /// \code
 ///   KivMemCache & cache = KivMemCache::General();
 ///   void * const row = cache.Alloc(width * 4);
 ///   paint(row);
-///   cache.Free(row); // the next Alloc of up to that size gives it out again
+///   cache.Free(row); // the next Alloc of up to that size returns it again
 /// \endcode
 
 #include "export.hpp"
@@ -17,29 +18,29 @@
 
 #include <cstdint>
 
-/// Keeps up to 10 freed blocks. Blocks go back to the cache that gave them out, or to a copy of it.
+/// Keeps up to 10 freed blocks. A block is freed through the cache that allocated it, or through a copy of that cache.
 class KIV_API KivMemCache {
 public:
-  /// Keeps nothing yet.
+  /// An empty cache.
   KivMemCache();
 
-  /// Copies share the blocks that are kept, and each will free them: only empty caches may be copied.
+  /// A copy shares the kept blocks, and both caches would free them, so copy only empty caches.
   KivMemCache(KivMemCache const &);
   KivMemCache & operator=(KivMemCache const &);
 
-  /// Frees the blocks that are kept; those in use stay with their users.
+  /// Frees the kept blocks. Blocks in use stay allocated.
   ~KivMemCache();
 
-  /// The cache of the process; destroyed at its end.
+  /// The process-wide cache, destroyed at the end of the process.
   static KivMemCache & General();
 
-  /// The largest of the kept blocks, if it is large enough, otherwise a new one. The largest is taken even where a
-  /// smaller one would do, and it keeps its capacity. Exhausted memory is a crash in here, not a result.
+  /// Returns the largest kept block if it is large enough, otherwise a new block. The largest is taken even if a smaller
+  /// one would do, and it keeps its capacity. When memory is exhausted, this crashes instead of returning null.
   /// \param size  in bytes; 0 gives a valid block too
-  /// \return memory of at least that size, not cleared, aligned to 8 bytes
+  /// \return at least that many bytes, not cleared, aligned to 8 bytes
   void * Alloc(unsigned __int64 size);
 
-  /// Keeps the block for reuse; with 10 blocks kept already it goes back to the heap, whatever its size.
+  /// Keeps the block for reuse. If 10 blocks are kept already, it goes back to the heap, whatever its size.
   /// \param block  from Alloc; null does nothing
   void Free(void * block);
 
@@ -47,14 +48,14 @@ private:
   ISequence<void *> free_; ///< by capacity, the smallest first
 };
 
-/// The owner of one block that malloc gave. It can be moved, which leaves the source empty.
+/// Owns one block from malloc. Moving leaves the source empty.
 class KIV_API KivMemBuf {
 public:
   KivMemBuf() = default;
-  /// Takes the block over.
+  /// Takes over the block.
   KivMemBuf(KivMemBuf && other) noexcept;
   KivMemBuf & operator=(KivMemBuf &&) = delete;
-  /// Calls free on the block.
+  /// Frees the block.
   virtual ~KivMemBuf();
 
   void * data = nullptr;     ///< from malloc, owned; may be null

@@ -10,10 +10,10 @@
 /// \endcode
 ///
 /// The record is the file "_kiv_hooks.txt" in the working folder of the moment at which the first window is added. It is
-/// appended to, and each line is with the system when the message goes on. A watched window that gets WM_SIZE writes
+/// appended to, and each line is flushed before the message goes on. WM_SIZE to a watched window becomes
 ///
 /// \code
-///   [00010066h] Msg: (  5 |   5h) (lp: 00000000h) (wp: 0012C190h) (WM_SIZE)
+///   [00010066h] Msg: (  5 |   5h) (lp: 00000000h) (wp: 01E00280h) (WM_SIZE)
 /// \endcode
 ///
 /// **"lp" shows the wParam and "wp" the lParam**: tools that read such files expect it so. Handles and parameters are shown
@@ -40,7 +40,7 @@ public:
   KivWindowsMessageWatcher & operator=(KivWindowsMessageWatcher const &);
 
   /// Records the messages of a window from now on, until it is removed; a window that is destroyed stays among the watched
-  /// ones. Writes "--- [hooking window 00010066h] --- [name] ---n": without a line end, so that the next entry follows in the
+  /// ones, and so does the next window with its handle. Writes "--- [hooking window 00010066h] --- [name] ---n": without a line end, so that the next entry follows in the
   /// same line. A window that is watched already gets that line again.
   /// \param name  for the record only; null counts as empty
   static void addHookWindow(HWND window, char const * name);
@@ -48,8 +48,8 @@ public:
   /// Ends the watch over a window. Writes its line also for a window that is not watched.
   static void removeHookWindow(HWND window);
 
-  /// Writes a text into the record, in the form of the runtime's printf, without a stamp or a line end of its own. Does
-  /// nothing before the first window is added.
+  /// Writes a text into the record, in the form of the runtime's printf, without a stamp or a line end of its own. A null
+  /// format counts as empty. Does nothing before the first window is added.
   static void addMessage(char const * format, ...) __attribute__((format(ms_printf, 1, 2)));
 };
 
@@ -57,11 +57,10 @@ public:
 /// the end of the process, which puts back the hook that was there before.
 class KIV_API KivWindowsHookManager : public std::set<HWND> {
 public:
-  KivWindowsHookManager();
   KivWindowsHookManager(KivWindowsHookManager const &) = delete;
   KivWindowsHookManager & operator=(KivWindowsHookManager const &) = delete;
-  virtual ~KivWindowsHookManager();
 
+  /// The one of the process; not to be used after its end.
   static KivWindowsHookManager & Instance();
 
   /// Opens the record and installs the hook, at the first call in a process only.
@@ -71,5 +70,8 @@ public:
   SV::MessageHook getPreviousHook() const { return previousHook_; }
 
 private:
+  KivWindowsHookManager();
+  virtual ~KivWindowsHookManager();
+
   SV::MessageHook previousHook_ = nullptr;
 };

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// KivTextParser: lines as a stream of tokens.
+/// KivTextParser: cuts the lines of a reader into tokens.
 
 #include "areader.hpp"
 #include "export.hpp"
@@ -9,19 +9,19 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 namespace kivara {
-class CharClasses;
 class TokenSpares;
-} // namespace kivara
+}
 
 /// A small tokeniser for any language, with one token of look-ahead.
 ///
-/// A token is a word or one other character. Word characters are what isalnum accepts, "+", "-", ".", "_" and, unless it
-/// separates, the comma; so "-1.5e3" and "a+b" are one token each, and "((" is two. White space is what isspace accepts; it
-/// stands between tokens and is kept, so that a client can rebuild the text. Both follow the runtime's locale in force. There
-/// are no comments, quoted strings or numbers: GetUntil reads a quoted string. A byte of value 0 ends its line for the
-/// tokeniser. Lines count from 1, offsets from 0 in bytes.
+/// A token is a word or one other character. Word characters are what isalnum accepts, "+", "-", ".", "_" and, unless it is a
+/// separator, the comma; so "-1.5e3" and "a+b" are one token each, and "((" is two. White space is what isspace accepts; it
+/// separates tokens and is kept, so that a client can rebuild the text. Both depend on the runtime's current locale. There are
+/// no comments, quoted strings or numbers: GetUntil reads a quoted string. A NUL ends its line for the tokeniser. Line numbers
+/// start at 1, offsets at 0; offsets are in bytes.
 ///
 /// \code
 ///   KivTextParser parser(new KivTextFileReader("settings.txt"), 1);
@@ -33,12 +33,14 @@ class TokenSpares;
 ///       parser.GetUntil('"', value, true, '\\');
 /// \endcode
 ///
-/// There are no messages and no exceptions but for lack of memory. A parser that is not okay is at the end of its source; that
-/// tells nothing about syntax. Threads: only one thread at a time may read lines, see areader.hpp.
+/// Errors are results; only lack of memory throws. A parser that is not okay is at the end of its source, which says nothing
+/// about syntax. One thread uses a parser; for reading lines see the thread rule of areader.hpp.
+///
+/// While the reader is asked for a line or an offset, it may call the getters of its parser, but no other operation.
 class KIV_API KivTextParser : public KivObject {
 public:
   /// Initialises the reader and fetches the first look-ahead token.
-  /// \param reader  from new; owned from here on. A null pointer is an empty source
+  /// \param reader  made by new; owned by the parser from here on. A null pointer is an empty source
   /// \param commaSeparates  a flag of which only the lowest bit counts: 1 makes the comma a token, 0 a word character
   KivTextParser(KivLineReader * reader, int commaSeparates);
   KivTextParser(KivTextParser const &) = delete;
@@ -47,99 +49,101 @@ public:
   /// Calls the reader's Done and deletes it.
   ~KivTextParser() override;
 
-  /// Hands out the look-ahead token, fetches the next, and ends KeepTokenOffset. False at the end of the input, as often as
-  /// it is called: \p token stays as it was, nothing is read, and KeepTokenOffset stays in force. GetLastLineNumber and
-  /// GetTokenOffset are set in both cases; at the end they tell about the white space behind the last token.
+  /// Returns the look-ahead token, fetches the next one, and ends KeepTokenOffset. At the end of the input the result is
+  /// false, at every call: \p token is unchanged, nothing is read, and KeepTokenOffset stays in force. GetLastLineNumber and
+  /// GetTokenOffset are set in both cases; at the end they describe the white space after the last token.
   bool GetNextToken(SV::String & token);
 
-  /// Drops the look-ahead token and fetches the next, which at the end of the input is empty; GetLastLineNumber and
-  /// GetTokenOffset stay.
+  /// Drops the look-ahead token and fetches the next one, which is empty at the end of the input. GetLastLineNumber and
+  /// GetTokenOffset are unchanged.
   void SkipToken();
 
-  /// Drops the look-ahead token with the rest of its line; the next comes from a later line.
+  /// Drops the look-ahead token and the rest of its line; the next token comes from a later line.
   void SkipLine();
 
-  /// As IsNext; when true, the token is skipped.
+  /// As IsNext; when the result is true, the token is skipped.
   bool ExpectToken(char c);
   bool ExpectToken(char const * s);
 
-  /// Whether the look-ahead token begins with \p c; what follows in it isn't looked at.
+  /// Whether the look-ahead token begins with \p c; the rest of the token is not compared.
   bool IsNext(char c) const;
 
-  /// Whether the look-ahead token is \p s. False for a null pointer.
+  /// Whether the look-ahead token is exactly \p s. False for a null pointer.
   bool IsNext(char const * s);
 
-  /// As IsNext(s), without regard to case by the rules of the user's locale.
+  /// As IsNext(s), but not case-sensitive, by the rules of the user's locale.
   bool IsNexti(char const * s);
 
-  /// Reads raw text, from the white space in front of the look-ahead token on, up to a \p stop character, over line ends.
-  /// \param text     receives it, with a line feed for each line end and with the escape characters as they stood
-  /// \param consume  whether the stop character is skipped; otherwise it becomes the next token
-  /// \param escape   takes the meaning from a stop character behind it, unless it is escaped itself or stands at the end of
-  ///                 the line before; a byte that can't occur means none
-  /// Without a stop character \p text receives all that is left, there is no look-ahead token, and IsOkay turns false; the
-  /// last line stays in place, so that SkipToken would meet it again. A stop character behind a byte of value 0 isn't seen.
+  /// Reads raw text, beginning with the white space before the look-ahead token, up to a \p stop character, over line ends.
+  /// \param text     receives it, with one line feed for each line end; escape characters are kept
+  /// \param consume  whether the stop character is skipped; otherwise it begins the next token
+  /// \param escape   a stop character right after it does not stop, unless the escape character is itself escaped or ends
+  ///                 the line before; a byte that cannot occur means none
+  /// Without a stop character \p text receives everything up to the end, the look-ahead token is empty, and IsOkay turns
+  /// false; the last line stays in place, so that SkipToken would find its tokens again. A stop character after a NUL in its
+  /// line is not found.
   void GetUntil(char stop, SV::String & text, bool consume, char escape);
 
-  /// As GetUntil with neither text nor escape character; a stop character behind a byte of value 0 is seen.
+  /// As GetUntil without text and escape character, but a stop character after a NUL is found.
   void SkipUntil(char stop, bool consume);
 
-  /// Continues at an offset in the file; the line that begins there gets the number \p lineNumber plus 1.
-  /// The token count goes on; the saved offsets and KeepTokenOffset stay. True: there is a token.
-  /// False when no token is left there: the parser is then not okay, and all else is as after a move.
-  /// False, with the parser as it was, when the source is no file reader, or when that refuses the offset or can't read
-  /// there. In the last case the reader is exhausted, and the rest of the current line is all that still comes.
+  /// Continues at an offset in the file; the line that begins there gets the number \p lineNumber plus 1. The token count
+  /// goes on; the saved offsets and KeepTokenOffset are unchanged. True: there is a token.
+  /// False when there is no token from there on: the parser is then not okay, and otherwise as after a successful move.
+  /// False, with the parser unchanged, when the source is not a file reader, refuses the offset or cannot read there. In the
+  /// last case the reader is exhausted, and only the rest of the current line is still available.
   bool MoveTo(std::int64_t offset, std::int64_t lineNumber);
 
-  /// Remembers GetTokenOffset and GetLastLineNumber for GetSavedOffset and GetSavedLineNum.
+  /// Stores GetTokenOffset and GetLastLineNumber for GetSavedOffset and GetSavedLineNum.
   void SaveOffset();
 
-  /// Freezes GetTokenOffset and GetNextTokenOffset up to and including the next GetNextToken that hands out a token.
+  /// Freezes GetTokenOffset and GetNextTokenOffset up to and including the next GetNextToken that returns a token.
   void KeepTokenOffset() { keepTokenOffset = true; }
 
   /// False once the source is exhausted; only MoveTo makes it true again.
   bool IsOkay() const { return okay; }
 
-  /// Empty at the end of the input.
+  /// The next token; empty at the end of the input.
   void GetLookAheadToken(SV::String & token) const { token = lookAheadToken; }
 
-  /// The white space in front of the look-ahead token, over any number of lines.
-  void GetSpacesToken(SV::String & spaces) const { spaces = spacesToken; }
+  /// The white space before the look-ahead token, over any number of lines.
+  void GetSpacesToken(SV::String & spaces) const;
 
-  /// Look-ahead tokens produced so far; a token that GetUntil puts back and meets again counts twice.
+  /// Look-ahead tokens produced so far; a token that GetUntil puts back and finds again counts twice.
   long GetTokenCount() const { return tokenCount; }
 
-  /// The line on which the white space in front of the token handed out last starts: the line of the token before it.
+  /// The line on which the white space before the last returned token starts, which is the line of the token before it.
   std::int64_t GetLastLineNumber() const { return lastLineNumber; }
 
-  /// Lines read so far, with the attempt that failed at the end of the input.
+  /// Lines read so far, including the failed attempt at the end of the input.
   std::int64_t GetLookAheadLineNumber() const { return lookAheadLineNumber; }
 
-  /// GetNextTokenOffset as it was in front of the token handed out last, less the length of the white space there.
+  /// What GetNextTokenOffset was before the last GetNextToken, minus the length of the white space before that token.
   std::int64_t GetTokenOffset() const { return tokenOffset; }
 
-  /// The reader's position when the look-ahead token was found: behind that token's line.
+  /// The reader's position when the look-ahead token was found: the end of that token's line.
   std::int64_t GetNextTokenOffset() const { return nextTokenOffset; }
 
-  std::int64_t GetSavedOffset() const { return savedOffset; } ///< by the last SaveOffset
+  std::int64_t GetSavedOffset() const { return savedOffset; } ///< by the last SaveOffset; -1 before
   std::int64_t GetSavedLineNum() const { return savedLineNum; }
 
-  /// Where the current line starts, by the lengths of the lines in front.
+  /// Where the current line starts, computed from the lengths of the lines before it.
   std::int64_t GetCurrentLineOffset() const { return currentLineOffset; }
 
-  /// The parser stays its owner.
+  /// The reader; the parser still owns it.
   KivLineReader * GetLineReader() const { return lineReader; }
 
 private:
   void _ImpGetNextLine();
   bool _ImpGetNextLookAhead();
-  bool _ImpGetLookAheadFrom(char const * token, kivara::CharClasses classes);
-  bool _ImpGetLookAheadFromLaterLine();
+  void _ImpAppendSpaces(char const * end);
+  void _ImpJoinSpaces();
   void _ImpTakeLookAhead(char const * token, char const * end);
   void _ImpPutLookAheadBack();
-  char const * _ImpRest() const { return currentLine.c_str() + workedOff; }
-  std::int32_t _ImpRestLen() const { return currentLine.Len() - workedOff; }
+  char const * _ImpRest() const { return currentLine.c_str() + restStart_; }
+  std::int32_t _ImpRestLen() const { return currentLine.Len() - restStart_; }
   void _ImpSetRest(SV::String const & rest);
+  void _ImpEraseFront();
 
   KivLineReader * lineReader;
   std::int64_t lastLineNumber = 0;
@@ -151,12 +155,14 @@ private:
   std::int64_t currentLineOffset = 0;
   std::int64_t nextLineOffset = 0;
   std::int32_t tokenCount = 0;
-  SV::String currentLine; // what is left of the line begins at workedOff
-  SV::String spacesToken;
+  SV::String currentLine; // what is left of the line begins at restStart_
+  SV::String spacesToken; // while lines are read, the rest of it is in laterSpaces_
   SV::String lookAheadToken;
   bool keepTokenOffset = false;
   bool okay;
   bool commaSeparates;
-  std::int32_t workedOff = 0;
-  std::unique_ptr<kivara::TokenSpares> const spares;
+  std::int32_t restStart_ = 0;
+  SV::String erasedLine_;
+  std::string laterSpaces_;
+  std::unique_ptr<kivara::TokenSpares> const spares_;
 };

@@ -1,8 +1,8 @@
 #pragma once
 /// \file
-/// The errors that programs of the product tell their users by a code, see Kiv_GetErrorString.
+/// The codes of errors that programs of the product report to their users; Kiv_GetErrorString gives the texts.
 
-/// Numbers are those of the texts in the language packs, less 4800, but for the last one; they never change.
+/// Each number is that of its text in the language packs minus 4800, except the last one. The numbers never change.
 enum KivErrorCode : int {
   KIV_ERROR_NONE = 0, ///< has no text
 

@@ -2,7 +2,7 @@
 /// \file
 /// The tools library: strings, dates, directory entries, international settings, and the shared templates.
 ///
-/// Operations that are compiled into every user stand in the headers below; the others are imports of TL0105.dll.
+/// Some operations are defined in the headers below and compiled into every user; the others are imported from TL0105.dll.
 
 #include "tools/assert.hpp"
 #include "tools/containers.hpp"

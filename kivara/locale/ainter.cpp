@@ -34,7 +34,7 @@ void reportBadLanguage(unsigned short id) {
                 kLineLanguageUnknown);
 }
 
-/// The languages of "lang.ini", which is closed again; German without the file.
+/// Reads "lang.ini". Without the file, German is the only language.
 void readLanguages(ISequence<unsigned short> & languages) {
   languages.clear();
   kivara::OpenFile const file = kivara::openFile(Kiv_GetProgramPathFilename("lang.ini").c_str(), "rt");
@@ -58,7 +58,7 @@ String infoOrEmpty(LCID locale, LCTYPE type) {
   return text;
 }
 
-/// The last component of a path less its extension.
+/// The last component of a path, without its extension.
 String baseNameOfHelp(String const & fileName) {
   char const * const separator = std::strrchr(fileName.c_str(), '\\');
   String const component(separator != nullptr ? separator + 1 : fileName.c_str());
@@ -110,12 +110,12 @@ void KivInternational::SetCurrentLanguageID(unsigned short id) {
   announce(id);
   aInstance.currentLanguage = id;
   if (aInstance.resourceManagers.empty())
-    return; // at the start the DLLs are loaded later, for the language that is set now
+    return; // at the start, the DLLs are loaded later in the language that is set now
   aInstance.updateResourceManagers();
   if (SV::Help const * const help = SV::Application::GetHelp())
     switchHelpObject(baseNameOfHelp(help->GetFileName()).c_str());
   kivara::installWithButtonTexts(SV::Application::GetAppInternational());
-  Kiv_GetToolName(true); // kept in the new language
+  Kiv_GetToolName(true); // caches the name in the new language
 }
 
 String KivInternational::GetNativeLanguageName(unsigned short id) { return infoOrEmpty(id, LOCALE_SNATIVELANGNAME); }

@@ -1,4 +1,4 @@
-// Languages by their names. The system calls back without an argument of ours: key and result go through the process.
+// Languages by their names. The system's callback has no argument for data, so the key and the result are process-wide.
 #include "ainter.hpp"
 #include "locale/localeinfo.hpp"
 
@@ -14,7 +14,7 @@ struct ShippedLanguage {
   unsigned short id;
 };
 
-/// The one language that products ship for all regional forms of a code.
+/// The one language that products ship for all regional variants of a code.
 constexpr ShippedLanguage kShippedLanguages[] = {
     {"ar", 1025}, {"de", 1031}, {"en", 2057}, {"es", 1034}, {"fr", 1036}, {"hr", 1050}, {"it", 1040},
     {"nl", 1043}, {"se", 7227}, {"sr", 2074}, {"sv", 1053}, {"uz", 1091}, {"zh", 2052},
@@ -53,7 +53,7 @@ template <LCTYPE Name, unsigned short (*Result)(unsigned short)> unsigned short 
   lookupKey = name.c_str();
   lookupResult = 0;
   EnumSystemLocalesA(compareLocale<Name, Result>, LCID_SUPPORTED);
-  lookupKey = ""; // the caller's text may go
+  lookupKey = ""; // the caller's string may be gone later
   return lookupResult;
 }
 

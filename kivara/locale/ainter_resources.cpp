@@ -5,7 +5,7 @@
 #include "atools.hpp"
 #include "atrace.hpp"
 #include "base/boundedtext.hpp"
-#include "base/version_texts.hpp"
+#include "kivara_version.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
 #include "sv/help.hpp"
@@ -31,15 +31,15 @@ bool loadingResourceFile = false;
 
 namespace {
 
-constexpr int kVersion = KIVARA_RESOURCE_VERSION; ///< stands in the name of every resource DLL
-constexpr int kVersionAndType = 6;                ///< characters of "72.dll"
+constexpr int kVersion = KIVARA_RESOURCE_VERSION; ///< part of the name of every resource DLL
+constexpr int kVersionAndType = 6;                ///< the length of "72.dll"
 constexpr std::size_t kDLLName = 260;
 constexpr std::size_t kHelpName = 1025;
 
-/// The manager of a file; null when it could not be loaded.
+/// Loads a file; null if that fails.
 std::unique_ptr<ResMgr> load(char const * debugFormat, String const & fileName) {
   String const line = debugFormat + fileName + "\n";
-  kivara::loadingResourceFile = true; // a failure is reported here and is no severe exception
+  kivara::loadingResourceFile = true; // a failure is reported here and must not be a severe exception
   KivDebugOut(line.c_str());
   std::unique_ptr<ResMgr> manager;
   try {
@@ -64,8 +64,8 @@ void reportFailure(String const & fileName, unsigned short languageId) {
   SV::ShowBoxOrLog(text.c_str(), "KIVARA: error loading resource file", MB_ICONHAND | MB_TASKMODAL | MB_TOPMOST);
 }
 
-/// What a DLL was asked for with, from the name of its file: one that was found by its bare name has lost its folder and
-/// is not language-specific any more.
+/// The arguments with which a DLL was requested, from the name of its file. A DLL that was found by its bare name has lost its
+/// folder and no longer counts as language-specific.
 struct Request {
   explicit Request(String const & fileName) {
     char const * const first = std::strchr(fileName.c_str(), '\\');

@@ -1,13 +1,13 @@
 #pragma once
 /// \file
-/// What the application frame reads of the language manager.
+/// State of the language manager that the application frame reads.
 
 #include "export.hpp"
 
 namespace kivara {
 
-/// True exactly while a ResMgr is constructed whose failure its maker reports itself: a resource file that cannot be
-/// loaded is then no severe exception.
+/// True while a ResMgr is constructed whose failure its creator reports. A resource file that cannot be loaded is then not a
+/// severe exception.
 extern KIV_API bool loadingResourceFile;
 
 } // namespace kivara

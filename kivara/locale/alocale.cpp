@@ -11,7 +11,7 @@ namespace {
 
 constexpr LCID kUser = LOCALE_USER_DEFAULT;
 
-/// What the system leaves in a buffer of Size bytes, and a NUL behind it. A text that does not fit is usually left out.
+/// A setting in a buffer of Size bytes, followed by a NUL. If it does not fit, the system usually leaves the buffer empty.
 template <int Size> struct FixedFact {
   explicit FixedFact(LCTYPE type) { GetLocaleInfoA(kUser, type, text, Size); }
   char text[Size + 1] = {};

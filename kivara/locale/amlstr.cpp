@@ -20,7 +20,7 @@ void give(int * matchLength, String const & candidate) {
     *matchLength = candidate.Len();
 }
 
-/// The first text of the identifier, by language, that fulfils the condition.
+/// Whether the identifier's string fulfils the condition in any language; the first language counts.
 template <class Condition> bool matchesAny(unsigned short resId, int * matchLength, Condition const & condition) {
   for (auto const & [language, texts] : languages) {
     String const * const candidate = texts->Find(resId);
@@ -37,7 +37,7 @@ int positionOf(String const & candidate, char const * text) {
   return place != nullptr ? static_cast<int>(place - text) : kNotFound;
 }
 
-/// The last identifier, by language and number, whose text fulfils the condition.
+/// The last identifier, in the order of languages and identifiers, whose string fulfils the condition.
 template <class Condition> unsigned short lastMatch(Condition const & condition) {
   unsigned short found = 0;
   for (auto const & [language, texts] : languages)
@@ -50,7 +50,7 @@ template <class Condition> unsigned short lastMatch(Condition const & condition)
 } // namespace
 
 void KivStringContainer::Add(unsigned short resId, String const & text) {
-  texts_.try_emplace(texts_.end(), resId, text); // files are in ascending order as a rule
+  texts_.try_emplace(texts_.end(), resId, text); // files are usually in ascending order
 }
 
 String const * KivStringContainer::Find(unsigned short resId) const {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kBuffer = 1 << 16;
 
-/// A file open for reading that knows how much of it is left.
+/// A file that is open for reading and knows how much of it is left.
 class InputFile {
 public:
   explicit InputFile(String const & path) : file_(kivara::openFile(path.c_str(), "rb")) {
@@ -48,7 +48,7 @@ bool isOfThisFormat(InputFile & file) {
 
 bool readText(InputFile & file, std::uint32_t length, String & text) {
   if (length > file.left() || length > static_cast<std::uint32_t>(SV::STRING_MAXLEN))
-    return false; // before anything is allocated for it
+    return false; // before anything is allocated
   text = String::ofLength(static_cast<std::int32_t>(length));
   char * const characters = text.writable();
   if (!file.read(characters, length))

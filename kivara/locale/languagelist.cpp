@@ -7,7 +7,7 @@
 namespace kivara {
 namespace {
 
-constexpr int kLineLimit = 100; ///< with its NUL: the rest of a longer line counts as one of its own
+constexpr int kLineLimit = 100; ///< with its NUL; the rest of a longer line counts as another line
 
 char const * withoutBlanksInFront(char const * line) {
   while (std::isspace(static_cast<unsigned char>(*line)) != 0)

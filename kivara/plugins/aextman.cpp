@@ -6,7 +6,7 @@ using SV::String;
 
 namespace {
 
-/// Where the last dot stands; -1 without one.
+/// The position of the last dot, or -1.
 std::int32_t lastDot(String const & path) {
   std::int32_t place = path.Len() - 1;
   while (place >= 0 && path.charAt(place) != '.')
@@ -40,7 +40,7 @@ String KivExtensionManager::getPath(String path) const {
 }
 
 void KivExtensionManager::parsePath(String const & path, String & base, String & extension) {
-  String const whole = path; // the results may be written over the path
+  String const whole = path; // the results may be written into the same string
   std::int32_t const dot = lastDot(whole);
   base = dot < 0 ? whole : whole.substr(0, dot);
   extension = dot < 0 ? String() : whole.substr(dot + 1);

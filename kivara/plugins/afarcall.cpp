@@ -19,7 +19,7 @@ bool KivFarCallFactory::call(SV::String const & name, KivInputData const & input
   if (found == receivers_.end() || found->second == nullptr)
     return false;
   KivMemBuf answer = found->second(input);
-  // What the result held is overwritten, not freed: callers pass an empty one, and some lend it a block of their own.
+  // A block that the result holds is overwritten and not freed: callers pass an empty result, or one with a block of their own.
   result.data = std::exchange(answer.data, nullptr);
   result.size = std::exchange(answer.size, 0);
   return true;

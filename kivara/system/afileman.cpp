@@ -19,7 +19,7 @@ String & errorMessage() {
   return text;
 }
 
-/// Where the character stands last, from \p first on; -1 without one.
+/// The position of the last \p c from \p first on, or -1.
 std::int32_t lastPlace(String const & text, char c, std::int32_t first = 0) {
   for (std::int32_t place = text.Len() - 1; place >= first; --place)
     if (text.charAt(place) == c)
@@ -61,7 +61,7 @@ String KivSystemFileManager::fileCreateTempName(char const * prefix, char const 
 
 void KivSystemFileManager::splitFileName(String const & path, String & directory, String & fileName, String & baseName,
                                          String & extension, bool keepBackslash) {
-  String const whole = path; // the parts may be written over the path
+  String const whole = path; // the parts may be written into the same string
   std::int32_t const backslash = lastPlace(whole, '\\');
   std::int32_t const start = backslash + 1;
   std::int32_t const dot = lastPlace(whole, '.', start);
@@ -71,7 +71,7 @@ void KivSystemFileManager::splitFileName(String const & path, String & directory
   if (dot < 0)
     baseName = fileName;
   else if (backslash < 0)
-    baseName = whole.substr(0, dot - 1); // one short, other than in a directory: modules that keep names count on it
+    baseName = whole.substr(0, dot - 1); // one short, unlike in a directory: modules that store names rely on it
   else
     baseName = whole.substr(start, dot - start);
 }

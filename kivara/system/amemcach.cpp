@@ -11,13 +11,13 @@ constexpr std::size_t kMostBlocks = 10;
 
 using Capacity = unsigned __int64;
 
-/// The header in front of the memory that is handed out.
+/// The header in front of the memory that Alloc returns.
 Capacity & capacityOf(void * block) { return *(static_cast<Capacity *>(block) - 1); }
 
 void freeWithHeader(void * block) { std::free(&capacityOf(block)); }
 
 void * allocateWithHeader(Capacity size) {
-  // A size that cannot be counted with its header fails like any other that cannot be had.
+  // A size that overflows with its header fails like any other size that cannot be allocated.
   constexpr Capacity most = std::numeric_limits<Capacity>::max() - sizeof(Capacity);
   auto * const header = static_cast<Capacity *>(std::malloc(std::min(size, most) + sizeof(Capacity)));
   *header = size;
@@ -37,7 +37,7 @@ KivMemCache & KivMemCache::General() {
 }
 
 void * KivMemCache::Alloc(unsigned __int64 size) {
-  // One look, no search: users of large buffers ask for about the same size each time.
+  // Only the largest block is tried: users of large buffers ask for about the same size each time.
   if (free_.empty() || capacityOf(free_.back()) < size)
     return allocateWithHeader(size);
   void * const block = free_.back();

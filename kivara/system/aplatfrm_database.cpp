@@ -1,8 +1,9 @@
-#include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "base/modules.hpp"
+#include "base/version.hpp"
+#include "kivara_version.hpp"
 #include "system/registrykey.hpp"
 #include "tools/direntry.hpp"
 
@@ -17,15 +18,23 @@ namespace {
 constexpr unsigned kLineCheckerNotStarted = 710;
 constexpr int kCheckerNotStarted = -333;
 
+/// "7.2". Any thread may look for an adapter, so this does not use the strings behind Kiv_GetVersionString, which its first caller
+/// creates without a guard.
+String productVersion() {
+  return kivara::versionString({String(KIVARA_VERSION_HIGH), String(KIVARA_VERSION_LOW),
+                                String(KIVARA_VERSION_UPDATE_LEVEL), String(KIVARA_VERSION_HOT_FIX),
+                                String(KIVARA_VERSION_BUILD)});
+}
+
 bool hasAdapter(char const * stem) {
-  String version = Kiv_GetVersionString();
+  String version = productVersion();
   String const file = String(stem) + version.EraseAllChars('.') + ".dll";
   WIN32_FIND_DATAA found;
-  // The search is left open, as its callers know it: they ask a handful of times in the life of a process.
+  // The search is left open. That is known to the callers, which ask only a few times in the life of a process.
   return FindFirstFileA(Kiv_GetProgramPathFilename(file.c_str()).c_str(), &found) != INVALID_HANDLE_VALUE;
 }
 
-/// The checker of the database drivers, beside the program as it was called.
+/// The checker of the database drivers, in the folder of the program as it was called.
 String checkerFile() {
   SV::DirEntry const program(KivCmdline::Instance().getParam(0));
   return program.GetPath().GetFull(SV::FSYS_STYLE_HOST, 1, SV::STRING_MAXLEN) + "achkmdac.exe";
@@ -87,7 +96,7 @@ String versionKey(String const & instance) {
   return "SOFTWARE\\Microsoft\\Microsoft SQL Server\\" + instance + "\\MSSQLServer\\CurrentVersion";
 }
 
-/// "9.00.1399.06" is 9, "10.50.1600.1" is 10, "100" is 100. The text has room for three characters.
+/// "9.00.1399.06" gives 9, "10.50.1600.1" gives 10, "100" gives 100. The array has at least three characters.
 long majorVersion(char * text) {
   if (text[1] == '.')
     text[1] = '\0';
@@ -107,7 +116,7 @@ bool Kiv_IsValidMDACVersion() {
   if (!Kiv_IsDBSQLServer())
     return true;
   int const code = runChecker();
-  return code == 0 || code == kCheckerNotStarted; // a checker that does not start must not keep the user out
+  return code == 0 || code == kCheckerNotStarted; // a checker that does not start must not lock out the user
 }
 
 void Kiv_GetSQLServerInstances(ISequence<String> & out) {

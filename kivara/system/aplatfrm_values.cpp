@@ -21,7 +21,7 @@ KivDBSingleSignOnStatus loginType = KIV_DB_SINGLE_SIGN_ON_OFF;
 String currentUserDisplayName;
 long userListChangeCounter = 0;
 String syntaxChecksLevel;
-short const volatile * databaseConnected = nullptr; // the database layer may write it on a thread of its own
+short const volatile * databaseConnected = nullptr; // the database layer may change it on a thread of its own
 
 KivStringAcceleratorTable & texts() { return *KivStringAcceleratorTable::GetGlobal(); }
 

@@ -17,7 +17,7 @@ constexpr unsigned kLineTopUnreadable = 1898;
 
 constexpr std::size_t kTestedBytes = 480;
 
-std::vector<SV::Window *> parentWindows; // the newest in front
+std::vector<SV::Window *> parentWindows; // the newest first
 
 bool isReadable(MEMORY_BASIC_INFORMATION const & region) {
   constexpr DWORD readable = PAGE_READONLY | PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READ |
@@ -25,8 +25,8 @@ bool isReadable(MEMORY_BASIC_INFORMATION const & region) {
   return region.State == MEM_COMMIT && (region.Protect & readable) != 0 && (region.Protect & PAGE_GUARD) == 0;
 }
 
-/// Whether the window's operations can be called without a fault. The test that reports refuses more: pointers that look
-/// like the fill of freed memory.
+/// Whether the window's operations can be called without a fault. Kiv_MemoryIsReadable, whose result is reported, rejects more:
+/// pointers that look like the fill pattern of freed memory.
 bool canBeAsked(SV::Window const * window) {
   auto const * const end = reinterpret_cast<char const *>(window) + sizeof *window;
   for (auto const * at = reinterpret_cast<char const *>(window); at < end;) {
@@ -43,7 +43,7 @@ void tellOfChange(SV::Window const * window, bool pushed) {
   KivWindowStackChangedEvent(parentWindows.size(), pushed, title).trigger();
 }
 
-/// The stack is asked anew for each place: the box of a report lets the program go on, and the stack may change.
+/// Each position is read from the stack anew: while the box of a report is open, the program runs on and may change the stack.
 SV::Window * topmostVisible(std::size_t firstIndex) {
   for (std::size_t index = firstIndex; index < parentWindows.size(); ++index) {
     SV::Window * const window = parentWindows[index];

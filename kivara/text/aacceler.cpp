@@ -23,7 +23,7 @@ constexpr char kMark = '~';
 
 unsigned char upper(char c) { return static_cast<unsigned char>(std::toupper(static_cast<unsigned char>(c))); }
 
-/// The position of the mark; -1 where there is none.
+/// The position of the mark; -1 when there is none.
 std::int32_t markIn(String const & text) {
   void const * const mark = std::memchr(text.c_str(), kMark, static_cast<std::size_t>(text.Len()));
   return mark != nullptr ? static_cast<std::int32_t>(static_cast<char const *>(mark) - text.c_str()) : -1;
@@ -36,7 +36,7 @@ void insertMark(String & text, std::int32_t position) {
   text = marked;
 }
 
-/// The identifier with the type of string resources.
+/// The identifier, with the type of string resources in its high part.
 unsigned long stringId(long id) { return SV::RSC_STRING << 16 | (static_cast<unsigned long>(id) & 0xFFFF); }
 
 } // namespace
@@ -107,7 +107,7 @@ String const & KivStringAcceleratorTable::_GetElement(long id) {
   auto const known = strings_.find(id);
   if (known != strings_.end())
     return *known->second;
-  // A missing resource calls the application, which may ask for the same text: then the one that it got stays.
+  // A missing resource calls the application, which may ask for the same string: what it got must stay valid.
   auto loaded = std::make_unique<String>(SV::Resource::LoadString(stringId(id)));
   auto const [entry, isNew] = strings_.emplace(id, loaded.get());
   if (isNew)

@@ -8,35 +8,39 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 using kivara::CharClasses;
 using kivara::GatheredText;
 
-/// For tokens and white space. Three: the look-ahead token, the one handed out, and a blank may have the same length.
+/// For tokens, white space and what is left of lines. Three of each length: the look-ahead token, the token that the caller
+/// overwrites and the white space may have the same one.
 class kivara::TokenSpares : public SpareTexts<52, 3> {};
 
 namespace {
 
-char const * behindSpaces(char const * text, CharClasses classes) {
+char const * afterSpaces(char const * text, CharClasses classes) {
   while (classes.isSpace(*text))
     ++text;
   return text;
 }
 
-char const * behindToken(char const * text, CharClasses classes) {
+char const * afterToken(char const * text, CharClasses classes) {
   char const * end = text;
   while (classes.isWord(*end))
     ++end;
   return end != text ? end : text + 1;
 }
 
+std::int32_t lengthOf(std::string const & text) {
+  return static_cast<std::int32_t>(std::min(text.size(), std::size_t{SV::STRING_MAXLEN}));
+}
+
 bool sameCharacters(char const * text, SV::String const & s) {
   return std::memcmp(text, s.c_str(), static_cast<std::size_t>(s.Len())) == 0;
 }
 
-/// Whether \p first and \p second are the last characters in front of \p place, of which there are enough.
-bool standsInFrontOf(char const * place, SV::String const & first, SV::String const & second) {
+/// Whether the characters before \p place are \p first and then \p second. There must be enough of them.
+bool standInFrontOf(char const * place, SV::String const & first, SV::String const & second) {
   char const * const middle = place - second.Len();
   return sameCharacters(middle, second) && sameCharacters(middle - first.Len(), first);
 }
@@ -45,7 +49,7 @@ bool standsInFrontOf(char const * place, SV::String const & first, SV::String co
 
 KivTextParser::KivTextParser(KivLineReader * reader, int commaFlag)
     : lineReader(reader), okay(reader != nullptr && reader->Init()), commaSeparates((commaFlag & 1) != 0),
-      spares(std::make_unique<kivara::TokenSpares>()) {
+      spares_(std::make_unique<kivara::TokenSpares>()) {
   if (okay)
     _ImpGetNextLookAhead();
 }
@@ -64,15 +68,9 @@ bool KivTextParser::GetNextToken(SV::String & token) {
     tokenOffset = nextTokenOffset - spacesToken.Len();
   if (!okay && lookAheadToken.Len() == 0)
     return false;
-  CharClasses const classes(commaSeparates);
-  char const * const next = behindSpaces(_ImpRest(), classes);
-  if (*next != '\0') {
-    token.swap(lookAheadToken); // the old text of the caller lends its block to the next token
-  } else {
-    spares->keep(token);
-    token = lookAheadToken; // which is still to be seen while further lines are read
-  }
-  _ImpGetLookAheadFrom(next, classes);
+  spares_->release(token);
+  token = lookAheadToken;
+  _ImpGetNextLookAhead();
   keepTokenOffset = false;
   return true;
 }
@@ -123,7 +121,7 @@ void KivTextParser::GetUntil(char stop, SV::String & text, bool consume, char es
   }
   gathered.append(_ImpRest(), index);
   gathered.moveTo(text);
-  workedOff += index + (consume ? 1 : 0);
+  restStart_ += index + (consume ? 1 : 0);
   _ImpGetNextLookAhead();
 }
 
@@ -135,7 +133,7 @@ void KivTextParser::SkipUntil(char stop, bool consume) {
     if (!okay)
       return;
   }
-  workedOff += index + (consume ? 1 : 0);
+  restStart_ += index + (consume ? 1 : 0);
   _ImpGetNextLookAhead();
 }
 
@@ -153,6 +151,12 @@ bool KivTextParser::MoveTo(std::int64_t offset, std::int64_t lineNumber) {
   return _ImpGetNextLookAhead();
 }
 
+void KivTextParser::GetSpacesToken(SV::String & spaces) const {
+  spaces = spacesToken;
+  if (!laterSpaces_.empty())
+    spaces += SV::String(laterSpaces_.data(), lengthOf(laterSpaces_));
+}
+
 void KivTextParser::SaveOffset() {
   savedOffset = tokenOffset;
   savedLineNum = lastLineNumber;
@@ -160,7 +164,7 @@ void KivTextParser::SaveOffset() {
 
 void KivTextParser::_ImpSetRest(SV::String const & rest) {
   currentLine = rest;
-  workedOff = 0;
+  restStart_ = 0;
 }
 
 void KivTextParser::_ImpGetNextLine() {
@@ -168,68 +172,73 @@ void KivTextParser::_ImpGetNextLine() {
     return;
   currentLineOffset = nextLineOffset;
   ++lookAheadLineNumber;
-  SV::StringData const * const before = currentLine.block();
+  _ImpEraseFront(); // the reader may append to the line, or fail and leave it unchanged
   okay = lineReader->GetLine(currentLine);
-  // A reader that fails leaves the old line, and later operations meet the rest of it again.
-  bool const left = !okay && currentLine.block() == before;
-  workedOff = left ? std::min(workedOff, currentLine.Len()) : 0;
-  nextLineOffset = currentLineOffset + _ImpRestLen() + (lineReader->Is2CharsForNewline() ? 1 : 0);
+  nextLineOffset = currentLineOffset + currentLine.Len() + (lineReader->Is2CharsForNewline() ? 1 : 0);
 }
 
 bool KivTextParser::_ImpGetNextLookAhead() {
-  CharClasses const classes(commaSeparates);
-  return _ImpGetLookAheadFrom(behindSpaces(_ImpRest(), classes), classes);
-}
-
-/// \p token is behind the white space of the rest.
-bool KivTextParser::_ImpGetLookAheadFrom(char const * token, CharClasses classes) {
-  char const * const rest = _ImpRest();
-  spares->assign(spacesToken, rest, static_cast<std::int32_t>(token - rest));
-  if (*token == '\0')
-    return _ImpGetLookAheadFromLaterLine();
-  _ImpTakeLookAhead(token, behindToken(token, classes));
-  return true;
-}
-
-/// Goes on behind the white space that stands in spacesToken, to the first line that holds a token.
-bool KivTextParser::_ImpGetLookAheadFromLaterLine() {
-  GatheredText spaces;
-  spaces.append(spacesToken.c_str(), spacesToken.Len());
+  spares_->release(spacesToken);
   for (;;) {
-    _ImpGetNextLine();
-    if (!okay)
-      break;
-    char const * const line = _ImpRest();
     CharClasses const classes(commaSeparates);
-    char const * const token = behindSpaces(line, classes);
-    spaces.append(line, static_cast<std::int32_t>(token - line));
-    if (*token == '\0')
-      continue;
-    spaces.moveTo(spacesToken);
-    _ImpTakeLookAhead(token, behindToken(token, classes));
-    return true;
+    char const * const token = afterSpaces(_ImpRest(), classes);
+    _ImpAppendSpaces(token);
+    if (*token != '\0') {
+      _ImpJoinSpaces();
+      _ImpTakeLookAhead(token, afterToken(token, classes));
+      return true;
+    }
+    _ImpGetNextLine();
+    if (!okay) {
+      _ImpJoinSpaces();
+      lookAheadToken = SV::String();
+      return false;
+    }
   }
-  spaces.moveTo(spacesToken);
-  lookAheadToken = SV::String();
-  return false;
 }
 
-/// The token stands in the current line.
+/// Appends the characters from the start of the rest to \p end to the white space. From the second line on they are collected
+/// outside of spacesToken, since SV::String copies itself for each piece that is appended.
+void KivTextParser::_ImpAppendSpaces(char const * end) {
+  char const * const spaces = _ImpRest();
+  if (spacesToken.Len() == 0)
+    spares_->assign(spacesToken, spaces, static_cast<std::int32_t>(end - spaces));
+  else
+    laterSpaces_.append(spaces, end);
+}
+
+void KivTextParser::_ImpJoinSpaces() {
+  if (laterSpaces_.empty())
+    return;
+  GetSpacesToken(spacesToken);
+  laterSpaces_.clear();
+}
+
+/// The characters from \p token to \p end, in the current line, become the look-ahead token.
 void KivTextParser::_ImpTakeLookAhead(char const * token, char const * end) {
   if (!keepTokenOffset)
     nextTokenOffset = lineReader->GetCurrentOffset();
-  spares->assign(lookAheadToken, token, static_cast<std::int32_t>(end - token));
-  workedOff = static_cast<std::int32_t>(end - currentLine.c_str());
+  spares_->assign(lookAheadToken, token, static_cast<std::int32_t>(end - token));
+  restStart_ = static_cast<std::int32_t>(end - currentLine.c_str());
   ++tokenCount;
 }
 
-/// Puts the look-ahead token and the white space in front of it back to the front of the rest. They mostly stand there still,
-/// in the part of the line that is worked off, and then nothing is copied.
+/// Done once for each line and not for each token, since all that follows has to be moved. erasedLine_ keeps a reference to the
+/// block, so that the reader does not free it and the next line can use it again.
+void KivTextParser::_ImpEraseFront() {
+  if (restStart_ == 0)
+    return;
+  spares_->assign(erasedLine_, _ImpRest(), _ImpRestLen());
+  _ImpSetRest(erasedLine_);
+}
+
+/// Puts the white space and the look-ahead token back in front of the rest. In most cases they are still there, since the line
+/// is not erased for each token, and nothing is copied.
 void KivTextParser::_ImpPutLookAheadBack() {
   std::int64_t const length = std::int64_t{spacesToken.Len()} + lookAheadToken.Len();
-  if (length <= workedOff && standsInFrontOf(_ImpRest(), spacesToken, lookAheadToken))
-    workedOff -= static_cast<std::int32_t>(length);
+  if (length <= restStart_ && standInFrontOf(_ImpRest(), spacesToken, lookAheadToken))
+    restStart_ -= static_cast<std::int32_t>(length);
   else
-    _ImpSetRest(spacesToken + lookAheadToken + currentLine.substr(workedOff));
+    _ImpSetRest(spacesToken + lookAheadToken + currentLine.substr(restStart_));
   lookAheadToken = SV::String();
 }

@@ -20,16 +20,16 @@ constexpr std::int32_t kLineLimit = 8192;
 constexpr char kLineTooLong[] = "INTERNAL ERROR!\nThe maximum line length has been exceeded. Max. 8192 characters are "
                                 "allowed per line! Aborting program.\n";
 
-// Where the line is built, with room for its line feed: one area for all readers, so that no line allocates but the result.
+// Lines are built here, with their line feed. One buffer serves all readers, so only the resulting string is allocated.
 char assemblyArea[kLineLimit + 1];
 
-// Blocks up to the size from which the copying of a line outweighs its allocation.
+// Above this length, copying the line costs more than allocating it.
 kivara::SpareTexts<244, 1> spareLines;
 
 bool isLineBreak(char c) { return c == '\r' || c == '\n'; }
 
-/// Copies the bytes from \p at on, up to the first line break or \p end, and gives the place where it stopped. As many bytes as
-/// there are up to \p end may be written.
+/// Copies the bytes from \p at up to the first line break or \p end, and returns where it stopped. May write as many bytes as
+/// there are up to \p end, even if it stops before.
 char * copyToLineBreak(char * at, char * end, char * to) {
   __m128i const carriageReturn = _mm_set1_epi8('\r');
   __m128i const lineFeed = _mm_set1_epi8('\n');
@@ -63,7 +63,7 @@ std::int64_t KivFileReader::GetCurrentOffset() const { return GetInBufferOffset(
 
 bool KivFileReader::Is2CharsForNewline() const { return is2CharsForNewline; }
 
-// As numbers: before the first read and after a failed one the position is null.
+// Computed with integers: before the first read and after a failed one, bufferPos is null.
 std::int64_t KivFileReader::GetInBufferOffset() const {
   return static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(bufferPos) -
                                    reinterpret_cast<std::uintptr_t>(buffer));
@@ -121,7 +121,7 @@ bool KivTextFileReader::Init() {
 }
 
 bool KivTextFileReader::GetLine(SV::String & line) {
-  // A source that opened but told no size has no position.
+  // bufferPos is null when the file was opened but its size could not be read.
   if (handle == INVALID_HANDLE_VALUE || bytesRead == 0 || bufferPos == nullptr)
     return false;
   std::int32_t length = 0;
@@ -132,7 +132,7 @@ bool KivTextFileReader::GetLine(SV::String & line) {
   return true;
 }
 
-/// Assembles the bytes in front of the next line break or of the end.
+/// Copies the bytes before the next line break, or before the end of the file, to assemblyArea.
 bool KivTextFileReader::_ImpCopyLine(std::int32_t & length) {
   while (bytesRead > 0 && !isLineBreak(*bufferPos)) {
     auto const most = std::min<std::ptrdiff_t>(bufferEnd - bufferPos, kLineLimit - length);
@@ -149,8 +149,8 @@ bool KivTextFileReader::_ImpCopyLine(std::int32_t & length) {
   return true;
 }
 
-/// At the end of the file this looks at the first byte of the buffer, which still holds the last block: a line break there
-/// loses the last line. Callers know such files as shorter by that line, so neither guard nor clearing is wanted.
+/// At the end of the file this reads the first byte of the buffer, which still contains the last block: a line break there
+/// loses the last line. Callers rely on such files being one line shorter, so there must be neither a guard nor a cleared buffer.
 bool KivTextFileReader::_ImpSkipTerminator() {
   bool const carriageReturn = *bufferPos == '\r';
   if (carriageReturn && !_ImpAdvance())

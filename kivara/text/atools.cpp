@@ -10,13 +10,13 @@ using SV::String;
 
 namespace {
 
-/// Whether the code page has a character for the byte, and not a control code.
+/// Whether the code page assigns a character to the byte that is not a control code.
 bool isInCodePage(char c) {
   wchar_t character = 0;
   return MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, &c, 1, &character, 1) == 1 && character > 0xFF;
 }
 
-/// Whether the parenthesis in front is closed at the last place of the text and not before.
+/// Whether the text begins with a parenthesis that is closed by its last character and not before.
 bool isOneTerm(std::string_view text) {
   if (text.empty() || text.front() != '(' || text.back() != ')')
     return false;

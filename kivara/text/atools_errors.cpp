@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The string resource of a code; 0 for codes that have none.
+/// The identifier of a code's string resource; 0 for a code that has none.
 constexpr long textOf(KivErrorCode code) {
   if (code >= 1 && code <= 118)
     return kivara::texts::kFirstError + code - 1;

@@ -12,7 +12,7 @@ bool isSeparator(char c) { return c == '\\' || c == '/'; }
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 bool isForbidden(char c) { return c != '\0' && std::strchr("|*<>?\"", c) != nullptr; }
 
-/// What stands behind "\\server\share\"; null where server, share or a separator is missing.
+/// What follows "\\server\share\"; null when the server, the share or a separator is missing.
 char const * behindShare(char const * name) {
   char const * const server = name + 2;
   char const * at = server;
@@ -41,7 +41,7 @@ bool beginsWithDevice(char const * text) {
   return false;
 }
 
-/// A colon parts a drive letter from its path and is wrong elsewhere: "ab:c" would name a stream of the file "ab".
+/// A colon is only valid after a drive letter: "ab:c" would be a stream of the file "ab".
 bool holdsValidCharacters(char const * text, bool driveAllowed) {
   for (char const * at = text; *at != '\0'; ++at) {
     if (isForbidden(*at) || (isSeparator(at[0]) && isSeparator(at[1])))

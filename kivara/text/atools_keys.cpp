@@ -31,7 +31,7 @@ constexpr NamedKey kKeys[] = {
     KEY(ZOOM),      KEY(NONAME),     KEY(PA1),      KEY(OEM_CLEAR)};
 #undef KEY
 
-/// Keys that follow each other, and the window library's code of the first; the others' codes follow it.
+/// Consecutive virtual keys, whose codes in the window library are consecutive too, beginning with \p code.
 struct KeyRun {
   long first;
   long last;
@@ -63,7 +63,7 @@ constexpr KeyRun kRuns[] = {{'0', '9', 256},
                             {VK_SEPARATOR, VK_SEPARATOR, 1292},
                             {VK_APPS, VK_APPS, 1307}};
 
-/// Keys from here on never have a code, and do not keep a further key from being taken.
+/// Keys from here on have no code; a later name of the same combination may still give one.
 constexpr long kFirstWithoutCode = 146;
 
 long codeOf(long key) {
@@ -87,7 +87,7 @@ long Kiv_GetVirtualKeyFromString(String const & name) {
   for (NamedKey const & each : kKeys)
     if (name == each.name)
       return each.key;
-  // Key tables written by hand rely on it: '0' is a key, the other digits are not.
+  // '0' is a key and the other digits are not: key tables written by hand rely on it.
   auto const first = static_cast<unsigned char>(name.charAt(0));
   return (first >= 'A' && first <= 'Z') || first <= '0' ? first : -1;
 }

@@ -25,7 +25,7 @@ bool isWritten(DWORD protection) {
   return (protection & kinds) != 0 && (protection & PAGE_GUARD) == 0;
 }
 
-/// How many of the \p wanted bytes from \p start on can be written.
+/// How many of the \p wanted bytes at \p start can be written.
 std::size_t writableBytes(char const * start, std::size_t wanted) {
   MEMORY_BASIC_INFORMATION region = {};
   std::size_t bytes = 0;
@@ -35,15 +35,15 @@ std::size_t writableBytes(char const * start, std::size_t wanted) {
   return std::min(bytes, wanted);
 }
 
-/// The text into the caller's buffer, with a backslash in front of stop characters and backslashes.
-/// \return the end of what was written; null when that is nothing, not even a NUL
+/// Writes the text to the caller's buffer, with a backslash before each stop character and each backslash.
+/// \return the end of what was written; null when not even a NUL could be written
 char * maskForExport(char const * text, char stop, char * out) {
   auto const needsMask = [stop](char c) { return (c == stop) | (c == '\\'); };
   std::size_t const length = lengthOf(text);
   kivara::MaskedExtent extent = kivara::maskedExtent(text, length, 2 * length, needsMask);
   if (!Kiv_MemoryIsWriteable(out, extent.written + 1)) {
     displayErrorMessage(kivara::modules::kAtools, kLineExportBuffer);
-    // The test takes some good addresses for poisoned ones, so what can be written is asked of the system.
+    // The check above also rejects valid addresses that look poisoned, so the system decides what can be written.
     std::size_t const room = writableBytes(out, extent.written + 1);
     if (room == 0)
       return nullptr;

@@ -17,21 +17,24 @@ namespace {
 
 constexpr unsigned kLineWrittenNumber = 1294;
 
-/// A double has no more digits than these behind the point, so that a larger precision adds only zeros.
+/// A double has no more digits after the point than this: a larger precision only adds zeros.
 constexpr int kMostPrecision = 1100;
+
+/// To printf, any negative precision means that there is none; some runtimes accept only this one.
+constexpr int kNoPrecision = -1;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isSign(char c) { return c == '+' || c == '-'; }
 
 bool isDecimalMark(char c) { return c == '.' || c == Locale::Kiv_GetDecimalSeparator().charAt(0); }
 
-// Writers of files rely on it that the runtime keeps this locale after the first number was read.
+// Writers of files rely on the runtime staying in this locale after the first number was read.
 void goIntoCLocaleForGood() {
-  if (std::strcmp(std::setlocale(LC_ALL, nullptr), "C") != 0) // to ask is faster
+  if (std::strcmp(std::setlocale(LC_ALL, nullptr), "C") != 0) // asking is faster than setting
     std::setlocale(LC_ALL, "C");
 }
 
-/// While it lives, the runtime's locale is "C"; then it is again what it was.
+/// Sets the runtime's locale to "C" for its lifetime.
 class CLocale {
 public:
   CLocale() : former_(std::setlocale(LC_ALL, nullptr)) { change("C"); }
@@ -48,12 +51,12 @@ private:
   std::string const former_;
 };
 
-/// \param keptDigits  so many digits behind the point stay, even if they are zeros
+/// \param keptDigits  number of digits after the point that are kept even if they are zeros
 String numberText(double value, int precision, int keptDigits) {
   char text[512] = "";
   {
     CLocale const locale;
-    _snprintf(text, sizeof text - 1, "%.*lf", std::min(precision, kMostPrecision), value);
+    _snprintf(text, sizeof text - 1, "%.*lf", std::clamp(precision, kNoPrecision, kMostPrecision), value);
   }
   char * const point = std::strchr(text, '.');
   if (point == nullptr)
@@ -109,7 +112,7 @@ double kiv_atof(char const * text) {
 int kiv_ltoa(long value, char * buffer, char const * format) {
   goIntoCLocaleForGood();
   int const count = buffer != nullptr && format != nullptr ? __ms_sprintf(buffer, format, value) : -1;
-  // What was just written can be read: what is left to tell is null and a pointer that looks poisoned.
+  // What was just written can be read, so only null and a pointer that looks poisoned are reported.
   if (format == nullptr || !Kiv_MemoryIsReadable(buffer, 0))
     displayErrorMessage(kivara::modules::kAtools, kLineWrittenNumber);
   return count;

@@ -13,7 +13,7 @@ int sign(int number) { return (number > 0) - (number < 0); }
 
 char const * orEmpty(char const * text) { return text != nullptr ? text : ""; }
 
-/// The order of texts that differ in case at most: upper case in front.
+/// The order of strings that differ at most in case: upper case first.
 int compareCase(char const * a, char const * b) {
   for (; *a != '\0' && *b != '\0'; ++a, ++b) {
     if (*a == *b || !IsCharAlphaA(*a) || !IsCharAlphaA(*b))
@@ -31,7 +31,7 @@ int kiv_lexcmp(char const * a, char const * b) {
   int result = CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a, -1, b, -1);
   if (result == 0) {
     displayErrorMessage(kivara::modules::kAtools, kLineCompare);
-    result = CSTR_EQUAL + sign(SV::h_stricmp(a, b)); // still an order, for those who sort
+    result = CSTR_EQUAL + sign(SV::h_stricmp(a, b)); // still a total order, which sorting needs
   }
   return result != CSTR_EQUAL ? sign(result - CSTR_EQUAL) : compareCase(orEmpty(a), orEmpty(b));
 }

@@ -10,8 +10,8 @@ extern "C" unsigned short *(__cdecl __pctype_func)(
 
 namespace kivara {
 
-/// What isspace and isalnum answer under the locale in force, looked up in the runtime's own table: two calls for each byte
-/// would cost more than all the rest of a token. To be made anew for each token, since the locale may change in between.
+/// The answers of isspace and isalnum in the current locale, read from the runtime's own table: two calls for each byte would
+/// cost more than the rest of a token. Construct it for each token, since the locale may change between two.
 class CharClasses {
 public:
   explicit CharClasses(bool commaSeparates)
@@ -19,7 +19,7 @@ public:
 
   bool isSpace(char c) const { return (table_[static_cast<unsigned char>(c)] & _SPACE) != 0; }
 
-  /// Two look-ups without a branch between them: where a word ends can't be foreseen, so each branch on the way costs.
+  /// Two look-ups without a branch between them: the processor cannot predict where a word ends, so each branch costs.
   bool isWord(char c) const {
     auto const byte = static_cast<unsigned char>(c);
     return ((table_[byte] & (_ALPHA | _DIGIT)) | signs_[byte]) != 0;
@@ -28,7 +28,7 @@ public:
 private:
   using Signs = std::array<unsigned char, 256>;
 
-  /// 1 for what isn't a letter or digit and belongs to words all the same.
+  /// 1 for each character that is part of words without being a letter or digit.
   static constexpr Signs signs(bool withComma) {
     Signs table{};
     for (char const c : {'+', '-', '.', '_'})

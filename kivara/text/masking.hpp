@@ -1,18 +1,18 @@
 #pragma once
 /// \file
-/// Texts in which some characters get another one in front. Internal.
+/// Internal: texts in which an escape character is put before some characters.
 
 #include <cstddef>
 
 namespace kivara {
 
-/// How many characters of a text are read, and how many come of them.
+/// How many characters of a text are read, and how many are written for them.
 struct MaskedExtent {
   std::size_t read;
   std::size_t written;
 };
 
-/// How many characters \p needsMask selects. In blocks, which the compiler turns into a few instructions each.
+/// How many characters \p needsMask selects. Counted in blocks, for each of which the compiler needs only a few instructions.
 template <class NeedsMask> std::size_t countMasked(char const * text, std::size_t length, NeedsMask const & needsMask) {
   constexpr int block = 64;
   std::size_t count = 0;
@@ -27,8 +27,8 @@ template <class NeedsMask> std::size_t countMasked(char const * text, std::size_
   return count;
 }
 
-/// The extent of a text of \p length characters, of which those that \p needsMask selects get one more. A result of more
-/// than \p most characters is cut in front of the character that no longer fits.
+/// The extent of a text of \p length characters; each one that \p needsMask selects is written as two. A result of more than
+/// \p most characters is cut before the character that no longer fits.
 template <class NeedsMask>
 MaskedExtent maskedExtent(char const * text, std::size_t length, std::size_t most, NeedsMask const & needsMask) {
   MaskedExtent extent{length, length + countMasked(text, length, needsMask)};
@@ -37,7 +37,7 @@ MaskedExtent maskedExtent(char const * text, std::size_t length, std::size_t mos
   return extent;
 }
 
-/// Writes the extent's characters to \p out, which does not overlap the text, without a NUL.
+/// Writes the extent's characters to \p out, without a NUL. The two must not overlap.
 /// \return the end of what was written
 template <class NeedsMask>
 char * writeMasked(char const * text, MaskedExtent extent, char mask, char * out, NeedsMask const & needsMask) {

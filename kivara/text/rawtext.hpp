@@ -11,8 +11,7 @@
 
 namespace kivara {
 
-/// Text put together from many lines. String copies itself for each piece that it grows by, which for a text of many lines
-/// costs the square of their number.
+/// Text collected from many lines, in linear time: SV::String copies itself for each piece that is appended.
 class GatheredText {
 public:
   void append(char const * text, std::int32_t length) {
@@ -26,8 +25,8 @@ private:
   std::string text_;
 };
 
-/// Index of the first \p stop in \p length characters that is not escaped; -1 where there is none before a byte of value 0.
-/// The first character is never escaped and never ends the search.
+/// Index of the first \p stop in \p length characters that is not escaped; -1 when there is none before a NUL. The first
+/// character is never escaped, and a NUL there does not end the search.
 inline std::int32_t findUnescaped(char const * line, std::int32_t length, char stop, char escape) {
   if (length == 0)
     return -1;
@@ -42,7 +41,7 @@ inline std::int32_t findUnescaped(char const * line, std::int32_t length, char s
   return -1;
 }
 
-/// Index of the first \p c in \p length characters; -1 where there is none.
+/// Index of the first \p c in \p length characters; -1 when there is none.
 inline std::int32_t findPlain(char const * line, std::int32_t length, char c) {
   void const * const found = std::memchr(line, c, static_cast<std::size_t>(length));
   return found != nullptr ? static_cast<std::int32_t>(static_cast<char const *>(found) - line) : -1;

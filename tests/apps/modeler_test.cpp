@@ -32,6 +32,14 @@ TEST(Modeler, DrawsItsWindow) {
   EXPECT_GT(support::readWindow(window).colours(), 2u);
 }
 
+TEST(Modeler, StartsWithoutTheLibrariesThatAreLoadedLate) {
+  ProductRun run("modeler", "");
+  ASSERT_TRUE(mainWindow(run));
+  std::set<std::string> const modules = run.child().modules();
+  EXPECT_EQ(modules.count("kivara.dll"), 1u);
+  EXPECT_EQ(modules.count("winhttp.dll"), 0u);
+}
+
 TEST(Modeler, HasAConsoleWhenAskedFor) {
   ProductRun run(support::ProgramStart{.program = "modeler", .arguments = "-console", .withoutStreams = true});
   HWND const window = mainWindow(run);

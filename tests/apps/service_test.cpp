@@ -1,6 +1,7 @@
 // The host without a user interface, from its command line to its orderly end.
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/system_text.hpp"
 #include "support/windows.hpp"
 #include "tools/winapi.hpp"
 
@@ -133,13 +134,24 @@ TEST(Service, TakesThePortThatItIsToldAndSaysInItsLogsWhenItCannot) {
   std::string const port = std::to_string(first.port());
   ServiceRun second("-port" + port + " -wslogfileservice.log -log_no_dialogsdialogs.log");
   EXPECT_EQ(second.child().waitForEnd(), 2u);
-  std::string const reason = "The port " + port + " cannot be used: system error ";
+  std::string const text = support::systemText(WSAEADDRINUSE);
+  std::string const reason = "The port " + port + " is in use by another program: system error 10048" +
+                             (text.empty() ? "" : " (" + text + ")") + ".";
   EXPECT_TRUE(holds(second.file("dialogs.log"), reason)) << second.file("dialogs.log");
   EXPECT_TRUE(holds(second.file("service.log"), reason)) << second.file("service.log");
   EXPECT_EQ(first.stop(), 0u);
   ServiceRun third("-port" + port);
   EXPECT_EQ(std::to_string(third.port()), port);
   EXPECT_EQ(third.stop(), 0u);
+}
+
+TEST(Service, StartsWithoutTheLibrariesThatAreLoadedLate) {
+  ServiceRun run("");
+  run.port();
+  std::set<std::string> const modules = run.child().modules();
+  EXPECT_EQ(modules.count("kivara.dll"), 1u);
+  EXPECT_EQ(modules.count("winhttp.dll"), 0u);
+  EXPECT_EQ(run.stop(), 0u);
 }
 
 TEST(Service, ShowsNoWindow) {

@@ -6,6 +6,7 @@
 
 #include "crypto/bytes.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 
 #include <gtest/gtest.h>
 
@@ -19,12 +20,12 @@ using SV::String;
 
 namespace {
 
-constexpr int kRounds = 100000;
+constexpr std::size_t kRounds = 100000;
 
 // What stays allocated with a call takes a place among the guarded blocks, of which there are some 25,000, and what
 // allocates much takes long: such operations run in several processes.
 constexpr int kParts = 10;
-constexpr int kRoundsOfPart = kRounds / kParts;
+constexpr std::size_t kRoundsOfPart = kRounds / kParts;
 
 std::string const kHexDigits = "0123456789abcdefABCDEF";
 std::string const kBase64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/==";
@@ -69,7 +70,7 @@ void decodeRandomTexts(bool (*decode)(Text, unsigned long, char *&, unsigned lon
   support::GuardPages const guard;
   Edge edge;
   Random random(seed);
-  for (int i = 0; i < kRounds; ++i) {
+  for (std::size_t i = 0; i < support::times(kRounds); ++i) {
     std::string const text = random.text(random.below(70), kBase64);
     char * const input = edge.holds(text.data(), text.size());
     char * out = nullptr;
@@ -110,7 +111,7 @@ void chainRandomData(Chain chain, unsigned seed) {
   Edge keyEdge;
   Edge vectorEdge;
   Bytes const source = random.bytes(200);
-  for (int i = 0; i < kRoundsOfPart; ++i) {
+  for (std::size_t i = 0; i < support::times(kRoundsOfPart); ++i) {
     int const length = randomLength(random);
     int const bits = random.below(2) == 0 ? 128 + 64 * static_cast<int>(random.below(3)) : anyKeySize(random);
     bool const isSize = bits == 128 || bits == 192 || bits == 256;
@@ -133,7 +134,7 @@ TEST(BadInput, HexDecodeStaysInside) {
   support::GuardPages const guard;
   Edge edge;
   Random random(11);
-  for (int i = 0; i < kRounds; ++i)
+  for (std::size_t i = 0; i < support::times(kRounds); ++i)
     readAndFree(KivCryptoUtils::HexDecode(edge.holds(random.text(random.below(70), kHexDigits))));
 }
 
@@ -145,7 +146,7 @@ TEST(BadInput, KivDecryptStaysInside) {
   support::GuardPages const guard;
   Edge edge;
   Random random(15);
-  for (int i = 0; i < kRounds; ++i) {
+  for (std::size_t i = 0; i < support::times(kRounds); ++i) {
     std::string const text = random.text(random.below(70), kHexDigits + " -+x");
     char * const input = edge.holds(text);
     unsigned char * out = nullptr;
@@ -158,7 +159,7 @@ TEST(BadInput, KivDecryptStaysInside) {
 TEST(BadInput, DecryptPasswordStaysInside) {
   support::GuardPages const guard;
   Random random(16);
-  for (int i = 0; i < kRounds; ++i) {
+  for (std::size_t i = 0; i < support::times(kRounds); ++i) {
     // Texts of a block and its neighbours most of the time, keys of sizes that AES has as often as of any other.
     std::size_t const length = random.below(2) == 0 ? 20 + random.below(5) : random.below(70);
     std::string const text = random.text(length, kBase64);
@@ -173,7 +174,7 @@ TEST_P(BadInputPart, Base64DecodeStaysInside) {
   support::GuardPages const guard;
   Edge edge;
   Random random(GetParam());
-  for (int i = 0; i < kRoundsOfPart; ++i)
+  for (std::size_t i = 0; i < support::times(kRoundsOfPart); ++i)
     readAndFree(KivCryptoUtils::Base64Decode(edge.holds(random.text(random.below(300), kBase64Lines))));
 }
 
@@ -181,7 +182,7 @@ TEST_P(BadInputPart, KivEncryptionDecryptStaysInside) {
   support::GuardPages const guard;
   Edge edge;
   Random random(GetParam());
-  for (int i = 0; i < kRoundsOfPart; ++i) {
+  for (std::size_t i = 0; i < support::times(kRoundsOfPart); ++i) {
     char * const input = edge.holds(random.text(random.below(100), kHexDigits));
     char * out = nullptr;
     long const length = KivEncryption::Instance().Decrypt(static_cast<long>(random.below(4)), input, out);
@@ -205,7 +206,7 @@ TEST_P(BadInputPart, AesBlockStaysInsideWithEveryLengthAndKeySize) {
   Edge dataEdge;
   Edge keyEdge;
   Bytes const source = random.bytes(600);
-  for (int i = 0; i < kRoundsOfPart; ++i) {
+  for (std::size_t i = 0; i < support::times(kRoundsOfPart); ++i) {
     int const length = randomLength(random);
     int const size = random.below(2) == 0 ? 16 + 8 * static_cast<int>(random.below(3)) : anyKeySize(random);
     unsigned char const * const data = dataEdge.holds(source.data() + random.below(100), 16);

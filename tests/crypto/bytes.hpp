@@ -4,6 +4,8 @@
 
 #include "acrypto.hpp"
 
+#include "support/random.hpp"
+
 #include <memory>
 #include <random>
 #include <string>
@@ -55,7 +57,7 @@ public:
   }
 
 private:
-  std::mt19937 engine_;
+  support::Random engine_;
 };
 
 /// A result of KivCryptoUtils that is released at the end.

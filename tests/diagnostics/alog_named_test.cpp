@@ -54,7 +54,7 @@ TEST_F(NamedLog, IsKnownByTheLettersOfItsPath) {
   EXPECT_EQ(readFile("case.log"), kStamp + "lower\r\n" + kCSVStamp + ";upper\r\n");
 }
 
-TEST_F(NamedLog, ThatDoesNotOpenSwallowsItsLinesFromThenOn) {
+TEST_F(NamedLog, ThatDoesNotOpenDiscardsItsLinesFromThenOn) {
   Kiv_AddToLog("later\\x.log", "lost");
   ASSERT_TRUE(CreateDirectoryA("later", nullptr));
   Kiv_AddToLog("later\\x.log", "lost too");
@@ -95,7 +95,7 @@ TEST_F(NamedLog, WritesATextThatWouldStoreACountAsItStands) {
   EXPECT_EQ(readFile("count.log"), expected + kStamp + "%now\r\n");
 }
 
-TEST_F(NamedLog, BearsAnyConversions) {
+TEST_F(NamedLog, TakesAnyConversions) {
   std::string const sizes[] = {"", "h", "l", "ll", "I64", "I32", "L", "w"};
   for (std::string const & size : sizes)
     for (int type = 33; type < 127; ++type)
@@ -104,7 +104,7 @@ TEST_F(NamedLog, BearsAnyConversions) {
   EXPECT_GT(readFile("any.log")->size(), 8u * 94u * 24u);
 }
 
-TEST_F(NamedLog, BearsManyConversions) {
+TEST_F(NamedLog, TakesManyConversions) {
   std::string text;
   for (int i = 0; i < 1000; ++i)
     text += "%d";

@@ -37,7 +37,7 @@ using LogFile = kivtest::OnThe13th;
 
 TEST(LogStream, VirtualOperationsStandInSlotOrder) {
   std::size_t const open = slotOf(&KivBasicFileStream::open);
-  EXPECT_EQ(open, 2u); // behind the destructor, which this compiler gives two slots
+  EXPECT_EQ(open, 2u); // after the destructor, which takes two slots with this compiler
   EXPECT_EQ(slotOf(&KivBasicFileStream::close), open + 1);
   EXPECT_EQ(slotOf(&KivBasicFileStream::isOpen), open + 2);
   EXPECT_EQ(slotOf(&KivBasicFileStream::write), open + 3);
@@ -268,6 +268,14 @@ TEST_F(LogFile, ThatIsNotDeletedKeepsItsName) {
   log._debugPrint("by its name"); // a closed log writes its own lines to the file of its name
   CloseHandle(reader);
   EXPECT_EQ(contents(), "2026.11.13, 07:08:09: by its name\r\n");
+}
+
+TEST_F(LogFile, ThatIsNotOpenedKeepsItsName) {
+  Logger log(true, false, 0);
+  ASSERT_FALSE(log.open("later\\x.log", true));
+  ASSERT_TRUE(CreateDirectoryA("later", nullptr));
+  log._debugPrint("by its name");
+  EXPECT_EQ(readFile("later\\x.log"), "2026.11.13, 07:08:09: by its name\r\n");
 }
 
 TEST_F(LogFile, ThatIsClosedOrDeletedHasNoName) {

@@ -60,6 +60,27 @@ TEST_F(TurnOver, LeavesANewFileAlone) {
   EXPECT_EQ(names(), Names{kName});
 }
 
+TEST_F(TurnOver, LeavesANewFileAloneThoughItsLoggerWasMadeOnAnotherDay) {
+  setDay(2026, 11, 12);
+  KivBasicFileLogger log(true, true, 3);
+  setDay(2026, 11, 13);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_TRUE(log.addText("first"));
+  EXPECT_EQ(contents(), kStamp + "first\r\n");
+  EXPECT_EQ(names(), Names{kName});
+}
+
+TEST_F(TurnOver, LeavesASecondNewFileAloneThoughTheFirstWasOfAnotherDay) {
+  setDay(2026, 11, 12);
+  KivBasicFileLogger log(true, true, 3);
+  ASSERT_TRUE(log.open("first.log", true));
+  ASSERT_TRUE(log.close());
+  setDay(2026, 11, 13);
+  ASSERT_TRUE(log.open(kName, true));
+  EXPECT_TRUE(log.addText("first"));
+  EXPECT_EQ(contents(), kStamp + "first\r\n");
+}
+
 TEST_F(TurnOver, MovesAFileOfAnotherDateWhenItIsOpened) {
   writeFile(kName, kOldLine);
   KivBasicFileLogger log(true, true, 3);
@@ -238,7 +259,7 @@ TEST_F(TurnOver, Deletes1998Of2000Backups) {
   EXPECT_EQ(names(), (Names{kName, "daily_2006.01.11.log", "daily_2006.01.12.log", kBackup}));
 }
 
-TEST_F(TurnOver, BearsABackupThatCannotBeDeleted) {
+TEST_F(TurnOver, IgnoresABackupThatCannotBeDeleted) {
   writeFile("daily_2026.11.01.log", "");
   writeFile("daily_2026.11.02.log", "");
   writeFile(kName, kOldLine);
@@ -249,7 +270,7 @@ TEST_F(TurnOver, BearsABackupThatCannotBeDeleted) {
   EXPECT_EQ(names(), (Names{kName, "daily_2026.11.01.log", kBackup}));
 }
 
-TEST_F(TurnOverWhileOpen, TellsItsReasonInTheOldFileAndItsDoingInTheNew) {
+TEST_F(TurnOverWhileOpen, WritesItsReasonIntoTheOldFileAndWhatItDidIntoTheNew) {
   setDay(2026, 11, 12);
   KivBasicFileLogger log(true, true, 3);
   ASSERT_TRUE(log.open(kName, true));
@@ -332,7 +353,7 @@ TEST_F(TurnOverWhileOpen, OfAForeignFileGoesOnInTheSameFile) {
   EXPECT_EQ(names(), Names{kName});
 }
 
-TEST_F(FailedTurnOver, DropsTheContentAndTellsTheErrorInTheFirstLine) {
+TEST_F(FailedTurnOver, DiscardsTheContentAndGivesTheErrorInTheFirstLine) {
   writeFile(kName, kOldLine);
   writeFile(kBackup, "there already");
   std::string const code = std::to_string(SV::DirEntry(kName).MoveTo(SV::DirEntry(kBackup)));
@@ -356,7 +377,7 @@ BOOL WINAPI refuseMove(char const *, char const *, DWORD) {
 }
 
 // The administrator, who runs these tests, may rename in every folder: the refusal is the test's own.
-TEST_F(FailedTurnOver, InAFolderThatTakesNoNewFilesTellsTheSystemsErrorCode) {
+TEST_F(FailedTurnOver, InAFolderThatTakesNoNewFilesGivesTheSystemsErrorCode) {
   writeFile(kName, kOldLine);
   support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
                           {{"MoveFileExA", reinterpret_cast<void *>(refuseMove)}});
@@ -407,7 +428,7 @@ TEST_F(FailedTurnOver, WhileOpenGoesOnInTheEmptiedFile) {
 
 TEST_F(LogDate, IsReadFromTheStartOfTheFile) {
   struct {
-    char const * text;
+    std::string text;
     std::uint32_t date;
   } const rows[] = {
       {"2026.11.12, 01:02:03: x", 20261112},
@@ -416,6 +437,8 @@ TEST_F(LogDate, IsReadFromTheStartOfTheFile) {
       {"12026.111.109x", 20261109},
       {"2026. 11. 12", 20261112},
       {"\r\n2026.11.12", 20261112},
+      {std::string(10'000, '\n') + "2026.11.12, x", 20261112},
+      {"2026.11.12" + std::string(10'000, 'x'), 20261112},
       {"2026.11.", 20261113},
       {"", 20261113},
   };

@@ -2,6 +2,7 @@
 
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +60,18 @@ TEST(RecordOfMessages, TakesNothingAfterTheEndOfTheLibrary) {
 TEST(RecordOfMessages, GivesTheFormerHookItsPlaceBackAtTheEnd) {
   EXPECT_EQ(run("hook watch late"), "0 former hook\r\n");
   EXPECT_EQ(record(), std::string(kAdded) + kEnd);
+}
+
+TEST(RecordOfMessages, ThatCouldNotBeBegunIsNotEndedEitherAndLeavesTheFormerHook) {
+  support::TempFolder const folder;
+  support::ProgramStart start{
+      .program = "message_watch", .arguments = "hook watch late", .workingFolder = folder.path()};
+  ASSERT_TRUE(CreateDirectoryA((folder / kFile).c_str(), nullptr));
+  auto const result = support::runProgram(start);
+  EXPECT_EQ(result.exitCode, 0u);
+  EXPECT_EQ(result.output, "1 former hook\r\n") << "the former hook is asked itself, and answers 1";
+  ASSERT_TRUE(RemoveDirectoryA((folder / kFile).c_str()));
+  EXPECT_FALSE(support::exists(folder / kFile));
 }
 
 } // namespace

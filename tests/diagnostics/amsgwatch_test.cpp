@@ -1,13 +1,20 @@
 #include "amsgwatch.hpp"
 
+#include "diagnostics/internal_errors.hpp"
 #include "diagnostics/named_messages.hpp"
 #include "support/files.hpp"
 #include "sv0105/application/testapplication.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 namespace {
 
@@ -152,6 +159,35 @@ TEST(MessageWatcher, IsOffForTheRestOfTheProcessWhereTheFileCannotBeOpened) {
   EXPECT_EQ(KivWindowsHookManager::Instance(), std::set<HWND>{windowOf(0x20)}) << "windows are collected all the same";
 }
 
+/// Refuses to write, as for a file that may only be read; an administrator of the host is not stopped by the attribute itself.
+FILE * openToReadOnly(char const * name, char const * mode) {
+  return mode[0] == 'r' ? std::fopen(name, mode) : nullptr;
+}
+
+TEST(MessageWatcher, IsOffWithoutAMessageWhereTheFileMayOnlyBeRead) {
+  kivtest::InternalErrors const errors;
+  support::writeFile(kFile, "old\n");
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "msvcrt.dll",
+                          {{"fopen", reinterpret_cast<void *>(openToReadOnly)}});
+  Watcher::addHookWindow(windowOf(0x10), nullptr);
+  EXPECT_EQ(SV::Sysdepen::GetHook(), nullptr);
+  EXPECT_TRUE(errors.places().empty());
+  EXPECT_EQ(record(), "old\n");
+}
+
+// The log says that it cannot read the date of a file that is there; the watch itself says nothing.
+TEST(MessageWatcher, IsOffWhereTheFileIsHeldByAnother) {
+  kivtest::InternalErrors const errors;
+  {
+    support::FileInUse const held(kFile);
+    Watcher::addHookWindow(windowOf(0x10), nullptr);
+  }
+  EXPECT_EQ(errors.places(), std::vector<std::string>{"alog.cpp (47)"});
+  EXPECT_EQ(SV::Sysdepen::GetHook(), nullptr);
+  Watcher::addHookWindow(windowOf(0x20), nullptr);
+  EXPECT_EQ(record(), "");
+}
+
 TEST(MessageWatcher, KeepsItsFileWhenTheWorkingFolderChanges) {
   support::TempFolder const folder;
   Watcher::addHookWindow(windowOf(0x10), nullptr);
@@ -206,7 +242,26 @@ TEST(MessageWatcher, AssignsNothing) {
   EXPECT_EQ(&(first = second), &first);
 }
 
+static_assert(std::is_base_of_v<std::set<HWND>, KivWindowsHookManager>);
+static_assert(!std::is_default_constructible_v<KivWindowsHookManager>, "a second one would end the watch for good");
+
+TEST(MessageWatcher, IsStillInstalledAfterAWindowWasRemovedThatWasNeverAdded) {
+  Watcher::removeHookWindow(windowOf(0x99));
+  EXPECT_EQ(record(), "no file");
+  Watcher::addHookWindow(windowOf(0x10), nullptr);
+  EXPECT_EQ(record(), kAdded);
+}
+
 class WatchedWindows : public ToolkitTest {};
+
+TEST_F(WatchedWindows, AnswerWhatThePreviousHookAnswers) {
+  SV::Window window(nullptr, 0);
+  SV::Sysdepen::ChangeHook(previousHook);
+  Watcher::addHookWindow(window.GethWnd(), nullptr);
+  LRESULT const answer = SendMessageA(window.GethWnd(), WM_USER, 3, 4);
+  EXPECT_EQ(answer, static_cast<LRESULT>(reinterpret_cast<std::uintptr_t>(window.GethWnd())) + 7);
+  SV::Sysdepen::ChangeHook(nullptr);
+}
 
 TEST_F(WatchedWindows, AreRecordedAndOthersAreNot) {
   SV::Window watched(nullptr, SV::WB_TITLE);

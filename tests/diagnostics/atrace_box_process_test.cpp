@@ -9,7 +9,7 @@ using namespace kivtest;
 
 namespace {
 
-TEST(InternalError, ToldTheDebuggerItsLineBeforeTheBoxOpens) {
+TEST(InternalError, WritesItsLineToTheDebuggerBeforeTheBoxOpens) {
   ReporterRun run("error");
   ASSERT_NE(run.box(), nullptr);
   Lines const texts = run.debugger().texts();
@@ -23,6 +23,17 @@ TEST(InternalError, PutsTheWaitPointerBackAfterTheWindowIsUpdated) {
   ReporterRun run("window wait error");
   run.answerBox(IDOK);
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "update, wait 0", "after error, wait 3"}));
+}
+
+TEST(InternalError, PutsTheWaitPointerBackToNoneToo) {
+  ReporterRun run("waitingbox error");
+  EXPECT_EQ(run.lines(), (Lines{kPlainBox, "after error, wait 0"}));
+}
+
+TEST(InternalError, OfAWindowWithoutATitleHasNone) {
+  ReporterRun run("untitled error");
+  EXPECT_EQ(run.answerBox(IDOK).title, "");
+  EXPECT_EQ(run.lines(), (Lines{kPlainBox, "update, wait 0", "after error, wait 0"}));
 }
 
 TEST(InternalError, CancelStopsInTheDebuggerBeforeTheProgramGoesOn) {
@@ -47,7 +58,7 @@ TEST(InternalError, WithoutADebuggerCancelEndsTheProcess) {
   EXPECT_EQ(child.waitForEnd(), static_cast<unsigned long>(STATUS_BREAKPOINT));
 }
 
-TEST(InternalError, IsToldEachTime) {
+TEST(InternalError, IsReportedEachTime) {
   ReporterRun run("error error");
   run.answerBox(IDOK);
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{errorText()});
@@ -61,7 +72,7 @@ TEST(InternalError, MayComeFromAnyThread) {
   EXPECT_EQ(run.texts(), Lines{kErrorLine});
 }
 
-TEST(InternalError, WithoutABoxGoesOnWithoutAWord) {
+TEST(InternalError, WithoutABoxReturnsSilently) {
   ReporterRun run("-assert nobox window wait error");
   EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42011, wait 0", "update, wait 0", "after error, wait 3"}));
   EXPECT_EQ(run.texts(), Lines{kErrorLine});
@@ -96,6 +107,16 @@ TEST(InternalError, BeforeAndAfterTheApplicationObjectIsNothingAtAll) {
   ReporterRun run("", {{"KIVTEST_EARLY", "1"}});
   EXPECT_EQ(run.lines(), (Lines{"after the early error", "after the late error"}));
   EXPECT_EQ(run.texts(), Lines{});
+}
+
+TEST(InternalError, BeforeAndAfterTheApplicationObjectIsNothingAtAllWithADeadNetworkToo) {
+  ReporterRun run("", {{"KIVTEST_EARLY", "deadnet"}});
+  EXPECT_EQ(run.lines(), (Lines{"after the early error", "after the late error"}));
+}
+
+TEST(InternalError, BeforeTheApplicationObjectDoesNotCountAsTheMessageOfADeadNetwork) {
+  ReporterRun run("error", {{"KIVTEST_EARLY", "deadnet"}});
+  EXPECT_EQ(run.lines(), (Lines{"after the early error", kPlainBox, "after error, wait 0", "after the late error"}));
 }
 
 struct NameRow {

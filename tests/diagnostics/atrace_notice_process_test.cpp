@@ -1,4 +1,4 @@
-// What is told once in a process: the dead network and the exit notice.
+// What is reported once in a process: the dead network and the exit notice.
 
 #include "diagnostics/report_texts.hpp"
 #include "support/files.hpp"
@@ -9,21 +9,21 @@ using namespace kivtest;
 
 namespace {
 
-TEST(DeadNetwork, IsToldOnceInPlaceOfInternalErrors) {
+TEST(DeadNetwork, IsReportedOnceInsteadOfInternalErrors) {
   ReporterRun run("deadnet error error network");
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{networkText()});
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "after error, wait 0", "after error, wait 0", "after network"}));
   EXPECT_EQ(run.texts(), Lines{});
 }
 
-TEST(DeadNetwork, IsToldWhenTheDatabaseLayerIsNotConnected) {
+TEST(DeadNetwork, IsReportedWhenTheDatabaseLayerIsNotConnected) {
   ReporterRun run("link error error");
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{networkText()});
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "after error, wait 0", "after error, wait 0"}));
   EXPECT_EQ(run.texts(), Lines{});
 }
 
-TEST(DeadNetwork, IsNotToldWhileTheDatabaseLayerIsConnected) {
+TEST(DeadNetwork, IsNotReportedWhileTheDatabaseLayerIsConnected) {
   ReporterRun run("link connected:256 error");
   EXPECT_EQ(run.answerBox(IDOK).texts, Lines{errorText()});
   EXPECT_EQ(run.texts(), Lines{kErrorLine});
@@ -54,7 +54,7 @@ TEST(DeadNetwork, WithoutReleaseAssertionsACancelledBoxDoesNotStop) {
   EXPECT_EQ(run.stops(), 0u);
 }
 
-TEST(DeadNetwork, WithoutABoxCountsAsTold) {
+TEST(DeadNetwork, WithoutABoxCountsAsReported) {
   ReporterRun run("-assert nobox network network");
   EXPECT_EQ(run.lines(), (Lines{kBoxWithCancel, "after network", "after network"}));
   EXPECT_EQ(run.texts(), Lines{});
@@ -80,6 +80,29 @@ TEST(DeadNetwork, UnderSuppressionIsLoggedOnce) {
             linesOf("displayDeadNetworkMessage()\n" + networkText()));
 }
 
+TEST(DeadNetwork, ThatIsReportedNowhereCountsAsReported) {
+  ReporterRun run("-no_dialogs network show network suppress log:dialogs.txt network");
+  EXPECT_EQ(run.lines(), (Lines{"after network", "after network", "after network"}));
+  EXPECT_FALSE(support::exists("dialogs.txt"));
+}
+
+TEST(DeadNetwork, ThatWasOnlyLoggedIsNotShownLater) {
+  ReporterRun run("-no_dialogs log:dialogs.txt network show network");
+  EXPECT_EQ(run.lines(), (Lines{"after network", "after network"}));
+}
+
+TEST(ExitNotice, ThatIsShownNowhereCountsAsShown) {
+  ReporterRun run("exit suppress log:dialogs.txt exit");
+  EXPECT_EQ(run.lines(), (Lines{"after exit", "after exit"}));
+  EXPECT_FALSE(support::exists("dialogs.txt"));
+}
+
+TEST(ExitNotice, ThatIsLoggedNowhereCountsAsShown) {
+  ReporterRun run("-no_dialogs -assert exit show exit suppress log:dialogs.txt exit");
+  EXPECT_EQ(run.lines(), (Lines{"after exit", "after exit", "after exit"}));
+  EXPECT_FALSE(support::exists("dialogs.txt"));
+}
+
 TEST(ExitNotice, CancelStopsInTheDebugger) {
   ReporterRun run("-assert exit");
   run.answerBox(IDCANCEL);
@@ -87,13 +110,13 @@ TEST(ExitNotice, CancelStopsInTheDebugger) {
   EXPECT_EQ(run.stops(), 1u);
 }
 
-TEST(ExitNotice, IsToldOnce) {
+TEST(ExitNotice, IsShownOnce) {
   ReporterRun run("-assert exit exit");
   run.answerBox(IDOK);
   EXPECT_EQ(run.lines(), (Lines{kBoxWithCancel, "after exit", "after exit"}));
 }
 
-TEST(ExitNotice, WithoutABoxCountsAsTold) {
+TEST(ExitNotice, WithoutABoxCountsAsShown) {
   ReporterRun run("-assert nobox exit exit");
   EXPECT_EQ(run.lines(), (Lines{kBoxWithCancel, "after exit", "after exit"}));
   EXPECT_EQ(run.stops(), 0u);

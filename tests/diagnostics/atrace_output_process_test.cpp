@@ -11,7 +11,7 @@ using kivtest::ReporterRun;
 
 namespace {
 
-/// What the frame tells the console's stream at the end.
+/// What the frame writes to the console's stream at the end.
 std::string const kEnd = "[kiv] Application shutdown event recognized\n";
 
 bool isAboutLanguages(std::string const & line) { return line.starts_with("[locale] "); }
@@ -124,7 +124,7 @@ TEST(HeapCheck, IsSwitchedOffByTheEnvironmentWhateverItsValue) {
   EXPECT_EQ(run.texts(), Lines{});
 }
 
-TEST(HeapCheck, OfANullNameAndANegativeLineIsTold) {
+TEST(HeapCheck, OfANullNameAndANegativeLineIsWritten) {
   ReporterRun run("nullheapcheck");
   EXPECT_EQ(run.texts(), (Lines{"[debug] Performing HeapCheck  (4294967295)", " - done\n"}));
 }

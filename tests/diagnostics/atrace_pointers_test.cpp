@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kPage = 4096;
 
-/// Pages of one kind, with pages of another kind behind them.
+/// Pages of one kind, followed by pages of another kind.
 class Pages {
 public:
   explicit Pages(DWORD kind, DWORD kindBehind = PAGE_NOACCESS)

@@ -14,7 +14,7 @@ TEST(FailedAssertion, UnderSuppressionIsTwoLinesForTheDebugger) {
   EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine}));
 }
 
-TEST(FailedAssertion, WithoutABoxTellsTheSystemsError) {
+TEST(FailedAssertion, WithoutABoxGivesTheSystemsError) {
   ReporterRun run("nobox fail:count>0");
   EXPECT_EQ(run.lines(), (Lines{kPlainBox, "assertion 0"}));
   EXPECT_EQ(run.texts(), (Lines{kAssertionLine, "            MessageBox errorcode: 8\n"}));
@@ -32,7 +32,7 @@ TEST(FailedAssertion, NeedsNeitherDatabaseNorNetwork) {
   EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine}));
 }
 
-TEST(FailedAssertion, WithADumpAskedForIsToldAsEver) {
+TEST(FailedAssertion, WithADumpRequestedIsReportedAsUsual) {
   ReporterRun run("-no_dialogs fail:count>0", {{"KIV_DUMP_ASSERTION", "0"}});
   EXPECT_EQ(run.lines(), Lines{"assertion 0"});
   EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine}));
@@ -44,7 +44,7 @@ TEST(FailedAssertion, LeavesTheWaitPointerAlone) {
   EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010, wait 3", "assertion 0"}));
 }
 
-TEST(FailedAssertion, IsToldEachTimeAndFromAnyThread) {
+TEST(FailedAssertion, IsReportedEachTimeAndFromAnyThread) {
   ReporterRun run("-no_dialogs fail:count>0 thread:fail:count>0");
   EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine, kAssertionLine, kNoBoxLine}));
 }

@@ -76,7 +76,7 @@ TEST_F(Trace, ANullFormatIsAnEmptyLine) {
   EXPECT_EQ(text(), "\n");
 }
 
-TEST_F(Trace, HasThePositionInFrontOfOneLineOnly) {
+TEST_F(Trace, HasThePositionBeforeOneLineOnly) {
   Kiv_TraceSetSourceInfo("amodule.cpp", 246);
   Kiv_Trace("first");
   Kiv_Trace("second");
@@ -121,7 +121,7 @@ TEST_F(Trace, SwitchedOffDoesNotLookAtTheFormat) {
   EXPECT_EQ(text(), "");
 }
 
-TEST_F(Trace, PutsTheCallersOwnPlaceInFront) {
+TEST_F(Trace, BeginsWithTheCallersOwnPlace) {
   KIV_TRACE_HERE(), Kiv_Trace("here");
   EXPECT_EQ(text(), __FILE__ " [" + std::to_string(__LINE__ - 1) + "]: here\n");
 }

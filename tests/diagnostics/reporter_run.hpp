@@ -76,7 +76,7 @@ public:
     return count;
   }
 
-  /// What it told the debugger, once it has ended; without the languages that it found at its start.
+  /// What it wrote to the debugger, once it has ended; without the languages that it found at its start.
   Lines texts() const {
     debugger_.waitForEnd();
     Lines texts = debugger_.texts();

@@ -7,6 +7,7 @@
 
 #include "events/bus_model.hpp"
 #include "events/listeners.hpp"
+#include "support/random.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,6 @@
 #include <array>
 #include <memory>
 #include <new>
-#include <random>
 #include <utility>
 
 namespace {
@@ -245,7 +245,7 @@ private:
         type = nextType_++;
   }
 
-  std::mt19937 random_;
+  support::Random random_;
   BusModel model_;
   std::array<Place, 24> places_;
   std::array<int, 10> types_{};
@@ -263,7 +263,7 @@ void Subject::third(KivEvent * event) { machine_->called(*this, 2, *event); }
 class DispatcherMachine : public testing::TestWithParam<unsigned> {};
 TEST_P(DispatcherMachine, CallsWhatTheModelCallsForAMillionSteps) {
   auto const machine = std::make_unique<Machine>(GetParam());
-  machine->run(1'000'000);
+  machine->run(support::times(1'000'000));
   EXPECT_FALSE(machine->failed());
   // That it was all there.
   EXPECT_GT(machine->calls, 1'000'000u);

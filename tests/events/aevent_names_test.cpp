@@ -1,4 +1,4 @@
-#include "aevent.hpp"
+#include "aevent_names.hpp"
 
 #include "frame/box_watch.hpp"
 #include "frame/recording_application.hpp"
@@ -261,5 +261,26 @@ TEST(EventCatalogue, ANameThatStandsTwiceIsAnInternalErrorForEachPair) {
   for (kivtest::SeenBox const & box : watch.boxes())
     EXPECT_NE(box.text.find("aevent-246 ["), std::string::npos) << box.text;
 }
+
+/// Two places of the table.
+struct NamePair {
+  unsigned long first;
+  unsigned long second;
+};
+std::ostream & operator<<(std::ostream & out, NamePair const & pair) {
+  return out << pair.first << " and " << pair.second;
+}
+
+class SameEventName : public testing::TestWithParam<NamePair> {};
+TEST_P(SameEventName, IsFoundWhereverThePairStands) {
+  kivtest::RecordingApplication const application;
+  kivtest::BoxWatch const watch;
+  Kiv_GetEventNames()[GetParam().second] = Kiv_GetEventNames()[GetParam().first];
+  Kiv_CheckEventNames();
+  EXPECT_EQ(watch.boxes().size(), 1u);
+}
+INSTANTIATE_TEST_SUITE_P(Pairs, SameEventName,
+                         testing::Values(NamePair{0, 1}, NamePair{0, 80}, NamePair{0, 154}, NamePair{1, 2},
+                                         NamePair{153, 154}));
 
 } // namespace

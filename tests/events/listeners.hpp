@@ -3,8 +3,12 @@
 /// Events and listeners of the tests.
 
 #include "aevent.hpp"
+#include "aevent_dispatcher.hpp"
+
+#include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -68,5 +72,18 @@ inline std::vector<KivEventAction> actionsOf(KivEventType type) {
       copies.push_back(*action);
   return copies;
 }
+
+inline constexpr KivEventType kType = KIV_EVENT_SaveModel;
+inline constexpr KivEventType kOther = KIV_EVENT_OpenModel;
+
+/// Makes listeners of one type that note their calls in one list.
+class Dispatcher : public testing::Test {
+protected:
+  std::unique_ptr<Listener> listener(std::string const & name, int priority = 0) {
+    return std::make_unique<Listener>(calls, name, kType, priority);
+  }
+
+  Calls calls;
+};
 
 } // namespace kivtest

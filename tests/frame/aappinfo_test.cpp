@@ -1,10 +1,11 @@
 #include "aappinfo.hpp"
 
+#include "support/random.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -90,9 +91,7 @@ TEST(ApplicationInfo, TakesTextsAsTheyStand) {
 }
 
 TEST(ApplicationInfo, HoldsManyKeys) {
-  unsigned const seed = std::random_device()();
-  SCOPED_TRACE(seed);
-  std::mt19937 random(seed);
+  support::Random random(1);
   std::map<std::string, std::string> model;
   for (int i = 0; i < 20000; ++i) {
     std::string const key = "key " + std::to_string(random() % 5000);
@@ -186,7 +185,8 @@ TEST(Components, AreListedInWhateverOrderManyOfThemCome) {
   std::vector<std::string> ids;
   for (int i = 0; i < 3000; ++i)
     ids.push_back("component " + std::to_string(i));
-  std::shuffle(ids.begin(), ids.end(), std::mt19937(std::random_device()()));
+  support::Random random(2);
+  std::shuffle(ids.begin(), ids.end(), random);
   for (std::string const & id : ids)
     ASSERT_TRUE(components().registerComponent(id.c_str(), ("name of " + id).c_str(), id.c_str(), false));
   for (std::string const & id : ids) {

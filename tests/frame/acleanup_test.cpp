@@ -192,6 +192,16 @@ TEST(CleanUp, NamesOfDifferentLengthDiffer) {
   EXPECT_FALSE(support::exists("a.tmp"));
 }
 
+TEST(CleanUp, NamesOfOneLengthThatDifferBehindANulAreTheSame) {
+  addFile("b.tmp");
+  support::writeFile("a.tmp", "");
+  KivCleanUp::Instance().AddFileCleanUpAction(String("a.tmp\0x", 7));
+  KivCleanUp::Instance().RemoveFileCleanUpAction(String("a.tmp\0y", 7));
+  triggerExit();
+  EXPECT_TRUE(support::exists("a.tmp"));
+  EXPECT_FALSE(support::exists("b.tmp"));
+}
+
 TEST(CleanUp, TakingOutPassesOverOtherKindsOfActionsAndUnknownNames) {
   KivCleanUp::Instance().RemoveFileCleanUpAction("a.tmp");
   add("a.tmp");

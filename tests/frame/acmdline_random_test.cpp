@@ -5,6 +5,7 @@
 #include "frame/cmdline_getters.hpp"
 #include "frame/heap_arguments.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +42,7 @@ std::vector<std::string> const & names() {
 }
 
 struct RandomLines {
-  std::mt19937 engine{20240229};
+  support::Random engine{20240229};
 
   /// 0 to \p most, both included.
   std::size_t upTo(std::size_t most) { return std::uniform_int_distribution<std::size_t>(0, most)(engine); }
@@ -114,7 +115,7 @@ struct Model {
 
   bool isOption(std::size_t i) const { return !words[i].empty() && (words[i][0] == '-' || words[i][0] == '/'); }
 
-  /// The first option that begins with the name; 0 where there is none.
+  /// The first option that begins with the name; 0 if there is none.
   std::size_t find(std::string_view name) const {
     for (std::size_t i = 1; i < words.size(); ++i)
       if (isOption(i) && std::string_view(words[i]).substr(1).starts_with(name))

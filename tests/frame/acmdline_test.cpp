@@ -1,5 +1,6 @@
 #include "acmdline.hpp"
 
+#include "diagnostics/internal_errors.hpp"
 #include "frame/cmdline_getters.hpp"
 #include "frame/heap_arguments.hpp"
 #include "support/allocation.hpp"
@@ -11,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 using kivtest::kFlagGetters;
@@ -42,7 +44,7 @@ KivCmdline const & initWords(Words const & words, bool withGUI = true, char cons
   return KivCmdline::Instance();
 }
 
-/// init with a program's name and these words behind it.
+/// init with a program's name, followed by these words.
 KivCmdline const & initWith(Words words) {
   words.insert(words.begin(), "tool.exe");
   return initWords(words);
@@ -55,7 +57,7 @@ KivCmdline const & initWithoutGUI(Words words, char const * logOptionName = "log
 
 std::string text(String const & value) { return std::string(value.c_str(), static_cast<std::size_t>(value.Len())); }
 
-/// The words of the flags that are on, each with a blank behind it.
+/// The words of the flags that are on, each followed by a blank.
 std::string flagsThatAreOn() {
   std::string on;
   for (auto const & flag : kFlagGetters)
@@ -92,6 +94,53 @@ TEST(CmdlineBeforeInit, EveryValueGetterAnswersForAnAbsentOption) {
   String script("before");
   EXPECT_FALSE(cmdline.getStartupKivScript(script));
   EXPECT_EQ(text(script), "before");
+}
+
+TEST(CmdlineBeforeInit, FlagGettersReportNothing) {
+  kivtest::InternalErrors const errors;
+  for (auto const & flag : kFlagGetters)
+    flag.get();
+  EXPECT_EQ(errors.places(), Words{});
+}
+
+TEST(CmdlineBeforeInit, EachOtherQueryReportsTheLineOfTheOneThatItAsksFirstAndNoOther) {
+  struct {
+    char const * name;
+    void (*ask)(KivCmdline const & cmdline);
+    Words places;
+  } const rows[] = {
+      {"getCount", [](KivCmdline const & c) { c.getCount(); }, {"acmdline.cpp (179)"}},
+      {"getParam", [](KivCmdline const & c) { c.getParam(0); }, {"acmdline.cpp (188)"}},
+      {"isFlag", [](KivCmdline const & c) { c.isFlag("trace"); }, {"acmdline.cpp (201)"}},
+      {"getValue", [](KivCmdline const & c) { c.getValue("u"); }, {"acmdline.cpp (228)"}},
+      {"getInt", [](KivCmdline const & c) { c.getInt("h"); }, {"acmdline.cpp (228)"}},
+      {"getLong", [](KivCmdline const & c) { c.getLong("h"); }, {"acmdline.cpp (228)"}},
+      {"getDouble", [](KivCmdline const & c) { c.getDouble("h"); }, {"acmdline.cpp (228)"}},
+      {"getLoginSchemaVersion", [](KivCmdline const & c) { c.getLoginSchemaVersion(); }, {"acmdline.cpp (188)"}},
+      {"getStartupKivScript",
+       [](KivCmdline const & c) {
+         String s;
+         c.getStartupKivScript(s);
+       },
+       {"acmdline.cpp (201)"}},
+      {"getFontHeight", [](KivCmdline const & c) { c.getFontHeight(); }, {"acmdline.cpp (228)"}},
+      {"getWSPortNumber", [](KivCmdline const & c) { c.getWSPortNumber(); }, {"acmdline.cpp (228)"}},
+      {"getWSLogFileBackupCount", [](KivCmdline const & c) { c.getWSLogFileBackupCount(); }, {"acmdline.cpp (201)"}},
+      {"getWSLogFormat", [](KivCmdline const & c) { c.getWSLogFormat(); }, {}},
+      {"the log file", [](KivCmdline const & c) { c.getModalDialogSuppressionLogfileName(); }, {}},
+  };
+  kivtest::InternalErrors const errors;
+  Words expected;
+  for (auto const & row : rows) {
+    row.ask(KivCmdline::Instance());
+    expected.insert(expected.end(), row.places.begin(), row.places.end());
+    EXPECT_EQ(errors.places(), expected) << row.name;
+  }
+  for (auto const & row : kTextGetters) {
+    (KivCmdline::Instance().*row.get)();
+    expected.emplace_back("acmdline.cpp (228)");
+    EXPECT_EQ(errors.places(), expected) << row.option;
+  }
 }
 
 TEST(CmdlineBeforeInit, InstanceIsOneObject) { EXPECT_EQ(&KivCmdline::Instance(), &KivCmdline::Instance()); }
@@ -141,7 +190,7 @@ TEST(CmdlineFlags, NearMissesOfTheirWordsSetNothing) {
     }
 }
 
-TEST(CmdlineFlags, OfEqualBeginningAreToldApart) {
+TEST(CmdlineFlags, WithTheSameBeginningAreDistinguished) {
   initWith({"-no_gui", "-no_dialogs"});
   EXPECT_EQ(flagsThatAreOn(), "no_dialogs no_gui ");
 }
@@ -273,7 +322,7 @@ TEST(CmdlineValues, OfTextOptionsAreWhatFollowsTheName) {
     }
 }
 
-TEST(CmdlineValues, OfTextOptionsTellCaseApart) {
+TEST(CmdlineValues, OfTextOptionsAreCaseSensitive) {
   for (auto const & row : kTextGetters) {
     std::string other = row.option;
     for (char & c : other)
@@ -282,7 +331,7 @@ TEST(CmdlineValues, OfTextOptionsTellCaseApart) {
   }
 }
 
-TEST(CmdlineValues, OfNumberOptionsAreTheNumberBehindTheName) {
+TEST(CmdlineValues, OfNumberOptionsAreTheNumberAfterTheName) {
   for (auto const & row : kNumberGetters)
     for (char const prefix : {'-', '/'}) {
       std::string const option = prefix + std::string(row.option);
@@ -452,7 +501,7 @@ TEST(CmdlinePrefixTrap, EmptyNameMatchesTheFirstOption) {
 
 TEST(CmdlineWords, AreCountedWithTheProgram) { EXPECT_EQ(initWith({"a", "-b", ""}).getCount(), 4); }
 
-TEST(CmdlineWords, AreGivenAsTheyStand) {
+TEST(CmdlineWords, AreReturnedUnchanged) {
   KivCmdline const & cmdline = initWith({"-trace", "/uAdmin", "file name.txt", ""});
   EXPECT_EQ(text(cmdline.getParam(0)), "tool.exe");
   EXPECT_EQ(text(cmdline.getParam(1)), "-trace");
@@ -483,7 +532,22 @@ TEST(CmdlineWords, AreReadWhereTheCallersArrayIs) {
   EXPECT_EQ(text(KivCmdline::Instance().getLoginUserName()), "admin");
 }
 
-TEST(CmdlineWords, ThatAreNullArePassedOver) {
+TEST(CmdlineWords, AreReadFromTheCallersArrayAndNotFromACopyOfIt) {
+  auto & arguments = kept({"tool.exe", "-uAdmin", "-h9"});
+  KivCmdline::init(arguments.argc(), arguments.argv(), true, "");
+  KivCmdline const & cmdline = KivCmdline::Instance();
+  std::swap(arguments.argv()[0], arguments.argv()[1]);
+  EXPECT_EQ(text(cmdline.getParam(0)), "-uAdmin");
+  EXPECT_EQ(text(cmdline.getParam(1)), "tool.exe");
+  EXPECT_EQ(text(cmdline.getLoginUserName()), "");
+  char other[] = "-uGuest";
+  arguments.argv()[2] = other;
+  EXPECT_TRUE(cmdline.isFlag("uG"));
+  EXPECT_EQ(text(cmdline.getLoginUserName()), "Guest");
+  EXPECT_EQ(cmdline.getFontHeight(), 0);
+}
+
+TEST(CmdlineWords, ThatAreNullAreIgnored) {
   auto & arguments = kept({"tool.exe", "gone", "-uAdmin", "gone", "-trace"});
   for (std::size_t const i : {0, 1, 3})
     arguments.setNull(i);

@@ -2,6 +2,7 @@
 
 #include "support/allocation.hpp"
 #include "support/child_process.hpp"
+#include "support/random.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -109,17 +110,17 @@ Words systemSplit(std::string const & line) {
 }
 
 TEST(Split, AnswersRandomLinesAsTheSystemDoes) {
-  std::mt19937 random(20261121);
-  for (int i = 0; i < 100000; ++i) {
+  support::Random random(20261121);
+  for (std::size_t i = 0; i < support::times(100'000); ++i) {
     std::string const line = randomLine(random);
     ASSERT_EQ(split(line.c_str()), systemSplit(line)) << '[' << line << ']';
   }
 }
 
 TEST(Split, StaysInsideOfTheLineAndOfItsBlock) {
-  std::mt19937 random(20261122);
+  support::Random random(20261122);
   support::GuardPages const guard;
-  for (int i = 0; i < 5000; ++i) {
+  for (std::size_t i = 0; i < support::times(5000); ++i) {
     std::string const line = randomLine(random);
     std::unique_ptr<char[]> const copy(new char[line.size() + 1]);
     std::memcpy(copy.get(), line.c_str(), line.size() + 1);

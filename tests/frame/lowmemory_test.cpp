@@ -38,6 +38,15 @@ TEST(LowMemory, AfterCancelNewThrows) {
   EXPECT_EQ(watch.boxes().size(), 1u);
 }
 
+// This program has a start of its own.
+TEST(LowMemory, WithoutKivaraMainAsksFromTheEntryOn) {
+  BoxWatch watch({IDCANCEL});
+  EXPECT_EQ(std::malloc(tooMuch), nullptr);
+  EXPECT_EQ(watch.boxes().size(), 0u);
+  inApplication([] { EXPECT_EQ(std::malloc(tooMuch), nullptr); });
+  EXPECT_EQ(watch.boxes().size(), 1u);
+}
+
 TEST(LowMemory, AsksAgainAtTheNextFailure) {
   BoxWatch watch({IDCANCEL});
   inApplication([] {

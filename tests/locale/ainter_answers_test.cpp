@@ -1,12 +1,17 @@
 // Answers that the system hardly ever gives: its part is played by the test.
 #include "ainter.hpp"
 
+#include "acmdline.hpp"
+#include "frame/language.hpp"
 #include "locale/ainter_state.hpp"
 #include "support/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cstring>
+#include <map>
 #include <new>
 #include <string>
 #include <vector>
@@ -36,6 +41,98 @@ TEST(LanguageLookUp, PassesOverLocalesThatAreNoNumbersAndEndsAtItsFind) {
   told.clear();
   EXPECT_EQ(KivInternational::GetLanguageIDOfISO639("none such"), 0);
   EXPECT_EQ(told.size(), 4u);
+}
+
+/// A system of few locales, each with the facts that the look-ups ask for.
+struct PlayedLocale {
+  char const * number; ///< as the system enumerates it
+  std::map<LCTYPE, std::string> facts;
+};
+std::vector<PlayedLocale> playedLocales;
+DWORD enumerationFlags = 0;
+std::vector<LCID> askedLocales;
+
+BOOL WINAPI enumeratePlayed(LOCALE_ENUMPROCA callback, DWORD flags) {
+  enumerationFlags = flags;
+  for (PlayedLocale const & each : playedLocales) {
+    std::string number(each.number);
+    if (!callback(number.data()))
+      break;
+  }
+  return TRUE;
+}
+
+int WINAPI playedFact(LCID locale, LCTYPE type, char * text, int size) {
+  askedLocales.push_back(locale);
+  for (PlayedLocale const & each : playedLocales) {
+    auto const fact = each.facts.find(type);
+    if ((std::strtoul(each.number, nullptr, 16) & 0xFFFF) != locale || fact == each.facts.end())
+      continue;
+    if (size != 0)
+      std::strcpy(text, fact->second.c_str());
+    return static_cast<int>(fact->second.size()) + 1;
+  }
+  return 0;
+}
+
+void playLocales(std::vector<PlayedLocale> const & locales) {
+  playedLocales = locales;
+  play("KERNEL32.dll", "EnumSystemLocalesA", reinterpret_cast<void *>(enumeratePlayed));
+  play("KERNEL32.dll", "GetLocaleInfoA", reinterpret_cast<void *>(playedFact));
+}
+
+TEST(LanguageLookUp, AsksForTheSupportedLocalesAndNotOnlyForTheInstalledOnes) {
+  playLocales({});
+  using LookUp = unsigned short (*)(SV::String const &);
+  for (LookUp const find :
+       {KivInternational::GetLanguageIDOfNativeLanguageName, KivInternational::GetLanguageIDOfNativeCountryName,
+        KivInternational::GetLanguageIDOfEnglishLanguageName, KivInternational::GetLanguageIDOfEnglishCountryName,
+        KivInternational::GetLanguageIDOfISO639}) {
+    enumerationFlags = 0;
+    find("any");
+    EXPECT_EQ(enumerationFlags, DWORD{LCID_SUPPORTED});
+  }
+}
+
+DWORD validityFlags = 0;
+
+TEST(LanguageIdentifier, IsValidWhenItsLocaleIsSupportedAndNotOnlyWhenItIsInstalled) {
+  play("KERNEL32.dll", "IsValidLocale", reinterpret_cast<void *>(+[](LCID, DWORD flags) -> BOOL {
+         validityFlags = flags;
+         return TRUE;
+       }));
+  EXPECT_TRUE(KivInternational::IsValidLanguageID(1031));
+  EXPECT_EQ(validityFlags, DWORD{LCID_SUPPORTED});
+}
+
+// The high bits of a locale say how its language is sorted.
+TEST(LanguageLookUp, TakesTheLow16BitsOfALocale) {
+  playLocales({{"00010407", {{LOCALE_SENGLANGUAGE, "German"}}}, {"00020C04", {{LOCALE_SENGLANGUAGE, "Chinese"}}}});
+  EXPECT_EQ(KivInternational::GetLanguageIDOfEnglishLanguageName("German"), 0x407);
+  EXPECT_EQ(KivInternational::GetLanguageIDOfEnglishLanguageName("Chinese"), 0xC04) << "no code, so its own identifier";
+  for (LCID const locale : askedLocales)
+    EXPECT_LT(locale, 0x10000u);
+}
+
+// One word may be the name of one language and the code of another.
+TEST(LanguageChoice, TakesTheValueForANameBeforeItTakesItForACode) {
+  std::vector<PlayedLocale> const locales = {{"00000001", {{LOCALE_SENGCOUNTRY, "xy"}}},
+                                             {"00000002", {{LOCALE_SISO639LANGNAME, "xy"}}},
+                                             {"00000003", {{LOCALE_SENGLANGUAGE, "xy"}}},
+                                             {"00000004", {{LOCALE_SNATIVECTRYNAME, "xy"}}},
+                                             {"00000005", {{LOCALE_SNATIVELANGNAME, "xy"}}}};
+  char program[] = "program";
+  char option[] = "-langxy";
+  char * arguments[] = {program, option, nullptr};
+  KivCmdline::init(2, arguments, false, "");
+  for (std::size_t left = locales.size(); left > 1; --left) {
+    playLocales({locales.begin(), locales.begin() + static_cast<std::ptrdiff_t>(left)});
+    kivara::chooseLanguage();
+    EXPECT_EQ(KivInternational::GetCurrentLanguageID(), left);
+  }
+  playLocales({locales.front()});
+  kivara::chooseLanguage();
+  EXPECT_EQ(KivInternational::GetCurrentLanguageID(), 2) << "an English name of a country selects nothing";
 }
 
 std::vector<int> sizes;

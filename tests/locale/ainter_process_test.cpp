@@ -195,6 +195,7 @@ TEST_F(Packs, ThatAreNotInTheirFolderComeFromTheProgramFolder) {
   folder.addPack(kGerman, "spare72.dll");
   auto const facts = folder.facts("create spare 1|chain|text 0x2002923");
   EXPECT_EQ(facts.at("create"), "1");
+  EXPECT_EQ(facts.at("failed"), "0") << "nothing is missing";
   EXPECT_EQ(facts.at("chain"), ".\\spare72.dll");
   EXPECT_EQ(facts.at("0x2002923"), "Abbrechen");
 }
@@ -288,6 +289,26 @@ TEST_F(Packs, AreUnloadedByAChangeOfTheLanguageAndAtTheEndOfTheChain) {
   EXPECT_EQ(ended.at("chain"), "none");
 }
 
+// What the new one takes over from the old one's file is still there then.
+TEST_F(Packs, AreEachLoadedInTheNewLanguageBeforeTheOldOneIsUnloaded) {
+  folder.addPack(kEnglish, "language\\common72.dll");
+  auto const facts = folder.facts("create texts 1|create common 0|files|set 1031|files");
+  EXPECT_EQ(facts.at("files"), "open (none), unload, open (none), unload");
+}
+
+TEST_F(Packs, AreReloadedWhileNoneIsActiveAndThenTheFirstIs) {
+  folder.addPack(kEnglish, "language\\common72.dll");
+  auto const facts = folder.facts("create texts 1|create common 0|files|set 1031|files|chain");
+  EXPECT_EQ(facts.at("files").find("72.dll"), std::string::npos) << facts.at("files");
+  EXPECT_EQ(facts.at("chain"), "language\\1031\\texts72.dll, language\\common72.dll");
+}
+
+TEST_F(Packs, AreMadeActiveAsTheFirstOfTheChainAndNotBecauseNoneIs) {
+  folder.addPack(kEnglish, "language\\common72.dll");
+  EXPECT_EQ(folder.facts("create texts 1|deactivate|create common 0|chain").at("chain"), "none");
+  EXPECT_EQ(folder.facts("create texts 1|delete|create common 0|chain").at("chain"), "language\\common72.dll");
+}
+
 TEST_F(Packs, AreLoadedUnderTheFlagThatTheirFailureIsToldHere) {
   folder.addPack(kGerman, "spare72.dll");
   for (std::string const steps : {"create texts 1", "create spare 0", "create none 1", "create texts 1|set 1031"})
@@ -333,6 +354,13 @@ TEST_F(Packs, ThatAreAllMissingInTheNewLanguageEndTheProgram) {
   std::string const log = support::readFile(folder.path() + "\\out.log").value_or("");
   EXPECT_TRUE(log.starts_with("Failed to load the resource file 'english72.dll' for the selected language 'Deutsch'."));
   EXPECT_TRUE(holds(log, "Internal error loading a resource.\r\nResource ID: " + std::to_string(0x2002922)));
+}
+
+// The labels are missing in the new language, which ends the program: by then the help file has been changed.
+TEST_F(Packs, HelpIsSwitchedBeforeTheLabelsAreRead) {
+  folder.addPack(kEnglish, "language\\2057\\english72.dll");
+  Texts const texts = folder.debugTexts("create english 1|newhelp manual|set 1031", "-no_dialogs");
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "[kiv] Using help file '" + folder.path() + "\\manual.chm'\n"), 2);
 }
 
 TEST_F(Packs, HelpFileAndButtonsStayWhenTheLanguageIsSetAgain) {

@@ -6,6 +6,7 @@
 #include "support/allocation.hpp"
 #include "support/files.hpp"
 #include "support/import_hook.hpp"
+#include "support/random.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@
 namespace {
 
 constexpr int kShards = 10;
-constexpr int kTextsPerShard = 10'000;
+constexpr std::size_t kTextsPerShard = 10'000;
 
 std::string changed(std::string bytes, std::mt19937 & random) {
   auto const below = [&](std::size_t limit) { return limit == 0 ? 0 : random() % limit; };
@@ -107,9 +108,9 @@ TEST_P(DamagedWordFiles, GiveWhatPrecedesTheFault) {
   std::string const path = folder / "kivml.dll";
   ASSERT_EQ(path[0], Kiv_GetProgramPath(true).c_str()[0]) << "the test needs both on one drive";
   SV::String const name = fileNameFor(path);
-  std::mt19937 random(static_cast<unsigned>(GetParam()));
+  support::Random random(static_cast<unsigned>(GetParam()));
   support::GuardPages const guard;
-  for (int i = 0; i < kTextsPerShard; ++i) {
+  for (std::size_t i = 0; i < support::times(kTextsPerShard); ++i) {
     std::string const bytes = damaged(packedTexts(someTexts(random)), random);
     ASSERT_NO_FATAL_FAILURE(overwrite(path, bytes));
     KivStringContainer container;
@@ -182,9 +183,9 @@ class DamagedLanguageLists : public testing::TestWithParam<int> {};
 TEST_P(DamagedLanguageLists, AreReadByTheRulesOfTheLines) {
   support::TempFolder const folder;
   std::string const path = folder / "lang.ini";
-  std::mt19937 random(1000u + static_cast<unsigned>(GetParam()));
+  support::Random random(1000u + static_cast<unsigned>(GetParam()));
   support::GuardPages const guard;
-  for (int i = 0; i < kTextsPerShard; ++i) {
+  for (std::size_t i = 0; i < support::times(kTextsPerShard); ++i) {
     std::string text = "; languages\n2057 English\r\n  1031\n" + std::string(random() % 200, ' ') + "1036\n\n9999;\n";
     text = damaged(text, random);
     ASSERT_NO_FATAL_FAILURE(overwrite(path, text));

@@ -1,16 +1,18 @@
 // What the installed binaries say of themselves.
 
+#include "package/file_facts.hpp"
 #include "package/package_paths.hpp"
-#include "tools/winapi.hpp"
+#include "support/files.hpp"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+using kivtest::FileFacts;
 
 namespace {
 
@@ -33,77 +35,67 @@ std::vector<fs::path> binaries(std::string const & extension) {
   return found;
 }
 
-/// A text of the version information; empty when there is none.
-std::string versionText(fs::path const & file, std::string const & name) {
-  DWORD ignored = 0;
-  std::vector<char> data(GetFileVersionInfoSizeA(file.string().c_str(), &ignored));
-  void * text = nullptr;
-  UINT length = 0;
-  if (data.empty() || !GetFileVersionInfoA(file.string().c_str(), 0, static_cast<DWORD>(data.size()), data.data()) ||
-      !VerQueryValueA(data.data(), ("\\StringFileInfo\\080904E4\\" + name).c_str(), &text, &length))
-    return "";
-  return static_cast<char const *>(text);
+/// The packs of all languages, and the language of their folder.
+std::vector<std::pair<fs::path, int>> packs() {
+  std::vector<std::pair<fs::path, int>> found;
+  for (auto const & dll : binaries(".dll"))
+    if (dll.parent_path().parent_path().filename() == "language")
+      found.emplace_back(dll, std::stoi(dll.parent_path().filename().string()));
+  return found;
 }
 
-std::string fixedVersion(fs::path const & file) {
-  DWORD ignored = 0;
-  std::vector<char> data(GetFileVersionInfoSizeA(file.string().c_str(), &ignored));
-  void * fixed = nullptr;
-  UINT length = 0;
-  if (data.empty() || !GetFileVersionInfoA(file.string().c_str(), 0, static_cast<DWORD>(data.size()), data.data()) ||
-      !VerQueryValueA(data.data(), "\\", &fixed, &length))
-    return "";
-  auto const & info = *static_cast<VS_FIXEDFILEINFO const *>(fixed);
-  return std::to_string(HIWORD(info.dwFileVersionMS)) + '.' + std::to_string(LOWORD(info.dwFileVersionMS)) + '.' +
-         std::to_string(HIWORD(info.dwFileVersionLS)) + '.' + std::to_string(LOWORD(info.dwFileVersionLS));
-}
-
-struct ModuleCloser {
-  void operator()(HMODULE module) const { FreeLibrary(module); }
-};
-
-/// The text of the manifest; empty when there is none.
-std::string manifest(fs::path const & program) {
-  std::unique_ptr<HINSTANCE__, ModuleCloser> const module(
-      LoadLibraryExA(program.string().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
-  HRSRC const resource = module ? FindResourceA(module.get(), MAKEINTRESOURCEA(1), MAKEINTRESOURCEA(24))
-                                : nullptr; // the process's manifest
-  if (!resource)
-    return "";
-  auto const * const text = static_cast<char const *>(LockResource(LoadResource(module.get(), resource)));
-  return {text, SizeofResource(module.get(), resource)};
+void expectOwnVersion(fs::path const & file) {
+  FileFacts const facts(file.string());
+  std::wstring const version(std::begin(KIVARA_VERSION), std::end(KIVARA_VERSION) - 1);
+  EXPECT_EQ(facts.version(), KIVARA_VERSION) << file;
+  EXPECT_EQ(facts.versionText(L"FileVersion"), version) << file;
+  EXPECT_EQ(facts.versionText(L"OriginalFilename"), file.filename().wstring()) << file;
+  EXPECT_NE(facts.versionText(L"FileDescription"), L"") << file;
 }
 
 } // namespace
 
 TEST(InstalledBinaries, EveryDllTellsItsVersionAndName) {
-  auto dlls = binaries(".dll");
-  std::erase_if(dlls, [](fs::path const & file) { return file.filename() == "kivml.dll"; }); // words, and no library
+  auto const dlls = binaries(".dll");
   EXPECT_GE(dlls.size(), 5u);
-  for (auto const & dll : dlls) {
-    EXPECT_EQ(fixedVersion(dll), KIVARA_VERSION) << dll;
-    EXPECT_EQ(versionText(dll, "FileVersion"), KIVARA_VERSION) << dll;
-    EXPECT_EQ(versionText(dll, "OriginalFilename"), dll.filename().string()) << dll;
-    EXPECT_NE(versionText(dll, "FileDescription"), "") << dll;
-  }
+  for (auto const & dll : dlls)
+    expectOwnVersion(dll);
 }
 
 TEST(InstalledBinaries, EveryProgramTellsItsVersionAndName) {
   auto const programs = binaries(".exe");
   EXPECT_GE(programs.size(), 2u);
-  for (auto const & program : programs) {
-    EXPECT_EQ(fixedVersion(program), KIVARA_VERSION) << program;
-    EXPECT_EQ(versionText(program, "OriginalFilename"), program.filename().string()) << program;
-    EXPECT_NE(versionText(program, "FileDescription"), "") << program;
+  for (auto const & program : programs)
+    expectOwnVersion(program);
+}
+
+TEST(InstalledBinaries, EveryLanguagePackIsTaggedWithItsLanguageAlone) {
+  EXPECT_GE(packs().size(), 4u);
+  for (auto const & [pack, language] : packs()) {
+    FileFacts const facts(pack.string());
+    EXPECT_EQ(facts.languages(), std::set<int>{language}) << pack;
+    EXPECT_EQ(facts.versionLanguage(), language) << pack;
   }
 }
 
 TEST(InstalledBinaries, EveryProgramHasAManifestForCurrentControlsAndNoAdministrator) {
   for (auto const & program : binaries(".exe")) {
-    std::string const text = manifest(program);
+    std::string const text = FileFacts(program.string()).manifest();
     EXPECT_NE(text.find("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""), std::string::npos)
         << program;
     EXPECT_NE(text.find("requestedExecutionLevel level=\"asInvoker\""), std::string::npos) << program;
     EXPECT_EQ(text.find("activeCodePage"), std::string::npos) << program;
   }
+}
+
+TEST(InstalledBinaries, EveryProgramIsDrawnInTheScaleOfTheDisplay) {
+  // This program has the manifest that all programs get: the system tells how it reads it.
+  wchar_t setting[8] = L"";
+  EXPECT_TRUE(QueryActCtxSettingsW(0, nullptr, L"http://schemas.microsoft.com/SMI/2005/WindowsSettings", L"dpiAware",
+                                   setting, std::size(setting), nullptr));
+  EXPECT_STREQ(setting, L"true");
+  std::string const own = FileFacts(support::binFolder() + "package_test.exe").manifest();
+  EXPECT_NE(own, "");
+  for (auto const & program : binaries(".exe"))
+    EXPECT_EQ(FileFacts(program.string()).manifest(), own) << program;
 }

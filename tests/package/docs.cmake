@@ -24,19 +24,9 @@ foreach(row IN LISTS rows)
 endforeach()
 
 # Links between pages lead somewhere.
+include(${CMAKE_CURRENT_LIST_DIR}/links.cmake)
 file(GLOB pages ${SOURCE}/*.md ${SOURCE}/docs/*.md)
-foreach(page IN LISTS pages)
-  cmake_path(GET page PARENT_PATH folder)
-  file(READ ${page} text)
-  string(REPLACE "](" " link:" text "${text}") # brackets would hold lists together
-  string(REGEX MATCHALL " link:[^)#:]+[)#]" links "${text}")
-  foreach(link IN LISTS links)
-    string(REGEX REPLACE "^ link:(.*).$" "\\1" target "${link}")
-    if(NOT EXISTS ${folder}/${target})
-      message(SEND_ERROR "${page}: ${target} does not exist")
-    endif()
-  endforeach()
-endforeach()
+expect_links(${pages})
 
 # The index has every page.
 file(READ ${SOURCE}/docs/README.md index)

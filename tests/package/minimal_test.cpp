@@ -1,4 +1,4 @@
-// apps/minimal as it was built against the installation.
+// The smallest sample as it was built and shipped with the installation.
 
 #include "package/package_paths.hpp"
 #include "support/child_process.hpp"
@@ -12,11 +12,11 @@
 namespace {
 
 support::ProgramStart minimal(std::string const & arguments = "") {
-  return {.program = packagePath("minimal/minimal.exe"), .arguments = arguments};
+  return {.program = packagePath("minimal-installed/bin/minimal.exe"), .arguments = arguments};
 }
 
 HWND mainWindow(support::ChildProcess const & child) {
-  return support::waitForWindow({.processId = child.processId(), .title = "The smallest program"});
+  return support::waitForWindow({.processId = child.processId(), .title = "The shortest program"});
 }
 
 /// The files that the process has loaded.
@@ -51,7 +51,7 @@ TEST(MinimalProgram, EndsByItselfWhenAskedTo) {
 
 TEST(MinimalProgram, SpeaksTheLanguageItIsToldTo) {
   support::ChildProcess const child(minimal("-langde"));
-  EXPECT_TRUE(support::waitForWindow({.processId = child.processId(), .title = "Das kleinste Programm"}));
+  EXPECT_TRUE(support::waitForWindow({.processId = child.processId(), .title = "Das k\xFCrzeste Programm"}));
 }
 
 TEST(MinimalProgram, LoadsTheDllsThatWereCopiedBesideIt) {
@@ -59,5 +59,5 @@ TEST(MinimalProgram, LoadsTheDllsThatWereCopiedBesideIt) {
   ASSERT_TRUE(mainWindow(child));
   auto const modules = modulesOf(child);
   for (std::string const name : {"kivara.dll", "SV0105.dll", "TL0105.dll", "libstdc++-6.dll", "libgcc_s_seh-1.dll"})
-    EXPECT_EQ(std::count(modules.begin(), modules.end(), packagePath("minimal/" + name)), 1) << name;
+    EXPECT_EQ(std::count(modules.begin(), modules.end(), packagePath("minimal-installed/bin/" + name)), 1) << name;
 }

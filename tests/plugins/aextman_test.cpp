@@ -82,6 +82,25 @@ TEST(ExtensionManager, AnExtensionThatIsAddedTwiceIsTakenOffOnce) {
   EXPECT_STREQ(manager.getPath("a.xml.xml").c_str(), "a.xml");
 }
 
+// The lengths are compared first, and then the texts up to their NULs.
+TEST(ExtensionManager, ANulInAPathCountsForTheLengthAndEndsTheComparison) {
+  KivExtensionManager manager("xml");
+  manager.addExtension(String("k\0a", 3));
+  String longer("model.xml\0z", 11);
+  EXPECT_EQ(manager.getPath(longer), longer) << "the last piece has five characters";
+  manager.setExtension(longer);
+  EXPECT_EQ(longer, String("model.xml\0z.xml", 15));
+  String same("model.K\0b", 9);
+  EXPECT_EQ(manager.getPath(same), "model");
+  manager.setExtension(same);
+  EXPECT_EQ(same, String("model.K\0b", 9));
+}
+
+TEST(ExtensionManager, ADotBehindANulIsTheLastOne) {
+  KivExtensionManager const manager("xml");
+  EXPECT_EQ(manager.getPath(String("a\0b.xml", 7)), String("a\0b", 3));
+}
+
 TEST(ExtensionManager, TheEmptyExtensionIsADotAtTheEnd) {
   KivExtensionManager const manager{String()};
   String path("model");

@@ -1,7 +1,7 @@
-// A product that reports what its words tell it to, one after the other, and prints what it sees of it, a line each.
-// Words with '-' are options of the frame. KIVTEST_EARLY=1: an internal error before the application object exists, and
-// one after it has gone. KIVTEST_BEFORE_INIT=name: that question to the command line before it has been read.
-// KIVTEST_NO_GUI=1: a host without a user interface.
+// A product that reports what its words say, one after the other, and prints what it sees of it, a line each. Words with
+// '-' are options of the frame. KIVTEST_EARLY=1: an internal error before the application object exists, and one after it
+// has gone; KIVTEST_EARLY=deadnet: with a dead network. KIVTEST_BEFORE_INIT=name: that question to the command line before
+// it has been read. KIVTEST_NO_GUI=1: a host without a user interface.
 
 #include "kivara.hpp"
 
@@ -38,10 +38,15 @@ bool isEvaluated() {
 
 int (*boxInstead)() = nullptr;
 
-/// Stands in front of the system's box in the library.
+/// Called by the library instead of the system's box.
 int WINAPI spyOnBox(HWND owner, char const * text, char const * title, UINT style) {
   print("box owner=%d style=0x%x, wait %d\n", owner != nullptr, style, SV::Application::IsWait());
   return boxInstead != nullptr ? boxInstead() : MessageBoxA(owner, text, title, style);
+}
+
+void watchBoxes() {
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "user32.dll",
+                          {{"MessageBoxA", reinterpret_cast<void *>(spyOnBox)}});
 }
 
 int noBox() {
@@ -58,10 +63,20 @@ int boxThatClosesTheWindow() {
   return IDOK;
 }
 
+int boxThatHidesTheWindow() {
+  window->Hide();
+  return IDOK;
+}
+
+int boxWhoseMessagesStartToWait() {
+  SV::Application::Wait(5);
+  return IDOK;
+}
+
 class ProductWindow : public SV::Window {
 public:
-  ProductWindow() : Window(nullptr, SV::WB_TITLE) {
-    SetText("The product");
+  explicit ProductWindow(char const * title = "The product") : Window(nullptr, SV::WB_TITLE) {
+    SetText(title);
     SetPosSizePixel({0, 0}, {200, 100});
     Show();
     SV::Application::SetAppWindow(this);
@@ -71,6 +86,52 @@ public:
     Window::Update();
   }
 };
+
+/// Handles messages until it is true, for a limited time.
+void handleMessagesUntil(std::function<bool()> const & isDone) {
+  for (int i = 0; i < 1000 && !isDone(); ++i) {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+      TranslateMessage(&message);
+      DispatchMessageA(&message);
+    }
+    Sleep(10);
+  }
+}
+
+/// The window with the focus, and its own procedure.
+HWND focused = nullptr;
+WNDPROC ownProcedure = nullptr;
+int keys = 0;
+bool reportsFocus = false;
+
+LRESULT CALLBACK watchKeysAndFocus(HWND self, UINT message, WPARAM wParam, LPARAM lParam) {
+  LRESULT const result = CallWindowProcA(ownProcedure, self, message, wParam, lParam);
+  keys += message == WM_CHAR ? 1 : 0;
+  if (message == WM_SETFOCUS && reportsFocus)
+    displayErrorMessage("afocus.cpp", 1);
+  return result;
+}
+
+/// A window in front that has the focus, or whose field has it.
+void openInFront(bool withField) {
+  window = std::make_unique<ProductWindow>();
+  HWND const frame = window->GethWnd();
+  focused = withField
+                ? CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 0, 0, 200, 30, frame, nullptr, nullptr, nullptr)
+                : frame;
+  ownProcedure = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(focused, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(watchKeysAndFocus)));
+  SetForegroundWindow(frame);
+  SetFocus(focused);
+  handleMessagesUntil([&] { return GetForegroundWindow() == frame && GetFocus() == focused; });
+}
+
+void waitForKey() {
+  handleMessagesUntil([] { return keys > 0; });
+  print("got a key: %d\n", keys > 0);
+  keys = 0;
+}
 
 /// Writes the characters of the console's first 60 lines to a file, in UTF-8.
 void writeScreen(std::string const & name) {
@@ -112,8 +173,7 @@ void askCommandLine(std::string const & question) {
 class Reporter : public KivMDIApplication {
 public:
   Reporter() : KivMDIApplication("Reporter", setting("KIVTEST_NO_GUI").empty(), "log_reporter") {
-    support::replaceImports(GetModuleHandleA("kivara.dll"), "user32.dll",
-                            {{"MessageBoxA", reinterpret_cast<void *>(spyOnBox)}});
+    watchBoxes();
     askCommandLine(setting("KIVTEST_BEFORE_INIT"));
   }
 
@@ -165,7 +225,7 @@ private:
     print("assertion %d\n", KIV_Assert_Fail("amodule.cpp", assertionLine_, expression.c_str(), "what it means"));
   }
 
-  /// So many characters, each of which tells where it stands.
+  /// So many characters; each one depends on its position.
   static void writeCharacters(std::string const & count) {
     std::string text(std::strtoul(count.c_str(), nullptr, 10), ' ');
     for (std::size_t i = 0; i < text.size(); ++i)
@@ -208,6 +268,12 @@ private:
 
   std::map<std::string, std::function<void(std::string const &)>> const actions_ = {
       {"window", [](auto &) { window = std::make_unique<ProductWindow>(); }},
+      {"untitled", [](auto &) { window = std::make_unique<ProductWindow>(""); }},
+      {"front", [](auto &) { openInFront(false); }},
+      {"field", [](auto &) { openInFront(true); }},
+      {"focus", [](auto &) { print("has the focus: %d\n", GetFocus() == focused); }},
+      {"key", [](auto &) { waitForKey(); }},
+      {"reportfocus", [](auto &) { reportsFocus = true; }},
       {"texts", [this](auto & language) { useManager("language\\" + language + "\\kivara72.dll"); }},
       {"manager", [this](auto & file) { useManager(file); }},
       {"line", [this](auto & number) { errorLine_ = std::strtoul(number.c_str(), nullptr, 10); }},
@@ -219,6 +285,10 @@ private:
       {"nobox", [](auto &) { boxInstead = noBox; }},
       {"cancelledbox", [](auto &) { boxInstead = cancelledBox; }},
       {"closingbox", [](auto &) { boxInstead = boxThatClosesTheWindow; }},
+      {"hidingbox", [](auto &) { boxInstead = boxThatHidesTheWindow; }},
+      {"waitingbox", [](auto &) { boxInstead = boxWhoseMessagesStartToWait; }},
+      {"suppress", [](auto &) { SetModalDialogSuppression(true); }},
+      {"show", [](auto &) { SetModalDialogSuppression(false); }},
       {"deadnet", [](auto &) { Kiv_SetDeadNet(true); }},
       {"connected", [this](auto & word) { connected_ = static_cast<short>(std::atoi(word.c_str())); }},
       {"link", [this](auto &) { Kiv_SetDBConnected_Link(&connected_); }},
@@ -260,7 +330,14 @@ private:
 /// Lives longer than the application object, at both ends.
 class Around {
 public:
-  Around() { report("early"); }
+  Around() {
+    if (setting("KIVTEST_EARLY") == "deadnet") {
+      watchBoxes();
+      boxInstead = noBox;
+      Kiv_SetDeadNet(true);
+    }
+    report("early");
+  }
   ~Around() { report("late"); }
   Around(Around const &) = delete;
   Around & operator=(Around const &) = delete;

@@ -48,6 +48,18 @@ void endOnHeap(void * object) {
   delete static_cast<Survivor *>(object);
 }
 
+/// A sequence that the program enters in the map, which makes it the dispatcher's.
+class RecordedSequence : public KivEventActionSeq {
+public:
+  explicit RecordedSequence(KivEventType type) : type_(type) { KivEventDispatcher::Instance().emplace(type, this); }
+  ~RecordedSequence() override {
+    record("sequence %d dies, dispatcher %s", type_, KivEventDispatcher::isShutDown() ? "gone" : "there");
+  }
+
+private:
+  KivEventType type_;
+};
+
 class Exiter : public KivEventListener {
 public:
   Exiter() { setEventHandler(kSurvivorType, &Exiter::leave, static_cast<KivEventPriority>(-1)); }
@@ -61,6 +73,8 @@ private:
 int main() {
   hold(new (room) Survivor("late object in static memory of the program"), endInPlace);
   hold(new Survivor("late object of the DLL"), endOnHeap);
+  for (KivEventType const type : {KIV_EVENT_LAST, KIV_EVENT_FIRST, KIV_EVENT_OpenModel})
+    new RecordedSequence(type);
   HMODULE const plug = LoadLibraryA("event_plug.dll");
   trigger();
   if (setting("DEATH") == "unload") {

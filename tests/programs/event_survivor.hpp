@@ -4,7 +4,7 @@
 
 #include "frame_program.hpp"
 
-#include "aevent.hpp"
+#include "aevent_dispatcher.hpp"
 
 inline constexpr KivEventType kSurvivorType = KIV_EVENT_SaveModel;
 

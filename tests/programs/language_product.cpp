@@ -15,6 +15,7 @@
 #include <functional>
 #include <map>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -113,14 +114,21 @@ struct {
   bool failureIsOurs = true; ///< the flag says so at each opening
   int openings = 0;
   int unloads = 0;
+  std::string steps; ///< since the last question: each opening with the manager that is active then, and each unloading
 } files;
+
+void noteFile(std::string const & step) { files.steps += (files.steps.empty() ? "" : ", ") + step; }
 
 void watchFiles() {
   support::spyOnImport("SV0105.dll", "CreateFileW", [](support::SpiedCall const &) {
     ++files.openings;
     files.failureIsOurs = files.failureIsOurs && kivara::loadingResourceFile;
+    noteFile("open (" + nameOf(SV::Resource::GetResManager()) + ")");
   });
-  support::spyOnImport("SV0105.dll", "FreeLibrary", [](support::SpiedCall const &) { ++files.unloads; });
+  support::spyOnImport("SV0105.dll", "FreeLibrary", [](support::SpiedCall const &) {
+    ++files.unloads;
+    noteFile("unload");
+  });
 }
 
 class LanguageProgram : public FrameProgram {
@@ -182,6 +190,8 @@ class LanguageProgram : public FrameProgram {
       {"set", [](Words const & w) { KivInternational::SetCurrentLanguageID(shortOf(w[1])); }},
       {"create", [this](Words const & w) { create(w); }},
       {"delete", [](Words const &) { KivInternational::DeleteResMgrs(); }},
+      {"deactivate", [](Words const &) { SV::Resource::SetResManager(nullptr); }},
+      {"files", [](Words const & w) { print(w[0], std::exchange(files.steps, {})); }},
       {"unloads", [](Words const & w) { print(w[0], files.unloads); }},
       {"flag",
        [](Words const & w) {

@@ -1,15 +1,14 @@
-// line_reader FILE: writes the length of each line of the file, and "end" behind the last. The platform shows the message of a
-// fatal end in a box only where the window system is loaded, which in a program of the product it is.
+// line_reader FILE: writes the length of each line of the file, and "end" after the last one, while dialogs are suppressed.
 
 #include "areader.hpp"
 
-#include "tools/winapi.hpp"
+#include "sv/application.hpp"
 
 #include <cstdio>
 #include <memory>
 
 int main(int count, char ** arguments) {
-  LoadLibraryA("user32.dll");
+  SV::Application::SetModalDialogSuppression(true);
   auto * const reader = new KivTextFileReader(count > 1 ? arguments[1] : "");
   std::unique_ptr<KivLineReader> const owner(reader);
   if (!reader->Init())

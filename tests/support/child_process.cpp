@@ -3,6 +3,8 @@
 #include "support/files.hpp"
 #include "tools/winapi.hpp"
 
+#include <psapi.h>
+
 #include <cstdio>
 #include <stdexcept>
 #include <strings.h>
@@ -208,6 +210,20 @@ bool ChildProcess::waitForOutput(std::string_view text, double seconds) const {
       },
       seconds);
   return found;
+}
+
+std::set<std::string> ChildProcess::modules() const {
+  HMODULE all[512];
+  DWORD bytes = 0;
+  if (!K32EnumProcessModules(process_, all, sizeof all, &bytes))
+    failed("asking for modules");
+  std::set<std::string> names;
+  for (std::size_t i = 0; i < bytes / sizeof all[0] && i < std::size(all); ++i) {
+    char name[MAX_PATH] = "";
+    K32GetModuleBaseNameA(process_, all[i], name, sizeof name);
+    names.insert(_strlwr(name));
+  }
+  return names;
 }
 
 void ChildProcess::kill(unsigned exitCode) {

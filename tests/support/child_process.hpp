@@ -12,6 +12,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -66,6 +67,9 @@ public:
   std::string errors() const { return errors_.text(processEnded()); }
   /// Waits until the output holds the text; false when the program ended or the time is up before.
   bool waitForOutput(std::string_view text, double seconds = kTimeLimit) const;
+
+  /// The file names of the program and of the DLLs that it has loaded, in lower case.
+  std::set<std::string> modules() const;
 
   /// Ends the program at once, without its knowledge.
   void kill(unsigned exitCode = 1);

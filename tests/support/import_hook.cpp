@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace support {
 namespace {
@@ -22,30 +23,74 @@ void redirect(IMAGE_THUNK_DATA & entry, void * function) {
   VirtualProtect(&entry, sizeof entry, before, &before);
 }
 
-} // namespace
+void redirectTable(char * base, IMAGE_IMPORT_DESCRIPTOR const & import, std::vector<Replacement> const & replacements) {
+  auto const * name = reinterpret_cast<IMAGE_THUNK_DATA const *>(base + import.OriginalFirstThunk);
+  auto * entry = reinterpret_cast<IMAGE_THUNK_DATA *>(base + import.FirstThunk);
+  for (; name->u1.AddressOfData != 0; ++name, ++entry) {
+    if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal))
+      continue;
+    auto const * const byName = reinterpret_cast<IMAGE_IMPORT_BY_NAME const *>(base + name->u1.AddressOfData);
+    for (auto const & each : replacements)
+      if (std::strcmp(byName->Name, each.name) == 0)
+        redirect(*entry, each.function);
+  }
+}
 
-void replaceImports(HMODULE module, char const * dll, std::vector<Replacement> const & replacements) {
+/// False when the module imports nothing from that DLL, or only late.
+bool redirectImports(HMODULE module, char const * dll, std::vector<Replacement> const & replacements) {
   auto * const base = reinterpret_cast<char *>(module);
   auto const * const dos = reinterpret_cast<IMAGE_DOS_HEADER const *>(base);
   auto const * const headers = reinterpret_cast<IMAGE_NT_HEADERS const *>(base + dos->e_lfanew);
   auto const & directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
   if (directory.VirtualAddress == 0)
-    return;
+    return false;
+  bool found = false;
   auto const * import = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR const *>(base + directory.VirtualAddress);
-  for (; import->Name != 0; ++import) {
-    if (_stricmp(base + import->Name, dll) != 0)
-      continue;
-    auto const * name = reinterpret_cast<IMAGE_THUNK_DATA const *>(base + import->OriginalFirstThunk);
-    auto * entry = reinterpret_cast<IMAGE_THUNK_DATA *>(base + import->FirstThunk);
-    for (; name->u1.AddressOfData != 0; ++name, ++entry) {
-      if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal))
-        continue;
-      auto const * const byName = reinterpret_cast<IMAGE_IMPORT_BY_NAME const *>(base + name->u1.AddressOfData);
-      for (auto const & each : replacements)
-        if (std::strcmp(byName->Name, each.name) == 0)
-          redirect(*entry, each.function);
+  for (; import->Name != 0; ++import)
+    if (_stricmp(base + import->Name, dll) == 0) {
+      redirectTable(base, *import, replacements);
+      found = true;
     }
+  return found;
+}
+
+std::vector<LateImport> & lateImports() {
+  static auto & all = *new std::vector<LateImport>;
+  return all;
+}
+
+using ProcAddress = void * (*)(HMODULE, char const *);
+ProcAddress realProcAddress;
+
+void * watchedProcAddress(HMODULE library, char const * name) {
+  void * function = realProcAddress(library, name);
+  if (function == nullptr || reinterpret_cast<std::uintptr_t>(name) <= 0xFFFF) // a number in place of the name
+    return function;
+  for (auto const & exchange : lateImports())
+    function = exchange(library, name, function);
+  return function;
+}
+
+} // namespace
+
+void replaceImports(HMODULE module, char const * dll, std::vector<Replacement> const & replacements) {
+  if (redirectImports(module, dll, replacements))
+    return;
+  watchLateImports(module, [dll, replacements](HMODULE library, std::string_view name, void * function) {
+    for (auto const & each : replacements)
+      if (library == GetModuleHandleA(dll) && name == each.name)
+        return each.function;
+    return function;
+  });
+}
+
+void watchLateImports(HMODULE module, LateImport exchange) {
+  if (realProcAddress == nullptr) {
+    HMODULE const system = GetModuleHandleA("kernel32.dll");
+    realProcAddress = reinterpret_cast<ProcAddress>(reinterpret_cast<void *>(GetProcAddress(system, "GetProcAddress")));
   }
+  lateImports().push_back(std::move(exchange));
+  redirectImports(module, "KERNEL32.dll", {{"GetProcAddress", reinterpret_cast<void *>(watchedProcAddress)}});
 }
 
 std::vector<HMODULE> ownModules() {

@@ -1,6 +1,6 @@
 #include "support/import_spy.hpp"
 
-#include "tools/winapi.hpp"
+#include "support/import_hook.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -85,6 +85,18 @@ void replace(std::uintptr_t * slot, void const * stub) {
   VirtualProtect(slot, sizeof(*slot), former, &former);
 }
 
+/// Functions of DLLs that the module loads late have their names among its own import data, but in no table.
+bool namesFunction(std::uintptr_t base, IMAGE_NT_HEADERS64 const & headers, std::string_view function) {
+  auto const * section = IMAGE_FIRST_SECTION(&headers);
+  for (unsigned i = 0; i < headers.FileHeader.NumberOfSections; ++i, ++section)
+    if (std::memcmp(section->Name, ".idata", sizeof ".idata") == 0) {
+      std::string_view const names(reinterpret_cast<char const *>(base + section->VirtualAddress),
+                                   section->Misc.VirtualSize);
+      return names.find('\0' + std::string(function) + '\0') != std::string_view::npos;
+    }
+  return false;
+}
+
 } // namespace
 
 bool spyOnImport(char const * moduleName, char const * function, Spy spy) {
@@ -110,7 +122,12 @@ bool spyOnImport(char const * moduleName, char const * function, Spy spy) {
       found = true;
     }
   }
-  return found;
+  if (found || !namesFunction(base, headers, function))
+    return found;
+  watchLateImports(GetModuleHandleA(moduleName), [&watch, function](HMODULE, std::string_view name, void * late) {
+    return name == function ? makeStub(&watch, reinterpret_cast<std::uintptr_t>(late)) : late;
+  });
+  return true;
 }
 
 } // namespace support

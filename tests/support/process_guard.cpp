@@ -1,6 +1,7 @@
 #include "support/process_guard.hpp"
 
 #include "support/open_boxes.hpp"
+#include "support/random.hpp"
 #include "tools/winapi.hpp"
 
 #include <csignal>
@@ -116,7 +117,7 @@ void printMainStack() {
 
 unsigned long timeoutSeconds() {
   char const * const text = std::getenv("KIVARA_TEST_TIMEOUT");
-  return text != nullptr ? std::strtoul(text, nullptr, 10) : kDefaultSeconds;
+  return text != nullptr ? std::strtoul(text, nullptr, 10) : static_cast<unsigned long>(times(kDefaultSeconds));
 }
 
 DWORD WINAPI watch(void *) {

@@ -7,7 +7,7 @@ namespace support {
 /// While it lives, a process that takes too long or crashes ends with a message and a stack on stderr instead of
 /// hanging the run or dying silently. Make one at the start of main, on the main thread; at most one at a time.
 ///
-/// - Too long: after KIVARA_TEST_TIMEOUT seconds (environment; default 240, 0 for never) the stack of the thread that made
+/// - Too long: after KIVARA_TEST_TIMEOUT seconds (environment; default 240, or as many times that as KIVARA_TEST_TIMES says; 0 for never) the stack of the thread that made
 ///   the guard is printed, and the boxes that it or a child still shows; the process ends with kTimedOut.
 /// - A crash: for an unhandled exception its code and address and the stack of its thread are printed, for abort() the
 ///   stack; the process ends with the exception's code, or with kAborted.

@@ -2,6 +2,7 @@
 
 #include "support/allocation.hpp"
 #include "support/import_hook.hpp"
+#include "support/random.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <random>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -308,18 +308,16 @@ private:
     ASSERT_EQ(isAllocated(block), isKept);
   }
 
-  std::mt19937 random_;
+  support::Random random_;
   KivMemCache cache_;
   Model model_;
   std::vector<void *> used_;
 };
 
 TEST(MemCache, AgreesWithAModelOnAnyWayThroughIt) {
-  unsigned const seed = std::random_device()();
-  SCOPED_TRACE(seed);
   support::GuardPages const guard;
-  Machine machine(seed);
-  for (int step = 0; step < 20000 && !testing::Test::HasFatalFailure(); ++step)
+  Machine machine(1);
+  for (std::size_t step = 0; step < support::times(20000) && !testing::Test::HasFatalFailure(); ++step)
     machine.step();
 }
 

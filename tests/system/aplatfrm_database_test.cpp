@@ -2,8 +2,10 @@
 
 #include "facts_program.hpp"
 
+#include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
+#include "support/allocation.hpp"
 #include "support/import_hook.hpp"
 
 #include <gtest/gtest.h>
@@ -42,6 +44,14 @@ TEST(DatabaseAdapters, MayBeSeveral) {
   program.put("adb272.dll");
   program.put("aora72.dll");
   EXPECT_EQ(program.answers(kAllAdapters), "db2=1\ninformix=0\noracle=1\nsqlserver=0\n");
+}
+
+// The strings of the version are created by their first user, without a guard: the main thread may be at it.
+TEST(DatabaseAdapters, AreAskedForByAnyThreadSinceTheyDoNotCreateTheStringsOfTheVersion) {
+  Kiv_IsDBDB2();
+  support::AllocationCount const count;
+  Kiv_GetVersionHigh();
+  EXPECT_GT(count.value(), 0u) << "they were there already";
 }
 
 TEST(DatabaseAdapters, OfAnotherVersionOrElsewhereDoNotCount) {

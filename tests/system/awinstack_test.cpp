@@ -21,16 +21,15 @@ using Lines = std::vector<std::string>;
 /// Notes each change of the stack.
 class Changes : public KivEventListener {
 public:
-  Changes() { setEventHandler(KIV_EVENT_KivWindowStackChanged, &Changes::note); }
+  Changes() { setEventHandler<&Changes::note>(); }
 
   Lines lines;
   std::function<void()> then;
 
 private:
-  void note(KivEvent * event) {
-    auto const & change = *static_cast<KivWindowStackChangedEvent *>(event);
-    lines.push_back((change.IsPushed() ? "+" : "-") + std::to_string(change.GetDepth()) + " " +
-                    change.GetTitle().c_str());
+  void note(KivWindowStackChangedEvent * change) {
+    lines.push_back((change->IsPushed() ? "+" : "-") + std::to_string(change->GetDepth()) + " " +
+                    change->GetTitle().c_str());
     if (auto const action = std::exchange(then, nullptr))
       action();
   }
@@ -143,21 +142,26 @@ public:
   }
   PlacedWindow(PlacedWindow const &) = delete;
   PlacedWindow & operator=(PlacedWindow const &) = delete;
-  ~PlacedWindow() { free(); }
+  ~PlacedWindow() {
+    free();
+    if (memory_ != nullptr)
+      VirtualFree(memory_, 0, MEM_RELEASE);
+  }
 
-  /// The window dies and its memory goes.
+  /// The window dies and its memory goes. The addresses stay reserved, or others would soon find memory of their own there.
   void free() {
-    if (memory_ == nullptr)
+    if (isFreed_ || memory_ == nullptr)
       return;
     window_->~TitledWindow();
-    VirtualFree(memory_, 0, MEM_RELEASE);
-    memory_ = nullptr;
+    VirtualFree(memory_, 0, MEM_DECOMMIT);
+    isFreed_ = true;
   }
 
   TitledWindow * get() const { return window_; }
 
 private:
   void * memory_;
+  bool isFreed_ = false;
   TitledWindow * window_ = nullptr;
 };
 
@@ -176,6 +180,37 @@ TEST_F(WindowStack, PushingAWindowThatCannotBeReadHasAnEmptyTitle) {
   Kiv_PushParentWindow(placed.get());
   EXPECT_EQ(changes.lines, (Lines{"+1 "}));
   EXPECT_EQ(errors(), Lines());
+}
+
+TEST_F(WindowStack, AHandlerFindsThePushedWindowOnTop) {
+  TitledWindow a("first");
+  TitledWindow b("second");
+  a.Show();
+  b.Show();
+  Kiv_PushParentWindow(&a);
+  SV::Window const * top = nullptr;
+  changes.then = [&] { top = Kiv_GetTopWindow(0); };
+  Kiv_PushParentWindow(&b);
+  EXPECT_EQ(top, &b);
+}
+
+TEST_F(WindowStack, AHandlerNoLongerFindsThePoppedWindow) {
+  TitledWindow a("first");
+  TitledWindow b("second");
+  a.Show();
+  b.Show();
+  Kiv_PushParentWindow(&a);
+  Kiv_PushParentWindow(&b);
+  SV::Window const * top = nullptr;
+  SV::Window const * poppedAgain = &b;
+  changes.then = [&] {
+    top = Kiv_GetTopWindow(0);
+    poppedAgain = Kiv_PopParentWindow(&b);
+  };
+  Kiv_PopParentWindow(&b);
+  EXPECT_EQ(top, &a);
+  EXPECT_EQ(poppedAgain, nullptr);
+  EXPECT_EQ(changes.lines, (Lines{"+1 first", "+2 second", "-1 second"}));
 }
 
 TEST_F(WindowStack, AHandlerMayChangeTheStack) {

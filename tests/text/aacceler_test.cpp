@@ -24,7 +24,7 @@ std::string accelerated(KivAcceleratorTable & table, char const * text) {
   return result.c_str();
 }
 
-/// All characters that a table calls taken.
+/// All characters that are in use in a table.
 std::string takenBy(KivAcceleratorTable const & table) {
   std::string taken;
   for (int c = 0; c < 256; ++c)

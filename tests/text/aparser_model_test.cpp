@@ -1,10 +1,11 @@
 // The text parser beside its model, over random texts, operations and seeks.
 
 #include "parser_pair.hpp"
+#include "support/random.hpp"
 
 namespace {
 
-/// Lines up to \p longest characters of what matters to the parser.
+/// Lines of up to \p longest characters, of those that the parser treats differently.
 std::string randomText(std::mt19937 & random, std::size_t lines, std::size_t longest) {
   static constexpr char kChars[] = "aab1 \t\"\\,;(+-._\0\xE4\xA0";
   static char const * const kEnds[] = {"\n", "\n", "\r\n", "\r", "\n\n", "\n\r"};
@@ -18,12 +19,12 @@ std::string randomText(std::mt19937 & random, std::size_t lines, std::size_t lon
   return text;
 }
 
-void compare(unsigned seed, int rounds, std::size_t mostLines, std::size_t longest, int steps) {
-  std::mt19937 random(seed);
-  for (int round = 0; round < rounds; ++round) {
+void compare(unsigned seed, std::size_t rounds, std::size_t mostLines, std::size_t longest, int steps) {
+  support::Random random(seed);
+  for (std::size_t round = 0; round < support::times(rounds); ++round) {
     ParserPair pair(randomText(random, random() % (mostLines + 1), longest), random() % 2 == 0);
     for (int step = 0; step < steps; ++step)
-      ASSERT_TRUE(pair.step(random)) << "seed " << seed << ", round " << round << ", step " << step;
+      ASSERT_TRUE(pair.step(random)) << "round " << round << ", step " << step;
   }
 }
 

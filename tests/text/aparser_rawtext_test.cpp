@@ -1,22 +1,13 @@
 // Raw text and seeks of the parser.
 
-#include "aparser.hpp"
-
 #include "listreader.hpp"
-#include "textfile.hpp"
+#include "parsertext.hpp"
 
 using SV::String;
 
 namespace {
 
 constexpr char kNoEscape = '\x01';
-
-KivLineReader * textOf(std::string_view bytes) { return new KivTextFileReader(writeText(bytes).c_str()); }
-
-std::string next(KivTextParser & parser) {
-  String token;
-  return parser.GetNextToken(token) ? bytesOf(token) : "(end)";
-}
 
 std::string until(KivTextParser & parser, char stop, bool consume, char escape) {
   String text("old");
@@ -104,7 +95,7 @@ TEST(GetUntil, WithoutAStopGathersAllAndTurnsNotOkay) {
   EXPECT_EQ(next(parser), "(end)");
 }
 
-// The last line stays in place when the search fails, and clients that go on have come to meet it again.
+// The last line stays in place when the search fails; clients that go on rely on finding it again.
 TEST(GetUntil, WithoutAStopLeavesTheLastLineToSkipToken) {
   KivTextParser parser(textOf("a\nb c\n"), 0);
   until(parser, '"', true, '\\');
@@ -223,7 +214,7 @@ TEST(ParserMoveTo, ThatTheReaderRefusesChangesNothing) {
   EXPECT_EQ(next(parser), "c");
 }
 
-// Not the token's place: who goes there meets the rest of its line, and only then the next.
+// It is not the place of the token: a client that goes there finds the rest of the token's line, and then the next line.
 TEST(ParserMoveTo, SavedOffsetIsTheEndOfTheTokensLineLessTheSpacesInFront) {
   KivTextParser parser(textOf("a\nb\nc\nd\n"), 0);
   next(parser);

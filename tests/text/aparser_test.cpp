@@ -1,7 +1,9 @@
 #include "aparser.hpp"
 
 #include "listreader.hpp"
-#include "textfile.hpp"
+#include "parsertext.hpp"
+
+#include "support/import_spy.hpp"
 
 #include <cctype>
 #include <clocale>
@@ -15,29 +17,9 @@ namespace {
 
 constexpr int kCommaSeparates = 1;
 
-KivLineReader * textOf(std::string_view bytes) { return new KivTextFileReader(writeText(bytes).c_str()); }
-
-std::string next(KivTextParser & parser) {
-  String token;
-  return parser.GetNextToken(token) ? bytesOf(token) : "(end)";
-}
-std::string lookAhead(KivTextParser const & parser) {
-  String token;
-  parser.GetLookAheadToken(token);
-  return bytesOf(token);
-}
-std::string spaces(KivTextParser const & parser) {
-  String token;
-  parser.GetSpacesToken(token);
-  return bytesOf(token);
-}
-
 Tokens tokensOf(std::string_view text, int commaFlag = kCommaSeparates) {
   KivTextParser parser(textOf(text), commaFlag);
-  Tokens tokens;
-  for (String token; parser.GetNextToken(token);)
-    tokens.push_back(bytesOf(token));
-  return tokens;
+  return tokensOf(parser);
 }
 
 template <class Parser>
@@ -107,7 +89,7 @@ TEST(TextParser, HasOneVirtualOperationAndCannotBeCopied) {
   EXPECT_FALSE(std::is_copy_constructible_v<KivTextParser>);
 }
 
-// As callers know them: their own functions over a constant parser are chosen by this.
+// Overloads of callers depend on it.
 TEST(TextParser, OnlyTheComparisonWithACharacterIsConst) {
   EXPECT_TRUE(ComparesACharacter<KivTextParser const>);
   EXPECT_FALSE(ComparesAText<KivTextParser const>);
@@ -205,12 +187,12 @@ TEST(TextParser, LastLineNumberIsTheLineOnWhichTheSpacesInFrontStart) {
   EXPECT_EQ(parser.GetLastLineNumber(), 1);
   EXPECT_EQ(next(parser), "b");
   EXPECT_EQ(parser.GetLastLineNumber(), 1);
-  EXPECT_EQ(parser.GetLookAheadLineNumber(), 3); // the read that failed counts
+  EXPECT_EQ(parser.GetLookAheadLineNumber(), 3); // the failed read counts
 }
 
 TEST(TextParser, OffsetsFollowTheLineOfTheLookAhead) {
   KivTextParser parser(textOf("a b\r\n\r\n  c d\n"), 0);
-  EXPECT_EQ(parser.GetNextTokenOffset(), 5); // behind the line, not behind the token
+  EXPECT_EQ(parser.GetNextTokenOffset(), 5); // the end of the line, not of the token
   EXPECT_EQ(parser.GetCurrentLineOffset(), 0);
   EXPECT_EQ(next(parser), "a");
   EXPECT_EQ(parser.GetTokenOffset(), 5);
@@ -279,7 +261,22 @@ TEST(TextParser, IsNextiIgnoresCaseByTheUsersLocale) {
   EXPECT_FALSE(parser.IsNexti(""));
   EXPECT_FALSE(parser.IsNexti(nullptr));
   EXPECT_TRUE(parser.ExpectToken("abc"));
-  EXPECT_TRUE(parser.IsNexti("\xC4")); // the letters of the code page too
+  EXPECT_TRUE(parser.IsNexti("\xC4")); // also for letters beyond ASCII
+}
+
+TEST(TextParser, IsNextiAsksTheSystemUnlessOneSideAloneIsEmpty) {
+  static int calls;
+  support::spyOnImport("kivara.dll", "CompareStringA", [](support::SpiedCall const &) { ++calls; });
+  KivTextParser parser(textOf("abc"), 0);
+  EXPECT_FALSE(parser.IsNexti(""));
+  EXPECT_EQ(calls, 0);
+  EXPECT_FALSE(parser.IsNexti("abd"));
+  EXPECT_EQ(calls, 1);
+  parser.SkipToken();
+  EXPECT_FALSE(parser.IsNexti("abc"));
+  EXPECT_EQ(calls, 1);
+  EXPECT_TRUE(parser.IsNexti(""));
+  EXPECT_EQ(calls, 2);
 }
 
 TEST(TextParser, ExpectTokenSkipsWhatItExpectsOnly) {
@@ -310,30 +307,6 @@ TEST(TextParser, EndOfTheInputRepeatsWithoutFurtherReads) {
   EXPECT_EQ(token, "kept");
   EXPECT_EQ(record.lines, 2);
   EXPECT_EQ(parser.GetLookAheadLineNumber(), 2);
-}
-
-// What a source leaves in the line when it fails counts as the rest of the line, in offsets too.
-TEST(TextParser, LineThatAFailedReadLeavesIsMetBySkipToken) {
-  class LastWords : public ListReader {
-  public:
-    using ListReader::ListReader;
-    bool GetLine(String & line) override {
-      bool const read = ListReader::GetLine(line);
-      if (!read)
-        line = "left over\n";
-      return read;
-    }
-  };
-  ListReader::Record record;
-  KivTextParser parser(new LastWords({"a\n"}, record), 0);
-  EXPECT_EQ(next(parser), "a");
-  EXPECT_FALSE(parser.IsOkay());
-  EXPECT_EQ(parser.GetCurrentLineOffset(), 2);
-  EXPECT_EQ(next(parser), "(end)");
-  parser.SkipToken();
-  EXPECT_EQ(next(parser), "left");
-  EXPECT_EQ(next(parser), "over");
-  EXPECT_EQ(next(parser), "(end)");
 }
 
 TEST(TextParser, FailedGetNextTokenStillSetsLineAndOffset) {
@@ -378,7 +351,7 @@ TEST(TextParser, KeepTokenOffsetLastsThroughTheNextGetNextToken) {
   EXPECT_EQ(next(parser), "dddd");
   EXPECT_EQ(parser.GetTokenOffset(), token);
   EXPECT_EQ(parser.GetNextTokenOffset(), ahead);
-  EXPECT_EQ(next(parser), "e"); // the first that moves them again
+  EXPECT_EQ(next(parser), "e"); // the first token that changes them again
   EXPECT_EQ(parser.GetTokenOffset(), ahead - 1);
 }
 

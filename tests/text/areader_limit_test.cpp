@@ -1,9 +1,9 @@
-// The end of a process whose text has too long a line.
+// A line that is too long ends the process.
 
+#include "fatal_exit.hpp"
 #include "textfile.hpp"
 
 #include "support/child_process.hpp"
-#include "support/import_hook.hpp"
 #include "support/windows.hpp"
 
 #include "tools/winapi.hpp"
@@ -14,21 +14,9 @@ namespace {
 
 std::string x(std::size_t count) { return std::string(count, 'x'); }
 
-struct FatalExit {
-  unsigned action = 0;
-  std::string text;
-  int calls = 0;
-} fatalExit;
-
-/// Takes the place of the system's, and returns.
-void WINAPI recordFatalExit(UINT action, char const * text) {
-  fatalExit.action = action;
-  fatalExit.text = text;
-  ++fatalExit.calls;
-}
-
 } // namespace
 
+// The box comes although the program suppresses dialogs.
 TEST(LineLimit, LineOf8192BytesEndsTheProcessWithItsMessage) {
   ChildProcess const child({.program = "line_reader", .arguments = writeText("short\n" + x(8192) + "\nnever read\n")});
   HWND const box = support::waitForWindow({.processId = child.processId(), .className = support::kBoxClass});
@@ -59,15 +47,15 @@ TEST(LineLimit, LineOf8191BytesIsDelivered) {
 }
 
 TEST(LineLimit, GetLineIsFalseShouldTheEndOfTheProcessReturn) {
-  support::replaceImports(GetModuleHandleA("kivara.dll"), "kernel32.dll",
-                          {{"FatalAppExitA", reinterpret_cast<void *>(recordFatalExit)}});
   Owned<> const reader(writeText(x(8193) + "\nnext\n"));
   ASSERT_TRUE(reader->Init());
   SV::String line("kept");
   EXPECT_FALSE(reader->GetLine(line));
   EXPECT_EQ(line, "kept");
-  EXPECT_EQ(fatalExit.calls, 1);
-  EXPECT_EQ(fatalExit.action, 1u);
-  EXPECT_EQ(fatalExit.text, "INTERNAL ERROR!\nThe maximum line length has been exceeded. Max. 8192 characters are "
-                            "allowed per line! Aborting program.\n");
+  auto const exits = kivtest::takeFatalExits();
+  ASSERT_EQ(exits.size(), 1u);
+  EXPECT_EQ(exits[0].action, 1u);
+  EXPECT_EQ(exits[0].text,
+            "INTERNAL ERROR!\nThe maximum line length has been exceeded. Max. 8192 characters are allowed "
+            "per line! Aborting program.\n");
 }

@@ -1,6 +1,7 @@
 // The text file reader beside a plain model.
 
 #include "line_model.hpp"
+#include "support/random.hpp"
 #include "textfile.hpp"
 
 #include <random>
@@ -47,7 +48,7 @@ std::vector<std::string> mixes(int length) {
   return all;
 }
 
-/// A text in which all mixes of four stand one behind the other, with letters between them.
+/// All mixes of four in one text, with letters between them.
 std::string allMixes() {
   std::string text;
   std::size_t number = 0;
@@ -73,8 +74,8 @@ std::string randomText(std::mt19937 & random) {
 
 } // namespace
 
-// A block begins where MoveTo went to, so a file that is read from each of its first 8192 bytes has every mix of line ends at
-// every position of the block.
+// A block begins where MoveTo goes, so reading a file from each of its first 8192 bytes puts every mix of line ends at every
+// position of a block.
 TEST(TextFileReaderModel, EveryMixOfLineEndsAtEveryPositionOfTheBlock) {
   std::string text;
   while (text.size() < 2 * 8192 + 3000)
@@ -115,8 +116,8 @@ TEST(TextFileReaderModel, SmallFilesOfEveryMix) {
 }
 
 TEST(TextFileReaderModel, RandomFilesWithSeeks) {
-  std::mt19937 random(9);
-  for (int round = 0; round < 1000; ++round) {
+  support::Random random(9);
+  for (std::size_t round = 0; round < support::times(1000); ++round) {
     std::string const text = randomText(random);
     Owned<> const reader(writeText(text));
     LineModel model(text);

@@ -1,4 +1,4 @@
-// Readers whose operations are replaced by a product, and readers whose file can't be read any more.
+// Readers whose operations are overridden by a product, and readers whose file can no longer be read.
 
 #include "areader.hpp"
 
@@ -14,7 +14,7 @@ namespace {
 
 std::string x(std::size_t count) { return std::string(count, 'x'); }
 
-/// Reads so many blocks, and then the file is as one that can't be read.
+/// Reads goodReads blocks; after that its file cannot be read.
 class FailingReader : public KivTextFileReader {
 public:
   using KivFileReader::buffer;
@@ -52,7 +52,7 @@ void expectExhausted(FailingReader & reader) {
   EXPECT_EQ(line, "kept");
 }
 
-/// Counts what its user calls and then does what it did.
+/// Counts the calls of each operation.
 class CountingReader : public KivTextFileReader {
 public:
   struct Calls {
@@ -132,7 +132,7 @@ TEST(TextFileReader, FailedRefillInsideATerminatorDropsItsLine) {
     ASSERT_TRUE(reader->GetLine(line));
     EXPECT_FALSE(reader->GetLine(line)) << row.what;
     EXPECT_EQ(line, "a\n") << row.what;
-    EXPECT_TRUE(reader->Is2CharsForNewline()) << row.what; // of the line delivered last
+    EXPECT_TRUE(reader->Is2CharsForNewline()) << row.what; // of the last line returned
     expectExhausted(*reader.get());
   }
 }
@@ -160,7 +160,7 @@ TEST(TextParser, CallsEachVirtualOperationOfItsReader) {
     EXPECT_EQ(calls.read, 1);
     EXPECT_TRUE(parser.MoveTo(2, 1));
     EXPECT_EQ(calls.moveTo, 1);
-    EXPECT_EQ(calls.read, 3); // MoveTo, and the end behind the last line
+    EXPECT_EQ(calls.read, 3); // by MoveTo, and at the end of the file
     EXPECT_EQ(calls.done, 0);
   }
   EXPECT_EQ(calls.init, 1);
@@ -178,7 +178,7 @@ TEST(ParserMoveTo, ThatTheReaderCannotReadLeavesTheParserAsItWas) {
   EXPECT_TRUE(parser.IsOkay());
   EXPECT_EQ(parser.GetLastLineNumber(), 1);
   EXPECT_EQ(parser.GetTokenOffset(), 4);
-  ASSERT_TRUE(parser.GetNextToken(token)); // the rest of the line, and then no more
+  ASSERT_TRUE(parser.GetNextToken(token)); // from the rest of the line, and nothing after it
   EXPECT_EQ(token, "b");
   EXPECT_FALSE(parser.GetNextToken(token));
   EXPECT_FALSE(parser.IsOkay());

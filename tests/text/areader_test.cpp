@@ -12,7 +12,7 @@ using Lines = std::vector<std::string>;
 
 namespace {
 
-/// Shows what a reader of a product sees of its base.
+/// Opens what derived readers of products can reach.
 class OpenReader : public KivTextFileReader {
 public:
   using KivFileReader::_ImpRead;
@@ -23,7 +23,7 @@ public:
   using KivFileReader::fileSize;
   using KivTextFileReader::KivTextFileReader;
 
-  /// From here on the file is open without the right to read it.
+  /// Replaces the handle by one without the right to read.
   void loseReadAccess() {
     HANDLE weak = INVALID_HANDLE_VALUE;
     ASSERT_TRUE(DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &weak, FILE_READ_ATTRIBUTES, FALSE,
@@ -31,7 +31,7 @@ public:
     handle = weak;
   }
 
-  /// The slot of a virtual operation among those of the class.
+  /// The position of a virtual operation in the table of the class.
   template <class Operation> static std::size_t slotOf(Operation operation) {
     std::size_t offset[2];
     static_assert(sizeof offset == sizeof operation);
@@ -161,7 +161,7 @@ TEST(TextFileReader, LinesEndAtEachTerminator) {
     Lines lines;
   };
   Row const rows[] = {
-      {"a\nb\n", {"a\n", "b\n"}},               // no extra line behind a terminator
+      {"a\nb\n", {"a\n", "b\n"}},               // no extra line after a terminator
       {"a\rb\r", {"a\n", "b\n"}},               // a carriage return alone
       {"a\r\nb\r\n", {"a\n", "b\n"}},           // the pair counts once
       {"a\n\rb", {"a\n", "\n", "b\n"}},         // line feed and carriage return: two
@@ -198,7 +198,7 @@ TEST(TextFileReader, LongestLineHas8191BytesInFrontOfItsTerminator) {
   EXPECT_EQ(linesOfText("ab\n" + x(8191)), (Lines{"ab\n", x(8191) + "\n"}));
 }
 
-// Files that products have come to know as shorter by one line.
+// Products rely on such files being one line shorter.
 TEST(TextFileReader, LastLineIsLostWhenItsBlockBeginsWithALineBreak) {
   EXPECT_EQ(linesOfText("\nabc"), (Lines{"\n"}));
   EXPECT_EQ(linesOfText("\rabc"), (Lines{"\n"}));
@@ -262,7 +262,7 @@ TEST(TextFileReader, MoveToContinuesAtTheOffset) {
   ASSERT_TRUE(reader->MoveTo(4));
   EXPECT_EQ(reader->GetCurrentOffset(), 4);
   EXPECT_EQ(linesOf(*reader.get()), (Lines{"two\n", "three\n"}));
-  ASSERT_TRUE(reader->MoveTo(0)); // also behind the end
+  ASSERT_TRUE(reader->MoveTo(0)); // also after the end was reached
   EXPECT_EQ(linesOf(*reader.get()), (Lines{"one\n", "two\n", "three\n"}));
 }
 

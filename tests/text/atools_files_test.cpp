@@ -149,7 +149,7 @@ TEST(FileIsInUse, IsFalseForAllElse) {
   EXPECT_FALSE(Kiv_FileIsInUse(folder.path().c_str()));
 }
 
-// The system's answers, given by the test.
+// Answers of the system, simulated by the test.
 
 int questions = 0;
 DWORD refusal = 0;

@@ -12,7 +12,7 @@ protected:
   void SetUp() override {
     if (GetUserDefaultLCID() != 1031)
       GTEST_SKIP() << "the system does not take the user's locale from LC_ALL";
-    // Wine writes a new locale's formats to the registry, but the first process still has the former ones in memory.
+    // Wine writes the formats of a new locale to the registry, but the first process still has the old ones in memory.
     SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, ",");
   }
 };

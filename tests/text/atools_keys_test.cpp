@@ -140,7 +140,7 @@ TEST(SVKeys, FurtherBlanksAreNoNames) { EXPECT_EQ(keysOf("  CONTROL   A "), (Key
 
 TEST(SVKeys, TheFirstKeyInByteOrderCounts) {
   EXPECT_EQ(keysOf("Z B"), (Keys{513, 0}));
-  EXPECT_EQ(keysOf("F2 F10"), (Keys{777, 0})); // "F10" stands in front of "F2"
+  EXPECT_EQ(keysOf("F2 F10"), (Keys{777, 0})); // "F10" is before "F2"
 }
 
 TEST(SVKeys, AKeyWithoutACodeStillIsTheFirst) {

@@ -2,6 +2,7 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 #include "text/masking.hpp"
 #include "text/poisoned_page.hpp"
 
@@ -46,7 +47,7 @@ TEST(Unmask, OfNothingIsEmpty) {
   EXPECT_EQ(Kiv_Unmask(nullptr, '\\').Len(), 0);
 }
 
-/// A copy that ends directly at a page without access.
+/// A copy that ends right before a page without access.
 std::unique_ptr<char[]> guarded(std::string const & text) {
   auto copy = std::make_unique<char[]>(text.size() + 1);
   std::memcpy(copy.get(), text.c_str(), text.size() + 1);
@@ -70,8 +71,8 @@ std::string randomText(std::mt19937 & random, std::size_t most) {
 
 TEST(Unmask, TurnsEveryMaskedTextBack) {
   support::GuardPages const guard;
-  std::mt19937 random(1);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(1);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::string const text = randomText(random, 80);
     char const masked = static_cast<char>(1 + random() % 255);
     char const escape = random() % 2 == 0 ? '\\' : static_cast<char>(1 + random() % 255);
@@ -86,14 +87,14 @@ TEST(Unmask, TurnsEveryMaskedTextBack) {
 
 TEST(Unmask, OfRandomBytesStaysWithinThem) {
   support::GuardPages const guard;
-  std::mt19937 random(2);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(2);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::string const text = randomText(random, 40);
     ASSERT_LE(static_cast<std::size_t>(Kiv_Unmask(guarded(text).get(), '\\').Len()), text.size());
   }
 }
 
-// A text too long for a String is not built in each run: the rule is shown with a smaller limit.
+// A text that is too long for a String takes gigabytes, so the rule is tested with a smaller limit.
 TEST(MaskedExtent, IsCutInFrontOfTheCharacterThatDoesNotFit) {
   auto const isB = [](char c) { return c == 'b'; };
   auto const extent = [&isB](std::size_t most) { return kivara::maskedExtent("abab", 4, most, isB); };
@@ -138,8 +139,8 @@ std::string unmaskCSV(std::string const & field) {
 
 TEST(MaskCSV, CanBeReadBackWhateverTheText) {
   support::GuardPages const guard;
-  std::mt19937 random(3);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(3);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::string const text = randomText(random, 60);
     ASSERT_EQ(unmaskCSV(bytesOf(Kiv_MaskCSV(text.c_str()))), text);
   }
@@ -192,7 +193,7 @@ TEST(MaskExport, LineFeedInAValueOrAPathIsACharacter) {
   EXPECT_EQ(errors.places(), Places{});
 }
 
-/// A page for writing, with one without access behind it.
+/// A writable page, followed by one without access.
 class Page {
 public:
   Page() : base_(static_cast<char *>(VirtualAlloc(nullptr, 2 * kSize, MEM_RESERVE, PAGE_NOACCESS))) {

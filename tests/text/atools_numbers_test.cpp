@@ -2,6 +2,7 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 #include "text/poisoned_page.hpp"
 
 #include <gtest/gtest.h>
@@ -106,7 +107,7 @@ constexpr char kGerman[] = "German_Germany.1252";
 
 std::string localeInUse() { return std::setlocale(LC_ALL, nullptr); }
 
-/// Each test begins with German number forms.
+/// Each test begins in the German locale.
 class NumberForms : public testing::Test {
 protected:
   NumberForms() {
@@ -225,10 +226,9 @@ struct Form {
 };
 
 TEST_F(NumberForms, FtoaCutsZerosAtTheEnd) {
-  for (Form const & form :
-       {Form{1.0, 3, "1", "1.0"}, Form{2.50, 3, "2.5", "2.5"}, Form{100, 0, "100", "100"}, Form{100, 2, "100", "100.0"},
-        Form{0, 2, "0", "0.0"}, Form{-0.04, 1, "-0", "-0.0"}, Form{1234567.125, 3, "1234567.125", "1234567.125"},
-        Form{1.5, -1, "1.5", "1.5"}, Form{1.0 / 3, -1, "0.333333", "0.333333"}}) {
+  for (Form const & form : {Form{1.0, 3, "1", "1.0"}, Form{2.50, 3, "2.5", "2.5"}, Form{100, 0, "100", "100"},
+                            Form{100, 2, "100", "100.0"}, Form{0, 2, "0", "0.0"}, Form{-0.04, 1, "-0", "-0.0"},
+                            Form{1234567.125, 3, "1234567.125", "1234567.125"}, Form{1.5, -1, "1.5", "1.5"}}) {
     EXPECT_STREQ(kiv_ftoa_no_locale(form.value, form.precision).c_str(), form.bare) << form.value;
     EXPECT_STREQ(kiv_ftoa_period(form.value, form.precision).c_str(), form.withPeriod) << form.value;
   }
@@ -267,8 +267,8 @@ double randomDouble(std::mt19937_64 & random) {
 
 TEST(Ftoa, IsTheRuntimesFormWithoutZerosAtTheEnd) {
   support::GuardPages const guard;
-  std::mt19937_64 random(11);
-  for (int i = 0; i < 4000; ++i) {
+  support::Random64 random(11);
+  for (std::size_t i = 0; i < support::times(4000); ++i) {
     double const value = randomDouble(random);
     int const precision = random() % 10 == 0 ? static_cast<int>(random() % 700) : static_cast<int>(random() % 20);
     std::string const plain = printed(value, precision);
@@ -291,6 +291,13 @@ TEST(Ftoa, HasAtMost511Characters) {
     EXPECT_LE(kiv_ftoa_no_locale(smallest + 1.0 / 3, precision).Len(), 511) << precision;
   EXPECT_EQ(kiv_ftoa_no_locale(DBL_MAX, 300).Len(), 309);
   EXPECT_EQ(kiv_ftoa_period(DBL_MAX, INT_MAX).Len(), 311); // its digits and ".0"
+}
+
+TEST(Ftoa, ANegativePrecisionCountsAs6) {
+  for (int const precision : {-1, -2, -7, -511, -5000, INT_MIN}) {
+    EXPECT_STREQ(kiv_ftoa_no_locale(1.0 / 3, precision).c_str(), "0.333333") << precision;
+    EXPECT_STREQ(kiv_ftoa_period(1.0 / 3, precision).c_str(), "0.333333") << precision;
+  }
 }
 
 TEST(Ftoa, OfAHalfAtThePrecisionIsTheRuntimesChoice) {

@@ -2,6 +2,7 @@
 
 #include "support/allocation.hpp"
 #include "support/import_hook.hpp"
+#include "support/random.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,6 @@
 #include <cstring>
 #include <memory>
 #include <ostream>
-#include <random>
 #include <string>
 #include <utility>
 
@@ -139,8 +139,8 @@ TEST(SurroundedText, IsSharedWhenItComesBackUnchanged) {
 
 TEST(TextHelpers, OfRandomBytesStayWithinThem) {
   support::GuardPages const guard;
-  std::mt19937 random(5);
-  for (int i = 0; i < 3000; ++i) {
+  support::Random random(5);
+  for (std::size_t i = 0; i < support::times(3000); ++i) {
     std::size_t const length = random() % 24;
     auto const text = std::make_unique<char[]>(length + 1); // ends at a page without access
     bool const any = random() % 2 == 0;
@@ -193,7 +193,7 @@ TEST(XMLChar, OfTheWesternCodePageHasItsHoles) {
     EXPECT_TRUE(Kiv_IsValidXMLChar(c, false, true)) << static_cast<int>(c);
 }
 
-// In the code pages of most machines the byte 128 has a character: here the answer is the test's own.
+// Most code pages assign a character to the byte 128, so the test simulates the answer of the system.
 wchar_t characterTold = 0;
 int countTold = 0;
 int WINAPI tellCharacter(UINT page, DWORD flags, char const *, int, wchar_t * character, int) {

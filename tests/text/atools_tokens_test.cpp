@@ -1,11 +1,11 @@
 #include "atools.hpp"
 
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -89,11 +89,11 @@ TEST(Split, OfAnOldTokenWorks) {
   EXPECT_EQ(piecesOf(tokens), (Pieces{"a", "b"}));
 }
 
-/// Separators joined between the pieces are the text again.
+/// Joining the tokens with separators gives the text again.
 TEST(Split, LosesNothing) {
   support::GuardPages const guard;
-  std::mt19937 random(7);
-  for (int i = 0; i < 2000; ++i) {
+  support::Random random(7);
+  for (std::size_t i = 0; i < support::times(2000); ++i) {
     std::string text(random() % 60, '\0');
     for (char & c : text)
       c = "ab;-"[random() % 4];

@@ -1,13 +1,14 @@
-// Random and damaged files for readers and parser. Every block that they allocate ends at a page without access, and what they
-// deliver is still what the rules say.
+// Random and damaged files for readers and parser. Every block that they allocate ends at a page without access, and the
+// results are those of the models.
 
 #include "parser_pair.hpp"
 
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 
 namespace {
 
-constexpr int kFilesOfAPart = 6250;
+constexpr std::size_t kFilesOfAPart = 6250;
 
 std::string goodText() {
   std::string text;
@@ -36,7 +37,7 @@ std::string randomBytes(std::mt19937 & random) {
   return bytes;
 }
 
-/// A line of 8192 bytes rightly ends the process, so there is none; a longer one becomes one of the 8191 that are allowed.
+/// Cuts lines to the 8191 bytes that are allowed: a longer one would end the process.
 void breakLongLines(std::string & text) {
   std::size_t length = 0;
   for (char & c : text) {
@@ -77,8 +78,8 @@ class BadTextFiles : public testing::TestWithParam<unsigned> {};
 
 TEST_P(BadTextFiles, AreReadWithinTheirBoundsAndByTheRules) {
   support::GuardPages const guard;
-  std::mt19937 random(GetParam());
-  for (int number = 0; number < kFilesOfAPart; ++number) {
+  support::Random random(GetParam());
+  for (std::size_t number = 0; number < support::times(kFilesOfAPart); ++number) {
     std::string const text = badText(random);
     if (random() % 4 == 0) {
       ASSERT_TRUE(readsAsTheModel(text)) << "file " << number;

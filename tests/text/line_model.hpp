@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What a text file reader has to deliver, by its rules alone: over the whole text in memory, byte by byte.
+/// Model of a text file reader, over the whole text in memory, byte by byte.
 
 #include <cstdint>
 #include <optional>
@@ -17,7 +17,7 @@ public:
     lost_ = false;
   }
 
-  /// The next line with its line feed; nothing at the end. A text with a line of 8192 bytes is outside of the model.
+  /// The next line with its line feed; nothing at the end. The model does not cover lines of 8192 bytes and more.
   std::optional<std::string> next() {
     if (lost_ || position_ >= size())
       return std::nullopt;
@@ -35,13 +35,13 @@ public:
   std::int64_t size() const { return static_cast<std::int64_t>(bytes_.size()); }
   std::int64_t offset() const { return position_; }
   bool pair() const { return pair_; }
-  /// The last line met the line break of an old block, and the offset has no meaning.
+  /// Whether the last line was lost to the line break of an old block; the offset then has no meaning.
   bool lost() const { return lost_; }
 
 private:
   static std::size_t at(std::int64_t position) { return static_cast<std::size_t>(position); }
 
-  /// Behind the end stands what the last block began with; to take that is to lose the line.
+  /// After the end, the reader finds what the last block began with; a terminator there loses the line.
   bool take(char terminator) {
     bool const behindEnd = position_ >= size();
     std::int64_t const lastBlock = start_ + (size() - 1 - start_) / kBlock * kBlock;

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A source of lines that is no file, and that keeps a record of what its user calls.
+/// A reader that is not a file reader, and counts the calls of its operations.
 
 #include "areader.hpp"
 

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What a text parser over a file has to do, step by step as its rules are told: slow, over std::string, with real erasing.
+/// Model of a text parser over a file: slow and simple, over std::string, one rule after the other.
 
 #include "line_model.hpp"
 
@@ -9,7 +9,7 @@
 
 class ParserModel {
 public:
-  /// An offset that comes from a reader behind a failed read.
+  /// An offset that a reader returned after a failed read.
   static constexpr std::int64_t kNoMeaning = INT64_MIN / 2;
   static bool meaningless(std::int64_t offset) { return offset < INT64_MIN / 4; }
 

@@ -14,7 +14,7 @@ public:
       : parser_(new KivTextFileReader(writeText(bytes).c_str()), commaSeparates ? 1 : 0), model_(bytes, commaSeparates),
         size_(bytes.size()) {}
 
-  /// Does one random operation on both and compares what can be seen. The failure names the operation.
+  /// Does one random operation on both and compares their results and getters. The failure names the operation.
   testing::AssertionResult step(std::mt19937 & random);
 
 private:

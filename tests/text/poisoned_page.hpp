@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Memory at an address that looks as if it were freed.
+/// Memory at an address that looks like that of freed memory.
 
 #include "tools/winapi.hpp"
 
@@ -8,7 +8,7 @@
 
 namespace kivtest {
 
-/// A page of its own that can be written, at an address whose lower half is 0xCDCD0000, until the end of this object.
+/// A writable page at an address whose lower half is 0xCDCD0000, for the lifetime of this object.
 class PoisonedPage {
 public:
   PoisonedPage() {
@@ -20,7 +20,7 @@ public:
   PoisonedPage & operator=(PoisonedPage const &) = delete;
   ~PoisonedPage() { VirtualFree(address_, 0, MEM_RELEASE); }
 
-  /// Null where the system gave none.
+  /// Null when the system had none.
   char * address() const { return static_cast<char *>(address_); }
 
 private:

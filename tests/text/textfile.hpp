@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-/// A file of exactly these bytes; an existing one is replaced. By the system's own calls, since some tests write very many.
+/// Writes a file of exactly these bytes, replacing an existing one. By calls of the system, since some tests write very many.
 inline std::string writeText(std::string_view bytes, char const * name = "text.txt") {
   HANDLE const file = CreateFileA(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   DWORD written = 0;
@@ -37,7 +37,7 @@ private:
 
 inline std::string bytesOf(SV::String const & text) { return {text.c_str(), static_cast<std::size_t>(text.Len())}; }
 
-/// All lines from here to the first GetLine that fails.
+/// All lines up to the first GetLine that fails.
 inline std::vector<std::string> linesOf(KivLineReader & reader) {
   std::vector<std::string> lines;
   for (SV::String line; reader.GetLine(line);)

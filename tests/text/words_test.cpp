@@ -4,16 +4,16 @@
 
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/random.hpp"
 
 #include <algorithm>
 #include <cctype>
 #include <clocale>
 #include <cstring>
-#include <random>
 
 namespace {
 
-/// A text that is written sentence by sentence, beside the report that it has to give.
+/// Writes a text, sentence by sentence, and the report that is expected for it.
 class Prose {
 public:
   explicit Prose(unsigned seed) : random_(seed) {}
@@ -96,7 +96,7 @@ private:
     add(" ");
   }
 
-  std::mt19937 random_;
+  support::Random random_;
   std::int64_t line_ = 1;
   std::size_t lineStart_ = 0;
 };
@@ -106,7 +106,7 @@ bool isWordChar(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) != 0 || (c != '\0' && std::strchr("+-._", c) != nullptr);
 }
 
-/// The report on a text of lines that end in a line feed, from one look at each byte.
+/// The report on a text whose lines end in a line feed, made byte by byte.
 std::string reportOn(std::string const & text) {
   std::string report;
   std::size_t lineStart = 0;
@@ -132,7 +132,7 @@ std::string reportOn(std::string const & text) {
   return report;
 }
 
-/// The pages of this project, one behind the other.
+/// Some pages of this project, joined.
 std::string ourPages() {
   std::string text;
   for (char const * const page : {"README.md", "docs/text.md", "docs/diagnostics.md", "docs/ciphers.md",

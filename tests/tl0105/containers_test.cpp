@@ -87,6 +87,16 @@ TEST(ValueDelMap, DeletesItsValuesWhenEmptied) {
   EXPECT_EQ(living, 1);
 }
 
+// The map that it derives from knows of no ownership, and neither of its operations is virtual.
+TEST(ValueDelMap, IsEmptiedThroughItsBaseWithoutDeletingItsValues) {
+  Owner map;
+  Counted value;
+  map[1] = &value;
+  static_cast<Owned &>(map).clear();
+  EXPECT_TRUE(map.empty());
+  EXPECT_EQ(living, 1);
+}
+
 TEST(ValueDelMap, DerivesFromTheMapThatItIsGiven) {
   static_assert(std::is_base_of_v<Owned, Owner>);
   static_assert(std::is_base_of_v<std::map<int, Counted *>, KivValueDelMap<int, Counted *>>);

@@ -49,6 +49,19 @@ BOOL WINAPI countingClose(HANDLE search) {
   return FindClose(search);
 }
 
+BOOL WINAPI nextUpToTheFourth(HANDLE search, WIN32_FIND_DATAA * found) {
+  static int asked = 1; // the first was found at the start
+  if (++asked <= 4)
+    return FindNextFileA(search, found);
+  SetLastError(ERROR_NETNAME_DELETED);
+  return FALSE;
+}
+
+HANDLE WINAPI findNothing(char const *, WIN32_FIND_DATAA *) {
+  SetLastError(ERROR_FILE_NOT_FOUND);
+  return INVALID_HANDLE_VALUE;
+}
+
 Names sorted(char const * path, int kinds = kAll) {
   Dir dir(entry(path), kinds);
   dir.SetSort(SV::FSYS_SORT_NAME);
@@ -157,6 +170,49 @@ TEST_F(DirTest, WhatCannotBeReadGivesAnEmptyList) {
   std::string const longPath(5000, 'x');
   EXPECT_EQ(Dir(entry(longPath.c_str()), kAll).Count(), 0u);
   EXPECT_EQ(Dir(entry((longPath + "*").c_str()), kAll).Count(), 0u);
+}
+
+TEST_F(DirTest, AnEmptyListThatWasReadHasNoError) {
+  CreateDirectoryA("empty", nullptr);
+  write("file.txt");
+  for (char const * path : {"empty", "empty\\*.txt", "*.log", "."})
+    EXPECT_EQ(Dir(entry(path), kAll).GetError(), SV::FSYS_ERR_OK) << path;
+  EXPECT_EQ(Dir(entry("."), SV::FSYS_KIND_DIR).GetError() + Dir(entry("."), 0).GetError(), SV::FSYS_ERR_OK);
+}
+
+TEST_F(DirTest, AFolderThatCannotBeReadIsToldByTheSystemsCode) {
+  write("file.txt");
+  EXPECT_EQ(Dir(entry("nowhere"), kAll).GetError(), DWORD{ERROR_PATH_NOT_FOUND});
+  EXPECT_EQ(Dir(entry("nowhere\\*.txt"), kAll).GetError(), DWORD{ERROR_PATH_NOT_FOUND});
+  for (char const * path : {"file.txt", "Q:\\", "<>"})
+    EXPECT_NE(Dir(entry(path), kAll).GetError(), SV::FSYS_ERR_OK) << path;
+  CreateDirectoryA("folder", nullptr);
+  write("folder\\file.txt");
+  HANDLE const lock =
+      CreateFileA("folder", FILE_LIST_DIRECTORY, 0, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  ASSERT_NE(lock, INVALID_HANDLE_VALUE);
+  EXPECT_EQ(Dir(entry("folder"), kAll).GetError(), DWORD{ERROR_SHARING_VIOLATION});
+  CloseHandle(lock);
+  EXPECT_EQ(Dir(entry("folder"), kAll).GetError(), SV::FSYS_ERR_OK);
+}
+
+TEST_F(DirTest, AListThatBreaksOffHoldsWhatCameBeforeAndTellsTheError) {
+  for (char const * name : {"a", "b", "c", "d"})
+    write(name);
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
+                          {{"FindNextFileA", reinterpret_cast<void *>(nextUpToTheFourth)}});
+  Dir const dir(entry("."), kAll);
+  EXPECT_EQ(dir.GetError(), DWORD{ERROR_NETNAME_DELETED});
+  EXPECT_EQ(dir.Count(), 2u) << "the first four are \".\", \"..\" and two files";
+}
+
+// Other than any folder, the root of a drive has neither "." nor "..", so that the system finds nothing at all in an empty one.
+TEST_F(DirTest, TheRootOfAnEmptyDriveHasNoError) {
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
+                          {{"FindFirstFileA", reinterpret_cast<void *>(findNothing)}});
+  Dir const dir(entry("C:\\"), kAll);
+  EXPECT_EQ(dir.GetError(), SV::FSYS_ERR_OK);
+  EXPECT_EQ(dir.Count(), 0u);
 }
 
 TEST_F(DirTest, APositionPastTheEndIsAnEmptyEntry) {

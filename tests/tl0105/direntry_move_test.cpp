@@ -2,10 +2,12 @@
 
 #include "support/import_hook.hpp"
 #include "testfiles.hpp"
+#include "tools/dir.hpp"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 using SV::DirEntry;
 using testfiles::entry;
@@ -42,12 +44,33 @@ protected:
     InOwnFolder::TearDown();
   }
 
+  void expectSourceWhole() const;
+
   std::string path(char const * name) const { return folder_ + "\\" + name; }
   DirEntry there(char const * name) const { return entry(path(name).c_str()); }
 
 private:
   std::string folder_ = "Z:\\dev\\shm\\kivara-test." + std::to_string(GetCurrentProcessId());
 };
+
+/// Plays the part of the system for the tools library.
+void replace(char const * function, void * replacement) {
+  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll", {{function, replacement}});
+}
+
+void answerAttributes(DWORD(WINAPI * answer)(char const *)) {
+  replace("GetFileAttributesA", reinterpret_cast<void *>(answer));
+}
+
+std::vector<std::string> deleted;
+std::string refusedName; ///< the end of the one name that is refused
+
+bool isRefused(char const * name) {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return std::string(name).ends_with(refusedName);
+}
+BOOL WINAPI refuseOne(char const * name) { return !isRefused(name) && DeleteFileA(name); }
+BOOL WINAPI refuseOneFolder(char const * name) { return !isRefused(name) && RemoveDirectoryA(name); }
 
 void makeTree() {
   CreateDirectoryA("tree", nullptr);
@@ -150,11 +173,6 @@ TEST_F(OtherDrive, KeepsNothingOfAFolderThatCouldNotBeCopied) {
   EXPECT_EQ(read("tree\\sub\\deep.txt"), "deep");
 }
 
-void answerAttributes(DWORD(WINAPI * answer)(char const *)) {
-  support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",
-                          {{"GetFileAttributesA", reinterpret_cast<void *>(answer)}});
-}
-
 TEST_F(OtherDrive, TakesNoLinkToAFolderWhoseFilesBelongElsewhere) {
   makeTree();
   // Wine makes no links.
@@ -180,6 +198,93 @@ TEST_F(OtherDrive, GivesTheSystemsErrorWhenTheSourceHasGoneMeanwhile) {
   EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_NETNAME_DELETED});
   EXPECT_EQ(read("tree\\file.txt"), "near");
   EXPECT_EQ(GetFileAttributesA(path("moved").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+/// The tree is as makeTree made it, and nothing of it is on the other drive.
+void OtherDrive::expectSourceWhole() const {
+  EXPECT_EQ(read("tree\\file.txt"), "near");
+  EXPECT_EQ(read("tree\\sub\\deep.txt"), "deep");
+  EXPECT_EQ(read("tree\\readonly.txt"), "fixed");
+  EXPECT_NE(GetFileAttributesA("tree\\readonly.txt") & FILE_ATTRIBUTE_READONLY, 0u);
+  EXPECT_EQ(SV::Dir(entry("tree"), 0xFFF).Count(), 3u);
+  EXPECT_FALSE(there("moved").Exists());
+}
+
+TEST_F(OtherDrive, LeavesAFolderWholeThatHasASubfolderWhichCannotBeListed) {
+  makeTree();
+  HANDLE const lock = CreateFileA("tree\\sub", FILE_LIST_DIRECTORY, FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  ASSERT_NE(lock, INVALID_HANDLE_VALUE);
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_SHARING_VIOLATION});
+  CloseHandle(lock);
+  expectSourceWhole();
+}
+
+TEST_F(OtherDrive, LeavesAFolderWholeWhoseListBreaksOff) {
+  makeTree();
+  replace("FindNextFileA", reinterpret_cast<void *>(+[](HANDLE search, WIN32_FIND_DATAA * found) -> BOOL {
+            if (FindNextFileA(search, found) && std::string(found->cFileName) != "deep.txt")
+              return TRUE;
+            SetLastError(std::string(found->cFileName) == "deep.txt" ? ERROR_NETNAME_DELETED : ERROR_NO_MORE_FILES);
+            return FALSE;
+          }));
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_NETNAME_DELETED});
+  replace("FindNextFileA", reinterpret_cast<void *>(FindNextFileA));
+  expectSourceWhole();
+}
+
+TEST_F(OtherDrive, LeavesAFolderWholeThatHoldsAFileWhichMayBeReadButNotRemoved) {
+  makeTree();
+  replace("DeleteFileA", reinterpret_cast<void *>(+[](char const * name) -> BOOL {
+            deleted.emplace_back(name);
+            return DeleteFileA(name);
+          }));
+  HANDLE const lock = CreateFileA("tree\\file.txt", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_SHARING_VIOLATION});
+  CloseHandle(lock);
+  expectSourceWhole();
+  for (std::string const & name : deleted)
+    EXPECT_EQ(name.find("tree"), std::string::npos) << "found out before anything of the source was removed";
+}
+
+TEST_F(OtherDrive, CopiesBackWhatWasRemovedBeforeAFileThatCouldNotBe) {
+  makeTree();
+  for (char const * const refused : {"tree\\file.txt", "tree\\readonly.txt", "tree\\sub\\deep.txt"}) {
+    SCOPED_TRACE(refused);
+    refusedName = refused;
+    replace("DeleteFileA", reinterpret_cast<void *>(refuseOne));
+    EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_ACCESS_DENIED});
+    expectSourceWhole();
+  }
+}
+
+TEST_F(OtherDrive, CopiesBackAFolderThatCouldNotBeRemovedBecauseAFileCame) {
+  makeTree();
+  replace("RemoveDirectoryA", reinterpret_cast<void *>(+[](char const * name) -> BOOL {
+            if (std::string(name).ends_with("tree")) {
+              SetLastError(ERROR_DIR_NOT_EMPTY);
+              return FALSE;
+            }
+            return RemoveDirectoryA(name);
+          }));
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_DIR_NOT_EMPTY});
+  expectSourceWhole();
+}
+
+TEST_F(OtherDrive, KeepsTheWholeCopyWhereTheSourceCanNeitherBeRemovedNorCompleted) {
+  makeTree();
+  refusedName = "tree\\sub";
+  replace("RemoveDirectoryA", reinterpret_cast<void *>(refuseOneFolder));
+  replace("CopyFileA", reinterpret_cast<void *>(+[](char const * from, char const * to, BOOL keep) -> BOOL {
+            if (std::string(from).find("\\tree\\") != std::string::npos)
+              return CopyFileA(from, to, keep);
+            SetLastError(ERROR_DISK_FULL);
+            return FALSE;
+          }));
+  EXPECT_EQ(entry("tree").MoveTo(there("moved")), DWORD{ERROR_ACCESS_DENIED});
+  EXPECT_EQ(read(path("moved\\file.txt").c_str()), "near");
+  EXPECT_EQ(read(path("moved\\sub\\deep.txt").c_str()), "deep");
+  EXPECT_EQ(read(path("moved\\readonly.txt").c_str()), "fixed");
 }
 
 TEST_F(OtherDrive, LeavesAnExistingFolderAsItIs) {

@@ -45,6 +45,8 @@ Parts const kAbsolute[] = {
     {"\\\\server\\share\\dir\\f", "f", "f", "\\\\server\\share\\dir", "\\\\server\\share\\dir\\NEW"},
     {"\\\\?\\C:\\dir\\f.x", "f.x", "f", "\\\\?\\C:\\dir", "\\\\?\\C:\\dir\\NEW.x"},
     {"\\\\?\\C:\\", "", "", "\\\\?\\C:\\", "\\\\?\\C:\\NEW"},
+    {"\\\\?\\UNC\\server\\share", "", "", "\\\\?\\UNC\\server\\share", "\\\\?\\UNC\\server\\share\\NEW"},
+    {"\\\\?\\unc\\server\\share\\", "", "", "\\\\?\\unc\\server\\share", "\\\\?\\unc\\server\\share\\NEW"},
     {"\\\\?\\UNC\\server\\share\\f.x", "f.x", "f", "\\\\?\\UNC\\server\\share", "\\\\?\\UNC\\server\\share\\NEW.x"},
 };
 
@@ -102,6 +104,25 @@ TEST_F(DirEntryTest, BaseEndsAtTheLastSeparatorThatIsAskedFor) {
     changed.ChangeBase("NEW", row.separator);
     EXPECT_EQ(text(changed.GetName()), row.changed);
     EXPECT_EQ(full(changed.GetPath()), "C:\\logs");
+  }
+}
+
+// With a separator it would name a file on the device instead.
+TEST_F(DirEntryTest, ChangeBaseOfADeviceAddsNoSeparator) {
+  struct Row {
+    char const *path, *changed;
+  } const rows[] = {
+      {"\\\\.\\COM1", "\\\\.\\COM1NEW"},
+      {"\\\\?\\C:", "\\\\?\\C:NEW"},
+      {"\\\\.\\c:", "\\\\.\\c:NEW"},
+      {"\\\\?\\Volume{12}", "\\\\?\\Volume{12}NEW"},
+      {"\\\\?\\Volume{12}\\", "\\\\?\\Volume{12}\\NEW"},
+      {"\\\\.\\pipe\\x", "\\\\.\\pipe\\NEW"},
+  };
+  for (Row const & row : rows) {
+    DirEntry device = entry(row.path);
+    device.ChangeBase("NEW");
+    EXPECT_EQ(full(device), row.changed) << row.path;
   }
 }
 

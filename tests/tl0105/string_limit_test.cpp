@@ -115,6 +115,20 @@ TEST(StringLimit, SubstringsReachTheEnd) {
   EXPECT_EQ(text.charAt(STRING_MAXLEN - 1), '\0');
 }
 
+// In code page 1252 the euro sign is 0x80, and in UTF-8 it has three bytes: of those texts, STRING_MAXLEN holds a third.
+TEST(StringLimit, TheUtf8FormStopsBehindTheLastCharacterThatFits) {
+  if (GetACP() != 1252)
+    GTEST_SKIP() << "the texts are those of code page 1252";
+  constexpr std::int32_t kFit = STRING_MAXLEN / 3;
+  String euros = String::ofLength(kFit + 1);
+  std::memset(euros.writable(), '\x80', kFit + 1);
+  String utf8("before");
+  ASSERT_NE(SV::ConvertStringToUTF8String(euros, utf8), 0);
+  ASSERT_EQ(utf8.Len(), kFit * 3) << "one more byte would fit";
+  EXPECT_STREQ(utf8.c_str() + utf8.Len() - 6, "\xE2\x82\xAC\xE2\x82\xAC");
+  EXPECT_EQ(utf8.substr(0, 3), "\xE2\x82\xAC");
+}
+
 TEST(WStringLimit, AppendsStopThere) {
   WString text = WString::ofLength(STRING_MAXLEN - 2);
   text += L"abc";

@@ -120,7 +120,7 @@ void buildFromCharacter(Walk & w, int i, int) {
 }
 
 void walk() {
-  Walk walk;
+  Walk walk(1);
   auto operations = model::commonOperations<String, char>();
   for (Walk::Operation const & each : std::initializer_list<Walk::Operation>{{"token", takeToken},
                                                                              {"replaceAll", replaceAll},

@@ -2,13 +2,12 @@
 /// \file
 /// A pool of texts beside a model of them: what each text holds, and which of them share a block.
 
+#include "support/random.hpp"
+
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,7 +17,7 @@ namespace model {
 inline constexpr int kTexts = 16;
 inline constexpr int kNone = -1;
 inline constexpr std::size_t kLongest = 600;
-inline constexpr long kSteps = 1'000'000;
+inline constexpr std::size_t kSteps = 1'000'000;
 
 /// The end of the size class of a block; 0 for one beyond the classes.
 inline std::size_t sizeClass(std::size_t bytes) {
@@ -128,10 +127,7 @@ template <class Text, class Char> class Walk {
 public:
   using Plain = std::basic_string<Char>;
 
-  Walk() : seed_(seedOfThisRun()), random_(seed_) {
-    std::printf("seed %u (set KIVARA_TEST_SEED to repeat)\n", seed_);
-    material_.reserve(2 * kLongest);
-  }
+  explicit Walk(unsigned seed) : random_(seed) { material_.reserve(2 * kLongest); }
 
   /// One operation on texts \p i and \p j, on both sides.
   struct Operation {
@@ -141,7 +137,7 @@ public:
 
   /// Runs random operations; stops at the first difference.
   void run(std::vector<Operation> const & operations, void const * emptyBlock) {
-    for (long step = 0; step < kSteps; ++step) {
+    for (std::size_t step = 0, steps = support::times(kSteps); step < steps; ++step) {
       auto const & operation = operations[static_cast<std::size_t>(below(static_cast<int>(operations.size())))];
       int const i = below(kTexts);
       int const j = below(kTexts);
@@ -150,7 +146,7 @@ public:
       operation.run(*this, i, j);
       bool const isSame = (real[i].block() == before) == (model.block(i) == modelBefore) && agrees(i, emptyBlock) &&
                           agrees(j, emptyBlock);
-      ASSERT_TRUE(isSame) << operation.name << ", step " << step << ", seed " << seed_;
+      ASSERT_TRUE(isSame) << operation.name << ", step " << step;
       if (model.text(i).size() > kLongest)
         shorten(i);
     }
@@ -200,11 +196,6 @@ public:
   Pool<Char> model;
 
 private:
-  static unsigned seedOfThisRun() {
-    char const * const text = std::getenv("KIVARA_TEST_SEED");
-    return text != nullptr ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : std::random_device()();
-  }
-
   bool agrees(int i, void const * emptyBlock) const {
     auto const & text = real[static_cast<std::size_t>(i)];
     auto const * const block = text.block();
@@ -229,8 +220,7 @@ private:
     model.assign(i, model.scratch(model.text(i), 0, static_cast<std::size_t>(keep)));
   }
 
-  unsigned seed_;
-  std::mt19937 random_;
+  support::Random random_;
   Plain material_;
 };
 

@@ -10,7 +10,7 @@
 namespace {
 
 void walk() {
-  model::Walk<SV::WString, wchar_t> walk;
+  model::Walk<SV::WString, wchar_t> walk(2);
   walk.run(model::commonOperations<SV::WString, wchar_t>(), SV::GetEmptyStrDataW());
 }
 

@@ -2,6 +2,7 @@
 #include "locale/language_run.hpp"
 #include "packedfile.hpp"
 #include "support/allocation.hpp"
+#include "support/random.hpp"
 #include "textlist.hpp"
 
 #include <gtest/gtest.h>
@@ -12,7 +13,7 @@
 
 namespace {
 
-constexpr int kTexts = 4'000;
+constexpr std::size_t kTexts = 4'000;
 constexpr unsigned kCodePage = 1252;
 
 std::string damaged(std::string bytes, std::mt19937 & random) {
@@ -38,9 +39,9 @@ bool areSame(kivml::Texts const & a, kivml::Texts const & b) {
 
 TEST(KivmlDamage, OfAListIsToldOrTheTextsComeBack) {
   support::GuardPages const guard;
-  std::mt19937 random(21);
-  int sound = 0;
-  for (int i = 0; i < kTexts; ++i) {
+  support::Random random(21);
+  std::size_t sound = 0;
+  for (std::size_t i = 0; i < support::times(kTexts); ++i) {
     std::string const list = damaged("; words\r\n1001 Aktivit\xC3\xA4t\n2 a\\nb\\x81\\\\\n65535  x \n\n", random);
     kivml::Faults faults;
     kivml::Texts const texts = kivml::readList(list, kCodePage, faults);
@@ -52,15 +53,15 @@ TEST(KivmlDamage, OfAListIsToldOrTheTextsComeBack) {
     kivml::Texts const again = kivml::readList(kivml::writeList(texts, kCodePage), kCodePage, faults);
     ASSERT_TRUE(faults.empty() && areSame(again, texts)) << list;
   }
-  EXPECT_GT(sound, 0);
-  EXPECT_LT(sound, kTexts);
+  EXPECT_GT(sound, 0u);
+  EXPECT_LT(sound, support::times(kTexts));
 }
 
 TEST(KivmlDamage, OfAPackedFileIsToldOrItIsTheSameFile) {
   support::GuardPages const guard;
-  std::mt19937 random(22);
-  int sound = 0;
-  for (int i = 0; i < kTexts; ++i) {
+  support::Random random(22);
+  std::size_t sound = 0;
+  for (std::size_t i = 0; i < support::times(kTexts); ++i) {
     std::string const bytes = damaged(packedTexts({{1, "one"}, {1000, "a second text"}, {65535, "last"}}), random);
     kivml::Faults faults;
     kivml::Texts const texts = kivml::unpack(bytes, faults);
@@ -71,8 +72,8 @@ TEST(KivmlDamage, OfAPackedFileIsToldOrItIsTheSameFile) {
     ++sound;
     ASSERT_EQ(kivml::pack(texts), bytes) << i;
   }
-  EXPECT_GT(sound, 0);
-  EXPECT_LT(sound, kTexts);
+  EXPECT_GT(sound, 0u);
+  EXPECT_LT(sound, support::times(kTexts));
 }
 
 } // namespace

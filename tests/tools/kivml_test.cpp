@@ -1,11 +1,12 @@
 #include "locale/language_run.hpp"
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/random.hpp"
+#include "support/system_text.hpp"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
-#include <random>
 
 namespace {
 
@@ -151,7 +152,7 @@ TEST(Kivml, ChecksASoundFile) {
 
 TEST(Kivml, BringsBackEveryByteThatItHasUnpacked) {
   Packer const packer;
-  std::mt19937 random(7);
+  support::Random random(7);
   std::vector<std::pair<unsigned long, std::string>> texts;
   for (unsigned long resId = 0; resId < 500; ++resId) {
     std::string text(1 + random() % 40, ' ');
@@ -184,7 +185,11 @@ TEST(Kivml, LeavesAFileThatSomebodyElseHasOpen) {
     support::FileInUse const held(packer.path("kivml.dll"));
     auto const result = packer.run("pack list.txt kivml.dll");
     EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_TRUE(holds(result.errors, "kivml: kivml.dll: cannot be written: system error "));
+    ASSERT_FALSE(
+        MoveFileExA(packer.path("list.txt").c_str(), packer.path("kivml.dll").c_str(), MOVEFILE_REPLACE_EXISTING));
+    DWORD const code = GetLastError();
+    EXPECT_EQ(result.errors, "kivml: kivml.dll: cannot be written: system error " + std::to_string(code) + " (" +
+                                 support::systemText(code) + ")\r\n");
   }
   EXPECT_EQ(packer.read("kivml.dll"), "the former one");
   EXPECT_EQ(packer.read("kivml.dll.new"), "(none)");

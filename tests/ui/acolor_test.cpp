@@ -1,9 +1,10 @@
 #include "acolor.hpp"
 
+#include "support/random.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
 using SV::Color;
 
@@ -70,10 +71,8 @@ TEST(SrcOver, DoesNotClamp) {
 }
 
 TEST(SrcOver, OfAnyChannelsIsThatOfWholeNumbers) {
-  unsigned const seed = std::random_device()();
-  SCOPED_TRACE(seed);
-  std::mt19937 random(seed);
-  for (int i = 0; i < 1000000; ++i) {
+  support::Random random(1);
+  for (std::size_t i = 0; i < support::times(1'000'000); ++i) {
     auto const dest = static_cast<unsigned short>(random());
     auto const src = static_cast<unsigned short>(random());
     unsigned const share = random() % 257;

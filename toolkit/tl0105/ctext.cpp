@@ -20,14 +20,14 @@ std::int32_t clipped(std::size_t length) {
   return static_cast<std::int32_t>(std::min<std::size_t>(length, STRING_MAXLEN));
 }
 
-/// One bit for each of 16 characters that is a NUL. Their address is a multiple of 16: they lie in one page, so that all of
-/// them can be read where one can.
+/// A bit for each of 16 characters that is a NUL. Their address is a multiple of 16, so they are all in one page: if one of
+/// them can be read, all can.
 unsigned nulsOf16(char const * aligned) {
   __m128i const characters = _mm_load_si128(reinterpret_cast<__m128i const *>(aligned));
   return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(characters, _mm_setzero_si128())));
 }
 
-/// strlen. The runtime's goes character by character, which for a text of 1,000 takes longer than to allocate and copy it.
+/// strlen. The runtime's goes character by character; for a string of 1,000 that takes longer than allocating and copying it.
 std::size_t lengthToNul(char const * text) {
   auto const before = reinterpret_cast<std::uintptr_t>(text) % 16;
   char const * at = text - before;

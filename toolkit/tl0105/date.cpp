@@ -11,7 +11,7 @@ std::uint32_t packed(unsigned long day, unsigned long month, unsigned long year)
   return static_cast<std::uint32_t>(year % 10000 * 10000 + month % 100 * 100 + day % 100);
 }
 
-/// Days from the first of March of the year 0, a Wednesday, to a day. Months beyond December belong to later years.
+/// The number of days since the first of March of the year 0, a Wednesday. Months after December belong to later years.
 long daysSinceMarch0(long day, long month, long year) {
   long const monthsFromMarch = year * 12 + month - 3;
   long const marchYear = monthsFromMarch >= 0 ? monthsFromMarch / 12 : -1;

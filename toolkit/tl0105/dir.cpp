@@ -1,7 +1,7 @@
 #include "tools/dir.hpp"
 
 #include "handles/handle.hpp"
-#include "pathparts.hpp"
+#include "lasterror.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -13,7 +13,7 @@ bool isWildcard(String const & name) {
   return h_strchr(name.c_str(), '*') != nullptr || h_strchr(name.c_str(), '?') != nullptr;
 }
 
-/// The text in the system's upper case, for comparing names as the file system does.
+/// The string in the system's upper case, to compare names as the file system does.
 String upperCase(String text) {
   text.makeUnique();
   CharUpperBuffA(text.writable(), static_cast<DWORD>(text.Len()));
@@ -27,7 +27,7 @@ bool sameChar(char const * a, char const * b) {
   return bytes == next(b) - b && std::memcmp(a, b, static_cast<std::size_t>(bytes)) == 0;
 }
 
-/// Whether all of \p name fits \p pattern: '*' is any run of characters, '?' any one.
+/// Whether the whole name matches the pattern: '*' stands for any characters, '?' for a single one.
 bool fits(char const * pattern, char const * name) {
   char const * star = nullptr;
   char const * resume = nullptr;
@@ -59,24 +59,33 @@ bool isListed(WIN32_FIND_DATAA const & found, int kinds, String const & upperPat
          fits(upperPattern.c_str(), upperCase(name).c_str());
 }
 
+/// The error code of the call that has just failed; success if the code only says that there are no more entries.
+FSysError errorUnless(DWORD nothingMore) {
+  FSysError const code = lastSystemError();
+  return code != nothingMore ? code : FSYS_ERR_OK;
+}
+
 } // namespace
 
 Dir::Dir(DirEntry const & entry, int attributes) {
   String const name = entry.GetName();
   bool const hasPattern = isWildcard(name);
   String const folder = (hasPattern ? entry.GetPath() : entry).GetFull(FSYS_STYLE_HOST, 1);
-  // "*.*" means every name, with or without a point.
+  // "*.*" means every name, with or without a dot.
   String const pattern = hasPattern && !(name == "*.*") ? upperCase(name) : String("*");
 
-  // The system matches a pattern against the short 8.3 names too, so all entries are asked for and matched here.
+  // The system also matches a pattern against the short 8.3 names, so all entries are read and matched here.
   WIN32_FIND_DATAA found;
   handles::FolderSearch const search(FindFirstFileA((folder + "*").c_str(), &found));
-  if (!search)
+  if (!search) {
+    error_ = errorUnless(ERROR_FILE_NOT_FOUND); // the root of an empty drive
     return;
+  }
   do {
     if (isListed(found, attributes, pattern))
       entries_.emplace_back(folder + found.cFileName);
   } while (FindNextFileA(search.get(), &found));
+  error_ = errorUnless(ERROR_NO_MORE_FILES);
 }
 
 void Dir::SetSort(int order) {

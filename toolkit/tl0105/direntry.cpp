@@ -1,6 +1,7 @@
 #include "tools/direntry.hpp"
 
 #include "foldermove.hpp"
+#include "lasterror.hpp"
 #include "pathparts.hpp"
 #include "tools/winapi.hpp"
 
@@ -11,7 +12,7 @@ namespace {
 
 constexpr char kSeparator = '\\';
 
-/// The absolute form of \p path; the path itself where the system knows none.
+/// The absolute form of \p path; the path itself if the system has none.
 String absolute(String const & path) {
   char const * const asked = path.Len() == 0 ? "." : path.c_str();
   std::vector<char> full(GetFullPathNameA(asked, 0, nullptr, nullptr));
@@ -19,7 +20,7 @@ String absolute(String const & path) {
   return length == 0 || length >= full.size() ? path : String(full.data(), static_cast<std::int32_t>(length));
 }
 
-/// Names that stand for a folder without telling its name.
+/// Names that stand for a folder but are not its name.
 bool isUnnamedFolder(String const & path, String const & name) {
   bool const isBareDrive = path.Len() == 2 && path.charAt(1) == ':';
   return isBareDrive || name == "." || name == "..";
@@ -50,8 +51,8 @@ String DirEntry::GetBase(char separator) const {
 void DirEntry::ChangeBase(String const & base, char separator) {
   String const changed = base + GetName().substr(GetBase(separator).Len());
   String folder = path_.substr(0, pathparts::nameStart(path_));
-  bool const isShare = folder.Len() > 2 && !endsInSeparator(folder);
-  if (isShare && changed.Len() > 0)
+  bool const isBareShare = pathparts::isOnShare(path_) && !endsInSeparator(folder);
+  if (isBareShare && changed.Len() > 0)
     folder += kSeparator;
   *this = DirEntry(folder + changed);
 }

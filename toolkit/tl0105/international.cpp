@@ -9,10 +9,10 @@
 namespace SV {
 namespace {
 
-/// Runs of up to two letters are years without the century.
+/// Up to two letters mean the year without the century.
 constexpr std::size_t kLongestShortYear = 2;
 
-/// The first year that the system formats. For earlier ones a year of the same calendar stands in, which repeats after
+/// The first year that the system can format. Earlier years are formatted as one with the same calendar, which repeats every
 /// 400 years.
 constexpr unsigned long kFirstSystemYear = 1601;
 constexpr unsigned long kStandInYears = 2000;
@@ -44,7 +44,7 @@ std::wstring withLiteralYear(std::wstring const & picture, unsigned long year) {
   });
 }
 
-/// The fields as numbers, for a day that no calendar has; names of weekdays and eras fall away.
+/// The fields as numbers, for a day that is in no calendar. Names of weekdays and eras are left out.
 std::wstring withLiteralFields(std::wstring const & picture, Date const & date) {
   return picture::withRuns(picture, [&date](wchar_t letter, std::size_t count) {
     std::size_t const digits = std::min<std::size_t>(count, 2);
@@ -65,7 +65,7 @@ SYSTEMTIME dayInYear(Date const & date, unsigned long year) {
   return day;
 }
 
-/// The system does not tell: it may take a 30th of February for the 2nd of March.
+/// The system does not check: it may take the 30th of February for the 2nd of March.
 bool isInCalendar(Date const & date) {
   constexpr unsigned long kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   unsigned long const month = date.GetMonth();
@@ -80,8 +80,8 @@ std::wstring numericDate(LCID locale, Date const & date, std::wstring const & pi
   return systemlocale::date(locale, any, withLiteralFields(picture, date));
 }
 
-/// The date by a picture of the locale; by the numbers of \p numericPicture where it is a day that no calendar has, or
-/// where the system's code page lacks the letters of the names.
+/// The date in a picture of the locale. If the day is in no calendar, or if the system's code page lacks letters of the names,
+/// \p numericPicture is used, and only for numbers.
 String formattedDate(LCID locale, Date const & date, std::wstring const & picture,
                      std::wstring const & numericPicture) {
   unsigned long const year = date.GetYear();
@@ -101,7 +101,7 @@ std::wstring withHundredthsBehindSeconds(std::wstring const & picture, std::wstr
   });
 }
 
-/// The fields as numbers in 24 hours, for what is no time of day.
+/// The fields as numbers in 24 hours, for a value that is not a time of day.
 std::wstring withLiteralFields(std::wstring const & picture, Time const & time) {
   return picture::withRuns(picture, [&time](wchar_t letter, std::size_t count) {
     switch (letter) {
@@ -118,7 +118,7 @@ bool isTimeOfDay(Time const & time) {
   return time.value() >= 0 && time.GetHour() < 24 && time.GetMin() < 60 && time.GetSec() < 60;
 }
 
-/// The time in numbers, with the sign of a negative one.
+/// The time in numbers, with a sign if it is negative.
 std::wstring numericTime(LCID locale, Time const & time, std::wstring const & picture) {
   std::wstring const size = systemlocale::time(locale, SYSTEMTIME{}, withLiteralFields(picture, time));
   return time.value() < 0 ? L"-" + size : size;

@@ -27,7 +27,7 @@ std::int32_t pastOneSeparator(String const & path, std::int32_t position) {
   return path.charAt(position) == kSeparator ? position + 1 : position;
 }
 
-/// The end of "server\share", which starts at \p start; that of the server where no share follows.
+/// The end of "server\share", which begins at \p start; the end of the server if no share follows.
 std::int32_t shareEnd(String const & path, std::int32_t start) {
   std::int32_t const server = nextSeparator(path, start);
   std::int32_t const share = nextSeparator(path, server + 1);
@@ -39,11 +39,24 @@ bool hasDriveAt(String const & path, std::int32_t position) {
   return letter >= 'a' && letter <= 'z' && path.charAt(position + 1) == ':';
 }
 
+constexpr std::int32_t kDevicePrefix = 4; // "\\?\" or "\\.\"
+constexpr std::int32_t kSharePrefix = 4;  // "UNC\" after it
+
+bool isDevice(String const & path) {
+  String const start = path.substr(0, kDevicePrefix);
+  return start == "\\\\?\\" || start == "\\\\.\\";
+}
+
+bool isDeviceShare(String const & path) {
+  return isDevice(path) && h_stricmp(path.substr(kDevicePrefix, kSharePrefix).c_str(), "UNC\\") == 0;
+}
+
+bool isPlainShare(String const & path) {
+  return path.charAt(0) == kSeparator && path.charAt(1) == kSeparator && !isDevice(path);
+}
+
 std::int32_t deviceRootLength(String const & path) {
-  constexpr std::int32_t kPrefix = 4;
-  if (h_stricmp(path.substr(kPrefix, 4).c_str(), "UNC\\") == 0)
-    return shareEnd(path, kPrefix + 4);
-  std::int32_t const device = hasDriveAt(path, kPrefix) ? kPrefix + 2 : nextSeparator(path, kPrefix);
+  std::int32_t const device = hasDriveAt(path, kDevicePrefix) ? kDevicePrefix + 2 : nextSeparator(path, kDevicePrefix);
   return pastOneSeparator(path, device);
 }
 
@@ -61,13 +74,16 @@ String normalised(String const & path) {
 }
 
 std::int32_t rootLength(String const & path) {
-  String const start = path.substr(0, 4);
-  if (start == "\\\\?\\" || start == "\\\\.\\")
+  if (isDeviceShare(path))
+    return shareEnd(path, kDevicePrefix + kSharePrefix);
+  if (isDevice(path))
     return deviceRootLength(path);
-  if (path.charAt(0) == kSeparator && path.charAt(1) == kSeparator)
+  if (isPlainShare(path))
     return shareEnd(path, 2);
   return pastOneSeparator(path, hasDriveAt(path, 0) ? 2 : 0);
 }
+
+bool isOnShare(String const & path) { return isPlainShare(path) || isDeviceShare(path); }
 
 String withoutTrailingSeparators(String const & path) {
   std::int32_t end = rootLength(path);

@@ -7,7 +7,7 @@ namespace {
 
 bool isLetter(wchar_t c) { return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z'); }
 
-/// Behind the quoted part that starts at \p start; a quote that is never closed reaches to the end.
+/// The position after the quoted part that begins at \p start. A quote that is not closed reaches to the end.
 std::size_t quoteEnd(std::wstring const & picture, std::size_t start) {
   std::size_t const close = picture.find(L'\'', start + 1);
   return close == std::wstring::npos ? picture.size() : close + 1;

@@ -8,16 +8,16 @@
 
 namespace SV::picture {
 
-/// What to write in place of a run of \p count equal letters.
+/// Returns what replaces \p count equal letters in a row.
 using Replace = std::function<std::wstring(wchar_t letter, std::size_t count)>;
 
-/// The picture with each run of letters outside of quotes replaced. Quoted text and other characters stay.
+/// Replaces each run of equal letters outside quotes. Quoted text and other characters stay.
 std::wstring withRuns(std::wstring const & picture, Replace const & replace);
 
-/// The run itself, as a picture.
+/// The run itself.
 std::wstring run(wchar_t letter, std::size_t count);
 
-/// A number with at least \p digits digits, which pictures show as it stands.
+/// A number with at least \p digits digits, which is shown as it is.
 std::wstring number(unsigned long value, std::size_t digits);
 
 } // namespace SV::picture

@@ -1,6 +1,7 @@
 #include "tools/string.hpp"
 
 #include "tools/winapi.hpp"
+#include "utf8fit.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -17,7 +18,7 @@ template <class Number> String decimal(Number number) {
   return String(digits, static_cast<std::int32_t>(end - digits));
 }
 
-/// Both sides have characters.
+/// Neither side is empty.
 String joined(char const * a, std::int32_t aLength, char const * b, std::int32_t bLength) {
   bLength = std::min(bLength, STRING_MAXLEN - aLength);
   String result = String::ofLength(aLength + bLength);
@@ -26,7 +27,7 @@ String joined(char const * a, std::int32_t aLength, char const * b, std::int32_t
   return result;
 }
 
-/// Units of the text in UTF-16; empty where the code page cannot read it.
+/// The string in UTF-16; empty if it is not valid in the code page.
 std::vector<wchar_t> wideForm(String const & text) {
   int const units = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, text.c_str(), text.Len(), nullptr, 0);
   std::vector<wchar_t> wide(static_cast<std::size_t>(units));
@@ -101,14 +102,12 @@ int ConvertStringToUTF8String(String const & text, String & utf8) {
     return 1;
   }
   auto const wide = wideForm(text);
-  int const units = static_cast<int>(wide.size());
+  int const units = static_cast<int>(unitsThatFit(wide.data(), wide.size(), STRING_MAXLEN));
   int const bytes = WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
-  if (bytes <= 0 || bytes > STRING_MAXLEN)
+  if (bytes <= 0)
     return 0;
   String result = String::ofLength(bytes);
-  // The count of a text of GiB may have overflown.
-  if (WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, result.writable(), bytes, nullptr, nullptr) != bytes)
-    return 0;
+  WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, result.writable(), bytes, nullptr, nullptr);
   utf8 = result;
   return 1;
 }

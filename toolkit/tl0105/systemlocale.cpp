@@ -8,7 +8,7 @@
 namespace SV::systemlocale {
 namespace {
 
-/// Locale identifiers of the system, from EnumSystemLocalesW, whose callback has no argument for a context.
+/// The result of EnumSystemLocalesW, whose callback has no argument for it.
 std::vector<LCID> * listed = nullptr;
 
 BOOL CALLBACK addListed(wchar_t * hexNumber) {
@@ -28,14 +28,14 @@ unsigned long countryOf(LCID locale) { return std::wcstoul(fact(locale, LOCALE_I
 
 WORD primaryLanguage(LCID locale) { return PRIMARYLANGID(LANGIDFROMLCID(locale)); }
 
-/// Such as German of Germany: the codes of language and country are the same.
+/// As with German in Germany, the codes of the language and the country are the same.
 bool isNamedForItsCountry(LCID locale) {
   return CompareStringOrdinal(fact(locale, LOCALE_SISO639LANGNAME).c_str(), -1,
                               fact(locale, LOCALE_SISO3166CTRYNAME).c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
-/// The order of preference among the locales of one country: the wanted language, then the one that the country is
-/// named for, then low language numbers, which are those of most speakers.
+/// The order of preference among the locales of one country: the wanted language, then the one named like the country, then
+/// low language numbers, which tend to have the most speakers.
 bool isPreferred(LCID a, LCID b, WORD wantedLanguage) {
   auto const rank = [wantedLanguage](LCID each) {
     WORD const language = primaryLanguage(each);
@@ -44,7 +44,7 @@ bool isPreferred(LCID a, LCID b, WORD wantedLanguage) {
   return rank(a) < rank(b);
 }
 
-/// The best locale of a country, 0 where no locale has its number.
+/// The preferred locale of a country; 0 if no locale has its number.
 LCID ofCountry(CountryType country, WORD wantedLanguage, bool onlyThatLanguage) {
   LCID best = 0;
   for (LCID const each : installedLocales()) {
@@ -55,7 +55,7 @@ LCID ofCountry(CountryType country, WORD wantedLanguage, bool onlyThatLanguage) 
   return best;
 }
 
-/// The locale of a language alone.
+/// The locale of a language, whatever the country.
 LCID ofLanguage(LanguageType language) {
   LCID const locale = ConvertDefaultLocale(MAKELCID(language, SORT_DEFAULT));
   bool const isKnown = language != LANGUAGE_SYSTEM && IsValidLocale(locale, LCID_INSTALLED);

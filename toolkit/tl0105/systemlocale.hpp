@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The system's locales: choosing one, asking for its facts, having it write dates and times.
+/// The system's locales: choosing one, reading its settings, formatting dates and times.
 
 #include "tools/international.hpp"
 #include "tools/winapi.hpp"
@@ -9,20 +9,20 @@
 
 namespace SV::systemlocale {
 
-/// The locale of a country and a language; what is 0 or unknown to the system counts as the user's.
+/// The locale of a country and a language. A value that is 0 or unknown to the system counts as the user's.
 LCID find(CountryType country, LanguageType language);
 
-/// A text of the locale; empty where it has none.
+/// A setting of the locale; empty if it has none.
 std::wstring fact(LCID locale, LCTYPE type);
 
-/// What the locale writes for a picture; empty where the system refuses the values.
+/// The date or time in a picture; empty if the system rejects the values.
 std::wstring date(LCID locale, SYSTEMTIME const & day, std::wstring const & picture);
 std::wstring time(LCID locale, SYSTEMTIME const & moment, std::wstring const & picture);
 
 /// Whether the system's code page has every character of the text.
 bool isInCodePage(std::wstring const & text);
 
-/// The text in the system's code page, without blanks at its ends.
+/// The text in the system's code page, without leading and trailing blanks.
 String narrow(std::wstring const & text);
 
 } // namespace SV::systemlocale

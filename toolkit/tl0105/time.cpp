@@ -8,7 +8,7 @@
 namespace SV {
 namespace {
 
-/// The most hours with which any minutes, seconds and hundredths still fit.
+/// The largest number of hours that leaves room for any minutes, seconds and hundredths.
 constexpr std::int64_t kMostHours = 2146;
 constexpr std::int64_t kHundredthsPerHour = 360000;
 constexpr std::int64_t kMostHundredths = (kMostHours + 1) * kHundredthsPerHour - 1;

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
+#include <system_error>
 
 namespace kivml {
 namespace {
@@ -15,7 +16,11 @@ namespace {
   throw std::runtime_error(name + ": cannot be " + what + ": " + reason);
 }
 
-std::string systemReason() { return "system error " + std::to_string(GetLastError()); }
+/// The number of the system's last error, with the system's text for it.
+std::string systemReason() {
+  auto const code = static_cast<int>(GetLastError());
+  return "system error " + std::to_string(code) + " (" + std::system_category().message(code) + ')';
+}
 
 } // namespace
 

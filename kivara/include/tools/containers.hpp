@@ -15,8 +15,11 @@ template <class K, class V, class Compare = std::less<K>> using IKeySortedSet = 
 
 template <class K, class PointerToValue, class Map = std::map<K, PointerToValue>> class KivValueDelMap;
 
-/// A map that owns the objects behind its values: its destructor and clear delete each of them. erase does not delete,
-/// nor does overwriting a value. Moving hands the ownership on; there is no copy.
+/// A map that owns the objects its values point to: its destructor and its clear delete them. erase does not, and neither
+/// does overwriting a value. Moving transfers the ownership; it cannot be copied.
+///
+/// The map is not polymorphic. Called through a pointer or a reference to the base type Map, clear only empties the map: the
+/// objects leak. Deleting the map through a pointer to Map is undefined. Pass it by its own type.
 template <class K, class V, class Map> class KivValueDelMap<K, V *, Map> : public Map {
 public:
   using Map::Map;
@@ -32,7 +35,7 @@ public:
 
   ~KivValueDelMap() { clear(); }
 
-  /// Deletes each value and empties the map.
+  /// Deletes each value and empties the map. This hides the clear of Map, which does not delete.
   void clear() noexcept {
     for (auto const & entry : *this)
       delete entry.second;

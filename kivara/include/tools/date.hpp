@@ -10,8 +10,8 @@ namespace SV {
 
 enum DayOfWeek { MONDAY, TUESDAY, WEDNESDAY, THURSDAY, FRIDAY, SATURDAY, SUNDAY }; ///< from 0
 
-/// A day of the Gregorian calendar, held as the decimal number YYYYMMDD. The fields are stored as given, modulo what
-/// their digits hold (day and month 100, year 10000): a 31st of February stays one.
+/// A day of the Gregorian calendar, stored as the decimal number YYYYMMDD. The fields are stored as given, modulo 100 for
+/// day and month and modulo 10000 for the year: the 31st of February stays the 31st of February.
 class Date {
 public:
   /// Today, in local time.
@@ -22,15 +22,15 @@ public:
   unsigned long GetMonth() const { return nDate_ / 100 % 100; }
   unsigned long GetYear() const { return nDate_ / 10000; }
 
-  /// Each sets one field and gives its former value.
+  /// Each sets one field and returns its previous value.
   TL_API unsigned long ChangeDay(unsigned long day);
   TL_API unsigned long ChangeMonth(unsigned long month);
   TL_API unsigned long ChangeYear(unsigned long year);
 
-  /// Monday is 0. A day or month past its end counts on into the next, 0 is the one before the first.
+  /// Monday is 0. A day or month past the end continues into the next month or year; 0 is the one before the first.
   TL_API DayOfWeek GetDayOfWeek() const;
 
-  /// Whether the year has a 29th of February, by the Gregorian rule for all years.
+  /// Whether the year has a 29th of February. The Gregorian rule is used for all years.
   bool IsLeapYear() const { return (GetYear() % 4 == 0 && GetYear() % 100 != 0) || GetYear() % 400 == 0; }
 
   /// YYYYMMDD.

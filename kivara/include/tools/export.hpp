@@ -1,6 +1,8 @@
 #pragma once
 /// \file
-/// TL_API: what TL0105.dll exports.
+/// TL_API: what TL0105.dll exports. Each public header includes this one or its like.
+
+#include "tools/winnames.hpp"
 
 #ifdef TL0105_EXPORTS
 #define TL_API __declspec(dllexport)

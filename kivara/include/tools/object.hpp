@@ -6,7 +6,7 @@
 
 namespace SV {
 
-/// Base of what takes part in the toolkit's links: a polymorphic class and nothing more.
+/// Base of the classes that take part in the toolkit's links: polymorphic, without data.
 class TL_API LinkHdl {
 public:
   LinkHdl() = default;
@@ -17,7 +17,7 @@ public:
 
 } // namespace SV
 
-/// Root of the library's classes that take part in links. It holds no data.
+/// Root of the library's classes that take part in links. It has no data.
 class KivObject : public SV::LinkHdl {
 public:
   KivObject() = default;
@@ -26,6 +26,6 @@ public:
   ~KivObject() override = default;
 
 protected:
-  /// Does nothing: the place for a derived class's test of its own state.
+  /// Does nothing. A derived class can define a check of its own state under this name.
   void check() const {}
 };

@@ -9,14 +9,14 @@
 
 namespace SV {
 
-/// Hours, minutes, seconds and hundredths, held as the signed decimal number HHMMSScc. Its absolute value carries the
-/// fields. Hours go beyond 23, up to 2146; what is larger becomes the largest.
+/// Hours, minutes, seconds and hundredths, stored as the signed decimal number HHMMSScc; the fields are the digits of its
+/// absolute value. There may be up to 2146 hours; a larger value becomes the largest one.
 class Time {
 public:
-  /// The present time, in local time.
+  /// The current local time.
   TL_API Time();
 
-  /// Minutes, seconds and hundredths beyond their range carry into the next field.
+  /// Minutes, seconds and hundredths beyond their range carry over into the next field.
   TL_API explicit Time(unsigned long hour, unsigned long minute = 0, unsigned long second = 0,
                        unsigned long hundredth = 0);
 
@@ -25,7 +25,7 @@ public:
   unsigned long GetSec() const { return magnitude() / 100 % 100; }
   unsigned long Get100Sec() const { return magnitude() % 100; }
 
-  /// Each sets one field, keeps the sign and gives the field's former value. Minutes and seconds are taken modulo 100.
+  /// Each sets one field, keeps the sign and returns the field's previous value. Minutes and seconds are taken modulo 100.
   TL_API unsigned long ChangeHour(unsigned long hour);
   TL_API unsigned long ChangeMin(unsigned long minute);
   TL_API unsigned long ChangeSec(unsigned long second);
@@ -42,7 +42,7 @@ private:
   std::int32_t nTime_;
 };
 
-/// The difference, negative where \p b is the later one.
+/// The difference, negative if \p b is later.
 TL_API Time operator-(Time const & a, Time const & b);
 
 inline bool operator==(Time const & a, Time const & b) { return a.value() == b.value(); } ///< with the sign

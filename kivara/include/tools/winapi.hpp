@@ -1,7 +1,8 @@
 #pragma once
 /// \file
-/// The one place that includes the platform's header: lean, and without the macros that would rename our own members.
-/// Public headers do not include it; they name handles by the structures that the platform declares for them.
+/// The platform's header for our own sources: lean, and without the macros that would rename members of ours, private ones too.
+/// Public headers do not include it; for handles they use the structures that the platform declares. A product may
+/// include windows.h itself, before or after the headers of the library, and then lacks only what tools/winnames.hpp undefines.
 
 #ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
@@ -11,11 +12,11 @@
 #endif
 #include <windows.h>
 
-#undef DrawText
+#include "tools/winnames.hpp"
+
 #undef GetUserName
 #undef GetMessage
 #undef MessageBox
-#undef LoadString
 #undef LoadImage
 #undef LoadBitmap
 #undef LoadIcon

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// WString: a text of 16-bit characters, with the rules of String.
+/// WString: a string of 16-bit characters, with the rules of String.
 
 #include "tools/detail/shared_text.hpp"
 
@@ -9,33 +9,33 @@
 
 namespace SV {
 
-/// A counted text of UTF-16 units with a NUL behind it. Sharing, growth and limits are those of String; lengths and
-/// positions are in units. Conversions to and from 8-bit texts are the user's business.
+/// A counted string of UTF-16 units followed by a NUL. Sharing, growth and limits are those of String; lengths and positions
+/// are in units. The caller converts to and from 8-bit strings.
 class WString {
 public:
   WString() noexcept = default;
 
-  /// The units up to the NUL; a null pointer gives the empty text.
+  /// The units up to the NUL; a null pointer gives the empty string.
   WString(wchar_t const * text) : text_(text, STRING_LEN_TO_NUL) {}
 
-  /// \p length units; a null pointer or a length below 1 gives the empty text.
+  /// \p length units; a null pointer or a length below 1 gives the empty string.
   WString(wchar_t const * text, std::int32_t length) : text_(text, length) {}
 
-  /// \p length units of any value, to be written through writable(); below 1 the empty text.
+  /// \p length units of any value, to be written through writable(); below 1 the empty string.
   static WString ofLength(std::int32_t length) { return WString(detail::SharedText<wchar_t>::ofLength(length)); }
 
-  /// One unit; the NUL unit gives the empty text.
+  /// One unit; the NUL unit gives the empty string.
   explicit WString(wchar_t c) : text_(&c, c != L'\0') {}
 
-  WString & operator=(wchar_t const * text) { return Assign(text); } ///< null gives the empty text
+  WString & operator=(wchar_t const * text) { return Assign(text); } ///< null gives the empty string
 
-  /// As the operation of String of that name, like those below.
+  /// Like the operation of that name in String; so are those below.
   WString & Assign(wchar_t const * text, std::int32_t length = STRING_LEN_TO_NUL) {
     text_.assign(text, length);
     return *this;
   }
 
-  /// Exchanges the two texts; each keeps its block and all the owners of that.
+  /// Exchanges the two strings without copying; the blocks keep their counts of owners.
   void swap(WString & other) noexcept { text_.swap(other.text_); }
 
   std::int32_t Len() const { return text_.length(); } ///< in units, without the NUL
@@ -67,11 +67,11 @@ public:
     return WString(text_.part(start, count));
   }
 
-  /// For writing in place: first the one, then the other.
+  /// For writing in place: call makeUnique, then write through writable.
   void makeUnique() { text_.makeUnique(); }
   wchar_t * writable() { return text_.writableText(); }
 
-  /// The block, for those who look at sharing.
+  /// The shared block, for tests of sharing.
   StringDataW const * block() const { return text_.block(); }
 
 private:
@@ -80,7 +80,7 @@ private:
   detail::SharedText<wchar_t> text_;
 };
 
-inline void swap(WString & a, WString & b) noexcept { a.swap(b); } ///< without counting owners
+inline void swap(WString & a, WString & b) noexcept { a.swap(b); } ///< without changing the counts of owners
 
 /// Equal in length and in every unit.
 inline bool operator==(WString const & a, WString const & b) {

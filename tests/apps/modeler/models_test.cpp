@@ -121,6 +121,18 @@ struct ScrollCase {
 };
 std::ostream & operator<<(std::ostream & out, ScrollCase const & row) { return out << row.message << ' ' << row.there; }
 
+/// What the window shows once it has drawn itself to the end: two looks that are alike.
+support::Pixels settled(HWND window) {
+  support::Pixels last = support::readWindow(window);
+  EXPECT_TRUE(support::eventually([&] {
+    support::Pixels const now = support::readWindow(window);
+    bool const isSettled = now == last;
+    last = now;
+    return isSettled;
+  }));
+  return last;
+}
+
 /// A run with the large model in front.
 class ModelerScroll : public testing::TestWithParam<ScrollCase> {
 protected:
@@ -134,7 +146,7 @@ TEST_P(ModelerScroll, MovesALargeModelThereAndBack) {
   HWND const document = modeler::documentOf(mainWindow(run), "Large");
   ASSERT_TRUE(document);
   EXPECT_TRUE(hasBars(document));
-  support::Pixels const before = support::readWindow(document);
+  support::Pixels const before = settled(document);
   PostMessageA(document, GetParam().message, GetParam().there, 0);
   EXPECT_TRUE(support::eventually([&] { return support::readWindow(document) != before; }));
   PostMessageA(document, GetParam().message, GetParam().back, 0);

@@ -1,12 +1,12 @@
 #include "sv0105/application/testapplication.hpp"
 
 #include "support/import_hook.hpp"
+#include "support/random.hpp"
 
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <random>
 
 namespace {
 
@@ -266,7 +266,7 @@ TEST_F(BrokenResourceFile, IsRefusedWhenItIsAProgramOrAFolder) {
 }
 
 TEST_F(BrokenResourceFile, IsRefusedWhenItsBytesAreRandom) {
-  std::mt19937 random(1);
+  support::Random random(1);
   for (int i = 0; i < 300; ++i) {
     std::string bytes(random() % 5000, '\0');
     for (char & byte : bytes)
@@ -277,7 +277,7 @@ TEST_F(BrokenResourceFile, IsRefusedWhenItsBytesAreRandom) {
 }
 
 TEST_F(BrokenResourceFile, NeverFaultsWhenSomeOfItsBytesAreWrong) {
-  std::mt19937 random(2);
+  support::Random random(2);
   for (int i = 0; i < 3000; ++i) {
     std::string bytes = whole;
     for (unsigned changes = 1 + random() % 4; changes > 0; --changes)

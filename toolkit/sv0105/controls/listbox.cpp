@@ -106,7 +106,8 @@ bool ListBox::Notify(unsigned message, unsigned long long wParam, long long lPar
   if (message != WM_COMMAND)
     return Control::Notify(message, wParam, lParam, result);
   result = 0;
-  if (HIWORD(wParam) == (isDropDown_ ? CBN_SELCHANGE : LBN_SELCHANGE))
+  static_assert(CBN_SELCHANGE == LBN_SELCHANGE, "both kinds of lists report a choice by one number");
+  if (HIWORD(wParam) == LBN_SELCHANGE)
     Select();
   return true;
 }

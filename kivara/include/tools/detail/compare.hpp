@@ -1,9 +1,9 @@
 #pragma once
 /// \file
-/// Comparing texts whose lengths are known. Internal: users take the operators of String.
+/// Comparing strings of known length. Internal: users have the operators of String.
 ///
-/// The runtime's own functions are a call each, and its strcmp goes character by character; sorted sets of long texts
-/// with common beginnings, such as paths, feel it.
+/// Each of the runtime's functions costs a call, and its strcmp goes character by character. That is noticeable in sorted
+/// sets of long strings with a common beginning, such as paths.
 
 #include <emmintrin.h>
 
@@ -14,7 +14,7 @@
 
 namespace SV::detail {
 
-/// For each of 16 characters 0xFF where both texts have the same, and 0 where they differ.
+/// For each of 16 characters: 0xFF if both strings have the same one, 0 if they differ.
 inline __m128i sameOf16(char const * a, char const * b) {
   return _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<__m128i const *>(a)),
                         _mm_loadu_si128(reinterpret_cast<__m128i const *>(b)));
@@ -33,7 +33,7 @@ template <class Word> bool isSameWord(char const * a, char const * b) {
   return x == y;
 }
 
-/// From as many characters as a word has to twice as many: the second word may reach back into the first.
+/// For lengths from one word to two: the second word may overlap the first.
 template <class Word> bool areSameTwoWords(char const * a, char const * b, std::size_t length) {
   std::size_t const second = length - sizeof(Word);
   return isSameWord<Word>(a, b) && isSameWord<Word>(a + second, b + second);
@@ -49,7 +49,7 @@ inline bool areSameBelow16(char const * a, char const * b, std::size_t length) {
   return length == 0 || *a == *b;
 }
 
-/// Whether two texts of \p length characters, NUL or not, are the same; what memcmp answers with 0.
+/// Whether two strings of \p length characters, NULs included, are the same: memcmp would return 0.
 inline bool areSame(char const * a, char const * b, std::size_t length) {
   if (length < 16)
     return areSameBelow16(a, b, length);
@@ -59,11 +59,11 @@ inline bool areSame(char const * a, char const * b, std::size_t length) {
   for (; length >= 16; a += 16, b += 16, length -= 16)
     if (!areSame16(a, b))
       return false;
-  std::ptrdiff_t const last = static_cast<std::ptrdiff_t>(length) - 16; // reaches back into what was seen
+  std::ptrdiff_t const last = static_cast<std::ptrdiff_t>(length) - 16; // overlaps what was compared already
   return length == 0 || areSame16(a + last, b + last);
 }
 
-/// For each of 16 characters 0 where the texts differ or end, and something else where they go on.
+/// For each of 16 characters: 0 if the strings differ or end there, otherwise not 0.
 inline __m128i goesOnOf16(char const * a, char const * b) {
   return _mm_min_epu8(_mm_loadu_si128(reinterpret_cast<__m128i const *>(a)), sameOf16(a, b));
 }
@@ -71,7 +71,7 @@ inline __m128i goesOnOf32(char const * a, char const * b) {
   return _mm_min_epu8(goesOnOf16(a, b), goesOnOf16(a + 16, b + 16));
 }
 
-/// One bit for each of 16 that are 0.
+/// A bit for each of the 16 that is 0.
 inline unsigned stopsOf(__m128i goesOn) {
   return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(goesOn, _mm_setzero_si128())));
 }
@@ -83,7 +83,7 @@ inline int differenceAt(char const * a, char const * b, int at) {
   return static_cast<unsigned char>(a[at]) - static_cast<unsigned char>(b[at]);
 }
 
-/// What strcmp answers, for texts of which each has \p length characters, NUL or not, and one more behind them.
+/// The result of strcmp for two strings that each have at least \p length characters, NULs included, and one more after them.
 inline int compareUpToNul(char const * a, char const * b, std::size_t length) {
   for (; length >= 64 && goOnFor64(a, b); a += 64, b += 64)
     length -= 64;

@@ -1,7 +1,6 @@
 #pragma once
 /// \file
-/// The rules by which texts share, grow and release their block.
-/// Internal: users take String and WString.
+/// How strings share, grow and release their block. Internal: users have String and WString.
 
 #include "tools/assert.hpp"
 #include "tools/detail/text_block.hpp"
@@ -14,7 +13,7 @@
 
 namespace SV::detail {
 
-/// Owner of one reference to a block.
+/// Owns one reference to a block.
 template <class Char> class SharedText {
 public:
   using Data = typename TextBlock<Char>::Data;
@@ -57,7 +56,7 @@ public:
       release(std::exchange(data_, build(text, length)));
   }
 
-  /// \p text may lie in this very text.
+  /// \p text may be part of this string.
   void append(Char const * text, std::int32_t length) {
     std::int32_t const old = data_->nLen;
     if (length > STRING_MAXLEN - old)
@@ -74,7 +73,7 @@ public:
     release(std::exchange(data_, grown));
   }
 
-  /// The text of \p count characters from \p start on, clipped to what is there; the whole text shares the block.
+  /// \p count characters from \p start on, or as many as there are; the whole string shares the block.
   SharedText part(std::int32_t start, std::int32_t count) const {
     if (start < 0 || start >= data_->nLen || count <= 0)
       return SharedText();
@@ -95,7 +94,7 @@ public:
     data_->nLen = old + 1;
   }
 
-  /// Copies a shared block, so that the text may be written to.
+  /// Copies a shared block, so that the string may be written to.
   void makeUnique() {
     SharedText const * const pString = this;
     SV_CHECK((static_cast<unsigned long>(pString->length()) & 0xff000000) != 0xcd000000,
@@ -125,12 +124,12 @@ private:
     block->nLen = old + length;
   }
 
-  /// Above the size classes no longer text does.
+  /// Above the size classes a longer string never fits.
   bool fitsInPlace(std::int32_t newLength) const {
     return data_->nRefCount == 0 && blockBytes<Char>(newLength) <= allocatedBytes(blockBytes<Char>(data_->nLen));
   }
 
-  /// Asked of each copy and each text that dies: where there are characters, without a call.
+  /// Called for each copy and each destruction. If there are characters, the empty block need not be fetched.
   static bool isEmptyBlock(Data const * block) noexcept {
     return block->nLen == 0 && block == TextBlock<Char>::empty();
   }

@@ -45,6 +45,7 @@ private:
 /// the ModalDialog in which it lies with RET_OK; it closes any other Dialog.
 class SV_API OKButton : public PushButton {
 public:
+  /// \param style  as for PushButton
   explicit OKButton(Window * parent, WinBits style = WB_DEFAULT_BUTTON);
   void Click() override;
 };
@@ -52,6 +53,7 @@ public:
 /// The same with RET_CANCEL. Escape presses it.
 class SV_API CancelButton : public PushButton {
 public:
+  /// \param style  as for PushButton
   explicit CancelButton(Window * parent, WinBits style = 0);
   void Click() override;
 };
@@ -59,6 +61,7 @@ public:
 /// The same for the help: without a handler it starts the application's Help with the topic of the dialog.
 class SV_API HelpButton : public PushButton {
 public:
+  /// \param style  as for PushButton
   explicit HelpButton(Window * parent, WinBits style = 0);
   void Click() override;
 };

@@ -59,6 +59,8 @@ private:
 /// A dialog that has to be answered: while it runs, no other window of the program takes input.
 class SV_API ModalDialog : public Dialog {
 public:
+  /// \param parent  disabled while the dialog runs; null for none
+  /// \param style   as for Dialog
   explicit ModalDialog(Window * parent, WinBits style = WB_DIALOG);
   /// It may die while it runs, in one of its own handlers; Execute then gives 0.
   ~ModalDialog() override;

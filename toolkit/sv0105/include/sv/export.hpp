@@ -2,6 +2,8 @@
 /// \file
 /// SV_API: what SV0105.dll exports; and the platform's handles by name, so that public headers need no platform header.
 
+#include "tools/winnames.hpp"
+
 #ifdef SV0105_EXPORTS
 #define SV_API __declspec(dllexport)
 #else

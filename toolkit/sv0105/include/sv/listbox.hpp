@@ -27,7 +27,8 @@ public:
   bool RemoveEntry(long position);
   void Clear();
 
-  long GetEntryCount() const;
+  long GetEntryCount() const; ///< 0 for an empty list
+  /// The text at a position, counted from 0; the empty string for one outside.
   String GetEntry(long position) const;
   /// The first one with that text, case-sensitive; LISTBOX_ENTRY_NOTFOUND for none.
   long GetEntryPos(String const & text) const;

@@ -1,4 +1,4 @@
-#include "frame/version.hpp"
+#include "base/version.hpp"
 
 using SV::String;
 

@@ -1,4 +1,4 @@
-#include "frame/version.hpp"
+#include "base/version.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,70 @@
+# The properties of a file, as the system shows them. The build uses this file, and the installed package hands it to its users.
+
+set(KIVARA_VERSION_RC ${CMAKE_CURRENT_LIST_DIR}/version.rc.in)
+
+# A text as it stands between the quotes of a resource script.
+function(kivara_quoted result text)
+  string(REPLACE "\\" "\\\\" text "${text}")
+  string(REPLACE "\"" "\"\"" text "${text}")
+  set(${result} "${text}" PARENT_SCOPE)
+endfunction()
+
+# The four numbers of a version, with zeros for those that it leaves out.
+function(kivara_version_numbers result call version)
+  if(NOT version MATCHES "^[0-9]+([.][0-9]+)?([.][0-9]+)?([.][0-9]+)?$")
+    message(FATAL_ERROR "${call}: VERSION is up to four numbers with points between them, but not \"${version}\".")
+  endif()
+  string(REPLACE "." ";" numbers ${version})
+  list(APPEND numbers 0 0 0)
+  list(SUBLIST numbers 0 4 numbers)
+  list(JOIN numbers ", " numbers)
+  set(${result} ${numbers} PARENT_SCOPE)
+endfunction()
+
+# Sets what the script says of the target's language: that of a resource DLL, and none for code.
+function(kivara_version_language target)
+  get_target_property(language ${target} KIVARA_LANGUAGE)
+  if(NOT language)
+    set(language 0)
+  endif()
+  math(EXPR language "${language}")
+  math(EXPR primary "${language} & 0x3ff")
+  math(EXPR sub "${language} >> 10")
+  math(EXPR digits "${language} + 0x10000" OUTPUT_FORMAT HEXADECIMAL) # 0x1 and the four that are wanted
+  string(SUBSTRING ${digits} 3 4 digits)
+  string(TOUPPER ${digits} digits)
+  set(language ${language} PARENT_SCOPE)
+  set(language_primary ${primary} PARENT_SCOPE)
+  set(language_sub ${sub} PARENT_SCOPE)
+  set(language_digits ${digits} PARENT_SCOPE)
+endfunction()
+
+# kivara_version_info(TARGET DESCRIPTION text [VERSION a.b.c.d] [PRODUCT name] [COMPANY name] [COPYRIGHT text]): the file's version and
+# texts. Version and name of the product are those of the project unless they are given.
+function(kivara_version_info target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESCRIPTION;VERSION;PRODUCT;COMPANY;COPYRIGHT" "")
+  if(NOT DEFINED arg_VERSION)
+    set(arg_VERSION ${PROJECT_VERSION})
+  endif()
+  if(NOT DEFINED arg_PRODUCT)
+    set(arg_PRODUCT ${PROJECT_NAME})
+  endif()
+  kivara_check_arguments("kivara_version_info(${target})" arg DESCRIPTION VERSION)
+  kivara_version_numbers(numbers "kivara_version_info(${target})" ${arg_VERSION})
+  kivara_version_language(${target})
+
+  foreach(text IN ITEMS DESCRIPTION PRODUCT COMPANY COPYRIGHT)
+    kivara_quoted(${text} "${arg_${text}}")
+  endforeach()
+  set(kind VFT_DLL)
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL EXECUTABLE)
+    set(kind VFT_APP)
+  endif()
+  file(READ ${KIVARA_VERSION_RC} script)
+  string(CONFIGURE "${script}" script @ONLY)
+  set(rc ${CMAKE_CURRENT_BINARY_DIR}/${target}-version.rc)
+  file(GENERATE OUTPUT ${rc} CONTENT "${script}")
+  kivara_resource_script(${target} ${rc})
+  set_source_files_properties(${rc} TARGET_DIRECTORY ${target} PROPERTIES GENERATED ON)
+endfunction()

@@ -1,0 +1,21 @@
+# At installation: the headers of KIVARA_HEADERS with their folders. They name each other from the topmost folder; installed, they do so
+# from where they are, so that they find each other whatever else of these names is on the include path of a product.
+file(GLOB_RECURSE headers RELATIVE ${KIVARA_HEADERS} ${KIVARA_HEADERS}/*.h ${KIVARA_HEADERS}/*.hpp ${KIVARA_HEADERS}/*.inc)
+foreach(header IN LISTS headers)
+  string(REGEX MATCHALL "/" up "${header}")
+  list(LENGTH up depth)
+  string(REPEAT "../" ${depth} up)
+  file(READ ${KIVARA_HEADERS}/${header} text)
+  string(REPLACE "\n#include \"" "\n#include \"${up}" text "${text}")
+  set(installed $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/include/kivara/${header})
+  set(before "")
+  if(EXISTS ${installed})
+    file(READ ${installed} before)
+  endif()
+  # One that stays as it was keeps its time: products need not be built anew.
+  if(NOT "${before}" STREQUAL "${text}")
+    message(STATUS "Installing: ${installed}")
+    file(WRITE ${installed} "${text}")
+  endif()
+  list(APPEND CMAKE_INSTALL_MANIFEST_FILES ${CMAKE_INSTALL_PREFIX}/include/kivara/${header})
+endforeach()

@@ -1,0 +1,156 @@
+"""The command ./dev from outside: dev_test.py LIBCLANG NAME runs one of the tests below."""
+
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+DEV = str(ROOT / "dev")
+VERBS = ("run test long bench build install package wine lint format coverage mutants docs setup").split()
+# The server of a Wine prefix and its helpers end by themselves, a moment after the last program.
+HELPERS = ("wineserver", "services.exe", "winedevice.exe", "plugplay.exe", "svchost.exe", "rpcss.exe")
+
+
+def dev(*words, **environment):
+    """A run that does nothing but answer; one that goes to work is ended."""
+    process = subprocess.Popen([DEV, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                               env={**os.environ, **environment})
+    try:
+        output, errors = process.communicate(timeout=20)
+    except subprocess.TimeoutExpired:
+        process.terminate()
+        output, errors = process.communicate()
+    return subprocess.CompletedProcess(words, process.returncode, output, errors)
+
+
+class Dev(unittest.TestCase):
+    maxDiff = None
+
+    def RefusesWrongArgumentsBeforeItDoesAnything(self):
+        for words, told in (
+                ("nosuchverb", "there is no verb 'nosuchverb'"),
+                ("--preset", "--preset needs a name"),
+                ("--preset fast test", "there is no preset 'fast'"),
+                ("test --rounds none", "--rounds needs a number"),
+                ("test Dispatcher", "tests are named by -R: ./dev test -R 'Dispatcher'"),
+                ("test --no-such-option", "ctest has no option '--no-such-option'"),
+                ("test -R", "-R needs a value"),
+                ("test -R (", "'(' is no regular expression"),
+                ("long --rounds 3", "ctest has no option '--rounds'"),
+                ("coverage nothing", "ctest has no option 'nothing'"),
+                ("bench --fast", "unknown option '--fast'"),
+                ("build --all", "unknown option '--all'"),
+                ("install", "usage: ./dev install DIR"),
+                ("install one two", "usage: ./dev install DIR"),
+                ("install /dev/null/below", "/dev/null/below cannot be written"),
+                ("package all", "this verb takes no arguments: all"),
+                ("wine", "usage: ./dev wine PROGRAM [args]"),
+                ("wine no/such/program.exe", "there is no program no/such/program.exe"),
+                ("lint no_such_source.cpp", "there is no source no_such_source.cpp"),
+                ("format fast", "this verb takes no arguments: fast"),
+                ("docs fast", "this verb takes no arguments: fast"),
+                ("setup fast", "this verb takes no arguments: fast"),
+                ("mutants --room cellar", "there is no room 'cellar'"),
+                ("mutants --count many", "--count needs a number"),
+                ("mutants many", "unknown argument 'many'")):
+            with self.subTest(words), tempfile.TemporaryDirectory() as folder:
+                cache = Path(folder) / "cache"
+                ended = dev(*words.split(), KIVARA_CACHE=str(cache))
+                self.assertEqual(ended.returncode, 1)
+                self.assertIn(told, ended.stderr.splitlines()[-1])
+                self.assertFalse(cache.exists())
+
+    def RefusesSettingsThatAreNoNumbers(self):
+        self.assertIn("KIVARA_JOBS is a number of tests", dev("test", KIVARA_JOBS="many").stderr)
+        self.assertIn("KIVARA_TEST_SEED is a number", dev("long", KIVARA_TEST_SEED="any").stderr)
+
+    def PrintsTheHelpOfEachVerb(self):
+        listed = dev("help").stdout
+        for verb in VERBS:
+            with self.subTest(verb):
+                ended = dev(verb, "--help")
+                self.assertEqual((ended.returncode, ended.stderr), (0, ""))
+                self.assertTrue(ended.stdout.startswith(f"usage: ./dev {verb}"))
+                self.assertIn(f"\n  {verb}", listed)
+
+    def SaysHowFarALongStepIs(self):
+        with tempfile.NamedTemporaryFile() as log:
+            script = (f"set -euo pipefail; root={ROOT}; source {ROOT}/scripts/common.sh; progress_every=1; "
+                      f"with_progress 'building it' {log.name} sh -c 'echo one; echo compiling two; sleep 3; exit 7'")
+            ended = subprocess.run(["bash", "-c", script], capture_output=True, text=True, check=False)
+        self.assertEqual(ended.returncode, 7)
+        self.assertRegex(ended.stderr, "dev: building it: [12] seconds, 2 lines; compiling two\n")
+
+    def LeavesNothingAfterItsEnd(self):
+        run = Run("wine", "cmd", "/c", "exit 3")
+        self.assertEqual(run.process.wait(60), 3)
+        run.assert_nothing_left(self)
+
+    def LeavesNothingWhenItIsEnded(self):
+        for number in (signal.SIGTERM, signal.SIGHUP):
+            with self.subTest(number):
+                run = Run("wine", "notepad")
+                run.wait_for("notepad.exe")
+                run.process.send_signal(number)
+                self.assertEqual(run.process.wait(30), 128 + number)
+                run.assert_nothing_left(self)
+
+    def LeavesNothingAfterCtrlC(self):
+        run = Run("wine", "notepad")
+        run.wait_for("notepad.exe")
+        os.killpg(run.process.pid, signal.SIGINT)
+        self.assertEqual(run.process.wait(30), 130)
+        run.assert_nothing_left(self)
+
+    def LeavesNoHalfMadePrefixWhenItIsEnded(self):
+        with tempfile.TemporaryDirectory() as cache:
+            run = Run("wine", "cmd", "/c", "exit", cache=cache)
+            run.wait_for("wineboot")
+            run.process.terminate()
+            self.assertEqual(run.process.wait(30), 128 + signal.SIGTERM)
+            run.assert_nothing_left(self)
+            self.assertEqual(list((Path(cache) / "wine").glob("*")), [])
+
+
+class Run:
+    """A run of ./dev, without a display, whose processes are found by a mark in their environment."""
+
+    def __init__(self, *words, cache=None):
+        self.mark = f":test.{os.getpid()}.{time.monotonic_ns()}:"
+        environment = {name: value for name, value in os.environ.items() if name not in ("DISPLAY", "WINEPREFIX")}
+        environment["KIVARA_DEV_RUN"] = environment.get("KIVARA_DEV_RUN", "") + self.mark
+        if cache:
+            environment["KIVARA_CACHE"] = cache
+        self.process = subprocess.Popen([DEV, *words], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL, start_new_session=True)
+
+    def processes(self):
+        found = []
+        for folder in Path("/proc").glob("[0-9]*"):
+            try:
+                if self.mark.encode() in (folder / "environ").read_bytes():
+                    found.append((folder / "cmdline").read_bytes().replace(b"\0", b" ").decode(errors="replace"))
+            except OSError:
+                pass
+        return found
+
+    def wait_for(self, program):
+        until = time.monotonic() + 60
+        while not any(program in each for each in self.processes()):
+            if time.monotonic() > until or self.process.poll() is not None:
+                raise AssertionError(f"{program} was not started; there is: {self.processes()}")
+            time.sleep(0.1)
+
+    def assert_nothing_left(self, test):
+        left = [each for each in self.processes() if not any(helper in each for helper in HELPERS)]
+        test.assertEqual(left, [])
+        test.assertEqual(list(Path(os.environ.get("TMPDIR", "/tmp")).glob(f"kivara-dev.{self.process.pid}.*")), [])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *(f"Dev.{name}" for name in sys.argv[2:])])

@@ -1,0 +1,15 @@
+# expect_links(PAGE...): that the links of pages to other files lead somewhere.
+function(expect_links)
+  foreach(page IN LISTS ARGN)
+    cmake_path(GET page PARENT_PATH folder)
+    file(READ ${page} text)
+    string(REPLACE "](" " link:" text "${text}") # brackets would hold lists together
+    string(REGEX MATCHALL " link:[^)#:]+[)#]" links "${text}")
+    foreach(link IN LISTS links)
+      string(REGEX REPLACE "^ link:(.*).$" "\\1" target "${link}")
+      if(NOT EXISTS ${folder}/${target})
+        message(SEND_ERROR "${page}: ${target} does not exist")
+      endif()
+    endforeach()
+  endforeach()
+endfunction()

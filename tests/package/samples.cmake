@@ -1,0 +1,35 @@
+# Builds every sample from the sources in the installation, and runs those that need no user.
+include(${CMAKE_CURRENT_LIST_DIR}/build_project.cmake)
+set(sources ${INSTALLED}/share/doc/kivara/apps)
+set(all ${WORK}/samples)
+
+# One project around all of them: that takes less time than to configure each. What finds the library is their own.
+file(GLOB samples RELATIVE ${sources} ${sources}/*)
+if(NOT samples STREQUAL "farcall;fetch;minimal;modeler;saving;service;words")
+  message(SEND_ERROR "the installation has the samples ${samples}")
+endif()
+file(REMOVE_RECURSE ${all})
+file(WRITE ${all}/CMakeLists.txt "
+cmake_minimum_required(VERSION 3.23)
+project(samples LANGUAGES CXX RC)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY \${CMAKE_BINARY_DIR}/bin)
+foreach(sample IN ITEMS ${samples})
+  add_subdirectory(${sources}/\${sample} \${sample})
+endforeach()
+")
+configure_project(${all} ${all}/build works -DCMAKE_BUILD_TYPE=)
+run_in(${all} works ${CMAKE_COMMAND} --build build)
+
+file(WRITE ${all}/text.txt "one two")
+run_in(${all} works ${EMULATOR} ${all}/build/bin/ask.exe text.words "one two three" textservices.dll)
+expect_words("3")
+run_in(${all} works ${EMULATOR} ${all}/build/bin/saving.exe order)
+expect_words("SaveModel order")
+run_in(${all} works ${EMULATOR} ${all}/build/bin/words.exe ${DRIVE}${all}/text.txt)
+expect_words("1:5 4 two")
+foreach(file IN ITEMS fetch.exe modeler.exe service.exe minimal.exe models/order.txt language/1031/modeler72.dll language/2057/modeler72.dll
+    language/1031/minimal72.dll language/2057/kivara72.dll lang.ini)
+  if(NOT EXISTS ${all}/build/bin/${file})
+    message(SEND_ERROR "${file} was not built")
+  endif()
+endforeach()
