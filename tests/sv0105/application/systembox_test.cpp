@@ -31,6 +31,21 @@ TEST_F(SystemBox, UnderSuppressionIsALineOrNothing) {
   EXPECT_FALSE(support::readFile("dialogs.txt").has_value());
   EXPECT_EQ(SV::ShowBoxOrLog("Line", kCaption, MB_OK), 0);
   EXPECT_EQ(support::readFile("dialogs.txt").value_or(""), "Line\r\n");
+  EXPECT_EQ(GetLastError(), 0u) << "no box has failed";
+}
+
+TEST_F(SystemBox, MaySayInTheLogWhatItDoesNotShow) {
+  SV::Application::SetModalDialogSuppressionLogfileName("dialogs.txt");
+  SV::BoxText const text("Shown", "Logged");
+  script->then([] {
+    EXPECT_NE(FindWindowExA(box(), nullptr, nullptr, "Shown"), nullptr);
+    answer();
+  });
+  SV::ShowBoxOrLog(text, kCaption, MB_OK);
+  EXPECT_FALSE(support::readFile("dialogs.txt").has_value());
+  SV::Application::SetModalDialogSuppression(true);
+  SV::ShowBoxOrLog(text, kCaption, MB_OK);
+  EXPECT_EQ(support::readFile("dialogs.txt").value_or(""), "Logged\r\n");
 }
 
 int timesAsked = 0;

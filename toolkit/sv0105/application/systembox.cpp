@@ -5,21 +5,34 @@
 #include "window/focusreturn.hpp"
 
 namespace SV {
+namespace {
 
-int ShowBoxOrLog(char const * text, char const * caption, unsigned style, BoxOwner owner) {
-  if (!Application::IsModalDialogSuppression())
-    return ShowBoxOrNothing(text, caption, style, owner);
-  Application::ModalDialogSuppressionLog(text);
-  return 0;
-}
+struct Answer {
+  int button;
+  DWORD error;
+};
 
-int ShowBoxOrNothing(char const * text, char const * caption, unsigned style, BoxOwner owner) {
-  if (Application::IsModalDialogSuppression())
-    return 0;
+Answer ask(char const * text, char const * caption, unsigned style, BoxOwner owner) {
   WaitPause const pause;
   detail::FocusReturn const focus;
   Window const * const window = owner ? owner() : nullptr;
-  return MessageBoxA(window ? window->GethWnd() : nullptr, text, caption, style);
+  int const button = MessageBoxA(window ? window->GethWnd() : nullptr, text, caption, style);
+  return {button, GetLastError()};
+}
+
+} // namespace
+
+int ShowBoxOrLog(BoxText const & text, char const * caption, unsigned style, BoxOwner owner) {
+  if (Application::IsModalDialogSuppression())
+    Application::ModalDialogSuppressionLog(text.logged);
+  return ShowBoxOrNothing(text.shown, caption, style, owner);
+}
+
+int ShowBoxOrNothing(char const * text, char const * caption, unsigned style, BoxOwner owner) {
+  bool const suppressed = Application::IsModalDialogSuppression();
+  Answer const answer = suppressed ? Answer{0, 0} : ask(text, caption, style, owner);
+  SetLastError(answer.error);
+  return answer.button;
 }
 
 } // namespace SV
