@@ -1,8 +1,9 @@
 #include "sv/systembox.hpp"
 
+#include "sv/focusreturn.hpp"
 #include "sv/waitpause.hpp"
 #include "sv/window.hpp"
-#include "window/focusreturn.hpp"
+#include "tools/winapi.hpp"
 
 namespace SV {
 namespace {
@@ -14,7 +15,7 @@ struct Answer {
 
 Answer ask(char const * text, char const * caption, unsigned style, BoxOwner owner) {
   WaitPause const pause;
-  detail::FocusReturn const focus;
+  FocusReturn const focus;
   Window const * const window = owner ? owner() : nullptr;
   int const button = MessageBoxA(window ? window->GethWnd() : nullptr, text, caption, style);
   return {button, GetLastError()};

@@ -1,6 +1,8 @@
-#include "window/focusreturn.hpp"
+#include "sv/focusreturn.hpp"
 
-namespace SV::detail {
+#include "tools/winapi.hpp"
+
+namespace SV {
 namespace {
 
 bool isGivingBack = false;
@@ -23,4 +25,4 @@ FocusReturn::~FocusReturn() {
   isGivingBack = false;
 }
 
-} // namespace SV::detail
+} // namespace SV
