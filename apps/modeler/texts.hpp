@@ -59,7 +59,11 @@ enum class Text : unsigned short {
   TooLong,
   NulByte,
   LineTooLong,
-  LineLost
+  LineLost,
+  SaveAs,
+  Overwrite,
+  NotWritten,
+  NothingToSave
 };
 
 /// In the current language. The pack of the program comes after that of the library, which stays the active one: a text is
