@@ -90,7 +90,9 @@ void OutputDevice::Push() { data_->push(); }
 
 void OutputDevice::Pop() { data_->pop(); }
 
-void OutputDevice::usePen() const { data_->usePen(LogicToPixel(Size{data_->state().pen.GetWidth(), 0}).width); }
+long OutputDevice::penWidth() const { return LogicToPixel(Size{data_->state().pen.GetWidth(), 0}).width; }
+
+void OutputDevice::usePen() const { data_->usePen(penWidth()); }
 
 void OutputDevice::useFont() const { data_->useFont(LogicToPixel(data_->state().font.GetSize())); }
 
@@ -102,9 +104,13 @@ void OutputDevice::DrawLine(Point const & from, Point const & to) {
 }
 
 void OutputDevice::drawLine(Point const & fromPixel, Point const & toPixel) {
-  usePen();
   Point const start = detail::systemPoint(fromPixel);
   Point const end = detail::systemPoint(toPixel);
+  if (start == end && penWidth() <= 1) {
+    SetPixelV(context_, start.x, start.y, data_->state().pen.GetColor().GetRGB());
+    return;
+  }
+  usePen();
   MoveToEx(context_, start.x, start.y, nullptr);
   // The system leaves out the last point. A line along an axis ends one later; others would take another way.
   if (start.y == end.y) {

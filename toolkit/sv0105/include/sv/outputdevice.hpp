@@ -147,6 +147,7 @@ private:
   friend class DrawingScope;
   friend class detail::Painting;
 
+  long penWidth() const;
   void usePen() const;
   void useFont() const;
   void drawLine(Point const & fromPixel, Point const & toPixel);
