@@ -83,6 +83,20 @@ build_openssl() {
     cp libcrypto.a "$2/lib/"
 }
 
+# What reads archives, without passwords; zlib itself is in the toolchain's own folders.
+build_minizip() {
+  local tools=x86_64-w64-mingw32 unit
+  debian_source minizip "$1" &&
+    cd "$1/source" &&
+    for unit in ioapi unzip; do
+      "$tools-gcc-posix" -c -O2 -DNOUNCRYPT "$unit.c" -o "$unit.o" || return
+    done &&
+    mkdir -p "$2/lib" "$2/include/minizip" "$2/share/licenses/minizip" &&
+    "$tools-ar" rcs "$2/lib/libminizip.a" ioapi.o unzip.o &&
+    cp ioapi.h unzip.h "$2/include/minizip/" &&
+    cp MiniZip64_info.txt "$2/share/licenses/minizip/"
+}
+
 build_benchmark() {
   debian_source benchmark "$1" &&
     cmake_install "$1/source" "$1" "$2" -DGIT_VERSION="$(sed "s/-.*//" "$1/version")" \
@@ -103,12 +117,16 @@ build_peers() {
 
 version_googletest() { package_version googletest; }
 version_openssl() { source_version openssl openssl; }
+version_minizip() { source_version minizip minizip; }
 version_benchmark() { source_version benchmark libbenchmark-dev; }
 version_peers() { :; } # links, which follow what is installed
 
 package_version() { dpkg-query -W -f='${Version}' "$1" | tr -c 'A-Za-z0-9.\n' '_'; }
 
-need_library_dependencies() { need_dependency openssl; }
+need_library_dependencies() {
+  need_dependency openssl
+  need_dependency minizip
+}
 
 need_test_dependencies() { need_dependency googletest; }
 

@@ -20,7 +20,8 @@ foreach(file IN ITEMS
     share/doc/kivara/api/index.html share/doc/kivara/api/classKivMDIApplication.html share/doc/kivara/api/modeler.png
     share/doc/kivara/README.md share/doc/kivara/docs/package.md share/doc/kivara/docs/frame.svg
     share/doc/kivara/CHANGELOG.md share/doc/kivara/notices/NOTICES.txt share/doc/kivara/notices/gcc-runtime.txt
-    share/doc/kivara/notices/openssl.txt share/doc/kivara/notices/winpthreads.txt)
+    share/doc/kivara/notices/minizip.txt share/doc/kivara/notices/openssl.txt share/doc/kivara/notices/winpthreads.txt
+    share/doc/kivara/notices/zlib.txt)
   if(NOT EXISTS ${INSTALLED}/${file})
     message(SEND_ERROR "${file} is missing")
   endif()

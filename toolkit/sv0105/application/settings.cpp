@@ -35,6 +35,7 @@ unsigned short Application::EnableHelp(unsigned short modes) { return std::excha
 
 Font Application::ChangeAppFont(Font const & font) {
   Font former = std::exchange(toolkit().font, Font(font));
+  toolkit().dialogCharacter = Size();
   detail::applyApplicationFont();
   return former;
 }

@@ -2,6 +2,7 @@
 /// \file
 /// The toolkit's state for the process.
 
+#include "drawing/picturepool.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
 #include "sv/sysdepen.hpp"
@@ -40,7 +41,9 @@ struct Toolkit {
   bool dialogSuppression = false;
   bool windowSuppression = false;
   String dialogLog;
-  String poolFile;
+  PicturePool pictures;
+  HDC sourceDevice = nullptr; ///< see SourceDevice
+  Size dialogCharacter;       ///< of the application font; 0 by 0 until it has been measured
   ResMgr * resManager = nullptr;
 
   int modalDepth = 0;                            ///< the number of nested modal dialogs

@@ -12,6 +12,7 @@ namespace SV {
 
 class Accelerator;
 class Application;
+class CVisualStylesXP;
 class Help;
 class Window;
 
@@ -135,6 +136,9 @@ public:
   /// Under window suppression no window becomes visible.
   static void SetShowWindowSuppression(bool on);
   static bool IsShowWindowSuppression();
+
+  /// The look of the system.
+  static CVisualStylesXP & GetVisualStylesXP();
 
   /// The main window; null before it is created and after it is closed.
   static Window * GetAppWindow();
