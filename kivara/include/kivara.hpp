@@ -38,6 +38,7 @@
 #include "atools.hpp"
 #include "atools_errors.hpp"
 #include "atrace.hpp"
+#include "auser.hpp"
 #include "awinstack.hpp"
 #include "export.hpp"
 #include "kivara_version.hpp"

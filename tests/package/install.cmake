@@ -11,7 +11,7 @@ foreach(file IN ITEMS
     bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
     bin/.debug/kivara.dll.debug bin/.debug/SV0105.dll.debug bin/.debug/TL0105.dll.debug
     bin/plugins/textcommands.dll bin/plugins/userwatch.dll bin/plugins/.debug/textcommands.dll.debug
-    bin/words.exe bin/modeler.exe bin/service.exe bin/kivml.exe
+    bin/words.exe bin/modeler.exe bin/service.exe bin/kivml.exe bin/kivuser.exe
     bin/lang.ini bin/language/1031/kivara72.dll bin/language/2057/kivara72.dll
     include/kivara/kivara.hpp include/kivara/kivara_version.hpp include/kivara/tools.hpp include/kivara/tools/string.hpp include/kivara/sv/sv.hpp
     lib/libkivara.dll.a lib/libSV0105.dll.a lib/libTL0105.dll.a lib/libkivara_main.a
