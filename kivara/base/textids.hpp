@@ -21,6 +21,13 @@ inline constexpr Id kHelpButton     = kStringType | 0x2924;
 inline constexpr Id kProgramName    = kStringType | 0x2927; ///< of every other kind
 inline constexpr Id kBaseLanguage   = kStringType | 0x2950; ///< the number of the language that the product was written in
 inline constexpr Id kInternalError  = kStringType | 0x2B7E; ///< internal error; %s is its code
+inline constexpr Id kBadExpression  = kStringType | 950;    ///< headings of a regular expression that failed
+inline constexpr Id kNoMemoryForIt  = kStringType | 951;
+inline constexpr Id kEngineText     = kStringType | 960;    ///< %s is the text of the engine
+inline constexpr Id kFirstFault     = kStringType | 961;    ///< of the code 3; the others follow in their order
+inline constexpr Id kLastFault      = kStringType | 969;    ///< of the code 11
+inline constexpr Id kNothingToRepeat = kStringType | 971;   ///< of the code 13
+inline constexpr Id kCharacterMap   = kStringType | 11764;  ///< the replacements of the bytes 128 to 255 in texts for SGML
 // clang-format on
 
 /// \name Numbers for KivStringAcceleratorTable, which adds the type
@@ -32,9 +39,10 @@ inline constexpr long kLastError = 4918;    ///< of KivErrorCode 118
 inline constexpr long kUnknownError = 4999; ///< of KIV_ERROR_UNKNOWN
 /// @}
 
-/// All numbers but those of the errors, for the test that holds them against the packs.
-inline constexpr unsigned long kAll[] = {kDeadNetwork,  kCharacterSet, kRuntimeName, kToolkitName,  kOKButton,
-                                         kCancelButton, kHelpButton,   kProgramName, kBaseLanguage, kInternalError,
-                                         kAdminUser,    kUserGroup,    kUnknownError};
+/// All numbers but those of the errors and between two of the faults, for the test that holds them against the packs.
+inline constexpr unsigned long kAll[] = {kDeadNetwork,     kCharacterSet,  kRuntimeName, kToolkitName,  kOKButton,
+                                         kCancelButton,    kHelpButton,    kProgramName, kBaseLanguage, kInternalError,
+                                         kBadExpression,   kNoMemoryForIt, kEngineText,  kFirstFault,   kLastFault,
+                                         kNothingToRepeat, kCharacterMap,  kAdminUser,   kUserGroup,    kUnknownError};
 
 } // namespace kivara::texts
