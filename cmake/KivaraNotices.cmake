@@ -10,3 +10,6 @@ kivara_notice(winpthreads
 kivara_notice(openssl
   WHAT "OpenSSL, AES and Base64 in kivara.dll"
   FILES share/licenses/openssl/LICENSE.txt share/licenses/openssl/LICENSE)
+kivara_notice(tre
+  WHAT "TRE, regular expressions in re00005.dll"
+  FILES share/licenses/tre/LICENSE share/licenses/libtre/LICENSE)
