@@ -156,7 +156,7 @@ CODE
     replace_in tre-mem.c $'\t  int block_size;' $'\t  int block_size;\n\t  if (size > (size_t)1 << 25 || mem->total > (size_t)1 << 28) { mem->failed = 1; return NULL; }' &&
     replace_in tre-mem.c $'\t  mem->n = block_size;\n' $'\t  mem->n = block_size;\n\t  mem->total += block_size;\n' || return
   for source in "${sources[@]}"; do
-    "$tools-gcc-posix" -O2 -g -DNDEBUG -fno-ipa-ra -Wno-unused-function -DTRE_REGEX_T_FIELD=value -DTRE_VERSION='"0.8.0"' \
+    "$tools-gcc-posix" -O2 -g -DNDEBUG -fno-ipa-ra -Wno-unused-function -DHAVE_ISBLANK -DTRE_REGEX_T_FIELD=value -DTRE_VERSION='"0.8.0"' \
       -c "$source.c" || return
   done
   mkdir -p "$2/lib" "$2/include/tre" "$2/share/licenses/tre" "$2/share/tre" &&

@@ -62,8 +62,10 @@ private:
   }
 
   void plain() {
-    char const * const others = extended() ? "*+?|^$" : "*^$";
-    atom(std::strchr(others, *at_) != nullptr ? 0 : 1, 1);
+    if (std::strchr("^$", *at_) != nullptr)
+      place(1);
+    else
+      atom(std::strchr(extended() ? "*+?|" : "*", *at_) != nullptr ? 0 : 1, 1);
   }
 
   /// Between \Q and \E.
@@ -86,6 +88,13 @@ private:
     checkPositions();
   }
 
+  /// What matches without a character. The engine looks at all of them for each one.
+  void place(int length) {
+    at_ += length;
+    if (++groups_ > kMostGroups)
+      code_ = REG_ESPACE;
+  }
+
   long positions() const { return open_.back().before + open_.back().lastAtom; }
 
   void checkPositions() {
@@ -99,8 +108,7 @@ private:
       return;
     }
     ++at_;
-    if (++groups_ > kMostGroups)
-      code_ = REG_ESPACE;
+    place(0);
     open_.emplace_back();
   }
 
@@ -161,6 +169,8 @@ private:
   }
 
   void repeat(int copies) {
+    if (copies == 0)
+      place(0);
     open_.back().lastAtom *= copies > 1 ? copies : 1;
     checkPositions();
   }
@@ -179,8 +189,12 @@ private:
       code_ = REG_ESUBREG;
     } else {
       bool const isClass = c != '\0' && std::strchr("wWsSdD", c) != nullptr;
-      bool const isPlace = c == '\0' || std::strchr("bB<>", c) != nullptr;
-      atom(isPlace ? 0 : isClass ? kItemsOfClass : 1, c == '\0' ? 1 : 2);
+      if (c == '\0')
+        ++at_; // the engine reports it
+      else if (std::strchr("bB<>", c) != nullptr)
+        place(2);
+      else
+        atom(isClass ? kItemsOfClass : 1, 2);
     }
   }
 
@@ -216,10 +230,8 @@ private:
     at_ += *at_ == '^' ? 1 : 0;
     char const * const first = at_;
     long items = 0;
-    for (; code_ == 0 && (*at_ != ']' || at_ == first); ++items) {
-      if (*at_ == '\0')
-        code_ = REG_EBRACK;
-      else if (at_[1] == '-' && at_[2] != ']' && at_[2] != '\0')
+    for (; code_ == 0 && *at_ != '\0' && (*at_ != ']' || at_ == first); ++items) {
+      if (at_[1] == '-' && at_[2] != ']' && at_[2] != '\0')
         at_ += 3;
       else if (*at_ == '[' && (at_[1] == '.' || at_[1] == '='))
         code_ = REG_ECOLLATE;
@@ -228,7 +240,7 @@ private:
       else
         ++at_;
     }
-    if (code_ == 0)
+    if (code_ == 0 && *at_ == ']')
       atom(items, 1);
   }
 

@@ -6,7 +6,7 @@ namespace re {
 
 /// The limits of a pattern.
 inline constexpr long kMostPositions = 100'000;
-inline constexpr int kMostGroups = 2'500;
+inline constexpr int kMostGroups = 2'500; ///< with the places, such as ^, that match without a character
 /// The product of groups and positions, which is what a match takes memory for.
 inline constexpr long long kMostGroupPositions = 6'250'000;
 

@@ -19,7 +19,8 @@
 /// repetition ("+?") and options of groups ("(?i)").
 ///
 /// Limits, beyond which regcomp returns REG_ESPACE: 100,000 characters to match, with repetitions in braces multiplied and each item of a
-/// bracket counted; 2,500 groups, one in another or beside each other; and 256 MB of memory or a million transitions, which only
+/// bracket counted; 2,500 groups and places such as "^", in one
+/// another or beside each other; and 256 MB of memory or a million transitions, which only
 /// patterns of many alternatives in repetitions need. A match takes time in proportion to the length of the text and to that of the
 /// pattern, whatever the two are; only a pattern with back references may take time without limit.
 ///
