@@ -25,6 +25,13 @@ inline constexpr Id kYesButton      = kStringType | 0x330E; ///< buttons of KivE
 inline constexpr Id kNoButton       = kStringType | 0x330F;
 inline constexpr Id kRetryButton    = kStringType | 0x3310;
 inline constexpr Id kDialogTitle    = kStringType | 0x3311; ///< of a box of nobody
+inline constexpr Id kBadExpression  = kStringType | 950;    ///< headings of a regular expression that failed
+inline constexpr Id kNoMemoryForIt  = kStringType | 951;
+inline constexpr Id kEngineText     = kStringType | 960;    ///< %s is the text of the engine
+inline constexpr Id kFirstFault     = kStringType | 961;    ///< of the code 3; the others follow in their order
+inline constexpr Id kLastFault      = kStringType | 969;    ///< of the code 11
+inline constexpr Id kNothingToRepeat = kStringType | 971;   ///< of the code 13
+inline constexpr Id kCharacterMap   = kStringType | 11764;  ///< the replacements of the bytes 128 to 255 in texts for SGML
 // clang-format on
 
 /// \name Numbers for KivStringAcceleratorTable, which adds the type
@@ -37,9 +44,6 @@ inline constexpr long kUnknownError = 4999; ///< of KIV_ERROR_UNKNOWN
 /// @}
 
 /// All numbers except those of the errors, for the test that compares them with the packs.
-inline constexpr unsigned long kAll[] = {kDeadNetwork,  kCharacterSet, kRuntimeName, kToolkitName,  kOKButton,
-                                         kCancelButton, kHelpButton,   kProgramName, kBaseLanguage, kInternalError,
-                                         kYesButton,    kNoButton,     kRetryButton, kDialogTitle,  kAdminUser,
-                                         kUserGroup,    kUnknownError};
+inline constexpr unsigned long kAll[] = {kDeadNetwork, kCharacterSet, kRuntimeName, kToolkitName, kOKButton, kCancelButton, kHelpButton, kProgramName, kBaseLanguage, kInternalError, kYesButton, kNoButton, kRetryButton, kDialogTitle, kBadExpression, kNoMemoryForIt, kEngineText, kFirstFault, kLastFault, kNothingToRepeat, kCharacterMap, kAdminUser, kUserGroup, kUnknownError};
 
 } // namespace kivara::texts
