@@ -20,6 +20,8 @@ inline constexpr Id kCancelButton   = kStringType | 0x2923;
 inline constexpr Id kHelpButton     = kStringType | 0x2924;
 inline constexpr Id kProgramName    = kStringType | 0x2927; ///< of every other kind
 inline constexpr Id kBaseLanguage   = kStringType | 0x2950; ///< the number of the language that the product was written in
+inline constexpr Id kJanuary       = kStringType | 25100;  ///< names of the months; the others follow
+inline constexpr Id kMonday        = kStringType | 25112;  ///< names of the weekdays; the others follow
 inline constexpr Id kInternalError  = kStringType | 0x2B7E; ///< internal error; %s is its code
 // clang-format on
 

@@ -9,6 +9,8 @@
 #include "acmdline.hpp"
 #include "acolor.hpp"
 #include "acrypto.hpp"
+#include "adattime.hpp"
+#include "adattime_duration.hpp"
 #include "ades.hpp"
 #include "aentry.hpp"
 #include "aevent.hpp"
