@@ -1,5 +1,6 @@
 #include "mainwindow.hpp"
 
+#include "excerpt.hpp"
 #include "modelreport.hpp"
 #include "scaling.hpp"
 #include "tools/winapi.hpp"
@@ -86,7 +87,7 @@ void MainWindow::showFacts() {
 
 void MainWindow::showEvents() {
   if (!events_ || !events_->GethWnd()) {
-    events_.reset(); // the log tells one window at a time
+    events_.reset(); // the log reports to one window at a time
     events_ = std::make_unique<EventsWindow>(*this, eventLog_);
   }
   events_->Show();
@@ -107,7 +108,7 @@ void MainWindow::OpenModel(String const & fileName) {
   if (!readProcessModel(fileName, model, report)) {
     String const fault = reportText(report);
     journal_.Add("not opened: " + fileName + ": " + fault);
-    tell(filled(Text::ModelFault, fileName, fault), productName(), MB_OK | MB_ICONWARNING);
+    tell(filled(Text::ModelFault, excerptOfFileName(fileName), fault), productName(), MB_OK | MB_ICONWARNING);
     return;
   }
   journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");

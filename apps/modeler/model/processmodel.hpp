@@ -11,8 +11,8 @@
 ///     flow complete done "yes"
 ///     # a comment, to the end of the line
 ///
-/// The words may be those of any installed language. Identifiers are words, texts stand in quotation marks, with a backslash
-/// in front of one that belongs to the text. A duration is in minutes.
+/// The words may be those of any installed language. Identifiers are words. A text stands in quotation marks on one line, with a
+/// backslash before a quotation mark that belongs to it. A duration is in minutes.
 
 #include "kivara.hpp"
 
@@ -20,11 +20,13 @@ namespace modeler {
 
 enum class NodeKind { Start, Activity, Decision, End };
 
+inline constexpr long kLongestDuration = 999'999'999; ///< in minutes
+
 struct Node {
   NodeKind kind;
   SV::String id;
   SV::String text;
-  long duration; ///< in minutes; 0 where none is told
+  long duration; ///< in minutes; 0 if the file gives none
 };
 
 /// An arrow between two nodes, by their places in the model.
@@ -48,7 +50,12 @@ enum class ModelFault {
   NoText,       ///< a text in quotation marks is missing
   NoDuration,   ///< a number of minutes is missing
   Twice,        ///< an identifier that another node has
-  Unknown       ///< an identifier that no node above has
+  Unknown,      ///< an identifier that no node above has
+  TextOpen,     ///< the second quotation mark is missing on the line of the first
+  TooLong,      ///< a duration above kLongestDuration
+  NulByte,      ///< one in the line: it ends there for the parser
+  LineTooLong,  ///< a line beyond the limit of the reader
+  LineLost      ///< the last line, which the reader has left out for want of a line end
 };
 
 /// What is wrong with a file.

@@ -50,54 +50,6 @@ TEST(Modeler, ReadsAModelInWordsOfEitherLanguage) {
   EXPECT_NE(run.file("out.log").value_or("").find("model.txt, 3 nodes\r\n"), std::string::npos);
 }
 
-struct BadModel {
-  char const * content;
-  char const * fault;
-};
-std::ostream & operator<<(std::ostream & out, BadModel const & row) { return out << row.fault; }
-
-class ModelerFault : public testing::TestWithParam<BadModel> {};
-TEST_P(ModelerFault, IsToldWithItsLine) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", GetParam().content);
-  ProductRun run("modeler",
-                 "\"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
-  EXPECT_EQ(run.exitCode(), 0u);
-  std::string const log = run.file("dialogs.log").value_or("");
-  EXPECT_NE(log.find(GetParam().fault), std::string::npos) << log;
-}
-INSTANTIATE_TEST_SUITE_P(Models, ModelerFault,
-                         testing::Values(BadModel{"process \"A\"\r\nround a \"A\"\r\n",
-                                                  "Line 2: 'round' begins no statement."},
-                                         BadModel{"process\r\n", "Line 1: a text in quotation marks is missing."},
-                                         BadModel{"start \"A\"\r\n", "Line 1: an identifier is missing."},
-                                         BadModel{"start a \"A\"\r\nend a \"B\"\r\n", "Line 2: 'a' is there twice."},
-                                         BadModel{"start a \"A\"\r\nflow a b\r\n", "Line 2: there is no 'b' above."},
-                                         BadModel{"# all of it\r\nactivity a \"A\" duration long\r\n",
-                                                  "Line 2: a duration in minutes is missing."}));
-
-TEST(Modeler, TellsOfAModelThatCannotBeRead) {
-  ProductRun run("modeler", "-modelnone.txt");
-  auto const box = run.answerBox();
-  ASSERT_FALSE(box.texts.empty());
-  EXPECT_NE(box.texts.back().find("The process model none.txt cannot be shown.\n\nThe file cannot be read."),
-            std::string::npos);
-}
-
-TEST(Modeler, TellsOfFaultsInItsLanguage) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", "start a \"A\"\r\nflow a b\r\n");
-  ProductRun run("modeler",
-                 "-langde \"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
-  EXPECT_EQ(run.exitCode(), 0u);
-  std::string const log = run.file("dialogs.log").value_or("");
-  EXPECT_NE(log.find("model.txt kann nicht gezeigt werden."), std::string::npos) << log;
-  EXPECT_NE(log.find("Zeile 2: dar\xFC"
-                     "ber steht kein 'b'."),
-            std::string::npos)
-      << log;
-}
-
 /// Chains of nodes below each other.
 std::string largeModel() {
   std::string text = "process \"Large\"\r\n";
