@@ -23,6 +23,10 @@ inline constexpr Id kBaseLanguage   = kStringType | 0x2950; ///< the number of t
 inline constexpr Id kJanuary       = kStringType | 25100;  ///< names of the months; the others follow
 inline constexpr Id kMonday        = kStringType | 25112;  ///< names of the weekdays; the others follow
 inline constexpr Id kInternalError  = kStringType | 0x2B7E; ///< internal error; %s is its code
+inline constexpr Id kYesButton      = kStringType | 0x330E; ///< buttons of KivErrorBox
+inline constexpr Id kNoButton       = kStringType | 0x330F;
+inline constexpr Id kRetryButton    = kStringType | 0x3310;
+inline constexpr Id kDialogTitle    = kStringType | 0x3311; ///< of a box of nobody
 // clang-format on
 
 /// \name Numbers for KivStringAcceleratorTable, which adds the type
@@ -37,6 +41,7 @@ inline constexpr long kUnknownError = 4999; ///< of KIV_ERROR_UNKNOWN
 /// All numbers but those of the errors, for the test that holds them against the packs.
 inline constexpr unsigned long kAll[] = {kDeadNetwork,  kCharacterSet, kRuntimeName, kToolkitName,  kOKButton,
                                          kCancelButton, kHelpButton,   kProgramName, kBaseLanguage, kInternalError,
-                                         kAdminUser,    kUserGroup,    kUnknownError};
+                                         kYesButton,    kNoButton,     kRetryButton, kDialogTitle,  kAdminUser,
+                                         kUserGroup,    kUnknownError};
 
 } // namespace kivara::texts

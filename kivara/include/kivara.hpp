@@ -12,6 +12,7 @@
 #include "adattime.hpp"
 #include "adattime_duration.hpp"
 #include "ades.hpp"
+#include "aebox.hpp"
 #include "aentry.hpp"
 #include "aevent.hpp"
 #include "aevent_dispatcher.hpp"
