@@ -18,7 +18,6 @@ double orDefault(double number, double fallback) { return number != 0 ? number :
 
 double KivCoreTime::defaultDaysPerYear_ = 365.0;
 double KivCoreTime::defaultHoursPerDay_ = 24.0;
-bool KivCoreTime::warnButtonPressed = false;
 
 KivCoreTime::KivCoreTime()
     : value(0.0), maxValue(kLargest), daysPerYear(defaultDaysPerYear_), hoursPerDay(defaultHoursPerDay_),
@@ -66,14 +65,6 @@ void KivCoreTime::setBase(double days, double hours) {
   hoursPerDay = orDefault(hours, defaultHoursPerDay_);
 }
 
-// JOIN aebox: the first overflow is to be shown in a KivWarningBox of the parent, with style 16 and the message.
-void KivCoreTime::tstOverFlow(SV::Window *, String const &) {
-  if (!overflow)
-    return;
-  value = maxValue;
-  warnButtonPressed = true;
-}
-
 bool KivCoreTime::isTime(char const * duration) { return kivara::isDuration(duration); }
 
 void KivCoreTime::SetStaticTimeBase(double days, double hours) {
@@ -83,8 +74,6 @@ void KivCoreTime::SetStaticTimeBase(double days, double hours) {
 
 double KivCoreTime::GetStaticDaysPerYear() { return defaultDaysPerYear_; }
 double KivCoreTime::GetStaticHoursPerDay() { return defaultHoursPerDay_; }
-
-void KivCoreTime::ResetWarnButtonPressed() { warnButtonPressed = false; }
 
 bool KivCoreTime::WillBeSumOverflow(long long const & a, long long const & b) {
   auto const sum = static_cast<long long>(static_cast<unsigned long long>(a) + static_cast<unsigned long long>(b));
