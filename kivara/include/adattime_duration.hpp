@@ -64,6 +64,7 @@ public:
   SV::String const & asString();
   char const * asChar();
 
+  /// Changes the value alone, without a check: base and flag stay.
   void setAsChar(char const * duration);
   void setTime(double const & seconds);
 
