@@ -1,6 +1,7 @@
 #include "mainwindow.hpp"
 
 #include "excerpt.hpp"
+#include "modelnotes.hpp"
 #include "modelreport.hpp"
 #include "modelwriter.hpp"
 #include "plugintexts.hpp"
@@ -132,6 +133,8 @@ void MainWindow::OpenModel(String const & fileName) {
   }
   journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");
   lastModel_ = fileName;
+  for (String const & note : notesOf(model))
+    journal_.Add(note);
   std::erase_if(models_, [](auto const & window) { return window->GethWnd() == nullptr; });
   models_.push_back(std::make_unique<ProcessWindow>(*this, model));
   models_.back()->Show();

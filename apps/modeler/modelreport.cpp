@@ -12,12 +12,23 @@ struct Row {
   ModelFault fault;
   Text text;
 };
-constexpr Row kRows[] = {{ModelFault::NotReadable, Text::NotReadable},   {ModelFault::NoStatement, Text::NoStatement},
-                         {ModelFault::NoIdentifier, Text::NoIdentifier}, {ModelFault::NoText, Text::NoText},
-                         {ModelFault::NoDuration, Text::NoDuration},     {ModelFault::Twice, Text::Twice},
-                         {ModelFault::Unknown, Text::Unknown},           {ModelFault::TextOpen, Text::TextOpen},
-                         {ModelFault::TooLong, Text::TooLong},           {ModelFault::NulByte, Text::NulByte},
-                         {ModelFault::LineTooLong, Text::LineTooLong},   {ModelFault::LineLost, Text::LineLost}};
+constexpr Row kRows[] = {{ModelFault::NotReadable, Text::NotReadable},
+                         {ModelFault::NoStatement, Text::NoStatement},
+                         {ModelFault::NoIdentifier, Text::NoIdentifier},
+                         {ModelFault::NoText, Text::NoText},
+                         {ModelFault::NoDuration, Text::NoDuration},
+                         {ModelFault::Twice, Text::Twice},
+                         {ModelFault::Unknown, Text::Unknown},
+                         {ModelFault::TextOpen, Text::TextOpen},
+                         {ModelFault::TooLong, Text::TooLong},
+                         {ModelFault::NulByte, Text::NulByte},
+                         {ModelFault::LineTooLong, Text::LineTooLong},
+                         {ModelFault::LineLost, Text::LineLost},
+                         {ModelFault::NoCalendar, Text::NoCalendar},
+                         {ModelFault::LateCalendar, Text::LateCalendar},
+                         {ModelFault::NoTime, Text::NoTime},
+                         {ModelFault::TooManyYears, Text::TooManyYears},
+                         {ModelFault::NoDate, Text::NoDate}};
 
 } // namespace
 

@@ -63,7 +63,14 @@ enum class Text : unsigned short {
   SaveAs,
   Overwrite,
   NotWritten,
-  NothingToSave
+  NothingToSave,
+  NoCalendar,
+  LateCalendar,
+  NoTime,
+  TooManyYears,
+  NoDate,
+  DateFormat,
+  MorePaths
 };
 
 /// In the current language. The pack of the program comes after that of the library, which stays the active one: a text is

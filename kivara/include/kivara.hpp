@@ -9,6 +9,8 @@
 #include "acmdline.hpp"
 #include "acolor.hpp"
 #include "acrypto.hpp"
+#include "adattime.hpp"
+#include "adattime_duration.hpp"
 #include "ades.hpp"
 #include "adll.hpp"
 #include "aebox.hpp"

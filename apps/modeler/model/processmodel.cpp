@@ -1,6 +1,7 @@
 #include "processmodel.hpp"
 
 #include "linecheck.hpp"
+#include "modeltime.hpp"
 #include "words.hpp"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
-#include <numeric>
 #include <optional>
 
 using SV::String;
@@ -84,6 +84,10 @@ private:
       return false;
     if (is(word, WORD_PROCESS))
       readText(model_.name);
+    else if (is(word, WORD_CALENDAR))
+      readCalendarStatement();
+    else if (is(word, WORD_DATE))
+      readDateStatement();
     else if (is(word, WORD_FLOW))
       readFlow();
     else if (std::optional<NodeKind> const kind = kindOf(word))
@@ -91,6 +95,23 @@ private:
     else
       fail(ModelFault::NoStatement, word);
     return true;
+  }
+
+  void readCalendarStatement() {
+    String days;
+    String hours;
+    if (!model_.nodes.empty())
+      fail(ModelFault::LateCalendar);
+    else if (!parser_.GetNextToken(days) || !parser_.GetNextToken(hours))
+      fail(ModelFault::NoCalendar);
+    else
+      check(readCalendar(days, hours, model_.calendar));
+  }
+
+  void readDateStatement() {
+    String date;
+    if (readText(date))
+      check(readDate(date, model_.date), date);
   }
 
   void readNode(NodeKind kind) {
@@ -105,7 +126,7 @@ private:
     parser_.GetLookAheadToken(word);
     if (parser_.IsOkay() && is(word, WORD_DURATION)) {
       parser_.SkipToken();
-      if (!readDuration(node.duration))
+      if (parser_.IsNext('"') ? !readExactDuration(node.seconds) : !readDuration(node.duration))
         return;
     }
     model_.nodes.push_back(node);
@@ -146,6 +167,11 @@ private:
     return true;
   }
 
+  bool readExactDuration(double & seconds) {
+    String time;
+    return readText(time) && check(readTime(time, model_.calendar, seconds), time);
+  }
+
   bool readDuration(long & minutes) {
     String token;
     if (!parser_.GetNextToken(token) || !isCount(token))
@@ -162,6 +188,10 @@ private:
     auto const place =
         std::find_if(model_.nodes.begin(), model_.nodes.end(), [&id](Node const & node) { return node.id == id; });
     return static_cast<std::size_t>(place - model_.nodes.begin());
+  }
+
+  bool check(ModelFault fault, String const & word = String()) {
+    return fault == ModelFault::None || fail(fault, word);
   }
 
   bool fail(ModelFault fault, String const & word = String()) {
@@ -185,11 +215,6 @@ bool readProcessModel(String const & fileName, ProcessModel & model, ModelReport
   if (report.fault == ModelFault::None)
     report = Reader(fileName, model).read(lineCount);
   return report.fault == ModelFault::None;
-}
-
-long long totalDuration(ProcessModel const & model) {
-  return std::accumulate(model.nodes.begin(), model.nodes.end(), 0LL,
-                         [](long long sum, Node const & node) { return sum + node.duration; });
 }
 
 } // namespace modeler

@@ -55,6 +55,30 @@ INSTANTIATE_TEST_SUITE_P(
                     BadModel{"activity a \"A\" duration 99999999999999999999\r\n",
                              "Line 1: the duration 99999999999999999999 is too long"}));
 INSTANTIATE_TEST_SUITE_P(
+    Times, ModelerFault,
+    testing::Values(
+        BadModel{"# all of it\r\nactivity a \"A\" duration \"00:000:24:00:00\"\r\n",
+                 "Line 2: '00:000:24:00:00' is not a duration of the form 00:000:00:00:00."},
+        BadModel{"activity a \"A\" duration \"\"\r\n", "Line 1: '' is not a duration of the form"},
+        BadModel{"activity a \"A\" duration \"1234567890:000:00:00:00\"\r\n",
+                 "Line 1: the duration 1234567890:000:00:00:00 is too long: its years have at most nine digits."},
+        BadModel{"activity a \"A\" duration \"00:000:00:00:00\r\n",
+                 "Line 1: a text is not closed by a quotation mark on its line."},
+        BadModel{"\r\ndate \"2023:02:29\"\r\n", "Line 2: '2023:02:29' is not a date of the form 2024:12:31."},
+        BadModel{"date 2023\r\n", "Line 1: a text in quotation marks is missing."}));
+INSTANTIATE_TEST_SUITE_P(
+    Calendars, ModelerFault,
+    testing::Values(BadModel{"process \"A\"\r\ncalendar\r\n", "Line 2: a calendar has days per year, at most 366, "
+                                                              "and hours per day, at most 24."},
+                    BadModel{"calendar 220\r\n", "Line 1: a calendar has days per year"},
+                    BadModel{"calendar 0 8\r\n", "Line 1: a calendar has days per year"},
+                    BadModel{"calendar 220 0\r\n", "Line 1: a calendar has days per year"},
+                    BadModel{"calendar 220 -8\r\n", "Line 1: a calendar has days per year"},
+                    BadModel{"calendar 367 8\r\n", "Line 1: a calendar has days per year"},
+                    BadModel{"calendar 220 24.5\r\n", "Line 1: a calendar has days per year"},
+                    BadModel{"calendar many 8\r\n", "Line 1: a calendar has days per year"},
+                    BadModel{kNode + "calendar 220 8\r\n", "Line 2: the calendar has to stand above the first node."}));
+INSTANTIATE_TEST_SUITE_P(
     EndsOfFiles, ModelerFault,
     testing::Values(BadModel{kNode + "process", "Line 2: a text in quotation marks is missing."},
                     BadModel{kNode + "activity", "Line 2: an identifier is missing."},

@@ -50,6 +50,42 @@ TEST(Modeler, ReadsAModelInWordsOfEitherLanguage) {
   EXPECT_NE(run.file("out.log").value_or("").find("model.txt, 3 nodes\r\n"), std::string::npos);
 }
 
+std::string const kTimedModel = "process \"Timed\"\r\ndate \"2024:03:05\"\r\nKalender 220 7.5 # working time\r\n"
+                                "start a \"A\"\r\nactivity b \"B\" duration \"00:001:07:00:00\"\r\n"
+                                "activity c \"C\" Dauer 45\r\nend d \"D\"\r\n"
+                                "flow a b\r\nflow b d\r\nflow a c\r\nflow c d\r\n";
+
+/// The journal of a run that has opened the model.
+std::string journalOf(std::string const & content, std::string const & options) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "model.txt", content);
+  ProductRun run("modeler", options + "\"-model" + folder / "model.txt" + "\" -no_windows -journalout.log");
+  EXPECT_EQ(run.exitCode(), 0u);
+  return run.file("out.log").value_or("");
+}
+
+// A day has 7.5 hours here: 1 day and 7 hours are 14.5 hours.
+TEST(Modeler, AddsUpTheTimesOfEachPathInTheModelsCalendar) {
+  std::string const journal = journalOf(kTimedModel, "");
+  EXPECT_NE(journal.find("a > b > d: 00:001:07:00:00\r\n"), std::string::npos) << journal;
+  EXPECT_NE(journal.find("a > c > d: 00:000:00:45:00\r\n"), std::string::npos) << journal;
+}
+
+TEST(Modeler, ShowsTheDateOfAModelInItsLanguage) {
+  std::string const english = journalOf(kTimedModel, "");
+  EXPECT_NE(english.find("Tuesday, 05 March 2024\r\n"), std::string::npos) << english;
+  std::string const german = journalOf(kTimedModel, "-langde ");
+  EXPECT_NE(german.find("Dienstag, 05. M\xE4rz 2024\r\n"), std::string::npos) << german;
+}
+
+TEST(Modeler, ShowsMinutesWhereAModelHasNothingElse) {
+  std::string const model = "process \"P\"\r\nstart a \"A\" duration 50\r\nend b \"B\" duration 70\r\nflow a b\r\n";
+  std::string const english = journalOf(model, "");
+  EXPECT_NE(english.find("a > b: 120 min\r\n"), std::string::npos) << english;
+  std::string const german = journalOf(model, "-langde ");
+  EXPECT_NE(german.find("a > b: 120 Min.\r\n"), std::string::npos) << german;
+}
+
 /// Chains of nodes below each other.
 std::string largeModel() {
   std::string text = "process \"Large\"\r\n";

@@ -11,7 +11,8 @@ using modeler::answerOwnBox;
 using modeler::mainWindow;
 using modeler::ownBox;
 
-constexpr char kSmallModel[] = "process \"A \\\"b\\\"\"\r\nstart a \"A\"\r\nactivity b \"B\" duration 5\r\n"
+constexpr char kSmallModel[] = "process \"A \\\"b\\\"\"\r\ndate \"2024:03:05\"\r\ncalendar 220.5 8\r\nstart a \"A\"\r\n"
+                               "activity b \"B\" duration 5\r\nactivity e \"E\" duration \"01:002:03:04:05\"\r\n"
                                "decision c \"C\"\r\nend d \"D\"\r\nflow a b\r\nflow b c \"go \\\"on\\\"\"\r\n";
 
 TEST(Modeler, SavesItsModelAsItWasRead) {
