@@ -27,7 +27,7 @@ public:
   /// Unloads the DLL. An active manager leaves none active.
   ~ResMgr();
 
-  bool IsLoaded() const { return module_ != nullptr; } ///< false: the file could not be had
+  bool IsLoaded() const { return module_ != nullptr; } ///< false: the file was refused
 
   /// The name as given; a bare one with ".\" in front.
   String const & GetFileName() const { return fileName_; }
