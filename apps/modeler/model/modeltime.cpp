@@ -52,7 +52,11 @@ ModelFault readDate(String const & text, std::optional<SV::Date> & date) {
 
 String timeText(Calendar const & calendar, double seconds) { return timeIn(calendar, seconds).asString(); }
 
-String dateText(SV::Date const & date) { return KivDate::GetFormatedDate(date, "YYYY:MM:DD"); }
+String dateText(SV::Date const & date) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%04d:%02d:%02d", date.GetYear() % 10000, date.GetMonth() % 100, date.GetDay() % 100);
+  return text;
+}
 
 String numberText(double number) {
   char text[32];

@@ -27,7 +27,7 @@ public:
   /// Unloads the DLL. If this manager is active, none is active afterwards.
   ~ResMgr();
 
-  bool IsLoaded() const { return module_ != nullptr; } ///< false if the file was refused
+  bool IsLoaded() const { return module_ != nullptr; } ///< false: the file was refused
 
   /// The name as given; ".\" is added before a bare name.
   String const & GetFileName() const { return fileName_; }
