@@ -53,8 +53,8 @@ ModelFault readDate(String const & text, std::optional<SV::Date> & date) {
 String timeText(Calendar const & calendar, double seconds) { return timeIn(calendar, seconds).asString(); }
 
 String dateText(SV::Date const & date) {
-  char text[16];
-  std::snprintf(text, sizeof text, "%04d:%02d:%02d", date.GetYear() % 10000, date.GetMonth() % 100, date.GetDay() % 100);
+  char text[16]; // ten characters
+  std::snprintf(text, sizeof text, "%04lu:%02lu:%02lu", date.GetYear() % 10000, date.GetMonth(), date.GetDay());
   return text;
 }
 
