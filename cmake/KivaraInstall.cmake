@@ -93,7 +93,7 @@ function(kivara_api_pages)
     CONTENT "@INCLUDE = docs/Doxyfile\nOUTPUT_DIRECTORY = ${pages}\nWARN_AS_ERROR = NO\nWARNINGS = NO\n")
   # Their folders are read as wholes.
   file(GLOB_RECURSE read CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/* ${PROJECT_SOURCE_DIR}/kivara/include/*.hpp
-    ${PROJECT_SOURCE_DIR}/toolkit/sv0105/include/*.hpp)
+    ${PROJECT_SOURCE_DIR}/toolkit/re00005/include/*.hpp ${PROJECT_SOURCE_DIR}/toolkit/sv0105/include/*.hpp)
   add_custom_command(
     OUTPUT ${pages}/html/index.html
     COMMAND ${KIVARA_DOXYGEN} ${pages}/Doxyfile

@@ -18,7 +18,7 @@ public:
   int prepareApplication() override;
 
   /// Opens the main window, with the process model that "-model" names, and serves it until the user closes it. Under window suppression there is nothing to serve:
-  /// it then ends once all is set up.
+  /// it then ends once all is set up. With "-xml" it writes the model to the file of that name instead; 1 when that fails.
   int runApplication() override;
 
   /// There is no picture.
