@@ -127,7 +127,8 @@ void MainWindow::OpenModel(String const & fileName) {
   if (!readProcessModel(fileName, model, report)) {
     String const fault = reportText(report);
     journal_.Add("not opened: " + fileName + ": " + fault);
-    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK, filled(Text::ModelFault, excerptOfFileName(fileName), fault))
+    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK,
+                filled(Text::ModelFault, excerptOfFileName(fileName), fault))
         .Execute(ShowAlways);
     return;
   }

@@ -46,6 +46,10 @@ inline constexpr long kUnknownError = 4999; ///< of KIV_ERROR_UNKNOWN
 /// @}
 
 /// All numbers except those of the errors, for the test that compares them with the packs.
-inline constexpr unsigned long kAll[] = {kDeadNetwork, kCharacterSet, kRuntimeName, kToolkitName, kOKButton, kCancelButton, kHelpButton, kProgramName, kBaseLanguage, kInternalError, kYesButton, kNoButton, kRetryButton, kDialogTitle, kBadExpression, kNoMemoryForIt, kEngineText, kFirstFault, kLastFault, kNothingToRepeat, kCharacterMap, kAdminUser, kUserGroup, kUnknownError};
+inline constexpr unsigned long kAll[] = {kDeadNetwork,   kCharacterSet, kRuntimeName, kToolkitName,  kOKButton,
+                                         kCancelButton,  kHelpButton,   kProgramName, kBaseLanguage, kInternalError,
+                                         kYesButton,     kNoButton,     kRetryButton, kDialogTitle,  kBadExpression,
+                                         kNoMemoryForIt, kEngineText,   kFirstFault,  kLastFault,    kNothingToRepeat,
+                                         kCharacterMap,  kAdminUser,    kUserGroup,   kUnknownError};
 
 } // namespace kivara::texts
