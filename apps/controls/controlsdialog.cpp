@@ -81,17 +81,21 @@ void ControlsDialog::makeFields() {
 
 void ControlsDialog::makeBoxButtons() {
   information_.SetText(text(Text::Information));
-  information_.ChangeClickHdl([this](SV::PushButton *) { SV::InfoBox(this, text(Text::InformationText)).Execute(); });
+  information_.ChangeClickHdl([this](SV::PushButton *) { KivInfoBox(this, text(Text::InformationText)).Execute(); });
   question_.SetText(text(Text::Question));
   question_.ChangeClickHdl([this](SV::PushButton *) {
-    SV::QueryBox(this, SV::WB_YES_NO_CANCEL | SV::WB_DEF_YES, text(Text::QuestionText)).Execute();
+    KivQueryBox(this, SV::WB_YES_NO_CANCEL | SV::WB_DEF_YES, text(Text::QuestionText)).Execute();
   });
   warning_.SetText(text(Text::Warning));
   warning_.ChangeClickHdl([this](SV::PushButton *) {
-    SV::WarningBox(this, SV::WB_OK_CANCEL | SV::WB_DEF_CANCEL, text(Text::WarningText)).Execute();
+    KivWarningBox(this, SV::WB_OK_CANCEL | SV::WB_DEF_CANCEL, text(Text::WarningText)).Execute();
+  });
+  error_.SetText(text(Text::Error));
+  error_.ChangeClickHdl([this](SV::PushButton *) {
+    KivErrorBox(this, KivErrorBox::WB_YES_NO | KivErrorBox::WB_DEF_YES, text(Text::ErrorText)).Execute(ShowAlways);
   });
   long left = kMargin;
-  for (SV::PushButton * const button : {&information_, &question_, &warning_}) {
+  for (SV::PushButton * const button : {&information_, &question_, &warning_, &error_}) {
     place(*button, {left, kBoxesTop}, kButton);
     left += kButtonStep;
   }
@@ -99,7 +103,7 @@ void ControlsDialog::makeBoxButtons() {
 
 void ControlsDialog::makeBottom() {
   // OK and Cancel end the dialog by themselves.
-  help_.ChangeClickHdl([this](SV::PushButton *) { SV::InfoBox(this, text(Text::HelpText)).Execute(); });
+  help_.ChangeClickHdl([this](SV::PushButton *) { KivInfoBox(this, text(Text::HelpText)).Execute(); });
   long left = kArea.width - kMargin - 2 * kButtonStep - kButton.width;
   for (SV::Control * const button : std::vector<SV::Control *>{&ok_, &cancel_, &help_}) {
     place(*button, {left, kBottom}, kButton);

@@ -38,6 +38,7 @@ private:
   SV::PushButton information_{this, SV::WB_GROUP};
   SV::PushButton question_{this};
   SV::PushButton warning_{this};
+  SV::PushButton error_{this};
   SV::OKButton ok_{this, SV::WB_GROUP | SV::WB_DEFAULT_BUTTON};
   SV::CancelButton cancel_{this};
   SV::HelpButton help_{this};

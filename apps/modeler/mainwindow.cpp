@@ -162,10 +162,13 @@ void MainWindow::execute(String const & command) {
   String answer;
   bool const isExecuted = plugins_.Execute(command, lastModel_, answer);
   journal_.Add("command: " + command + ": " + (isExecuted ? answer : String("not executed")));
-  if (isExecuted)
-    tell(answer, command, MB_OK | MB_ICONINFORMATION);
-  else
-    tell(filled(kCommandFailed, command), productName(), MB_OK | MB_ICONWARNING);
+  if (!isExecuted) {
+    KivWarningBox(this, SV::WB_OK, filled(kCommandFailed, command)).Execute();
+    return;
+  }
+  KivInfoBox box(this, answer);
+  box.SetText(command);
+  box.Execute();
 }
 
 void MainWindow::changeLanguage(std::size_t place) {

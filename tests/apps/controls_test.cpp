@@ -24,7 +24,7 @@ TEST(ControlsSample, ShowsEachKindOfControl) {
   HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = "Controls"});
   ASSERT_NE(dialog, nullptr);
   std::map<std::string, int> const classes = classesIn(dialog);
-  EXPECT_EQ(classes.at("Button"), 6);
+  EXPECT_EQ(classes.at("Button"), 7);
   EXPECT_EQ(classes.at("Static"), 6);
   EXPECT_EQ(classes.at("ListBox"), 1);
   EXPECT_EQ(classes.at("ComboBox"), 1);

@@ -14,17 +14,6 @@ constexpr WPARAM kRaiseUserGroup = 402;
 constexpr WPARAM kCountLines = 1001;
 constexpr WPARAM kCountWords = 1002;
 
-/// What the box of a command says, under its title.
-support::BoxTexts boxOf(ProductRun & run, std::string const & title) {
-  HWND const box =
-      support::waitForWindow({.processId = run.child().processId(), .title = title, .className = support::kBoxClass});
-  EXPECT_TRUE(box) << title;
-  support::BoxTexts const texts = support::readBox(box);
-  EXPECT_TRUE(support::pressButton(box, IDOK));
-  EXPECT_TRUE(support::waitUntilGone(box));
-  return texts;
-}
-
 TEST(ModelerCommands, OfScriptPluginsAnswerFromTheMenu) {
   support::TempFolder const folder;
   support::writeFile(folder / "a model.txt", "process \"One\"\r\nstart a \"A\"\r\n");
@@ -33,9 +22,9 @@ TEST(ModelerCommands, OfScriptPluginsAnswerFromTheMenu) {
   ASSERT_TRUE(window);
   EXPECT_TRUE(modeler::waitForDocument(window, "One"));
   PostMessageA(window, WM_COMMAND, kCountLines, 0);
-  EXPECT_EQ(boxOf(run, "CountLines").texts, std::vector<std::string>{"2"});
+  EXPECT_EQ(modeler::answerOwnBox(run, IDOK, "CountLines").texts, std::vector<std::string>{"2"});
   PostMessageA(window, WM_COMMAND, kCountWords, 0);
-  EXPECT_EQ(boxOf(run, "CountWords").texts, std::vector<std::string>{"5"});
+  EXPECT_EQ(modeler::answerOwnBox(run, IDOK, "CountWords").texts, std::vector<std::string>{"5"});
   std::string const journal = run.file("out.log").value_or("");
   EXPECT_NE(journal.find(": command: CountLines: 2\r\n"), std::string::npos) << journal;
   EXPECT_TRUE(support::closeWindow(window));
@@ -47,7 +36,7 @@ TEST(ModelerCommands, ThatAreNotExecutedAreReported) {
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
   PostMessageA(window, WM_COMMAND, kCountLines, 0);
-  EXPECT_EQ(boxOf(run, modeler::title()).texts, std::vector<std::string>{"The command CountLines was not executed."});
+  EXPECT_EQ(modeler::answerOwnBox(run, IDOK).texts, std::vector<std::string>{"The command CountLines was not executed."});
   EXPECT_NE(run.file("out.log").value_or("").find(": command: CountLines: not executed\r\n"), std::string::npos);
 }
 

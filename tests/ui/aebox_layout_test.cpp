@@ -267,6 +267,13 @@ TEST_F(BoxParts, HaveTheErrorIconUntilAnotherIsSet) {
   EXPECT_GT(GetBValue(middle[1]), GetRValue(middle[1])) << "blue for an information";
 }
 
+TEST_F(BoxParts, AreInABoxThatIsAsWideAsItsTextEvenWhereTheButtonsNeedMore) {
+  SV::Application::ChangeAppFont(SV::Font("Arial", {0, 40}));
+  Box const box(nullptr, KivErrorBox::WB_YES_NO_CANCEL, "Text");
+  EXPECT_LT(placeOf(Parts(box).buttons.front()).x, 0);
+  expectLayout(box, KivErrorBox::WB_YES_NO_CANCEL, {300, FontOf(box).sizeOf("A").cy});
+}
+
 TEST_F(BoxParts, TakeOtherLabels) {
   Box box(nullptr, KivErrorBox::WB_YES_NO_CANCEL, "");
   box.SetButtonText(2, "~Save");

@@ -58,6 +58,8 @@ struct Row {
   unsigned long topic;
 };
 
+std::ostream & operator<<(std::ostream & out, Row const & row) { return out << testing::PrintToString(row.text); }
+
 class HelpTopicOf : public testing::TestWithParam<Row> {};
 
 TEST_P(HelpTopicOf, ATextIsTakenFromItsFirstLine) { EXPECT_EQ(helpOf(GetParam().text), GetParam().topic); }

@@ -60,7 +60,9 @@ TEST(BoxText, HasSpacesForTabs) { EXPECT_EQ(wrapped("a\tb\t", 100), (Lines{"a b 
 
 TEST(BoxText, EndsAtItsFirstNul) {
   Letters letters;
-  EXPECT_STREQ(wrapText(SV::String("ab\0cd", 5), 100, letters).text.c_str(), "ab");
+  WrappedText const result = wrapText(SV::String("ab\0\ncd", 6), 100, letters);
+  EXPECT_STREQ(result.text.c_str(), "ab");
+  EXPECT_EQ(result.lines, 1);
 }
 
 TEST(BoxText, ThatFitsToThePixelIsNotBroken) {

@@ -39,10 +39,10 @@ HWND documentOf(HWND window, std::string const & title) {
 
 bool waitForDocument(HWND window, std::string const & title) { return documentOf(window, title) != nullptr; }
 
-HWND ownBox(ProductRun & run) {
+HWND ownBox(ProductRun & run, std::string const & boxTitle) {
   HWND box = nullptr;
   support::eventually([&] {
-    for (HWND const window : support::findWindows({.processId = run.child().processId(), .title = title()}))
+    for (HWND const window : support::findWindows({.processId = run.child().processId(), .title = boxTitle}))
       if (!support::readBox(window).buttons.empty())
         box = window;
     return box != nullptr;
@@ -50,8 +50,8 @@ HWND ownBox(ProductRun & run) {
   return box;
 }
 
-support::BoxTexts answerOwnBox(ProductRun & run, int button) {
-  HWND const box = ownBox(run);
+support::BoxTexts answerOwnBox(ProductRun & run, int button, std::string const & boxTitle) {
+  HWND const box = ownBox(run, boxTitle);
   support::BoxTexts read = support::readBox(box);
   EXPECT_TRUE(support::pressButton(box, button));
   EXPECT_TRUE(support::waitUntilGone(box));
