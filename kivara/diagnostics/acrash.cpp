@@ -62,9 +62,7 @@ void Fct_CreateCallstack(char const * file, unsigned long line) {
 
 char const * Kiv_GetDBLogFile() { return databaseLog; }
 
-void Kiv_SetDBLogFile(char const * name) {
-  lstrcpynA(databaseLog, orEmpty(name), kPathSize);
-}
+void Kiv_SetDBLogFile(char const * name) { lstrcpynA(databaseLog, orEmpty(name), kPathSize); }
 
 /// The filter is there before any code of the program runs, and as long as the library.
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {

@@ -48,9 +48,12 @@ protected:
   /// \param arguments  may be empty
   KivBasicProcess(SV::String const & command, SV::String const & arguments, KivCmdShow show);
 
+  /// As stored by the constructor.
+  /// @{
   SV::String const & command() const { return command_; }
   SV::String const & arguments() const { return arguments_; }
   KivCmdShow show() const { return show_; }
+  /// @}
 
 private:
   SV::String command_;

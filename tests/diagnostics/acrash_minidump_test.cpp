@@ -12,7 +12,8 @@ using namespace kivtest;
 
 namespace {
 
-constexpr char kBeginning[] = "# === [Mini Dump for amodule.cpp line 246]\r\n\r\n# [dump v4] Mini Dump\n\r\n  KIVARA\r\n";
+constexpr char kBeginning[] =
+    "# === [Mini Dump for amodule.cpp line 246]\r\n\r\n# [dump v4] Mini Dump\n\r\n  KIVARA\r\n";
 
 TEST(MiniDump, HasTheValuesOfItsResult) {
   EXPECT_EQ(KIV_DUMP_DONE, 88);
@@ -90,7 +91,8 @@ TEST_P(MiniDumpStep, ThatFailsShowsABoxUnlessDialogsAreSuppressed) {
 
 TEST_P(MiniDumpStep, ThatFailsBeforeTheThreadIsNamedInTheReport) {
   CrashRun const run({std::string("suppress fail:") + GetParam().function + " minidump"});
-  std::string const failure = "# === [Mini Dump for amodule.cpp line 246]\r\n# [failed to create the minidump - EC 5]\r\n";
+  std::string const failure =
+      "# === [Mini Dump for amodule.cpp line 246]\r\n# [failed to create the minidump - EC 5]\r\n";
   EXPECT_EQ(run.report().substr(0, failure.size()) == failure, !GetParam().hasReport);
 }
 

@@ -146,8 +146,8 @@ TEST(CrashBox, OfTheReportIsNotShownUnderSuppression) {
 
 TEST(CrashBox, TellsThatTheReportCannotBeOpened) {
   CrashRun const run({"fail:CreateFileA read"});
-  EXPECT_EQ(run.errors(), (Lines{"[exception] An exception of type 0xC0000005 occured", "CreateMiniDump dmp file failed",
-                                 "[exception] finished dumpfile creation"}));
+  EXPECT_EQ(run.errors(), (Lines{"[exception] An exception of type 0xC0000005 occured",
+                                 "CreateMiniDump dmp file failed", "[exception] finished dumpfile creation"}));
   ASSERT_EQ(run.boxes().size(), 1u);
   EXPECT_EQ(run.boxes()[0].title, "An unrecoverable error occured");
   EXPECT_EQ(run.boxes()[0].texts,
@@ -171,7 +171,8 @@ std::string archiveCommand(CrashRun const & run) {
 std::string expectedCommand(CrashRun const & run) {
   std::string const dump = run.fileEndingIn(".dmp");
   std::string const base = dump.substr(0, dump.size() - 4);
-  return support::binFolder() + "\\tools\\zip\\7za.exe a -y -tzip " + base + ".crash " + base + ".dmp " + run.reportPath();
+  return support::binFolder() + "\\tools\\zip\\7za.exe a -y -tzip " + base + ".crash " + base + ".dmp " +
+         run.reportPath();
 }
 
 TEST(CrashArchive, CommandEndsWithTheReportWithoutALogOfTheDatabase) {
@@ -197,7 +198,8 @@ TEST(CrashFiles, AreNamedAfterProgramAndTime) {
   ASSERT_EQ(run.files().size(), 2u);
   EXPECT_EQ(run.files()[1], "crash_ways.exe.log");
   std::string form = run.files()[0];
-  std::replace_if(form.begin(), form.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
+  std::replace_if(
+      form.begin(), form.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
   EXPECT_EQ(form, "crash_ways.exe.99999999999999999.dmp");
 }
 

@@ -20,7 +20,8 @@ CrashStart quick(std::string const & words, Environment const & environment = {}
 
 /// The text with each digit as 9, to compare the forms of lines.
 std::string form(std::string text) {
-  std::replace_if(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
+  std::replace_if(
+      text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
   return text;
 }
 
@@ -42,7 +43,8 @@ TEST(CrashReport, HasItsSectionsInOrder) {
   EXPECT_EQ(beginnings,
             (Lines{"# [dump v", "  KIVARA", "  Windows version", "  Current directory", "  No loaded plugins!",
                    "  System crash time", "  Module name", "  Environment variables", "  Printer", "  Process times",
-                   "  System up time", "  Exception code", "  [Start dbghelp", "  End of stack trace", "[DONE]", "  [Cleaned up symbols]"}));
+                   "  System up time", "  Exception code", "  [Start dbghelp", "  End of stack trace", "[DONE]",
+                   "  [Cleaned up symbols]"}));
 }
 
 TEST(CrashReport, EndsWithTheCleanUpOfTheSymbols) {
@@ -71,8 +73,9 @@ TEST(CrashReport, HasALineForEachLineOfTheApplicationsInfo) {
 TEST(CrashReport, WritesALongCommandLineWhole) {
   std::string const words = "read " + std::string(20000, 'x');
   CrashRun const run(quick(words));
-  EXPECT_EQ(sectionOf(run.lines(), "  KIVARA")[3],
-            "    Command line: '\"" + support::binFolder() + "crash_ways.exe\" suppress fail:MiniDumpWriteDump " + words + "'");
+  EXPECT_EQ(sectionOf(run.lines(), "  KIVARA")[3], "    Command line: '\"" + support::binFolder() +
+                                                       "crash_ways.exe\" suppress fail:MiniDumpWriteDump " + words +
+                                                       "'");
 }
 
 TEST(CrashReport, NamesTheSystem) {
@@ -81,9 +84,9 @@ TEST(CrashReport, NamesTheSystem) {
   GetVersionExA(&version);
   Lines const section = sectionOf(CrashRun(quick("read")).lines(), "  Windows version: ");
   ASSERT_EQ(section.size(), 2u);
-  EXPECT_EQ(section[0], "  Windows version: unknown (10.0) " + std::string(version.szCSDVersion) +
-            " (" + std::to_string(version.dwMajorVersion) + '.' + std::to_string(version.dwMinorVersion) + '.' +
-                std::to_string(version.dwBuildNumber) + " [2])");
+  EXPECT_EQ(section[0], "  Windows version: unknown (10.0) " + std::string(version.szCSDVersion) + " (" +
+                            std::to_string(version.dwMajorVersion) + '.' + std::to_string(version.dwMinorVersion) +
+                            '.' + std::to_string(version.dwBuildNumber) + " [2])");
 }
 
 TEST(CrashReport, SaysThatAProgramFor64BitsRunsOn32) {
@@ -100,8 +103,8 @@ TEST(CrashReport, NamesTheFolders) {
 
 TEST(CrashReport, SaysThatThereIsNoCurrentFolder) {
   EXPECT_EQ(sectionOf(CrashRun(quick("fail:GetCurrentDirectoryA read")).lines(), "# [GetCurrent"),
-            (Lines{"# [GetCurrentDirectory (1024, sDir) failed with EC 5]", "  Current directory: ",
-                   "  Module directory: " + support::binFolder()}));
+            (Lines{"# [GetCurrentDirectory (1024, sDir) failed with EC 5]",
+                   "  Current directory: ", "  Module directory: " + support::binFolder()}));
 }
 
 TEST(CrashReport, HasTheTimesOfTheCrash) {
@@ -114,13 +117,13 @@ TEST(CrashReport, HasNameSizeAndTimesOfTheExecutable) {
   WIN32_FILE_ATTRIBUTE_DATA file{};
   GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &file);
   char size[64];
-  std::snprintf(size, sizeof size, "  Module file size.: 00000000%08Xh %ld (high: 0)", static_cast<unsigned>(file.nFileSizeLow),
-                static_cast<long>(file.nFileSizeLow));
+  std::snprintf(size, sizeof size, "  Module file size.: 00000000%08Xh %ld (high: 0)",
+                static_cast<unsigned>(file.nFileSizeLow), static_cast<long>(file.nFileSizeLow));
   SYSTEMTIME time{};
   FileTimeToSystemTime(&file.ftLastWriteTime, &time);
   char written[64];
-  std::snprintf(written, sizeof written, "    Last write time..: %02d.%02d.%04d, %02d:%02d.%02d", time.wDay, time.wMonth,
-                time.wYear, time.wHour, time.wMinute, time.wSecond);
+  std::snprintf(written, sizeof written, "    Last write time..: %02d.%02d.%04d, %02d:%02d.%02d", time.wDay,
+                time.wMonth, time.wYear, time.wHour, time.wMinute, time.wSecond);
   Lines const section = sectionOf(CrashRun(quick("read")).lines(), "  Module name");
   ASSERT_EQ(section.size(), 6u);
   EXPECT_EQ(section[0], "  Module name......: '" + path + "'");
@@ -146,7 +149,8 @@ TEST(CrashReport, HasEachVariableOfTheEnvironmentWhole) {
 }
 
 TEST(CrashReport, NamesNoPrinterWhereThereIsNone) {
-  EXPECT_EQ(sectionOf(CrashRun(quick("read")).lines(), "  Printer: "), (Lines{"  Printer: (NULL)", "  Printer driver: "}));
+  EXPECT_EQ(sectionOf(CrashRun(quick("read")).lines(), "  Printer: "),
+            (Lines{"  Printer: (NULL)", "  Printer driver: "}));
 }
 
 TEST(CrashReport, HasTheTimesOfTheProcess) {
@@ -158,11 +162,15 @@ TEST(CrashReport, HasTheTimesOfTheProcess) {
 }
 
 TEST(CrashReport, SaysWhyThereAreNoTimesOfTheProcess) {
-  EXPECT_NE(CrashRun(quick("fail:LoadLibraryA read")).report().find("\r\n\r\n# Failed to load kernel32.dll\r\n\r\n"), std::string::npos);
-  EXPECT_NE(CrashRun(quick("fail:GetProcAddress read")).report().find("\r\n\r\n# Failed to find GetProcessTimes in kernel32.dll\r\n\r\n"),
+  EXPECT_NE(CrashRun(quick("fail:LoadLibraryA read")).report().find("\r\n\r\n# Failed to load kernel32.dll\r\n\r\n"),
             std::string::npos);
-  EXPECT_NE(CrashRun(quick("fail:GetVersionExA read")).report().find("\r\n\r\n# GetProcessTimes is not supported\r\n\r\n"),
+  EXPECT_NE(CrashRun(quick("fail:GetProcAddress read"))
+                .report()
+                .find("\r\n\r\n# Failed to find GetProcessTimes in kernel32.dll\r\n\r\n"),
             std::string::npos);
+  EXPECT_NE(
+      CrashRun(quick("fail:GetVersionExA read")).report().find("\r\n\r\n# GetProcessTimes is not supported\r\n\r\n"),
+      std::string::npos);
 }
 
 TEST(CrashReport, HasTheUpTimeOfTheSystem) {
@@ -184,20 +192,25 @@ TEST(CrashReport, NamesAddressSectionOffsetAndTheBeginningOfTheModule) {
 }
 
 TEST(CrashReport, SaysThatAnAddressIsInNoModule) {
-  EXPECT_NE(CrashRun(quick("call")).report().find("ACCESS_VIOLATION\r\n\r\n# [mbi.AllocationBase == NULL]\r\n"
-                                             "  Fault address:  00000000h 0000h:00000000h \r\n\r\n"),
+  EXPECT_NE(CrashRun(quick("call"))
+                .report()
+                .find("ACCESS_VIOLATION\r\n\r\n# [mbi.AllocationBase == NULL]\r\n"
+                      "  Fault address:  00000000h 0000h:00000000h \r\n\r\n"),
             std::string::npos);
 }
 
 TEST(CrashReport, SaysThatAnAddressInDataHasNoModule) {
   std::string const report = CrashRun(quick("data")).report();
-  EXPECT_NE(report.find("\r\n# [GetModuleFileName ((HMODULE) hMod, szModule, len) != 0 failed with EC "), std::string::npos);
+  EXPECT_NE(report.find("\r\n# [GetModuleFileName ((HMODULE) hMod, szModule, len) != 0 failed with EC "),
+            std::string::npos);
   EXPECT_NE(report.find("h 0000h:00000000h \r\n"), std::string::npos);
 }
 
 TEST(CrashReport, SaysThatNothingIsKnownOfAnAddress) {
-  EXPECT_NE(CrashRun(quick("fail:VirtualQuery read")).report().find(
-                "ACCESS_VIOLATION\r\n# [VirtualQuery (addr, &mbi, sizeof (mbi)) != 0 failed with EC 5]\r\n  Fault address:  "),
+  EXPECT_NE(CrashRun(quick("fail:VirtualQuery read"))
+                .report()
+                .find("ACCESS_VIOLATION\r\n# [VirtualQuery (addr, &mbi, sizeof (mbi)) != 0 failed with EC 5]\r\n  "
+                      "Fault address:  "),
             std::string::npos);
 }
 
@@ -222,8 +235,10 @@ TEST(CrashReport, SaysThatThereAreNoSymbols) {
 }
 
 TEST(CrashReport, SaysThatTheOptionsOfSymbolsAreRefused) {
-  EXPECT_NE(CrashRun(quick("fail:SymSetOptions read")).report().find("# [SymSetOptions (nOptions) failed with EC 5]\r\n"
-                                                                "  [Start dbghelp.dll stack tracing]\r\n"),
+  EXPECT_NE(CrashRun(quick("fail:SymSetOptions read"))
+                .report()
+                .find("# [SymSetOptions (nOptions) failed with EC 5]\r\n"
+                      "  [Start dbghelp.dll stack tracing]\r\n"),
             std::string::npos);
 }
 

@@ -80,7 +80,8 @@ public:
 private:
   void answerBoxes(support::ChildProcess const & child) {
     while (child.running())
-      if (HWND const box = support::waitForWindow({.processId = child.processId(), .className = support::kBoxClass}, 0)) {
+      if (HWND const box =
+              support::waitForWindow({.processId = child.processId(), .className = support::kBoxClass}, 0)) {
         boxes_.push_back(support::readBox(box));
         EXPECT_TRUE(support::pressButton(box, IDOK));
         support::waitUntilGone(box);

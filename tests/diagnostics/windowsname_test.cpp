@@ -24,16 +24,17 @@ TEST_P(WindowsNames, AreThoseOfTheVersion) {
   EXPECT_STREQ(WindowsName(GetParam().platform, GetParam().major, GetParam().minor).c_str(), GetParam().name);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, WindowsNames,
-    testing::Values(Version{2, 3, 51, "Windows NT 3.51"}, Version{2, 4, 0, "Windows NT 4"}, Version{1, 4, 0, "Windows 95"},
-                    Version{1, 4, 10, "Windows 98"}, Version{1, 4, 90, "Windows ME"}, Version{2, 5, 0, "Windows 2000"},
-                    Version{2, 5, 1, "Windows XP"}, Version{2, 5, 2, "Windows Server 2003"},
-                    Version{2, 6, 0, "Windows Vista or Windows Server 2008"},
-                    Version{2, 6, 1, "Windows 7 or Windows Server 2008 R2"},
-                    Version{2, 6, 2, "Windows 8 or Windows Server 2012"}, Version{2, 6, 3, "unknown (6.3)"},
-                    Version{2, 10, 0, "unknown (10.0)"}, Version{2, 3, 50, "unknown (3.50)"},
-                    Version{2, 4294967295, 4294967295, "unknown (-1.-1)"}));
+INSTANTIATE_TEST_SUITE_P(Table, WindowsNames,
+                         testing::Values(Version{2, 3, 51, "Windows NT 3.51"}, Version{2, 4, 0, "Windows NT 4"},
+                                         Version{1, 4, 0, "Windows 95"}, Version{1, 4, 10, "Windows 98"},
+                                         Version{1, 4, 90, "Windows ME"}, Version{2, 5, 0, "Windows 2000"},
+                                         Version{2, 5, 1, "Windows XP"}, Version{2, 5, 2, "Windows Server 2003"},
+                                         Version{2, 6, 0, "Windows Vista or Windows Server 2008"},
+                                         Version{2, 6, 1, "Windows 7 or Windows Server 2008 R2"},
+                                         Version{2, 6, 2, "Windows 8 or Windows Server 2012"},
+                                         Version{2, 6, 3, "unknown (6.3)"}, Version{2, 10, 0, "unknown (10.0)"},
+                                         Version{2, 3, 50, "unknown (3.50)"},
+                                         Version{2, 4294967295, 4294967295, "unknown (-1.-1)"}));
 
 TEST(TimeParts, AreThoseOfTheMilliseconds) {
   auto const zero = partsOf(0);

@@ -2,9 +2,9 @@
 
 #include "aappinfo.hpp"
 #include "acrash.hpp"
-#include "sv/application.hpp"
 #include "support/import_hook.hpp"
 #include "support/import_spy.hpp"
+#include "sv/application.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstdint>
@@ -51,7 +51,8 @@ void raiseKnownBySystem() { RaiseException(STATUS_NO_MEMORY, 0, 0, nullptr); }
 void raiseOverflow() { RaiseException(EXCEPTION_INT_OVERFLOW, 0, 0, nullptr); }
 
 void touchGuardPage() {
-  auto * const page = static_cast<char volatile *>(VirtualAlloc(nullptr, 4096, MEM_COMMIT, PAGE_READWRITE | PAGE_GUARD));
+  auto * const page =
+      static_cast<char volatile *>(VirtualAlloc(nullptr, 4096, MEM_COMMIT, PAGE_READWRITE | PAGE_GUARD));
   *page = 1;
 }
 
@@ -145,9 +146,8 @@ void noLog() { Kiv_SetDBLogFile(nullptr); }
 
 /// Says what the library starts and shows.
 void watch() {
-  support::spyOnImport("kivara.dll", "CreateProcessA", [](support::SpiedCall & call) {
-    std::printf("process %s\n", call.text(1));
-  });
+  support::spyOnImport("kivara.dll", "CreateProcessA",
+                       [](support::SpiedCall & call) { std::printf("process %s\n", call.text(1)); });
 }
 
 /// Calls of the system for which no failure can be brought about; "fail:NAME" lets the library's own calls fail.

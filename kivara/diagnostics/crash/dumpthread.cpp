@@ -78,7 +78,8 @@ DWORD WINAPI run(void * argument) {
 
 handles::KernelObject thisThread() {
   HANDLE thread = nullptr;
-  DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &thread, 0, TRUE, DUPLICATE_SAME_ACCESS);
+  DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &thread, 0, TRUE,
+                  DUPLICATE_SAME_ACCESS);
   return handles::KernelObject(thread);
 }
 

@@ -67,7 +67,8 @@ void findSection(FaultLocation & location, Sections const & sections, std::uint3
       location.offset = rva - sections.first[i].VirtualAddress;
       return;
     }
-  write("\r\n# '%s': Could not find RVA %08Xh in %d PE sections\r\n", location.module, rva, static_cast<int>(sections.count));
+  write("\r\n# '%s': Could not find RVA %08Xh in %d PE sections\r\n", location.module, rva,
+        static_cast<int>(sections.count));
   location.module[0] = '\0';
 }
 

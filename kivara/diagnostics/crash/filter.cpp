@@ -24,7 +24,7 @@ constexpr std::size_t kJumpSize = 13;
 
 LPTOP_LEVEL_EXCEPTION_FILTER previousFilter = nullptr;
 bool installed = false;
-volatile bool finished = false;
+bool volatile finished = false;
 volatile LONG runningThread = 0;
 
 /// The names of one crash's own files begin with this: the program and the time.
@@ -34,16 +34,16 @@ struct StampedBase {
   StampedBase() {
     SYSTEMTIME now{};
     GetLocalTime(&now);
-    std::snprintf(text, sizeof text, "%s.%04d%02d%02d%02d%02d%02d%03d", dumpState().paths.dumpBase, now.wYear, now.wMonth,
-                  now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+    std::snprintf(text, sizeof text, "%s.%04d%02d%02d%02d%02d%02d%03d", dumpState().paths.dumpBase, now.wYear,
+                  now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
   }
 };
 
 void showPointer(LPCSTR pointer) { SetCursor(LoadCursorA(nullptr, pointer)); }
 
 bool isMinidumpWritten(char const * path, EXCEPTION_POINTERS * exception) {
-  handles::File const file(CreateFileA(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                                       nullptr));
+  handles::File const file(
+      CreateFileA(path, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) {
     writeError("CreateMiniDump dmp file failed\n");
     return false;
@@ -64,14 +64,16 @@ void tellThatNoReportIsOpen(DWORD error) {
   if (SV::Application::IsModalDialogSuppression())
     return;
   showPointer(IDC_ARROW);
-  showCrashBox(BoundedText<1024>("Unable to create dump file\n  '%s'\nErrorcode %d!\n\nMaybe a dump file was created!!\n"
-                                 "Check for the file existance anyway!",
-                                 dumpState().paths.report, static_cast<int>(error))
-                   .c_str());
+  showCrashBox(
+      BoundedText<1024>("Unable to create dump file\n  '%s'\nErrorcode %d!\n\nMaybe a dump file was created!!\n"
+                        "Check for the file existance anyway!",
+                        dumpState().paths.report, static_cast<int>(error))
+          .c_str());
 }
 
 void writeException(EXCEPTION_RECORD const & record) {
-  write("  Exception code: %08Xh %s\r\n", static_cast<unsigned>(record.ExceptionCode), exceptionName(record.ExceptionCode));
+  write("  Exception code: %08Xh %s\r\n", static_cast<unsigned>(record.ExceptionCode),
+        exceptionName(record.ExceptionCode));
   FaultLocation const location = locateFault(record.ExceptionAddress);
   write("  Fault address:  %08Xh %04Xh:%08Xh %s\r\n",
         static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(record.ExceptionAddress)), location.section,
@@ -168,8 +170,8 @@ void refuseOtherFilters() {
 
 void keepLoaded(void const * module) {
   HMODULE pinned = nullptr;
-  GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, static_cast<LPCSTR>(module),
-                     &pinned);
+  GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                     static_cast<LPCSTR>(module), &pinned);
 }
 
 /// So that the filter still has room to run when the stack of the main thread is used up.

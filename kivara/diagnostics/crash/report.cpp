@@ -53,7 +53,8 @@ DumpState & dumpState() {
 }
 
 bool openReport(char const * path, DWORD disposition) {
-  HANDLE const file = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, FILE_FLAG_WRITE_THROUGH, nullptr);
+  HANDLE const file =
+      CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, FILE_FLAG_WRITE_THROUGH, nullptr);
   if (file == INVALID_HANDLE_VALUE)
     return false;
   SetFilePointer(file, 0, nullptr, FILE_END);

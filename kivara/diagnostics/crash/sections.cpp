@@ -2,6 +2,7 @@
 
 #include "aappinfo.hpp"
 #include "aplatfrm.hpp"
+#include "aplugin.hpp"
 #include "diagnostics/crash/report.hpp"
 #include "diagnostics/crash/times.hpp"
 #include "diagnostics/crash/windowsname.hpp"
@@ -86,9 +87,26 @@ void writeFolders() {
   write("  Module directory: %s\r\n", dumpState().paths.moduleDirectory);
 }
 
+void writePlugin(int number, KivBasicPlugin const * plugin) {
+  if (plugin == nullptr)
+    write("    %.2d - NULL pointer\r\n", number);
+  else
+    write("    %.2d %s [%s]\r\n", number, plugin->getPluginFilename().c_str(), plugin->getPluginName().c_str());
+}
+
+/// A manager is not made for this: that would open the log of plug-ins.
 void writePlugins() {
-  // JOIN aplugin: the plug-ins that the manager has, where there is one
-  write("  No loaded plugins!\r\n");
+  KivBasicPluginList plugins;
+  if (KivPluginManager const * const manager = KivPluginManager::_Existing())
+    manager->GetAllPlugins(plugins, true);
+  if (plugins.empty()) {
+    write("  No loaded plugins!\r\n");
+    return;
+  }
+  write("  %d loaded plugins:\r\n", static_cast<int>(plugins.size()));
+  int number = 0;
+  for (KivBasicPlugin const * const plugin : plugins)
+    writePlugin(++number, plugin);
 }
 
 void writeEnvironment() {
@@ -105,8 +123,8 @@ void writePrinter() {
 }
 
 constexpr void (*kSections[])() = {
-    writeHeader,      writeSystem,  writeFolders,      writePlugins,     writeCrashTimes,
-    writeExecutable,  writeEnvironment, writePrinter, writeProcessTimes, writeSystemUpTime,
+    writeHeader,     writeSystem,      writeFolders, writePlugins,      writeCrashTimes,
+    writeExecutable, writeEnvironment, writePrinter, writeProcessTimes, writeSystemUpTime,
 };
 
 } // namespace

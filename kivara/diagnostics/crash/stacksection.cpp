@@ -12,7 +12,8 @@ namespace kivara::crash {
 namespace {
 
 constexpr DWORD kFurtherOptions = 0x216;
-static_assert(kFurtherOptions == (SYMOPT_UNDNAME | SYMOPT_DEFERRED_LOADS | SYMOPT_LOAD_LINES | SYMOPT_FAIL_CRITICAL_ERRORS));
+static_assert(kFurtherOptions ==
+              (SYMOPT_UNDNAME | SYMOPT_DEFERRED_LOADS | SYMOPT_LOAD_LINES | SYMOPT_FAIL_CRITICAL_ERRORS));
 
 int depth = 0;
 bool initialised = false;

@@ -26,8 +26,8 @@ std::uint64_t ticks(FILETIME const & time) {
 /// Time that was worked. Its hours go on beyond a day.
 void writeWork(char const * label, FILETIME const & time) {
   TimeParts const parts = partsOf(ticks(time) / kTicksPerMillisecond);
-  write("%s%02d:%02d.%02d.%03d\r\n", label, static_cast<int>(parts.days * 24 + parts.hours), static_cast<int>(parts.minutes),
-        static_cast<int>(parts.seconds), static_cast<int>(parts.milliseconds));
+  write("%s%02d:%02d.%02d.%03d\r\n", label, static_cast<int>(parts.days * 24 + parts.hours),
+        static_cast<int>(parts.minutes), static_cast<int>(parts.seconds), static_cast<int>(parts.milliseconds));
 }
 
 void writeUpTime(char const * label, std::uint64_t milliseconds) {
@@ -73,8 +73,8 @@ void writeExecutable() {
   GetModuleFileNameA(nullptr, path, kPathSize);
   path[kPathSize - 1] = '\0';
   write("  Module name......: '%s'\r\n", path);
-  handles::File const file(CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                       FILE_ATTRIBUTE_NORMAL, nullptr));
+  handles::File const file(CreateFileA(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   BY_HANDLE_FILE_INFORMATION facts{};
   if (!file || !GetFileInformationByHandle(file.get(), &facts)) {
     write("# File size and time could not be determined (EC %d)\r\n", static_cast<int>(GetLastError()));
