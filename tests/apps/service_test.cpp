@@ -16,8 +16,12 @@ namespace {
 /// A running service in a working folder of its own.
 class ServiceRun {
 public:
-  explicit ServiceRun(std::string const & arguments)
-      : child_({.program = "service", .arguments = arguments, .workingFolder = folder_.path()}) {
+  /// \param creationFlags  CREATE_NEW_CONSOLE for one that has a console
+  explicit ServiceRun(std::string const & arguments, unsigned long creationFlags = 0)
+      : child_({.program = "service",
+                .arguments = arguments,
+                .workingFolder = folder_.path(),
+                .creationFlags = creationFlags}) {
     WSADATA data;
     WSAStartup(MAKEWORD(2, 2), &data);
   }
@@ -184,8 +188,8 @@ TEST(Service, EndsAtCtrlCWhileAClientHasNotSentAllOfItsRequest) {
   EXPECT_TRUE(run.file("service.log").ends_with(": stopped\r\n")) << run.file("service.log");
 }
 
-TEST(Service, OpensAConsoleOfTheLibraryWhenAskedTo) {
-  ServiceRun run("-console -wslogfileservice.log");
+TEST(Service, OpensAConsoleOfTheLibraryInPlaceOfItsOwnWhenAskedTo) {
+  ServiceRun run("-console -wslogfileservice.log", CREATE_NEW_CONSOLE);
   EXPECT_TRUE(support::eventually([&] { return holds(run.file("service.log"), ": listening on 127.0.0.1:"); }));
   raiseControlEvent(run.child(), CTRL_C_EVENT);
   EXPECT_EQ(run.child().waitForEnd(30), 0u);

@@ -13,7 +13,7 @@ VARIABLE = re.compile(r"\.\.\.|NAME72\.dll|\b(?:NAME|LANGUAGE|FILE|FOLDER|ID|N|M
 END_OF_SENTENCE = re.compile(r"(?<=[.!:])\s")
 
 LITERALS = re.compile(r'"(?:[^"\\\n]|\\.)*"(?:\s*"(?:[^"\\\n]|\\.)*")*')
-BOX_CALL = re.compile(r"\b(?:MessageBoxA|FatalAppExitA)\(")
+BOX_CALL = re.compile(r"\b(?:MessageBoxA|FatalAppExitA|ShowBoxOrLog|ShowBoxOrNothing)\(")
 
 
 def in_one_line(text):

@@ -1,12 +1,15 @@
 #include "escapes.hpp"
 
-#include "codepage.hpp"
+#include "shared/codepage.hpp"
 
 #include <cctype>
 #include <cstdio>
 
 namespace kivml {
 namespace {
+
+using kivtools::fromUtf8;
+using kivtools::toUtf8;
 
 struct Escape {
   char letter;

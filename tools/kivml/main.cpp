@@ -1,7 +1,7 @@
 // kivml: packs a list of texts for one language into kivml.dll, unpacks such a file and checks one.
-#include "codepage.hpp"
-#include "fileaccess.hpp"
 #include "packedfile.hpp"
+#include "shared/codepage.hpp"
+#include "shared/fileaccess.hpp"
 #include "textlist.hpp"
 
 #include <algorithm>
@@ -17,6 +17,8 @@
 namespace {
 
 using namespace kivml;
+using kivtools::readFile;
+using kivtools::writeFile;
 
 constexpr int kDone = 0;
 constexpr int kFaulty = 1;
@@ -44,7 +46,7 @@ std::optional<unsigned> readCodePage(std::string const & text) {
   if (text.empty() || text.size() > kMostDigits || text.find_first_not_of("0123456789") != std::string::npos)
     return std::nullopt;
   auto const number = static_cast<unsigned>(std::stoul(text));
-  return isUsableCodePage(number) ? std::optional(number) : std::nullopt;
+  return kivtools::isUsableCodePage(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<Arguments> readArguments(int argc, char ** argv) {

@@ -1,6 +1,7 @@
 #include "modeltime.hpp"
 
 #include <algorithm>
+#include <cstdio>
 
 using SV::String;
 
@@ -47,6 +48,20 @@ ModelFault readDate(String const & text, std::optional<SV::Date> & date) {
     return ModelFault::NoDate;
   date = KivCoreDate(text.c_str());
   return ModelFault::None;
+}
+
+String timeText(Calendar const & calendar, double seconds) { return timeIn(calendar, seconds).asString(); }
+
+String dateText(SV::Date const & date) {
+  char text[16]; // ten characters
+  std::snprintf(text, sizeof text, "%04lu:%02lu:%02lu", date.GetYear() % 10000, date.GetMonth(), date.GetDay());
+  return text;
+}
+
+String numberText(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.15g", number);
+  return text;
 }
 
 double secondsOf(Node const & node) { return static_cast<double>(node.duration) * kSecondsPerMinute + node.seconds; }

@@ -19,6 +19,15 @@ ModelFault readTime(SV::String const & text, Calendar const & calendar, double &
 ModelFault readDate(SV::String const & text, std::optional<SV::Date> & date);
 /// @}
 
+/// \name What a file is to hold
+/// The forms that the operations above read.
+/// @{
+SV::String timeText(Calendar const & calendar, double seconds);
+SV::String dateText(SV::Date const & date);
+/// Days per year or hours per day.
+SV::String numberText(double number);
+/// @}
+
 /// How long a node takes, in seconds.
 double secondsOf(Node const & node);
 

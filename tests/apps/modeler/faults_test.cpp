@@ -108,7 +108,7 @@ TEST(Modeler, TakesTheLongestDurationAndLine) {
 
 TEST(Modeler, ReportsAModelThatCannotBeRead) {
   ProductRun run("modeler", "\"-modelno such file.txt\"");
-  auto const box = run.answerBox();
+  auto const box = modeler::answerOwnBox(run, IDOK);
   ASSERT_FALSE(box.texts.empty());
   EXPECT_TRUE(
       holds(box.texts.back(), "The process model 'no such file.txt' cannot be shown.\n\nThe file cannot be read."))
@@ -133,7 +133,7 @@ TEST(Modeler, ShowsNoBoxWiderThanTheScreen) {
   support::TempFolder const folder;
   support::writeFile(folder / name, word);
   ProductRun run("modeler", "\"-model" + folder / name + "\"");
-  HWND const box = run.box();
+  HWND const box = modeler::ownBox(run);
   ASSERT_TRUE(box);
   RECT const place = support::windowRectangle(box);
   EXPECT_GE(place.left, 0);

@@ -1,4 +1,4 @@
-#include "fileaccess.hpp"
+#include "shared/fileaccess.hpp"
 
 #include "handles/handle.hpp"
 #include "tools/winapi.hpp"
@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace kivml {
+namespace kivtools {
 namespace {
 
 [[noreturn]] void failed(char const * what, std::string const & name, std::string const & reason) {
@@ -55,4 +55,4 @@ void writeFile(std::string const & name, std::string const & bytes) {
   }
 }
 
-} // namespace kivml
+} // namespace kivtools

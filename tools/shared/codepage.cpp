@@ -1,10 +1,10 @@
-#include "codepage.hpp"
+#include "shared/codepage.hpp"
 
 #include "tools/winapi.hpp"
 
 #include <cstdio>
 
-namespace kivml {
+namespace kivtools {
 namespace {
 
 std::optional<std::wstring> toWide(std::string const & text, unsigned codePage) {
@@ -17,23 +17,6 @@ std::optional<std::wstring> toWide(std::string const & text, unsigned codePage) 
   std::wstring wide(static_cast<std::size_t>(length), L'\0');
   MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, text.data(), bytes, wide.data(), length);
   return wide;
-}
-
-/// Nothing when the code page lacks one of the characters.
-std::optional<std::string> fromWide(std::wstring const & wide, unsigned codePage) {
-  if (wide.empty())
-    return std::string();
-  int const count = static_cast<int>(wide.size());
-  bool const isUtf8 = codePage == CP_UTF8;
-  DWORD const flags = isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
-  BOOL lacksOne = FALSE;
-  BOOL * const lacks = isUtf8 ? nullptr : &lacksOne;
-  int const length = WideCharToMultiByte(codePage, flags, wide.data(), count, nullptr, 0, nullptr, lacks);
-  if (length == 0 || lacksOne != FALSE)
-    return std::nullopt;
-  std::string text(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(codePage, flags, wide.data(), count, text.data(), length, nullptr, lacks);
-  return text;
 }
 
 /// With one character for a letter and the accents that follow it. The same when the system cannot compose.
@@ -68,6 +51,22 @@ std::string lackingCharacter(std::wstring const & wide, unsigned codePage) {
 
 } // namespace
 
+std::optional<std::string> fromWide(std::wstring const & wide, unsigned codePage) {
+  if (wide.empty())
+    return std::string();
+  int const count = static_cast<int>(wide.size());
+  bool const isUtf8 = codePage == CP_UTF8;
+  DWORD const flags = isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
+  BOOL lacksOne = FALSE;
+  BOOL * const lacks = isUtf8 ? nullptr : &lacksOne;
+  int const length = WideCharToMultiByte(codePage, flags, wide.data(), count, nullptr, 0, nullptr, lacks);
+  if (length == 0 || lacksOne != FALSE)
+    return std::nullopt;
+  std::string text(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(codePage, flags, wide.data(), count, text.data(), length, nullptr, lacks);
+  return text;
+}
+
 bool isUsableCodePage(unsigned codePage) {
   // The lowest numbers stand for whatever code page the machine has: packed files go to other machines.
   bool const isOfTheMachine = codePage <= CP_THREAD_ACP;
@@ -98,4 +97,4 @@ std::optional<std::string> toUtf8(std::string const & text, unsigned codePage) {
   return fromWide(*wide, CP_UTF8);
 }
 
-} // namespace kivml
+} // namespace kivtools
