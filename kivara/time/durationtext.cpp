@@ -5,6 +5,7 @@
 #include "time/wholenumber.hpp"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 namespace kivara {
@@ -26,20 +27,19 @@ constexpr int kEnd = 13;
 constexpr int kMostDays = 364;
 constexpr int kMostHours = 23;
 
-bool isBetween(char c, char first, char last) { return c >= first && c <= last; }
-bool isDigit(char c) { return isBetween(c, '0', '9'); }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 int valueOf(char digit) { return digit - '0'; }
 
 bool isDays(char const * field) {
-  return isBetween(field[0], '0', '3') && isDigit(field[1]) && isDigit(field[2]) &&
+  return isDigit(field[0]) && isDigit(field[1]) && isDigit(field[2]) &&
          valueOf(field[0]) * 100 + valueOf(field[1]) * 10 + valueOf(field[2]) <= kMostDays;
 }
 
 bool isHours(char const * field) {
-  return isBetween(field[0], '0', '2') && isDigit(field[1]) && valueOf(field[0]) * 10 + valueOf(field[1]) <= kMostHours;
+  return isDigit(field[0]) && isDigit(field[1]) && valueOf(field[0]) * 10 + valueOf(field[1]) <= kMostHours;
 }
 
-bool isSixtieth(char const * field) { return isBetween(field[0], '0', '5') && isDigit(field[1]); }
+bool isSixtieth(char const * field) { return isDigit(field[0]) && field[0] <= '5' && isDigit(field[1]); }
 
 /// From the first colon on. Each test stops at the end of the text.
 bool isTail(char const * tail) {
@@ -53,6 +53,52 @@ double take(double & rest, double unit) {
   double const count = std::floor(rest / unit);
   rest -= count * unit;
   return count;
+}
+
+/// With zeros in front, up to \p digits.
+char * put(char * to, unsigned number, int digits) {
+  char figures[10];
+  int count = 0;
+  for (; number > 0 || count < digits; number /= 10)
+    figures[count++] = static_cast<char>('0' + number % 10);
+  while (count > 0)
+    *to++ = figures[--count];
+  return to;
+}
+
+struct Fields {
+  double years;
+  int days;
+  int hours;
+  int minutes;
+  int seconds;
+
+  /// None is negative, and the years have nine digits at most.
+  bool areOrdinary() const {
+    return !std::signbit(years) && years < 1e9 && days >= 0 && hours >= 0 && minutes >= 0 && seconds >= 0;
+  }
+};
+
+/// What the format gives for such fields, in a tenth of the time.
+void writeOrdinary(Fields const & fields, char * to) {
+  to = put(to, static_cast<unsigned>(fields.years), 2);
+  *to++ = ':';
+  to = put(to, static_cast<unsigned>(fields.days), 3);
+  for (int const field : {fields.hours, fields.minutes, fields.seconds}) {
+    *to++ = ':';
+    to = put(to, static_cast<unsigned>(field), 2);
+  }
+  *to = '\0';
+}
+
+void write(Fields const & fields, DurationText & to) {
+  if (fields.areOrdinary()) {
+    writeOrdinary(fields, to.text);
+    return;
+  }
+  _snprintf(to.text, sizeof to.text, "%02.0f:%03d:%02d:%02d:%02d", fields.years, fields.days, fields.hours,
+            fields.minutes, fields.seconds);
+  to.text[sizeof to.text - 1] = '\0'; // the runtime leaves a full buffer without one
 }
 
 } // namespace
@@ -93,7 +139,9 @@ DurationText textOf(double seconds, double daysPerYear, double hoursPerDay) {
   int const hours = wholeNumber<int>(take(rest, kSecondsPerHour));
   double const minutes = std::floor(rest / kSecondsPerMinute);
   int const secs = wholeNumber<int>(std::floor(rest - minutes * kSecondsPerMinute));
-  return DurationText("%02.0f:%03d:%02d:%02d:%02d", years, days, hours, wholeNumber<int>(minutes), secs);
+  DurationText text;
+  write({years, days, hours, wholeNumber<int>(minutes), secs}, text);
+  return text;
 }
 
 } // namespace kivara

@@ -2,8 +2,6 @@
 /// \file
 /// The text form of durations, `Y:DDD:HH:MM:SS`, without the object. Internal.
 
-#include "base/boundedtext.hpp"
-
 #include <cstddef>
 
 namespace kivara {
@@ -12,7 +10,11 @@ namespace kivara {
 inline constexpr std::size_t kMostYearDigits = 300;
 
 /// The largest double as a year has 309 digits and may have a sign; each of the other fields is at most the smallest int.
-using DurationText = BoundedText<309 + 1 + 4 * sizeof ":-2147483648" + 1>;
+struct DurationText {
+  char text[309 + 1 + 4 * (sizeof ":-2147483648" - 1) + 1];
+
+  char const * c_str() const { return text; }
+};
 
 /// KivCoreTime::isTime.
 bool isDuration(char const * text);

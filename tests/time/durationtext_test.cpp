@@ -209,7 +209,8 @@ TEST(StrangeBase, FollowsTheRuleWithoutAFault) {
   for (double const days :
        {1e-300, 5e-324, 0.001, 1.0, 365.0, 1e300, kLargest, -220.0, -1e-300, kInfinity, -kInfinity, kNoNumber})
     for (double const hours : {1e-300, 0.001, 1.0 / 3600, 24.0, 1e300, kLargest, -8.0, kInfinity, kNoNumber})
-      for (double const seconds : {0.0, 1.0, 90061.0, 1e15, kLargest, -1.0, -90061.0, -kLargest, kInfinity, kNoNumber})
+      for (double const seconds : {0.0, 0.25, 1.0, 90061.0, 1e15, 1e17, kLargest, -0.5, -0.75, -1.0, -90061.0,
+                                   -kLargest, kInfinity, kNoNumber})
         ASSERT_EQ(shown(seconds, days, hours), textByRule(seconds, days, hours))
             << seconds << ' ' << days << ' ' << hours;
 }
@@ -226,8 +227,18 @@ TEST(StrangeBase, OfADaysLengthInAYearHasTheLongestText) {
 TEST(StrangeBase, OfTheLongestFieldsIsWrittenWhole) {
   std::string const text = kivara::textOf(-kLargest, 1e-300, -1.0).c_str();
   EXPECT_EQ(text, textByRule(-kLargest, 1e-300, -1.0));
-  kivara::DurationText const longest("%02.0f:%03d:%02d:%02d:%02d", -kLargest, INT_MIN, INT_MIN, INT_MIN, INT_MIN);
-  EXPECT_EQ(std::string(longest.c_str()).size(), 310u + 4 * 12);
+  char longest[400];
+  int const length =
+      _snprintf(longest, sizeof longest, "%02.0f:%03d:%02d:%02d:%02d", -kLargest, INT_MIN, INT_MIN, INT_MIN, INT_MIN);
+  EXPECT_EQ(sizeof(kivara::DurationText), static_cast<std::size_t>(length) + 1);
+}
+
+// Up to nine digits of years are written without the runtime's formatting.
+TEST(StrangeBase, HasTheSameTextOnBothSidesOfTheShortWay) {
+  for (double const years : {0.0, 9.0, 99.0, 100.0, 999'999'999.0, 1e9, 1e9 + 1, 12'345'678'901.0})
+    EXPECT_EQ(shown(years * 3600, 1, 1), textByRule(years * 3600, 1, 1)) << years;
+  EXPECT_EQ(shown(4e9, 1, 2e6), textByRule(4e9, 1, 2e6)) << "days or hours of many digits";
+  EXPECT_EQ(shown(-0.5, -1, 24), textByRule(-0.5, -1, 24)) << "a zero with a sign";
 }
 
 TEST(StrangeBase, ReadsByTheSameFormula) {
