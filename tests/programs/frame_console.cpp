@@ -52,21 +52,26 @@ void waitForGo() {
     Sleep(10);
 }
 
-/// The console's listener, which is the only one of that event here.
+/// The console's listener, which is the only one of that event here; null while there is none.
+KivEventListener const * listenerOnTheBus() {
+  auto const & dispatcher = KivEventDispatcher::Instance();
+  auto const entry = dispatcher.find(KIV_EVENT_AppInitialized);
+  bool const isThere = entry != dispatcher.end() && !entry->second->actions().empty();
+  return isThere ? entry->second->actions().front()->listener : nullptr;
+}
+
 KivEventListener const * listener = nullptr;
 
 void findListener() {
-  auto const & dispatcher = KivEventDispatcher::Instance();
-  auto const entry = dispatcher.find(KIV_EVENT_AppInitialized);
-  if (entry != dispatcher.end() && !entry->second->actions().empty())
-    listener = entry->second->actions().front()->listener;
+  listener = listenerOnTheBus();
   record("listener is there: %d", support::GuardPages::guards(listener));
 }
 
 void watchEnd() {
   new support::GuardPages; // up to the end of the process
   support::spyOnImport("kivara.dll", "SetConsoleCtrlHandler", [](support::SpiedCall const & call) {
-    record("handler added: %d", static_cast<BOOL>(call.arguments[1]));
+    bool const isHeard = !KivEventDispatcher::isShutDown() && listenerOnTheBus() != nullptr;
+    record("handler added: %d, listener is heard: %d", static_cast<BOOL>(call.arguments[1]), isHeard);
   });
   support::spyOnImport("kivara.dll", "FreeConsole", [](support::SpiedCall const &) {
     record("console freed, listener is there: %d", support::GuardPages::guards(listener));

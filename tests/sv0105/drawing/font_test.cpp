@@ -77,6 +77,8 @@ TEST(SystemFont, WithCharactersOfOneWidthIsAskedForAsSuch) {
 
 TEST(SystemFont, TakesADefaultForACharSetBeyondTheSystems) {
   Font font("Arial", {0, 14});
+  font.ChangeCharSet(255);
+  EXPECT_EQ(systemFontOf(font).lfCharSet, 255);
   font.ChangeCharSet(256);
   EXPECT_EQ(systemFontOf(font).lfCharSet, DEFAULT_CHARSET);
 }
