@@ -17,7 +17,7 @@ struct Escape {
 };
 constexpr Escape kEscapes[] = {{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}};
 
-/// The byte of the escape behind the backslash at \p position, which then stands on its last character.
+/// The byte of the escape after the backslash at \p position, which then stands on its last character.
 std::optional<char> readEscape(std::string const & utf8, std::size_t & position) {
   char const letter = position + 1 < utf8.size() ? utf8[position + 1] : '\0';
   for (Escape const & escape : kEscapes) {

@@ -19,6 +19,17 @@ std::optional<std::wstring> toWide(std::string const & text, unsigned codePage) 
   return wide;
 }
 
+/// With one character for a letter and the accents that follow it. The same when the system cannot compose.
+std::wstring composed(std::wstring const & wide) {
+  int const count = static_cast<int>(wide.size());
+  std::wstring result(wide.size(), L'\0');
+  int const length = FoldStringW(MAP_PRECOMPOSED, wide.data(), count, result.data(), count);
+  if (length == 0)
+    return wide;
+  result.resize(static_cast<std::size_t>(length));
+  return result;
+}
+
 bool isFirstOfPair(wchar_t c) { return c >= 0xD800 && c < 0xDC00; }
 
 /// The first character, which may be a pair, that the code page lacks.
@@ -69,9 +80,13 @@ std::optional<std::string> fromUtf8(std::string const & utf8, unsigned codePage,
     reason = "the text is not UTF-8";
     return std::nullopt;
   }
-  std::optional<std::string> text = fromWide(*wide, codePage);
+  if (std::optional<std::string> text = fromWide(*wide, codePage))
+    return text;
+  // Few code pages have the accents of decomposed letters, which are how some editors and file systems write them.
+  std::wstring const whole = composed(*wide);
+  std::optional<std::string> text = fromWide(whole, codePage);
   if (!text)
-    reason = "code page " + std::to_string(codePage) + " has no " + lackingCharacter(*wide, codePage);
+    reason = "code page " + std::to_string(codePage) + " has no " + lackingCharacter(whole, codePage);
   return text;
 }
 
