@@ -4,6 +4,7 @@
 
 #include "copied_program.hpp"
 #include "support/debugger.hpp"
+#include "support/wine.hpp"
 #include "userfile.hpp"
 
 #define SECURITY_WIN32
@@ -19,8 +20,6 @@ using kivtest::CopiedProgram;
 using kivtest::encrypted;
 
 namespace {
-
-bool isWine() { return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr; }
 
 // The account of the process
 
@@ -113,7 +112,7 @@ private:
 class RealLogon : public testing::Test {
 protected:
   void SetUp() override {
-    if (!isWine())
+    if (!support::isWine())
       GTEST_SKIP() << "the accounts of these tests are those of the tests' own ntlm_auth, which Wine runs";
   }
 };
