@@ -1,6 +1,7 @@
 #include "mainwindow.hpp"
 
 #include "modelreport.hpp"
+#include "modelwriter.hpp"
 #include "scaling.hpp"
 #include "tools/winapi.hpp"
 
@@ -30,8 +31,10 @@ SV::Size startSize() {
           std::min(wanted.height, free.bottom - scaledDown(kStart.y))};
 }
 
+using FileDialog = BOOL(WINAPI *)(OPENFILENAMEA *);
+
 /// The file that the user chooses; empty when none.
-String chosenFile(HWND owner) {
+String chosenFile(HWND owner, FileDialog ask, DWORD flags) {
   String filter = text(Text::ModelFiles) + " (*.txt)";
   char name[MAX_PATH] = "";
   std::string const pattern = std::string(filter.c_str()) + '\0' + "*.txt" + '\0';
@@ -41,8 +44,9 @@ String chosenFile(HWND owner) {
   dialog.lpstrFilter = pattern.c_str();
   dialog.lpstrFile = name;
   dialog.nMaxFile = sizeof name;
-  dialog.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-  return GetOpenFileNameA(&dialog) != FALSE ? String(name) : String();
+  dialog.lpstrDefExt = "txt";
+  dialog.Flags = flags | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  return ask(&dialog) != FALSE ? String(name) : String();
 }
 
 } // namespace
@@ -64,6 +68,7 @@ void MainWindow::select(unsigned short id) {
   switch (id) {
   case FILE_OPEN_MODEL: chooseModel(); break;
   case FILE_OPEN_SAMPLE: OpenModel(Kiv_GetProgramPathFilename(kSample)); break;
+  case FILE_SAVE_AS: chooseTarget(); break;
   case FILE_EXIT: Close(); break;
   case RAISE_USER: KivUserEvent(KivUserEvent::AfterRename, 17).trigger(); break;
   case RAISE_USER_GROUP: KivUserGroupEvent(KivUserGroupEvent::AfterAddUser, 4, 17).trigger(); break;
@@ -96,9 +101,18 @@ void MainWindow::showEvents() {
 void MainWindow::chooseModel() {
   if (SV::Application::IsModalDialogSuppression())
     return;
-  String const fileName = chosenFile(GethWnd());
+  String const fileName = chosenFile(GethWnd(), GetOpenFileNameA, OFN_FILEMUSTEXIST);
   if (fileName.Len() > 0)
     OpenModel(fileName);
+}
+
+void MainWindow::chooseTarget() {
+  if (SV::Application::IsModalDialogSuppression())
+    return;
+  // The program asks itself before it overwrites a file: that holds for the command line too.
+  String const fileName = chosenFile(GethWnd(), GetSaveFileNameA, OFN_PATHMUSTEXIST);
+  if (fileName.Len() > 0)
+    SaveModel(fileName);
 }
 
 void MainWindow::OpenModel(String const & fileName) {
@@ -107,13 +121,31 @@ void MainWindow::OpenModel(String const & fileName) {
   if (!readProcessModel(fileName, model, report)) {
     String const fault = reportText(report);
     journal_.Add("not opened: " + fileName + ": " + fault);
-    tell(filled(Text::ModelFault, fileName, fault), productName(), MB_OK | MB_ICONWARNING);
+    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK, filled(Text::ModelFault, fileName, fault))
+        .Execute(ShowAlways);
     return;
   }
   journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");
   std::erase_if(models_, [](auto const & window) { return window->GethWnd() == nullptr; });
   models_.push_back(std::make_unique<ProcessWindow>(*this, model));
   models_.back()->Show();
+}
+
+void MainWindow::SaveModel(String const & fileName) {
+  auto const * const window = dynamic_cast<ProcessWindow *>(GetActiveChild());
+  if (window == nullptr) {
+    KivInfoBox(this, text(Text::NothingToSave)).Execute();
+    return;
+  }
+  bool const isThere = GetFileAttributesA(fileName.c_str()) != INVALID_FILE_ATTRIBUTES;
+  if (isThere &&
+      KivQueryBox(this, SV::WB_YES_NO | SV::WB_DEF_NO, filled(Text::Overwrite, fileName)).Execute() != SV::RET_YES)
+    return;
+  bool const isWritten = writeProcessModel(fileName, window->GetModel());
+  journal_.Add((isWritten ? "saved: " : "not saved: ") + fileName);
+  if (!isWritten)
+    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK, filled(Text::NotWritten, fileName))
+        .Execute(ShowAlways);
 }
 
 void MainWindow::changeLanguage(std::size_t place) {
@@ -136,15 +168,9 @@ void MainWindow::changeLanguage(std::size_t place) {
 void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GethWnd(), message, 0, 0); }
 
 void MainWindow::showAbout() {
-  tell(productName() + "\n\n" + filled(Text::Version, Kiv_GetPatchBuildVersionString()), text(Text::TitleAbout),
-       MB_OK | MB_ICONINFORMATION);
-}
-
-void MainWindow::tell(String const & what, String const & title, unsigned style) {
-  if (SV::Application::IsModalDialogSuppression())
-    SV::Application::ModalDialogSuppressionLog(what.c_str());
-  else
-    MessageBoxA(GethWnd(), what.c_str(), title.c_str(), style);
+  KivInfoBox box(this, productName() + "\n\n" + filled(Text::Version, Kiv_GetPatchBuildVersionString()));
+  box.SetText(text(Text::TitleAbout));
+  box.Execute();
 }
 
 } // namespace modeler

@@ -22,15 +22,18 @@ public:
   /// Shows the process model of a file in a window of its own; says so where that cannot be done.
   void OpenModel(SV::String const & fileName);
 
+  /// Writes the model in front to a file; asks before it overwrites one, and says so where that cannot be done.
+  void SaveModel(SV::String const & fileName);
+
 private:
   void select(unsigned short id);
   void showFacts();
   void showEvents();
   void chooseModel();
+  void chooseTarget();
   void changeLanguage(std::size_t place);
   void arrange(unsigned message);
   void showAbout();
-  void tell(SV::String const & text, SV::String const & title, unsigned style);
 
   EventLog & eventLog_;
   Journal & journal_;

@@ -56,6 +56,8 @@ int Modeler::runApplication() {
   createHelpObject("modeler");
   if (String const model = KivCmdline::Instance().getValue("model"); model.Len() > 0)
     window.OpenModel(model);
+  if (String const target = KivCmdline::Instance().getValue("save"); target.Len() > 0)
+    window.SaveModel(target);
   appInitialized = true;
   InitializedEvent().trigger();
   KivDebugOut("[kiv] Main window shown\n");

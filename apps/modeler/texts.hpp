@@ -54,7 +54,11 @@ enum class Text : unsigned short {
   Tracing,
   OrLater,
   OlderThan,
-  FontSize
+  FontSize,
+  SaveAs,
+  Overwrite,
+  NotWritten,
+  NothingToSave
 };
 
 /// In the current language. The pack of the program lies behind that of the library, which stays the active one: a text is

@@ -28,6 +28,10 @@ inline constexpr Id kFirstFault     = kStringType | 961;    ///< of the code 3; 
 inline constexpr Id kLastFault      = kStringType | 969;    ///< of the code 11
 inline constexpr Id kNothingToRepeat = kStringType | 971;   ///< of the code 13
 inline constexpr Id kCharacterMap   = kStringType | 11764;  ///< the replacements of the bytes 128 to 255 in texts for SGML
+inline constexpr Id kYesButton      = kStringType | 0x330E; ///< buttons of KivErrorBox
+inline constexpr Id kNoButton       = kStringType | 0x330F;
+inline constexpr Id kRetryButton    = kStringType | 0x3310;
+inline constexpr Id kDialogTitle    = kStringType | 0x3311; ///< of a box of nobody
 // clang-format on
 
 /// \name Numbers for KivStringAcceleratorTable, which adds the type
@@ -43,6 +47,7 @@ inline constexpr long kUnknownError = 4999; ///< of KIV_ERROR_UNKNOWN
 inline constexpr unsigned long kAll[] = {kDeadNetwork,     kCharacterSet,  kRuntimeName, kToolkitName,  kOKButton,
                                          kCancelButton,    kHelpButton,    kProgramName, kBaseLanguage, kInternalError,
                                          kBadExpression,   kNoMemoryForIt, kEngineText,  kFirstFault,   kLastFault,
-                                         kNothingToRepeat, kCharacterMap,  kAdminUser,   kUserGroup,    kUnknownError};
+                                         kNothingToRepeat, kCharacterMap,  kAdminUser,   kUserGroup,    kUnknownError,
+                                         kYesButton,       kNoButton,      kRetryButton, kDialogTitle};
 
 } // namespace kivara::texts

@@ -6,6 +6,7 @@
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
+#include "sv/systembox.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 
@@ -33,21 +34,7 @@ bool isSettled(long code) {
   return code == SV::EXC_RESOURCE_FILE_NOT_LOADED && loadingResourceFile;
 }
 
-HWND ownerOfBox() {
-  SV::Window const * const window = Kiv_GetTopWindow(0);
-  return window != nullptr ? window->GethWnd() : nullptr;
-}
-
-void show(String const & text, String const & caption) {
-  unsigned short const wait = SV::Application::IsWait();
-  if (wait != 0)
-    SV::Application::Wait(0);
-  if (SV::Application::IsModalDialogSuppression())
-    SV::Application::ModalDialogSuppressionLog(text.c_str());
-  else
-    MessageBoxA(ownerOfBox(), text.c_str(), caption.c_str(), MB_ICONHAND);
-  SV::Application::Wait(wait);
-}
+SV::Window const * topWindow() { return Kiv_GetTopWindow(0); }
 
 } // namespace
 
@@ -57,7 +44,8 @@ bool handleSevereException(String const & applicationName, long code, unsigned l
   inExceptionHandler = true;
   bool const settled = isSettled(code);
   if (!settled) {
-    show(severeExceptionText(applicationName, code, arg), applicationName);
+    String const text = severeExceptionText(applicationName, code, arg);
+    SV::ShowBoxOrLog(text.c_str(), applicationName.c_str(), MB_ICONHAND, topWindow);
     // JOIN acrash: Fct_CreateMiniDump(modules::kAapp, kLineDump)
     KivExitAppEvent("exception (minidump)").trigger();
   }

@@ -10,6 +10,7 @@
 #include "acolor.hpp"
 #include "acrypto.hpp"
 #include "ades.hpp"
+#include "aebox.hpp"
 #include "aentry.hpp"
 #include "aevent.hpp"
 #include "aevent_dispatcher.hpp"

@@ -45,7 +45,7 @@ int WINAPI spyOnBox(HWND owner, char const * text, char const * title, UINT styl
 }
 
 void watchBoxes() {
-  support::replaceImports(GetModuleHandleA("kivara.dll"), "user32.dll",
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "user32.dll",
                           {{"MessageBoxA", reinterpret_cast<void *>(spyOnBox)}});
 }
 

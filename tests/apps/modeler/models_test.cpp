@@ -76,12 +76,87 @@ INSTANTIATE_TEST_SUITE_P(Models, ModelerFault,
                                          BadModel{"# all of it\r\nactivity a \"A\" duration long\r\n",
                                                   "Line 2: a duration in minutes is missing."}));
 
+/// What the program's own box says, whose title is that of the main window.
+support::BoxTexts answerOwnBox(ProductRun & run, int button) {
+  HWND box = nullptr;
+  support::eventually([&] {
+    for (HWND const window : support::findWindows({.processId = run.child().processId(), .title = modeler::title()}))
+      if (support::childById(window, button) != nullptr || !support::readBox(window).buttons.empty())
+        box = window;
+    return box != nullptr;
+  });
+  support::BoxTexts read = support::readBox(box);
+  EXPECT_TRUE(support::pressButton(box, button));
+  EXPECT_TRUE(support::waitUntilGone(box));
+  return read;
+}
+
 TEST(Modeler, TellsOfAModelThatCannotBeRead) {
   ProductRun run("modeler", "-modelnone.txt");
-  auto const box = run.answerBox();
+  auto const box = answerOwnBox(run, IDOK);
   ASSERT_FALSE(box.texts.empty());
-  EXPECT_NE(box.texts.back().find("The process model none.txt cannot be shown.\n\nThe file cannot be read."),
+  EXPECT_EQ(box.texts.back(), "The process model none.txt cannot be shown.\n\nThe file cannot be read.");
+  EXPECT_EQ(box.buttons, (std::vector<std::string>{"OK", "Help"}));
+}
+
+constexpr char kSmallModel[] = "process \"A \\\"b\\\"\"\r\nstart a \"A\"\r\nactivity b \"B\" duration 5\r\n"
+                               "decision c \"C\"\r\nend d \"D\"\r\nflow a b\r\nflow b c \"go \\\"on\\\"\"\r\n";
+
+TEST(Modeler, SavesItsModelAsItWasRead) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "model.txt", kSmallModel);
+  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -savecopy.txt -journalout.log");
+  HWND const window = mainWindow(run);
+  EXPECT_TRUE(support::closeWindow(window));
+  EXPECT_EQ(run.exitCode(), 0u);
+  EXPECT_EQ(run.file("copy.txt").value_or(""), kSmallModel);
+  EXPECT_NE(run.file("out.log").value_or("").find("saved: copy.txt"), std::string::npos);
+}
+
+/// Saves a model under the name of a file that is there, and gives that answer. The file afterwards.
+std::string saveOverAFile(char const * answer) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "model.txt", kSmallModel);
+  support::writeFile(folder / "old.txt", "old");
+  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" \"-save" + folder / "old.txt" + "\"");
+  HWND box = nullptr;
+  EXPECT_TRUE(support::eventually([&] {
+    for (HWND const window : support::findWindows({.processId = run.child().processId(), .title = modeler::title()}))
+      if (support::readBox(window).buttons.size() == 2)
+        box = window;
+    return box != nullptr;
+  }));
+  std::string const text = support::readBox(box).texts.back();
+  EXPECT_NE(text.find("old.txt is there already.\n\nOverwrite it?"), std::string::npos) << text;
+  EXPECT_TRUE(support::pressButton(box, answer));
+  EXPECT_TRUE(support::waitUntilGone(box));
+  EXPECT_TRUE(support::closeWindow(mainWindow(run)));
+  EXPECT_EQ(run.exitCode(), 0u);
+  return support::readFile(folder / "old.txt").value_or("");
+}
+
+TEST(Modeler, OverwritesAFileWhenItsUserAgrees) { EXPECT_EQ(saveOverAFile("Yes"), kSmallModel); }
+
+TEST(Modeler, LeavesAFileAloneWhenItsUserDoesNotAgree) { EXPECT_EQ(saveOverAFile("No"), "old"); }
+
+TEST(Modeler, OverwritesNothingUnderSuppressionAndSaysSoInTheLog) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "model.txt", kSmallModel);
+  support::writeFile(folder / "old.txt", "old");
+  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" \"-save" + folder / "old.txt" +
+                                "\" -no_dialogs -log_no_dialogsdialogs.log");
+  EXPECT_TRUE(support::closeWindow(mainWindow(run)));
+  EXPECT_EQ(run.exitCode(), 0u);
+  EXPECT_EQ(support::readFile(folder / "old.txt").value_or(""), "old");
+  EXPECT_NE(run.file("dialogs.log").value_or("").find("old.txt is there already.\r\n\r\nOverwrite it?\r\n"),
             std::string::npos);
+}
+
+TEST(Modeler, TellsThatAFileCannotBeWritten) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "model.txt", kSmallModel);
+  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -savenowhere\\copy.txt");
+  EXPECT_EQ(answerOwnBox(run, IDOK).texts.back(), "The file nowhere\\copy.txt cannot be written.");
 }
 
 TEST(Modeler, TellsOfFaultsInItsLanguage) {

@@ -6,6 +6,7 @@
 #include "sv/export.hpp"
 #include "sv/font.hpp"
 #include "sv/geometry.hpp"
+#include "sv/mapmode.hpp"
 #include "sv/pen.hpp"
 #include "tools/object.hpp"
 #include "tools/string.hpp"
@@ -125,6 +126,13 @@ public:
   /// The client area's size; the change keeps the position and makes the frame fit.
   Size GetOutputSizePixel() const;
   void ChangeOutputSizePixel(Size const & size);
+
+  /// A size that is given in another unit, in pixels of this window: in MAP_APPFONT it grows with the font, and with that
+  /// with the scale of the screen.
+  Size LogicToPixel(Size const & size, MapMode const & mode) const;
+
+  /// A point of the client area, counted on the screen.
+  Point OutputToScreenPixel(Point const & point) const;
 
   /// The font that Paint begins with: the application's until one is set here. The change gives the former one.
   Font const & GetFont() const;

@@ -1,0 +1,52 @@
+#include "modelwriter.hpp"
+
+#include "words.hpp"
+
+#include <fstream>
+
+using SV::String;
+
+namespace modeler {
+namespace {
+
+String word(Word id) { return Kiv_MultiLangGet(id, KivInternational::GetCurrentLanguageID()); }
+
+String quoted(String const & text) { return "\"" + Kiv_Mask(text.c_str(), '"', '\\') + "\""; }
+
+Word wordOf(NodeKind kind) {
+  switch (kind) {
+  case NodeKind::Start: return WORD_START;
+  case NodeKind::Activity: return WORD_ACTIVITY;
+  case NodeKind::Decision: return WORD_DECISION;
+  default: return WORD_END;
+  }
+}
+
+String lineOf(Node const & node) {
+  String line = word(wordOf(node.kind)) + " " + node.id + " " + quoted(node.text);
+  if (node.duration > 0)
+    line += " " + word(WORD_DURATION) + " " + String(node.duration);
+  return line;
+}
+
+String lineOf(ProcessModel const & model, Flow const & flow) {
+  String line = word(WORD_FLOW) + " " + model.nodes[flow.from].id + " " + model.nodes[flow.to].id;
+  if (flow.text.Len() > 0)
+    line += " " + quoted(flow.text);
+  return line;
+}
+
+} // namespace
+
+bool writeProcessModel(String const & fileName, ProcessModel const & model) {
+  std::ofstream file(fileName.c_str());
+  file << (word(WORD_PROCESS) + " " + quoted(model.name)).c_str() << '\n';
+  for (Node const & node : model.nodes)
+    file << lineOf(node).c_str() << '\n';
+  for (Flow const & flow : model.flows)
+    file << lineOf(model, flow).c_str() << '\n';
+  file.close();
+  return static_cast<bool>(file);
+}
+
+} // namespace modeler
