@@ -132,12 +132,14 @@ function(kivara_package)
       ${kivara_DIR}/kivaraConfigVersion.cmake
       ${work}/toolchain-mingw64.cmake
       ${KIVARA_CMAKE_DIR}/KivaraCompiler.cmake
+      ${KIVARA_CMAKE_DIR}/KivaraPlugins.cmake
       ${KIVARA_CMAKE_DIR}/KivaraResources.cmake
       ${KIVARA_CMAKE_DIR}/KivaraSymbols.cmake
       ${KIVARA_CMAKE_DIR}/KivaraVersionInfo.cmake
       ${KIVARA_CMAKE_DIR}/package/KivaraDeploy.cmake
       ${KIVARA_CMAKE_DIR}/package/copy-missing.cmake
       ${KIVARA_CMAKE_DIR}/package/presets.json
+      ${KIVARA_CMAKE_DIR}/plugin.cpp.in
       ${KIVARA_CMAKE_DIR}/program.manifest
       ${KIVARA_CMAKE_DIR}/program.rc
       ${KIVARA_CMAKE_DIR}/split-symbols.cmake

@@ -83,6 +83,20 @@ build_openssl() {
     cp libcrypto.a "$2/lib/"
 }
 
+# What reads archives, without passwords; zlib itself is in the toolchain's own folders.
+build_minizip() {
+  local tools=x86_64-w64-mingw32 unit
+  debian_source minizip "$1" &&
+    cd "$1/source" &&
+    for unit in ioapi unzip; do
+      "$tools-gcc-posix" -c -O2 -DNOUNCRYPT "$unit.c" -o "$unit.o" || return
+    done &&
+    mkdir -p "$2/lib" "$2/include/minizip" "$2/share/licenses/minizip" &&
+    "$tools-ar" rcs "$2/lib/libminizip.a" ioapi.o unzip.o &&
+    cp ioapi.h unzip.h "$2/include/minizip/" &&
+    cp MiniZip64_info.txt "$2/share/licenses/minizip/"
+}
+
 # The engine of regular expressions, for single bytes, without approximate matching. As it stands, it goes over a pattern by
 # recursion, has a stack for patterns of some 1,000 characters, and takes memory and time without limit: the changes give it a larger
 # stack, a walk without recursion, and limits that end in "out of memory". The others mend negated brackets whose items
@@ -205,6 +219,7 @@ build_peers() {
 
 version_googletest() { package_version googletest; }
 version_openssl() { source_version openssl openssl; }
+version_minizip() { source_version minizip minizip; }
 version_tre() { source_version tre libtre-dev; }
 version_benchmark() { source_version benchmark libbenchmark-dev; }
 version_peers() { :; } # links, which follow what is installed
@@ -213,6 +228,7 @@ package_version() { dpkg-query -W -f='${Version}' "$1" | tr -c 'A-Za-z0-9.\n' '_
 
 need_library_dependencies() {
   need_dependency openssl
+  need_dependency minizip
   need_dependency tre
 }
 

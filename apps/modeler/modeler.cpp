@@ -41,6 +41,7 @@ int Modeler::prepareApplication() {
   StartupPhaseEvent("[kiv] Loading the texts").trigger();
   journal_.Open();
   bool const isReady = createResourceManager("kivara", true) && createResourceManager("modeler", true);
+  plugins_.Load(journal_);
   Kiv_Trace("texts in language %u: %s", KivInternational::GetCurrentLanguageID(), isReady ? "loaded" : "missing");
   return isReady ? 0 : 1;
 }
@@ -49,7 +50,7 @@ int Modeler::runApplication() {
   if (String const file = KivCmdline::Instance().getValue("xml"); file.Len() > 0)
     return exportModel(KivCmdline::Instance().getValue("model"), file);
   StartupPhaseEvent("[kiv] Opening the main window").trigger();
-  MainWindow window(events_, journal_);
+  MainWindow window(events_, journal_, plugins_);
   if (KivCmdline::Instance().isFlag("watch"))
     KivWindowsMessageWatcher::addHookWindow(window.GethWnd(), "main window");
   window.Show();

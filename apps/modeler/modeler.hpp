@@ -5,6 +5,7 @@
 #include "eventlog.hpp"
 #include "journal.hpp"
 #include "kivara.hpp"
+#include "plugins.hpp"
 
 namespace modeler {
 
@@ -13,7 +14,7 @@ public:
   Modeler();
   ~Modeler() override;
 
-  /// Loads the texts; 1 when they cannot be had.
+  /// Loads the texts and the plug-ins; 1 when there are no texts.
   int prepareApplication() override;
 
   /// Opens the main window, with the process model that "-model" names, and serves it until the user closes it. Under window suppression there is nothing to serve:
@@ -26,6 +27,7 @@ public:
 private:
   EventLog events_;
   Journal journal_;
+  Plugins plugins_;
 };
 
 } // namespace modeler

@@ -19,7 +19,7 @@ constexpr int kLineDump [[maybe_unused]] = 622;
 
 bool inExceptionHandler = false;
 
-/// Goes on to the next manager of the chain, which may have what the active one lacks.
+/// Activates the next manager of the chain, which may have what the active one lacks.
 bool isNextResourceManagerActive() {
   SV::ResMgr * const next = KivInternational::getNextResMgr();
   if (next != nullptr)
@@ -27,7 +27,7 @@ bool isNextResourceManagerActive() {
   return next != nullptr;
 }
 
-/// Whether somebody else has taken care of it.
+/// Whether the program can continue without a message.
 bool isSettled(long code) {
   if (code == SV::EXC_RESOURCE_NOT_LOADED)
     return isNextResourceManagerActive();

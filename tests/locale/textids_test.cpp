@@ -48,6 +48,10 @@ std::set<unsigned long> numbersOfTheCode() {
   std::set<unsigned long> numbers;
   for (unsigned long const id : texts::kAll)
     numbers.insert(id & 0xFFFF);
+  for (unsigned long index = 0; index < 12; ++index)
+    numbers.insert((texts::kJanuary & 0xFFFF) + index);
+  for (unsigned long index = 0; index < 7; ++index)
+    numbers.insert((texts::kMonday & 0xFFFF) + index);
   for (long number = texts::kFirstError; number <= texts::kLastError; ++number)
     numbers.insert(static_cast<unsigned long>(number));
   for (unsigned long id = texts::kFirstFault; id <= texts::kLastFault; ++id)

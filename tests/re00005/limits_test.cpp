@@ -1,6 +1,8 @@
 // How large patterns and texts may be, and how long they take.
 #include "re00005.hpp"
 
+#include "support/random.hpp"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -124,8 +126,9 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"Digits", "a{" + std::string(100'000, '1')}, Row{"Escapes", repeated("\\w", 6000)}),
     [](auto const & row) { return std::string(row.param.name); });
 
-TEST(LongText, OfAMegabyteIsSearched) {
-  std::string text(1'000'000, 'a');
+/// A megabyte; a hundred of them in the long form.
+TEST(LongText, IsSearchedToItsEnd) {
+  std::string text(support::times(1'000'000), 'a');
   text += "needle";
   EXPECT_EQ(compileAndMatch("n(e|x)+dle$", text), 0);
   EXPECT_EQ(compileAndMatch("(a|aa)*needles", text), REG_NOMATCH);

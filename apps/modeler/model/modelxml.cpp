@@ -1,5 +1,7 @@
 #include "modelxml.hpp"
 
+#include "modeltime.hpp"
+
 #include <ostream>
 
 using SV::String;
@@ -21,12 +23,14 @@ void writeAttribute(std::ostream & out, char const * name, String const & value)
   out << ' ' << name << "=\"" << KivSGMLString::XMLStr(value, false).c_str() << '"';
 }
 
-void writeNode(std::ostream & out, Node const & node) {
+void writeNode(std::ostream & out, Node const & node, Calendar const & calendar) {
   out << "  <" << elementOf(node.kind);
   writeAttribute(out, "id", node.id);
   writeAttribute(out, "text", node.text);
   if (node.duration != 0)
     writeAttribute(out, "duration", String(node.duration));
+  else if (node.seconds > 0)
+    writeAttribute(out, "time", timeText(calendar, node.seconds));
   out << "/>\n";
 }
 
@@ -44,9 +48,15 @@ void writeFlow(std::ostream & out, Flow const & flow, ISequence<Node> const & no
 void writeXml(ProcessModel const & model, std::ostream & out) {
   out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<process";
   writeAttribute(out, "name", model.name);
+  if (model.date)
+    writeAttribute(out, "date", dateText(*model.date));
+  if (model.calendar.isGiven()) {
+    writeAttribute(out, "daysPerYear", numberText(model.calendar.daysPerYear));
+    writeAttribute(out, "hoursPerDay", numberText(model.calendar.hoursPerDay));
+  }
   out << ">\n";
   for (Node const & node : model.nodes)
-    writeNode(out, node);
+    writeNode(out, node, model.calendar);
   for (Flow const & flow : model.flows)
     writeFlow(out, flow, model.nodes);
   out << "</process>\n";

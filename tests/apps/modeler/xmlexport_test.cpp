@@ -38,6 +38,17 @@ TEST(ModelXml, IsReadByAParserWithAllThatTheModelHolds) {
   EXPECT_EQ(document.count(L"/process/flow/@text"), 1);
 }
 
+TEST(ModelXml, HoldsDateCalendarAndTimes) {
+  support::XmlDocument const document(exported("process \"A\"\r\ndate \"2024:03:05\"\r\ncalendar 220 8\r\n"
+                                               "activity a \"A\" duration \"01:002:03:04:05\"\r\n",
+                                               0));
+  ASSERT_EQ(document.error(), "");
+  EXPECT_EQ(document.text(L"/process/@date"), L"2024:03:05");
+  EXPECT_EQ(document.text(L"/process/@daysPerYear"), L"220");
+  EXPECT_EQ(document.text(L"/process/@hoursPerDay"), L"8");
+  EXPECT_EQ(document.text(L"/process/activity/@time"), L"01:002:03:04:05");
+}
+
 TEST(ModelXml, OfAModelWithAFaultIsNotWritten) { EXPECT_EQ(exported("process \"A\"\r\nround\r\n", 1), ""); }
 
 TEST(ModelXml, ThatCannotBeWrittenIsAFailure) {
