@@ -50,10 +50,12 @@ template <class Work> double timed(Work const & work) {
 constexpr double kLong = 60; // on a machine with other work; what explodes takes hours
 
 TEST(Limits, LiteralsOf64KBCompileAndMatch) {
-  std::string const text(65536, 'x');
+  std::string text; // one that repeats itself would match at every place at once
+  for (unsigned i = 0; text.size() < 65536; ++i)
+    text += "abcdefghijklmnop"[(i * i % 13) ^ (i % 7)];
   EXPECT_EQ(compileAndMatch(text, "a" + text), 0);
   EXPECT_EQ(compileAndMatch(text, text.substr(1)), REG_NOMATCH);
-  EXPECT_EQ(compileAndMatch(text, "a" + std::string(65536, 'X'), REG_EXTENDED | REG_ICASE), 0);
+  EXPECT_EQ(compileAndMatch(text, "A" + text, REG_EXTENDED | REG_ICASE), 0);
 }
 
 TEST(Limits, PositionsAreAHundredThousand) {

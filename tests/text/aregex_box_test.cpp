@@ -131,4 +131,5 @@ TEST_F(RegExBoxTest, AppearsForAFailureOfTheEngineWhichIsNoMatch) {
 TEST_F(RegExBoxTest, IsNotShownUnderSuppression) {
   SV::Application::SetModalDialogSuppression(true);
   EXPECT_EQ(KivRegEx("(", 0).match("a"), 0);
+  SV::Application::SetModalDialogSuppression(false);
 }
