@@ -1,6 +1,8 @@
 #include "aregex.hpp"
 
+#include "aebox.hpp"
 #include "base/textids.hpp"
+#include "sv/application.hpp"
 #include "sv/resource.hpp"
 #include "text/codepagelocale.hpp"
 
@@ -148,6 +150,5 @@ String KivRegEx::fmtErrMsg(KivRegExError error) const {
 void KivRegEx::displayError(KivRegExError error) const {
   String const message = error == OutOfMemory ? loadText(texts::kNoMemoryForIt)
                                               : loadText(texts::kBadExpression) + "\n\n" + fmtErrMsg(error);
-  // JOIN aebox: KivErrorBox(application's window, 16, message).Execute(ShowAlways)
-  static_cast<void>(message);
+  KivErrorBox(SV::Application::GetAppWindow(), KivErrorBox::WB_OK, message).Execute(ShowAlways);
 }

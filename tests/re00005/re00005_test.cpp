@@ -135,6 +135,20 @@ TEST(Match, FollowsBackReferences) {
   EXPECT_EQ(Expression("(a)(b)\\2\\1").exec("abab"), REG_NOMATCH);
 }
 
+TEST(Match, CountsRepetitionsWithinRepetitions) {
+  EXPECT_EQ(Expression("((a{3}b)*c){2}").offsets("aaabcaaabc"), "0-10");
+  EXPECT_EQ(Expression("((a{3}b)*c){2}").offsets("cc"), "0-2");
+  EXPECT_EQ(Expression("^((a{3}b)*c){2}$").exec("aacc"), REG_NOMATCH);
+  EXPECT_EQ(Expression("((a{2}b|x)+(c{2}|d)*e){2,3}f").offsets("aabccexdef"), "0-10");
+  EXPECT_EQ(Expression("(ba{0}c){2}").offsets("bcbc"), "0-4");
+  EXPECT_EQ(Expression("^(ba{0}c){2}$").exec("bbcc"), REG_NOMATCH);
+}
+
+TEST(Match, KnowsWhatOverlappingItemsOfABracketLeaveOut) {
+  EXPECT_EQ(Expression("[^AA-BB]").exec("AB"), REG_NOMATCH);
+  EXPECT_EQ(Expression("[^a-cb-db-c]").offsets("abcde"), "4-5");
+}
+
 TEST(Match, KnowsEachByteAsTextAndAsPattern) {
   for (int byte = 1; byte < 256; ++byte) {
     std::string const text(1, static_cast<char>(byte));
