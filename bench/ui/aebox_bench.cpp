@@ -82,6 +82,7 @@ public:
       if (isShown) {
         box.Show();
         box.Update();
+        box.Hide(); // as Execute does, so that the controls do not go one by one before the user's eyes
       }
     }
   }

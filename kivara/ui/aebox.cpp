@@ -114,7 +114,11 @@ KivErrorBox::KivErrorBox(SV::Window * parent, unsigned long styleBits, String co
   Kiv_PushParentWindow(this);
 }
 
-KivErrorBox::~KivErrorBox() { Kiv_PopParentWindow(this); }
+KivErrorBox::~KivErrorBox() {
+  Kiv_PopParentWindow(this);
+  // The system takes all of it away at once: one control after the other costs more than the whole box.
+  Window::Destroy();
+}
 
 SV::Size KivErrorBox::layOutText(Metrics const & metrics, String const & message) {
   WindowFontMeasure measure(*this);

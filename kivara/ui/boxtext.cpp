@@ -33,14 +33,14 @@ private:
   void takeLine() {
     std::size_t const end = std::min(wrapped_.find('\n', start_), wrapped_.size());
     std::string_view const line = std::string_view(wrapped_).substr(start_, end - start_);
-    std::size_t const beginning = tooWideBeginning(line);
-    std::size_t const space = beginning == 0 ? std::string_view::npos : lastFittingSpace(line.substr(0, beginning));
-    if (space == std::string_view::npos) {
-      count(line);
+    Beginning const beginning = measuredBeginning(line);
+    Beginning const fitting = beginning.width > maxWidth_ ? lastFitting(line, beginning) : Beginning();
+    if (fitting.length == 0) {
+      count(beginning.length == line.size() ? beginning.width : measure_.widthOf(line));
       start_ = end + 1;
     } else {
-      count(line.substr(0, space + 1));
-      breakAt(original_.find(line) + space, end);
+      count(fitting.width);
+      breakAt(original_.find(line) + fitting.length - 1, end);
     }
   }
 
@@ -55,28 +55,56 @@ private:
     // Otherwise a line before this one has become two, and the next one is this one again.
   }
 
-  void count(std::string_view line) { width_ = std::max(width_, measure_.widthOf(line)); }
+  void count(long width) { width_ = std::max(width_, width); }
 
-  bool isTooWide(std::string_view text) { return measure_.widthOf(text) > maxWidth_; }
+  /// So many characters of a line, and how wide they are.
+  struct Beginning {
+    std::size_t length = 0;
+    long width = 0;
+  };
 
-  /// The length of a beginning of the line that is too wide; 0 when the whole line fits. What comes after it is never
-  /// measured: in a text of one long line that would be done again for each line that is made of it.
-  std::size_t tooWideBeginning(std::string_view line) {
-    constexpr std::size_t first = 512;
-    for (std::size_t length = first; length < line.size(); length *= 2)
-      if (isTooWide(line.substr(0, length)))
-        return length;
-    return isTooWide(line) ? line.size() : 0;
+  Beginning measured(std::string_view line, std::size_t length) {
+    return {length, measure_.widthOf(line.substr(0, length))};
   }
 
-  /// The last space up to which the line fits. Widths only grow, so half of the spaces are left out by each measure.
-  std::size_t lastFittingSpace(std::string_view line) {
-    std::vector<std::size_t> spaces;
-    for (std::size_t at = line.find(' '); at != std::string_view::npos; at = line.find(' ', at + 1))
-      spaces.push_back(at);
-    auto const firstTooWide = std::partition_point(
-        spaces.begin(), spaces.end(), [&](std::size_t space) { return !isTooWide(line.substr(0, space + 1)); });
-    return firstTooWide == spaces.begin() ? std::string_view::npos : *(firstTooWide - 1);
+  /// The whole line, or a part that is too wide already. What comes after it is not measured: in a text of one long line
+  /// that would be done again for each line that is made of it.
+  Beginning measuredBeginning(std::string_view line) {
+    constexpr std::size_t first = 512;
+    for (std::size_t length = first; length < line.size(); length *= 2)
+      if (Beginning const part = measured(line, length); part.width > maxWidth_)
+        return part;
+    return measured(line, line.size());
+  }
+
+  /// The longest part that fits and ends in a space; of length 0 when there is none. Widths only grow, so each measure leaves
+  /// out all spaces on one side. The first ones go where the break would be if all characters had the same width.
+  Beginning lastFitting(std::string_view line, Beginning tooWide) {
+    std::vector<std::size_t> ends; // of the parts that end in a space
+    for (std::size_t at = line.find(' '); at < tooWide.length; at = line.find(' ', at + 1))
+      ends.push_back(at + 1);
+    Beginning best;
+    auto low = ends.begin();
+    auto high = ends.end();
+    for (int tries = 0; low != high; ++tries) {
+      auto const guess = tries < 4 ? std::upper_bound(low, high, proportional(best, tooWide)) : low + (high - low) / 2;
+      auto const next = guess == low ? low : guess - 1;
+      Beginning const part = measured(line, *next);
+      if (part.width > maxWidth_) {
+        tooWide = part;
+        high = next;
+      } else {
+        best = part;
+        low = next + 1;
+      }
+    }
+    return best;
+  }
+
+  std::size_t proportional(Beginning const & fitting, Beginning const & tooWide) const {
+    double const share =
+        static_cast<double>(maxWidth_ - fitting.width) / static_cast<double>(tooWide.width - fitting.width);
+    return fitting.length + static_cast<std::size_t>(share * static_cast<double>(tooWide.length - fitting.length));
   }
 
   std::string const original_;

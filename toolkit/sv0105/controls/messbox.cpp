@@ -94,7 +94,9 @@ MessBox::MessBox(Window * parent, WinBits style, String const & text) : MessBox(
 
 MessBox::MessBox(Window * parent, ResId const & id) : MessBox(parent, WB_OK, Resource::LoadString(id)) {}
 
-MessBox::~MessBox() = default;
+MessBox::~MessBox() {
+  Window::Destroy(); // with all controls at once, which takes the system less than one after the other
+}
 
 void MessBox::addButtons(WinBits style) {
   std::vector<long> const results = buttonsOf(style);

@@ -184,9 +184,10 @@ void Window::useFont() {
   if (!hwnd_)
     return;
   HFONT const former = std::exchange(systemFont_, GetFont().CreateSystemFont());
-  SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(systemFont_), TRUE);
-  if (former)
-    DeleteObject(former);
+  SendMessageA(hwnd_, WM_SETFONT, reinterpret_cast<WPARAM>(systemFont_), former != nullptr);
+  if (!former)
+    return; // a new window is painted anyway
+  DeleteObject(former);
   Invalidate();
 }
 
