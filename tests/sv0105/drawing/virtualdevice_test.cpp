@@ -38,6 +38,16 @@ TEST_F(VirtualDeviceTest, IsErasedWithItsBackground) {
   EXPECT_EQ(pixels(device).count(kRed), 210u);
 }
 
+TEST_F(VirtualDeviceTest, IsErasedToBlackWithoutABackground) {
+  VirtualDevice device;
+  device.SetOutputSizePixel({5, 5});
+  device.ChangeBackgroundBrush(SV::Brush());
+  device.SetOutputSizePixel({5, 5});
+  EXPECT_EQ(pixels(device).count(kBlack), 25u);
+  device.SetOutputSizePixel({6, 5});
+  EXPECT_EQ(pixels(device).count(kBlack), 30u);
+}
+
 TEST_F(VirtualDeviceTest, KeepsWhatFitsWithoutErasing) {
   VirtualDevice device;
   device.SetOutputSizePixel({4, 4});

@@ -13,7 +13,7 @@ using detail::DeviceData;
 
 OutputDevice::OutputDevice() : data_(std::make_unique<DeviceData>()) {}
 
-OutputDevice::OutputDevice(HDC context) : OutputDevice() {
+OutputDevice::OutputDevice(HDC context) : data_(std::make_unique<DeviceData>()) {
   if (context)
     openContext(context);
 }

@@ -78,7 +78,10 @@ HBITMAP VirtualDevice::exchangePixels(HBITMAP pixels) {
 
 void VirtualDevice::eraseAll() {
   Region const limit = ChangeClipRegion(Region());
-  Erase();
+  if (GetBackgroundBrush().IsNone())
+    PatBlt(memory_, 0, 0, size_.width, size_.height, BLACKNESS);
+  else
+    Erase();
   ChangeClipRegion(limit);
 }
 
