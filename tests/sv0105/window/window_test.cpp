@@ -536,6 +536,26 @@ TEST_F(WindowTest, ShowsWhatWasPaintedOnItsBackground) {
   ReleaseDC(window.GethWnd(), device);
 }
 
+BOOL WINAPI refuseForeground(HWND) { return FALSE; }
+
+TEST_F(WindowTest, ToTopRaisesItEvenWhenTheSystemLeavesTheKeyboardElsewhere) {
+  Window first(nullptr, SV::WB_TITLE);
+  Window second(nullptr, SV::WB_TITLE);
+  auto const isAbove = [](Window const & upper, Window const & lower) {
+    HWND below = GetWindow(upper.GethWnd(), GW_HWNDNEXT);
+    while (below != nullptr && below != lower.GethWnd())
+      below = GetWindow(below, GW_HWNDNEXT);
+    return below != nullptr;
+  };
+  first.Show();
+  second.Show();
+  Application::Reschedule();
+  ASSERT_TRUE(isAbove(second, first));
+  play("SetForegroundWindow", reinterpret_cast<void *>(refuseForeground));
+  first.ToTop();
+  EXPECT_TRUE(isAbove(first, second));
+}
+
 TEST_F(WindowTest, GrabFocusGivesItTheKeyboard) {
   Window window(nullptr, SV::WB_TITLE);
   Window first(&window);
