@@ -16,3 +16,6 @@ kivara_notice(minizip
 kivara_notice(zlib
   WHAT "zlib, unpacking the archive of pictures in SV0105.dll"
   FILES share/doc/libz-mingw-w64/copyright share/doc/libz-mingw-w64-dev/copyright share/licenses/zlib/LICENSE)
+kivara_notice(tre
+  WHAT "TRE, regular expressions in re00005.dll"
+  FILES share/licenses/tre/LICENSE share/licenses/libtre/LICENSE)

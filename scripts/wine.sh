@@ -83,6 +83,18 @@ start_virtual_display() {
   rm -f "$number_file"
   openbox >/dev/null 2>&1 &
   started+=($!)
+  wait_for_window_manager
+}
+
+# Without a window manager Wine waits two seconds for each window that goes away, and no window gets the focus.
+wait_for_window_manager() {
+  command -v xprop >/dev/null || return 0 # not installed yet where a build makes the first prefix
+  local tries
+  for ((tries = 0; tries < 100; tries++)); do
+    [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) != *'window id'* ]] || return 0
+    sleep 0.1
+  done
+  fail "the window manager openbox did not start within 10 seconds"
 }
 
 # run_wine PROGRAM ARGS...: AllocConsole fails when the three streams are a terminal, so they never are.

@@ -1,6 +1,10 @@
 #include "mainwindow.hpp"
 
+#include "excerpt.hpp"
+#include "modelnotes.hpp"
 #include "modelreport.hpp"
+#include "modelwriter.hpp"
+#include "plugintexts.hpp"
 #include "scaling.hpp"
 #include "tools/winapi.hpp"
 
@@ -30,8 +34,10 @@ SV::Size startSize() {
           std::min(wanted.height, free.bottom - scaledDown(kStart.y))};
 }
 
+using FileDialog = BOOL(WINAPI *)(OPENFILENAMEA *);
+
 /// The file that the user chooses; empty when none.
-String chosenFile(HWND owner) {
+String chosenFile(HWND owner, FileDialog ask, DWORD flags) {
   String filter = text(Text::ModelFiles) + " (*.txt)";
   char name[MAX_PATH] = "";
   std::string const pattern = std::string(filter.c_str()) + '\0' + "*.txt" + '\0';
@@ -41,14 +47,16 @@ String chosenFile(HWND owner) {
   dialog.lpstrFilter = pattern.c_str();
   dialog.lpstrFile = name;
   dialog.nMaxFile = sizeof name;
-  dialog.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-  return GetOpenFileNameA(&dialog) != FALSE ? String(name) : String();
+  dialog.lpstrDefExt = "txt";
+  dialog.Flags = flags | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  return ask(&dialog) != FALSE ? String(name) : String();
 }
 
 } // namespace
 
-MainWindow::MainWindow(EventLog & events, Journal & journal)
-    : MDIFrame(productName()), eventLog_(events), journal_(journal), menus_([this](unsigned short id) { select(id); }) {
+MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plugins)
+    : MDIFrame(productName()), eventLog_(events), journal_(journal), plugins_(plugins),
+      menus_([this](unsigned short id) { select(id); }), commands_(menus_.GetBar(), plugins.Commands()) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   SetMenuBar(&menus_.GetBar());
   Kiv_PushParentWindow(this);
@@ -64,6 +72,7 @@ void MainWindow::select(unsigned short id) {
   switch (id) {
   case FILE_OPEN_MODEL: chooseModel(); break;
   case FILE_OPEN_SAMPLE: OpenModel(Kiv_GetProgramPathFilename(kSample)); break;
+  case FILE_SAVE_AS: chooseTarget(); break;
   case FILE_EXIT: Close(); break;
   case RAISE_USER: KivUserEvent(KivUserEvent::AfterRename, 17).trigger(); break;
   case RAISE_USER_GROUP: KivUserGroupEvent(KivUserGroupEvent::AfterAddUser, 4, 17).trigger(); break;
@@ -73,20 +82,22 @@ void MainWindow::select(unsigned short id) {
   case WINDOW_TILE: arrange(WM_MDITILE); break;
   case HELP_ABOUT: showAbout(); break;
   default:
-    if (id >= LANGUAGE_FIRST)
+    if (String const command = commands_.CommandOf(id); command.Len() > 0)
+      execute(command);
+    else if (id >= LANGUAGE_FIRST)
       changeLanguage(static_cast<std::size_t>(id - LANGUAGE_FIRST));
   }
 }
 
 void MainWindow::showFacts() {
   if (!facts_ || !facts_->GethWnd())
-    facts_ = std::make_unique<FactsWindow>(*this);
+    facts_ = std::make_unique<FactsWindow>(*this, plugins_);
   facts_->Show();
 }
 
 void MainWindow::showEvents() {
   if (!events_ || !events_->GethWnd()) {
-    events_.reset(); // the log tells one window at a time
+    events_.reset(); // the log reports to one window at a time
     events_ = std::make_unique<EventsWindow>(*this, eventLog_);
   }
   events_->Show();
@@ -96,9 +107,18 @@ void MainWindow::showEvents() {
 void MainWindow::chooseModel() {
   if (SV::Application::IsModalDialogSuppression())
     return;
-  String const fileName = chosenFile(GethWnd());
+  String const fileName = chosenFile(GethWnd(), GetOpenFileNameA, OFN_FILEMUSTEXIST);
   if (fileName.Len() > 0)
     OpenModel(fileName);
+}
+
+void MainWindow::chooseTarget() {
+  if (SV::Application::IsModalDialogSuppression())
+    return;
+  // The program asks itself before it overwrites a file: that holds for the command line too.
+  String const fileName = chosenFile(GethWnd(), GetSaveFileNameA, OFN_PATHMUSTEXIST);
+  if (fileName.Len() > 0)
+    SaveModel(fileName);
 }
 
 void MainWindow::OpenModel(String const & fileName) {
@@ -107,13 +127,48 @@ void MainWindow::OpenModel(String const & fileName) {
   if (!readProcessModel(fileName, model, report)) {
     String const fault = reportText(report);
     journal_.Add("not opened: " + fileName + ": " + fault);
-    tell(filled(Text::ModelFault, fileName, fault), productName(), MB_OK | MB_ICONWARNING);
+    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK,
+                filled(Text::ModelFault, excerptOfFileName(fileName), fault))
+        .Execute(ShowAlways);
     return;
   }
   journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");
+  lastModel_ = fileName;
+  for (String const & note : notesOf(model))
+    journal_.Add(note);
   std::erase_if(models_, [](auto const & window) { return window->GethWnd() == nullptr; });
   models_.push_back(std::make_unique<ProcessWindow>(*this, model));
   models_.back()->Show();
+}
+
+void MainWindow::SaveModel(String const & fileName) {
+  auto const * const window = dynamic_cast<ProcessWindow *>(GetActiveChild());
+  if (window == nullptr) {
+    KivInfoBox(this, text(Text::NothingToSave)).Execute();
+    return;
+  }
+  bool const isThere = GetFileAttributesA(fileName.c_str()) != INVALID_FILE_ATTRIBUTES;
+  if (isThere &&
+      KivQueryBox(this, SV::WB_YES_NO | SV::WB_DEF_NO, filled(Text::Overwrite, fileName)).Execute() != SV::RET_YES)
+    return;
+  bool const isWritten = writeProcessModel(fileName, window->GetModel());
+  journal_.Add((isWritten ? "saved: " : "not saved: ") + fileName);
+  if (!isWritten)
+    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK, filled(Text::NotWritten, fileName))
+        .Execute(ShowAlways);
+}
+
+void MainWindow::execute(String const & command) {
+  String answer;
+  bool const isExecuted = plugins_.Execute(command, lastModel_, answer);
+  journal_.Add("command: " + command + ": " + (isExecuted ? answer : String("not executed")));
+  if (!isExecuted) {
+    KivWarningBox(this, SV::WB_OK, filled(kCommandFailed, command)).Execute();
+    return;
+  }
+  KivInfoBox box(this, answer);
+  box.SetText(command);
+  box.Execute();
 }
 
 void MainWindow::changeLanguage(std::size_t place) {
@@ -123,6 +178,7 @@ void MainWindow::changeLanguage(std::size_t place) {
   KivInternational::SetCurrentLanguageID(languages[place]);
   journal_.Add("language: " + String(languages[place]));
   menus_.Retext();
+  commands_.Retext();
   if (facts_) {
     facts_->SetText(text(Text::TitleStart));
     facts_->Invalidate();
@@ -136,15 +192,9 @@ void MainWindow::changeLanguage(std::size_t place) {
 void MainWindow::arrange(unsigned message) { SendMessageA(GetClient().GethWnd(), message, 0, 0); }
 
 void MainWindow::showAbout() {
-  tell(productName() + "\n\n" + filled(Text::Version, Kiv_GetPatchBuildVersionString()), text(Text::TitleAbout),
-       MB_OK | MB_ICONINFORMATION);
-}
-
-void MainWindow::tell(String const & what, String const & title, unsigned style) {
-  if (SV::Application::IsModalDialogSuppression())
-    SV::Application::ModalDialogSuppressionLog(what.c_str());
-  else
-    MessageBoxA(GethWnd(), what.c_str(), title.c_str(), style);
+  KivInfoBox box(this, productName() + "\n\n" + filled(Text::Version, Kiv_GetPatchBuildVersionString()));
+  box.SetText(text(Text::TitleAbout));
+  box.Execute();
 }
 
 } // namespace modeler

@@ -20,6 +20,7 @@ Menus::Row const Menus::kRows[] = {
     {nullptr, MENU_HELP, Text::MenuHelp},
     {&Menus::file_, FILE_OPEN_MODEL, Text::Open},
     {&Menus::file_, FILE_OPEN_SAMPLE, Text::OpenSample},
+    {&Menus::file_, FILE_SAVE_AS, Text::SaveAs},
     {&Menus::file_, 0, {}},
     {&Menus::file_, FILE_EXIT, Text::Exit},
     {&Menus::raise_, RAISE_USER, Text::RaiseUser},

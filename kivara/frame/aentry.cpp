@@ -3,6 +3,7 @@
 #include "frame/arguments.hpp"
 #include "frame/lowmemory.hpp"
 #include "sv/application.hpp"
+#include "sv/systembox.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstdlib>
@@ -12,10 +13,7 @@ namespace {
 kivara::PrinterSwitches printerSwitches;
 
 int refuse(char const * text) {
-  if (SV::Application::IsModalDialogSuppression())
-    SV::Application::ModalDialogSuppressionLog(text);
-  else
-    MessageBoxA(nullptr, text, "Severe SV error", MB_OK | MB_ICONHAND);
+  SV::ShowBoxOrLog(text, "Severe SV error", MB_OK | MB_ICONHAND);
   return 1;
 }
 

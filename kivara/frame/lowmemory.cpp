@@ -1,13 +1,13 @@
 #include "frame/lowmemory.hpp"
 
-#include "sv/application.hpp"
+#include "sv/systembox.hpp"
 #include "tools/winapi.hpp"
 
 namespace {
 
 constexpr SIZE_T kReserveBytes = 4096;
 
-/// Memory for the message box. It comes from the system's heap, since the runtime's is what has failed.
+/// Memory for the message box. It comes from the system's heap, since the runtime's heap is the one that failed.
 void * reserve = nullptr;
 
 void takeReserve() { reserve = HeapAlloc(GetProcessHeap(), 0, kReserveBytes); }
@@ -19,11 +19,9 @@ void giveReserve() {
 }
 
 bool userWantsRetry() {
-  return !SV::Application::IsModalDialogSuppression() &&
-         MessageBoxA(nullptr,
-                     "Failed to allocate memory!\nClose other applications and press retry\n"
-                     "Or press cancel to abort the application!",
-                     "Low memory message", MB_RETRYCANCEL | MB_ICONHAND | MB_TASKMODAL) == IDRETRY;
+  return SV::ShowBoxOrNothing("Failed to allocate memory!\nClose other applications and press retry\n"
+                              "Or press cancel to abort the application!",
+                              "Low memory message", MB_RETRYCANCEL | MB_ICONHAND | MB_TASKMODAL) == IDRETRY;
 }
 
 /// 1: the allocation is tried again; 0: it fails. Called on the thread whose allocation failed.

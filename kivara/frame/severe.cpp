@@ -6,6 +6,7 @@
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
+#include "sv/systembox.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 
@@ -18,7 +19,7 @@ constexpr int kLineDump [[maybe_unused]] = 622;
 
 bool inExceptionHandler = false;
 
-/// Goes on to the next manager of the chain, which may have what the active one lacks.
+/// Activates the next manager of the chain, which may have what the active one lacks.
 bool isNextResourceManagerActive() {
   SV::ResMgr * const next = KivInternational::getNextResMgr();
   if (next != nullptr)
@@ -26,28 +27,14 @@ bool isNextResourceManagerActive() {
   return next != nullptr;
 }
 
-/// Whether somebody else has taken care of it.
+/// Whether the program can continue without a message.
 bool isSettled(long code) {
   if (code == SV::EXC_RESOURCE_NOT_LOADED)
     return isNextResourceManagerActive();
   return code == SV::EXC_RESOURCE_FILE_NOT_LOADED && loadingResourceFile;
 }
 
-HWND ownerOfBox() {
-  SV::Window const * const window = Kiv_GetTopWindow(0);
-  return window != nullptr ? window->GethWnd() : nullptr;
-}
-
-void show(String const & text, String const & caption) {
-  unsigned short const wait = SV::Application::IsWait();
-  if (wait != 0)
-    SV::Application::Wait(0);
-  if (SV::Application::IsModalDialogSuppression())
-    SV::Application::ModalDialogSuppressionLog(text.c_str());
-  else
-    MessageBoxA(ownerOfBox(), text.c_str(), caption.c_str(), MB_ICONHAND);
-  SV::Application::Wait(wait);
-}
+SV::Window const * topWindow() { return Kiv_GetTopWindow(0); }
 
 } // namespace
 
@@ -57,7 +44,8 @@ bool handleSevereException(String const & applicationName, long code, unsigned l
   inExceptionHandler = true;
   bool const settled = isSettled(code);
   if (!settled) {
-    show(severeExceptionText(applicationName, code, arg), applicationName);
+    String const text = severeExceptionText(applicationName, code, arg);
+    SV::ShowBoxOrLog(text.c_str(), applicationName.c_str(), MB_ICONHAND, topWindow);
     // JOIN acrash: Fct_CreateMiniDump(modules::kAapp, kLineDump)
     KivExitAppEvent("exception (minidump)").trigger();
   }

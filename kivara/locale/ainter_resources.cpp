@@ -10,6 +10,7 @@
 #include "sv/application.hpp"
 #include "sv/help.hpp"
 #include "sv/resource.hpp"
+#include "sv/systembox.hpp"
 #include "tools/winapi.hpp"
 
 #include <algorithm>
@@ -60,10 +61,7 @@ void reportFailure(String const & fileName, unsigned short languageId) {
   String const advice("Please change your language selection.");
   KivDebugOut(("[locale] " + failure + "         " + advice).c_str());
   String const text = failure + advice;
-  if (SV::Application::IsModalDialogSuppression())
-    SV::Application::ModalDialogSuppressionLog(text.c_str());
-  else
-    MessageBoxA(nullptr, text.c_str(), "KIVARA: error loading resource file", MB_ICONHAND | MB_TASKMODAL | MB_TOPMOST);
+  SV::ShowBoxOrLog(text.c_str(), "KIVARA: error loading resource file", MB_ICONHAND | MB_TASKMODAL | MB_TOPMOST);
 }
 
 /// The arguments with which a DLL was requested, from the name of its file. A DLL that was found by its bare name has lost its

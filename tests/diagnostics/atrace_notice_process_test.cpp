@@ -35,10 +35,10 @@ TEST(DeadNetwork, IsAskedForAtEachInternalError) {
   EXPECT_EQ(run.texts(), (Lines{kErrorLine, kErrorLine}));
 }
 
-TEST(DeadNetwork, LeavesTheWaitPointerAndTheWindowAlone) {
+TEST(DeadNetwork, HasTheOrdinaryPointerInItsBoxAndLeavesTheWindowAlone) {
   ReporterRun run("window wait deadnet error");
   run.answerBox(IDOK);
-  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010, wait 3", "after error, wait 3"}));
+  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010, wait 0", "after error, wait 3"}));
 }
 
 TEST(DeadNetwork, CancelStopsInTheDebugger) {

@@ -2,6 +2,7 @@
 
 #include "frame/cmdline_getters.hpp"
 #include "frame/cmdline_words.hpp"
+#include "support/allocation.hpp"
 
 #include <gtest/gtest.h>
 
@@ -175,6 +176,23 @@ TEST(CmdlineValues, StartupScriptIsTrueWithAnEmptyTextForTheNameAlone) {
   String script("before");
   EXPECT_TRUE(initWith({"-e"}).getStartupKivScript(script));
   EXPECT_EQ(text(script), "");
+}
+
+TEST(CmdlineQueries, AllocateTheirResultAndNothingElse) {
+  KivCmdline const & cmdline = initWith({"-trace", "-name a value that no short string can hold"});
+  auto const allocations = [](auto const & query) {
+    support::AllocationCount const count;
+    query();
+    return count.value();
+  };
+  EXPECT_EQ(allocations([&] { cmdline.getCount(); }), 0u);
+  EXPECT_EQ(allocations([&] { cmdline.isFlag("trace"); }), 0u);
+  EXPECT_EQ(allocations([&] { cmdline.isFlag("absent"); }), 0u);
+  for (auto const & flag : kivtest::kFlagGetters)
+    EXPECT_EQ(allocations([&] { flag.get(); }), 0u) << flag.word;
+  EXPECT_EQ(allocations([&] { cmdline.getParam(2); }), 1u);
+  EXPECT_EQ(allocations([&] { cmdline.getValue("name"); }), 1u);
+  EXPECT_EQ(allocations([&] { cmdline.getInt("name"); }), 1u);
 }
 
 // Prefix matches: products and their scripts have come to depend on them.

@@ -52,7 +52,7 @@ void tryIt() {
 class MemoryProgram : public FrameProgram {
 public:
   MemoryProgram() {
-    support::spyOnImport("kivara.dll", "MessageBoxA", recordBox);
+    support::spyOnImport("SV0105.dll", "MessageBoxA", recordBox);
     support::spyOnImport("msvcrt.dll", "HeapAlloc", [](SpiedCall & call) {
       if (call.arguments[2] == kWanted && !systemHasMemory())
         call.arguments[2] = kImpossible;

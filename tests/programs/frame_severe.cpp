@@ -35,7 +35,7 @@ unsigned long lowAddress(std::string const & text) {
 class SevereProgram : public FrameProgram {
 public:
   SevereProgram() {
-    support::spyOnImport("kivara.dll", "MessageBoxA", [this](support::SpiedCall const & call) {
+    support::spyOnImport("SV0105.dll", "MessageBoxA", [this](support::SpiedCall const & call) {
       record("box style %lx, wait %u", static_cast<unsigned long>(call.arguments[3]), SV::Application::IsWait());
       inner();
     });

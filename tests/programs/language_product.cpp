@@ -134,7 +134,7 @@ void watchFiles() {
 class LanguageProgram : public FrameProgram {
   int prepareApplication() override {
     watchFiles();
-    support::spyOnImport("kivara.dll", "MessageBoxA", [](support::SpiedCall const & call) {
+    support::spyOnImport("SV0105.dll", "MessageBoxA", [](support::SpiedCall const & call) {
       char text[64];
       std::snprintf(text, sizeof text, "owner %d, style %x", call.arguments[0] != 0,
                     static_cast<unsigned>(call.arguments[3]));

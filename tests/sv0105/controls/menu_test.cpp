@@ -99,7 +99,7 @@ TEST_F(MenuTest, WritesTextsAsTheSystemWantsThem) {
     char const * systemText;
   } const rows[] = {{"~File", "&File"}, {"F~ormat", "F&ormat"}, {"This & that", "This && that"},
                     {"End~", "End~"},   {"~A~B", "&A~B"},       {"", ""},
-                    {"~~", "&~"},       {"~&", "&&&"}};
+                    {"~~", "~"},        {"~~~A", "~&A"},        {"~&", "&&&"}};
   unsigned short id = 0;
   for (auto const & row : rows) {
     ASSERT_TRUE(menu.InsertItem(++id, row.text));

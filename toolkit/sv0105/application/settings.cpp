@@ -53,7 +53,7 @@ String const & Application::GetModalDialogSuppressionLogfileName() { return tool
 void Application::ModalDialogSuppressionLog(char const * text) {
   if (toolkit().dialogLog.Len() == 0)
     return;
-  // Opened for each text: the log is complete however the process ends.
+  // Opened for each text, so that the log is complete however the process ends.
   handles::Stream const log(std::fopen(toolkit().dialogLog.c_str(), "at"));
   if (!log)
     return;

@@ -29,6 +29,14 @@ String systemLabel(String const & text) {
   return String(result.c_str());
 }
 
+String literalLabel(String const & text) {
+  std::string result;
+  result.reserve(static_cast<std::size_t>(text.Len()));
+  for (int i = 0; i < text.Len(); ++i)
+    result.append(text.charAt(i) == '~' ? 2 : 1, text.charAt(i));
+  return String(result.c_str());
+}
+
 } // namespace detail
 
 String LabelControl::GetText() const { return text_; }

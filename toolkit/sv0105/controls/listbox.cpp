@@ -20,6 +20,13 @@ detail::WindowSpec listSpec(Window * parent, WinBits style) {
   return spec;
 }
 
+String inCodePage(wchar_t const * wide) {
+  int const size = WideCharToMultiByte(CP_ACP, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+  std::vector<char> text(static_cast<std::size_t>(size) + 1);
+  WideCharToMultiByte(CP_ACP, 0, wide, -1, text.data(), size, nullptr, nullptr);
+  return String(text.data());
+}
+
 } // namespace
 
 ListBox::ListBox(Window * parent, WinBits style)
@@ -51,12 +58,17 @@ long ListBox::GetEntryCount() const {
 String ListBox::GetEntry(long position) const {
   if (position < 0 || position >= GetEntryCount())
     return String();
-  long long const length = send(LB_GETTEXTLEN, CB_GETLBTEXTLEN, static_cast<WPARAM>(position));
+  // In its wide form: Wine takes the other one through a buffer of 512 characters, whatever the length.
+  auto const ask = [&](unsigned listMessage, unsigned boxMessage, LPARAM lParam) {
+    return detail::WindowAccess::askWide(*this, isDropDown_ ? boxMessage : listMessage, static_cast<WPARAM>(position),
+                                         lParam);
+  };
+  LRESULT const length = ask(LB_GETTEXTLEN, CB_GETLBTEXTLEN, 0);
   if (length < 1)
     return String();
-  std::vector<char> text(static_cast<std::size_t>(length) + 1);
-  send(LB_GETTEXT, CB_GETLBTEXT, static_cast<WPARAM>(position), reinterpret_cast<LPARAM>(text.data()));
-  return String(text.data());
+  std::vector<wchar_t> text(static_cast<std::size_t>(length) + 1);
+  ask(LB_GETTEXT, CB_GETLBTEXT, reinterpret_cast<LPARAM>(text.data()));
+  return inCodePage(text.data());
 }
 
 // The system's own search takes no notice of case.

@@ -1,6 +1,7 @@
 #include "sv/menu.hpp"
 
 #include "application/toolkit.hpp"
+#include "controls/label.hpp"
 #include "sv/mdi.hpp"
 
 #include <algorithm>
@@ -16,22 +17,15 @@ HMENU checked(HMENU menu) {
   return menu;
 }
 
-/// The system's way of writing it: "&" before the mnemonic, and twice for itself.
-String systemText(String const & text) {
-  String result;
-  bool marked = false;
-  for (int i = 0; i < text.Len(); ++i) {
-    char const c = text.charAt(i);
-    if (c == '~' && !marked && i + 1 < text.Len()) {
-      result += '&';
-      marked = true;
-    } else if (c == '&') {
-      result += "&&";
-    } else {
-      result += c;
-    }
-  }
-  return result;
+/// Whether the user sees the menu: each open one has a window of its own.
+bool isOpen(HMENU menu) {
+  constexpr char kMenuClass[] = "#32768";
+  constexpr UINT kGetMenu = 0x1E1; // MN_GETHMENU
+  for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, kMenuClass, nullptr)) != nullptr;)
+    if (GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId() && IsWindowVisible(window) &&
+        reinterpret_cast<HMENU>(SendMessageA(window, kGetMenu, 0, 0)) == menu)
+      return true;
+  return false;
 }
 
 /// The key of the system's item at that position, 0 where there is none.
@@ -52,6 +46,8 @@ unsigned long nextKey() {
 Menu::Menu(HMENU handle) : handle_(checked(handle)) {}
 
 Menu::~Menu() {
+  if (isOpen(handle_))
+    EndMenu();
   for (Item const & item : items_)
     if (item.popup)
       item.popup->above_ = nullptr;
@@ -152,7 +148,7 @@ void Menu::insert(Item const & item, unsigned short position) {
 
 void Menu::insertIntoSystem(std::size_t index) {
   Item const & item = items_[index];
-  String text = systemText(item.text);
+  String text = detail::systemLabel(item.text);
   text.makeUnique();
   MENUITEMINFOA info = {};
   info.cbSize = sizeof info;
@@ -231,6 +227,19 @@ bool Menu::dispatch(unsigned short id) {
 PopupMenu::PopupMenu() : Menu(CreatePopupMenu()) {}
 
 PopupMenu::~PopupMenu() { leave(); }
+
+unsigned short PopupMenu::Execute(Point const & position) {
+  HWND const owner = detail::toolkit().listener;
+  if (GetItemCount() == 0 || Application::IsShowWindowSuppression() || !owner)
+    return 0;
+  detail::Lifetime::Watch const alive(lifetime_);
+  BOOL const chosen = TrackPopupMenuEx(GetHMENU(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, position.x,
+                                       position.y, owner, nullptr);
+  // Otherwise the next menu of a program that has just come to the front would close at once.
+  PostMessageA(owner, WM_NULL, 0, 0);
+  auto const id = static_cast<unsigned short>(chosen);
+  return alive && id != 0 && dispatch(id) ? id : static_cast<unsigned short>(0);
+}
 
 MenuBar::MenuBar() : Menu(CreateMenu()) {}
 

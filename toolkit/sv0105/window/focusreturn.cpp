@@ -1,7 +1,11 @@
-#include "window/focusreturn.hpp"
+#include "sv/focusreturn.hpp"
 
-namespace SV::detail {
+#include "tools/winapi.hpp"
+
+namespace SV {
 namespace {
+
+bool isGivingBack = false;
 
 bool mayHaveFocus(HWND window) {
   HWND const top = window ? GetAncestor(window, GA_ROOT) : nullptr;
@@ -13,8 +17,12 @@ bool mayHaveFocus(HWND window) {
 FocusReturn::FocusReturn() : focus_(GetFocus()) {}
 
 FocusReturn::~FocusReturn() {
-  if (GetFocus() != focus_ && mayHaveFocus(focus_))
-    SetFocus(focus_);
+  // A program that shows a box whenever it gets the keyboard would never come back from here.
+  if (isGivingBack || GetFocus() == focus_ || !mayHaveFocus(focus_))
+    return;
+  isGivingBack = true;
+  SetFocus(focus_);
+  isGivingBack = false;
 }
 
-} // namespace SV::detail
+} // namespace SV

@@ -2,7 +2,7 @@
 
 #include "application/dispatch.hpp"
 #include "application/toolkit.hpp"
-#include "window/focusreturn.hpp"
+#include "sv/focusreturn.hpp"
 #include "window/windowaccess.hpp"
 
 namespace SV {
@@ -83,7 +83,7 @@ long ModalDialog::Execute() {
   Run run;
   run_ = &run;
   HWND const dialog = GethWnd();
-  detail::FocusReturn const focus;
+  FocusReturn const focus;
   endOtherInput();
   {
     OthersDisabled const othersDisabled(dialog);

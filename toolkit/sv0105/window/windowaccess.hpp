@@ -35,6 +35,10 @@ struct WindowAccess {
   static void useFont(Window & window) { window.useFont(); }
   static void destroy(Window & window) { window.Destroy(); }
   static void detach(Window & window) { window.detach(); }
+  /// Asks the procedure of a control's class, in its wide form, past the toolkit's, which is not wide.
+  static LRESULT askWide(Control const & control, UINT message, WPARAM wParam, LPARAM lParam) {
+    return CallWindowProcW(control.controlProcedure_, control.hwnd_, message, wParam, lParam);
+  }
   static bool notify(Control & control, UINT message, WPARAM wParam, LPARAM lParam, long long & result) {
     return control.Notify(message, wParam, lParam, result);
   }

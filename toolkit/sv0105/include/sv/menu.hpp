@@ -3,6 +3,8 @@
 /// Menus: the menu bar of a frame and the menus that hang from it.
 
 #include "sv/export.hpp"
+#include "sv/geometry.hpp"
+#include "sv/lifetime.hpp"
 #include "tools/object.hpp"
 #include "tools/string.hpp"
 
@@ -15,7 +17,7 @@ class MDIFrame;
 class PopupMenu;
 
 /// Items by position, counted from 0. An item has an identifier from 1 to MENU_ITEM_MAX_ID; a separator has the
-/// identifier 0. In a text the first "~" marks the letter behind it as the mnemonic.
+/// identifier 0. In a text the first "~" marks the letter behind it as the mnemonic, "~~" shows a "~".
 inline constexpr unsigned short MENU_ITEM_MAX_ID = 0xDFFF; ///< the system needs those above for MDI windows
 inline constexpr unsigned short MENU_APPEND = 0xFFFF;
 inline constexpr unsigned short MENU_ITEM_NOT_FOUND = 0xFFFF;
@@ -28,7 +30,8 @@ public:
 
   Menu(Menu const &) = delete;
   Menu & operator=(Menu const &) = delete;
-  /// Its popup menus, which it doesn't own, stay; what it hangs from keeps the item without it.
+  /// Its popup menus, which it doesn't own, stay; what it hangs from keeps the item without it. If the user sees it, what
+  /// is open of the menus closes.
   ~Menu() override;
 
   /// Called when the user chooses an item. The base calls the handler; without one, Select of the menu that this one
@@ -88,6 +91,8 @@ private:
   void removeForeignItems();
   int systemPosition(unsigned long key) const;
   Item const * find(unsigned short id) const;
+  friend class PopupMenu;
+
   bool hangsBelow(Menu const & menu) const;
   bool dispatch(unsigned short id);
 
@@ -95,13 +100,21 @@ private:
   Menu * above_ = nullptr;
   std::vector<Item> items_;
   SelectHandler handler_;
+  detail::Lifetime lifetime_;
 };
 
-/// A menu that hangs under an item of another one.
+/// A menu that hangs under an item of another one, or is opened at a point.
 class SV_API PopupMenu : public Menu {
 public:
   PopupMenu(); ///< empty, and hanging nowhere
   ~PopupMenu() override;
+
+  /// Opens it at a point of the screen and waits for the user's choice, for which Select of the menu that the item is in
+  /// is called. A program whose windows are not in front has to bring one there before, or the menu stays open when the
+  /// user clicks elsewhere.
+  /// \return the identifier of the chosen item; 0 for none, for an empty menu, under window suppression, and while a menu
+  /// is open already
+  unsigned short Execute(Point const & position);
 };
 
 /// The menu bar of a frame, see MDIFrame::SetMenuBar.

@@ -126,6 +126,9 @@ public:
   Size GetOutputSizePixel() const override;
   void ChangeOutputSizePixel(Size const & size);
 
+  /// A point of the client area, counted on the screen.
+  Point OutputToScreenPixel(Point const & point) const;
+
   /// The font that Paint begins with: the application's until one is set here. The change gives the former one, and has
   /// the window painted anew; the font that it draws with at the moment is changed by OutputDevice::ChangeFont.
   Font const & GetFont() const;

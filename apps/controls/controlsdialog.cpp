@@ -1,0 +1,139 @@
+#include "controlsdialog.hpp"
+
+#include "texts.hpp"
+
+namespace controls {
+namespace {
+
+// All places are in units of dialogs, so that they grow with the font and the scale of the screen.
+constexpr SV::Size kArea = {290, 172};
+constexpr long kMargin = 7;
+constexpr long kLabelTop = 38;
+constexpr long kFieldTop = 48;
+constexpr long kPadTop = 68;
+constexpr long kBoxesTop = 130;
+constexpr long kBottom = 151;
+constexpr SV::Size kButton = {60, 14};
+constexpr long kButtonStep = kButton.width + 4;
+
+enum MenuItem : unsigned short { kLonger = 1, kShorter, kReset };
+
+} // namespace
+
+ControlsDialog::ControlsDialog()
+    : ModalDialog(nullptr), pad_(this, [this](SV::Point const & position) { menu_.Execute(position); }) {
+  SetText(text(Text::Title));
+  ChangeOutputSizePixel(LogicToPixel(kArea, SV::MAP_APPFONT));
+  makeTop();
+  makeFields();
+  makeBoxButtons();
+  makeBottom();
+  makeMenu();
+  reset();
+  keys_.InsertItem(1, SV::KEY_CONTROL | (SV::KEY_A + ('R' - 'A')));
+  keys_.PushSelectHdl([this](SV::Accelerator *) {
+    reset();
+    return 1L;
+  });
+  SV::Application::InsertAccel(&keys_, SV::ACCEL_WITH_DIALOG);
+  timer_.ChangeTimeoutHdl([this](SV::Timer *) { showTime(); });
+  timer_.Start(1000);
+}
+
+ControlsDialog::~ControlsDialog() = default;
+
+void ControlsDialog::place(SV::Control & control, SV::Point const & position, SV::Size const & size) {
+  SV::Size const corner = LogicToPixel(SV::Size{position.x, position.y}, SV::MAP_APPFONT);
+  control.SetPosSizePixel({corner.width, corner.height}, LogicToPixel(size, SV::MAP_APPFONT));
+  control.Show();
+}
+
+void ControlsDialog::makeTop() {
+  place(icon_, {kMargin, kMargin}, {20, 20});
+  icon_.ChangeIcon(SV::ICON_STYLE_INFO);
+  introduction_.SetText(text(Text::Introduction));
+  place(introduction_, {38, kMargin}, {kArea.width - 38 - kMargin, 26});
+}
+
+void ControlsDialog::makeFields() {
+  constexpr long departmentLeft = 100;
+  constexpr long lengthLeft = 200;
+  phaseLabel_.SetText(text(Text::Phase));
+  place(phaseLabel_, {kMargin, kLabelTop}, {80, 8});
+  for (Text const id : {Text::Draft, Text::Review, Text::Released})
+    phase_.InsertEntry(text(id));
+  place(phase_, {kMargin, kFieldTop}, {80, 60});
+  departmentLabel_.SetText(text(Text::Department));
+  place(departmentLabel_, {departmentLeft, kLabelTop}, {85, 8});
+  for (Text const id : {Text::Purchasing, Text::Production, Text::Sales})
+    department_.InsertEntry(text(id));
+  place(department_, {departmentLeft, kFieldTop}, {85, 60});
+  lengthLabel_.SetText(text(Text::Length));
+  place(lengthLabel_, {lengthLeft, kLabelTop}, {83, 8});
+  length_.ChangeMax(366);
+  length_.ChangeLast(366);
+  length_.ChangeUnit(SV::FIELD_UNIT_CUSTOM);
+  length_.ChangeCustomUnitText(text(Text::Days));
+  place(length_, {lengthLeft, kFieldTop}, {83, 13});
+  place(pad_, {departmentLeft, kPadTop}, {kArea.width - departmentLeft - kMargin, 40});
+  place(time_, {kMargin, 115}, {kArea.width - 2 * kMargin, 8});
+}
+
+void ControlsDialog::makeBoxButtons() {
+  information_.SetText(text(Text::Information));
+  information_.ChangeClickHdl([this](SV::PushButton *) { KivInfoBox(this, text(Text::InformationText)).Execute(); });
+  question_.SetText(text(Text::Question));
+  question_.ChangeClickHdl([this](SV::PushButton *) {
+    KivQueryBox(this, SV::WB_YES_NO_CANCEL | SV::WB_DEF_YES, text(Text::QuestionText)).Execute();
+  });
+  warning_.SetText(text(Text::Warning));
+  warning_.ChangeClickHdl([this](SV::PushButton *) {
+    KivWarningBox(this, SV::WB_OK_CANCEL | SV::WB_DEF_CANCEL, text(Text::WarningText)).Execute();
+  });
+  error_.SetText(text(Text::Error));
+  error_.ChangeClickHdl([this](SV::PushButton *) {
+    KivErrorBox(this, KivErrorBox::WB_YES_NO | KivErrorBox::WB_DEF_YES, text(Text::ErrorText)).Execute(ShowAlways);
+  });
+  long left = kMargin;
+  for (SV::PushButton * const button : {&information_, &question_, &warning_, &error_}) {
+    place(*button, {left, kBoxesTop}, kButton);
+    left += kButtonStep;
+  }
+}
+
+void ControlsDialog::makeBottom() {
+  // OK and Cancel end the dialog by themselves.
+  help_.ChangeClickHdl([this](SV::PushButton *) { KivInfoBox(this, text(Text::HelpText)).Execute(); });
+  long left = kArea.width - kMargin - 2 * kButtonStep - kButton.width;
+  for (SV::Control * const button : std::vector<SV::Control *>{&ok_, &cancel_, &help_}) {
+    place(*button, {left, kBottom}, kButton);
+    left += kButtonStep;
+  }
+}
+
+void ControlsDialog::makeMenu() {
+  menu_.InsertItem(kLonger, text(Text::Longer));
+  menu_.InsertItem(kShorter, text(Text::Shorter));
+  menu_.InsertSeparator();
+  menu_.InsertItem(kReset, text(Text::Reset));
+  menu_.ChangeSelectHdl([this](unsigned short id) {
+    if (id == kReset)
+      reset();
+    else
+      length_.SetValue(length_.GetValue() + (id == kLonger ? 1 : -1));
+  });
+}
+
+void ControlsDialog::reset() {
+  phase_.SelectEntryPos(0);
+  department_.SelectEntryPos(1);
+  length_.SetValue(14);
+  time_.SetText(text(Text::OpenFor, SV::String(seconds_)));
+}
+
+void ControlsDialog::showTime() {
+  ++seconds_;
+  time_.SetText(text(Text::OpenFor, SV::String(seconds_)));
+}
+
+} // namespace controls

@@ -1,0 +1,52 @@
+#pragma once
+/// \file
+/// Objects that the clean-up at the end deletes. Internal.
+
+#include "acleanup.hpp"
+
+namespace kivara {
+
+/// One object that is made when it is first asked for and that the registry of the clean-up deletes. Who asks after that
+/// gets a new one, which the end of the process deletes. Meant for a variable of static storage: it has no destructor,
+/// since objects that are destroyed late may ask it. Main thread.
+///
+/// \code
+///   CleanedUp<Cache> cache;
+///   Cache & Cache::Instance() { return cache.get(); }
+/// \endcode
+template <class T> class CleanedUp {
+public:
+  constexpr CleanedUp() = default;
+  CleanedUp(CleanedUp const &) = delete;
+  CleanedUp & operator=(CleanedUp const &) = delete;
+
+  T & get() {
+    if (object_ == nullptr) {
+      object_ = new T;
+      KivCleanUp::Instance().AddAction(new KivSingletonDeleteAction<T>(object_));
+      KivCleanUp::Instance().AddAction(new Forgetting(object_));
+    }
+    return *object_;
+  }
+
+  /// Null while there is none.
+  T * existing() const { return object_; }
+
+private:
+  /// Comes right after the deletion, so that nobody gets what has been deleted.
+  class Forgetting : public KivCleanUpAction {
+  public:
+    explicit Forgetting(T *& object) : object_(object) {}
+    bool execute() override {
+      object_ = nullptr;
+      return true;
+    }
+
+  private:
+    T *& object_;
+  };
+
+  T * object_ = nullptr;
+};
+
+} // namespace kivara

@@ -1,0 +1,193 @@
+#include "sv0105/controls/dialogtest.hpp"
+
+#include <climits>
+
+namespace {
+
+/// A dialog with a field for a day of a month, made as a program makes it.
+class DayDialog : public SV::ModalDialog {
+public:
+  explicit DayDialog(SV::WinBits style = 0x4C11) : ModalDialog(nullptr), day(this, style), ok(this) {
+    day.ChangeFirst(1);
+    day.ChangeMin(1);
+    day.ChangeLast(31);
+    day.ChangeMax(31);
+    day.ChangeUnit(SV::FieldUnit(0xB));
+    day.ChangeCustomUnitText(".");
+    day.SetValue(1);
+    day.ChangeModifyHdl([this](SV::MetricField *) { ++changes; });
+    day.SetPosSizePixel({10, 10}, {80, 24});
+    ok.SetPosSizePixel({10, 50}, {80, 24});
+    day.Show();
+    ok.Show();
+  }
+
+  SV::MetricField day;
+  SV::OKButton ok;
+  int changes = 0;
+};
+
+class MetricField : public svtest::DialogTest {
+protected:
+  static HWND spinOf(SV::MetricField const & field) {
+    return FindWindowExA(field.GethWnd(), nullptr, "msctls_updown32", nullptr);
+  }
+
+  static void type(SV::MetricField & field, char const * text) {
+    SendMessageA(field.GethWnd(), EM_SETSEL, 0, -1);
+    for (; *text; ++text)
+      SendMessageA(field.GethWnd(), WM_CHAR, static_cast<WPARAM>(static_cast<unsigned char>(*text)), 1);
+  }
+
+  static void pressSpin(SV::MetricField const & field, bool up) {
+    HWND const spin = spinOf(field);
+    RECT area;
+    GetClientRect(spin, &area);
+    LPARAM const place = MAKELPARAM(area.right / 2, up ? area.bottom / 4 : area.bottom * 3 / 4);
+    SendMessageA(spin, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    SendMessageA(spin, WM_LBUTTONUP, 0, place);
+  }
+};
+
+TEST_F(MetricField, ShowsItsValueWithTheUnitBehindIt) {
+  DayDialog dialog;
+  EXPECT_STREQ(dialog.day.GetText().c_str(), "1.");
+  dialog.day.SetValue(17);
+  EXPECT_STREQ(dialog.day.GetText().c_str(), "17.");
+  EXPECT_EQ(dialog.day.GetValue(), 17);
+  EXPECT_STREQ(dialog.day.ChangeCustomUnitText(" d\xE4g").c_str(), ".");
+  EXPECT_STREQ(dialog.day.GetText().c_str(), "17 d\xE4g");
+  EXPECT_EQ(dialog.day.ChangeUnit(SV::FIELD_UNIT_NONE), SV::FIELD_UNIT_CUSTOM);
+  EXPECT_STREQ(dialog.day.GetText().c_str(), "17");
+  EXPECT_EQ(dialog.changes, 0) << "the program's own changes are not the user's";
+}
+
+TEST_F(MetricField, KeepsValuesWithinMinimumAndMaximum) {
+  DayDialog dialog;
+  dialog.day.SetValue(32);
+  EXPECT_EQ(dialog.day.GetValue(), 31);
+  dialog.day.SetValue(LONG_MIN);
+  EXPECT_EQ(dialog.day.GetValue(), 1);
+}
+
+TEST_F(MetricField, LeavesItsTextWhenTheMaximumDropsUntilItLosesTheKeyboard) {
+  DayDialog dialog;
+  dialog.day.SetValue(31);
+  script->then([&] {
+    EXPECT_EQ(dialog.day.ChangeMax(28), 31);
+    EXPECT_STREQ(dialog.day.GetText().c_str(), "31.");
+    EXPECT_EQ(dialog.day.GetValue(), 28);
+    dialog.ok.GrabFocus();
+    EXPECT_STREQ(dialog.day.GetText().c_str(), "28.");
+    dialog.EndDialog();
+  });
+  dialog.Execute();
+}
+
+TEST_F(MetricField, IsSteppedByItsButtonsAndStopsAtTheLimits) {
+  DayDialog dialog;
+  script->then([&] {
+    pressSpin(dialog.day, true);
+    EXPECT_EQ(dialog.day.GetValue(), 2);
+    pressSpin(dialog.day, false);
+    pressSpin(dialog.day, false);
+    EXPECT_EQ(dialog.day.GetValue(), 1);
+    dialog.day.SetValue(31);
+    pressSpin(dialog.day, true);
+    EXPECT_EQ(dialog.day.GetValue(), 31);
+    EXPECT_EQ(dialog.changes, 2);
+    dialog.EndDialog();
+  });
+  dialog.Execute();
+}
+
+TEST_F(MetricField, IsSteppedByTheArrowKeysAndTheWheel) {
+  DayDialog dialog;
+  script->key(VK_UP).key(VK_UP).key(VK_DOWN).then([&] {
+    EXPECT_EQ(dialog.day.GetValue(), 2);
+    SendMessageA(dialog.day.GethWnd(), WM_MOUSEWHEEL, MAKEWPARAM(0, 3 * WHEEL_DELTA), 0);
+    EXPECT_EQ(dialog.day.GetValue(), 3);
+    dialog.EndDialog();
+  });
+  dialog.Execute();
+  EXPECT_EQ(dialog.changes, 4);
+}
+
+TEST_F(MetricField, StepsOnlyBetweenFirstAndLast) {
+  DayDialog dialog;
+  dialog.day.ChangeLast(5);
+  dialog.day.SetValue(5);
+  script->key(VK_UP).then([&] {
+    EXPECT_EQ(dialog.day.GetValue(), 5);
+    dialog.day.SetValue(20);
+    EXPECT_EQ(dialog.day.GetValue(), 20) << "the limits of values are others";
+    dialog.EndDialog();
+  });
+  dialog.Execute();
+}
+
+TEST_F(MetricField, TakesWhatIsTyped) {
+  DayDialog dialog;
+  script->then([&] {
+    type(dialog.day, "24");
+    EXPECT_EQ(dialog.day.GetValue(), 24);
+    EXPECT_GT(dialog.changes, 0);
+    type(dialog.day, "99");
+    EXPECT_EQ(dialog.day.GetValue(), 31);
+    type(dialog.day, "12x.");
+    EXPECT_STREQ(dialog.day.GetText().c_str(), "12.") << "letters are no part of the number";
+    dialog.EndDialog();
+  });
+  dialog.Execute();
+}
+
+TEST_F(MetricField, WithoutTheBitForDigitsTakesAnyTextAndCountsItAsTheValueBefore) {
+  DayDialog dialog(SV::WB_BORDER);
+  EXPECT_EQ(spinOf(dialog.day), nullptr);
+  dialog.day.SetValue(9);
+  script->then([&] {
+    type(dialog.day, "abc");
+    EXPECT_STREQ(dialog.day.GetText().c_str(), "abc");
+    EXPECT_EQ(dialog.day.GetValue(), 9);
+    dialog.ok.GrabFocus();
+    EXPECT_STREQ(dialog.day.GetText().c_str(), "9.");
+    dialog.EndDialog();
+  });
+  dialog.Execute();
+}
+
+TEST_F(MetricField, TakesALongTextAndNoneAtAll) {
+  DayDialog dialog;
+  SetWindowTextA(dialog.day.GethWnd(), std::string(2000, '7').c_str());
+  EXPECT_EQ(dialog.day.GetValue(), 31);
+  dialog.day.SetValue(8);
+  dialog.day.ChangeCustomUnitText(std::string(1'000'000, 'x').c_str());
+  EXPECT_EQ(textOf(dialog.day.GetText()), "8" + std::string(64, 'x'));
+  EXPECT_EQ(SendMessageA(dialog.day.GethWnd(), EM_GETLIMITTEXT, 0, 0), 256);
+  SetWindowTextA(dialog.day.GethWnd(), "");
+  EXPECT_EQ(dialog.day.GetValue(), 8);
+}
+
+TEST_F(MetricField, DisablesItsButtonsWithItself) {
+  DayDialog dialog;
+  ASSERT_NE(spinOf(dialog.day), nullptr);
+  dialog.day.Disable();
+  EXPECT_FALSE(IsWindowEnabled(spinOf(dialog.day)));
+  dialog.day.Enable();
+  EXPECT_TRUE(IsWindowEnabled(spinOf(dialog.day)));
+}
+
+TEST_F(MetricField, HasItsButtonsInsideOfItWhateverItsSize) {
+  DayDialog dialog;
+  for (SV::Size size : {SV::Size{80, 24}, SV::Size{0, 0}, SV::Size{1, 1}, SV::Size{-5, -5}, SV::Size{32767, 24}}) {
+    dialog.day.SetPosSizePixel({3, 4}, size);
+    RECT field;
+    RECT spin;
+    GetWindowRect(dialog.day.GethWnd(), &field);
+    GetWindowRect(spinOf(dialog.day), &spin);
+    EXPECT_LE(spin.right, field.right) << size.width;
+    EXPECT_EQ(dialog.day.GetPosPixel(), (SV::Point{3, 4}));
+  }
+}
+
+} // namespace
