@@ -110,14 +110,15 @@ public:
   KivRegExError regComp(char const * pattern, int flags, int showErrors);
 
   /// Looks for the expression in a text. NoMatch for an empty matcher.
+  /// \param showErrors  not 0: every other result than Success is shown in a box, NoMatch too
+  KivRegExError regExec(char const * text, int showErrors) const;
+
+  /// The same, with the place of the match.
   /// \param start       where the match starts, in bytes from 0; -1 without a match or when the expression has no offsets. An empty
   ///                    matcher leaves it and \p end unchanged
   /// \param end         one past the last byte of the match, or -1
   /// \param showErrors  not 0: every other result than Success is shown in a box, NoMatch too
-  /// @{
-  KivRegExError regExec(char const * text, int showErrors) const;
   KivRegExError regExec(char const * text, int & start, int & end, int showErrors) const;
-  /// @}
 
   /// Looks for the expression in a text: 1 when it is there, otherwise 0. An error other than NoMatch is shown in a box.
   /// @{
