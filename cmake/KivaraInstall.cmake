@@ -93,7 +93,7 @@ function(kivara_api_pages)
     CONTENT "@INCLUDE = docs/Doxyfile\nOUTPUT_DIRECTORY = ${pages}\nWARN_AS_ERROR = NO\nWARNINGS = NO\n")
   # Their folders are read as wholes.
   file(GLOB_RECURSE read CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/* ${PROJECT_SOURCE_DIR}/kivara/include/*.hpp
-    ${PROJECT_SOURCE_DIR}/toolkit/sv0105/include/*.hpp)
+    ${PROJECT_SOURCE_DIR}/toolkit/re00005/include/*.hpp ${PROJECT_SOURCE_DIR}/toolkit/sv0105/include/*.hpp)
   add_custom_command(
     OUTPUT ${pages}/html/index.html
     COMMAND ${KIVARA_DOXYGEN} ${pages}/Doxyfile
@@ -132,12 +132,14 @@ function(kivara_package)
       ${kivara_DIR}/kivaraConfigVersion.cmake
       ${work}/toolchain-mingw64.cmake
       ${KIVARA_CMAKE_DIR}/KivaraCompiler.cmake
+      ${KIVARA_CMAKE_DIR}/KivaraPlugins.cmake
       ${KIVARA_CMAKE_DIR}/KivaraResources.cmake
       ${KIVARA_CMAKE_DIR}/KivaraSymbols.cmake
       ${KIVARA_CMAKE_DIR}/KivaraVersionInfo.cmake
       ${KIVARA_CMAKE_DIR}/package/KivaraDeploy.cmake
       ${KIVARA_CMAKE_DIR}/package/copy-missing.cmake
       ${KIVARA_CMAKE_DIR}/package/presets.json
+      ${KIVARA_CMAKE_DIR}/plugin.cpp.in
       ${KIVARA_CMAKE_DIR}/program.manifest
       ${KIVARA_CMAKE_DIR}/program.rc
       ${KIVARA_CMAKE_DIR}/split-symbols.cmake

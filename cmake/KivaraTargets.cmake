@@ -3,6 +3,7 @@
 set(KIVARA_CMAKE_DIR ${CMAKE_CURRENT_LIST_DIR})
 include(KivaraDelayLoad)
 include(KivaraResources)
+include(KivaraPlugins)
 include(KivaraVersionInfo)
 include(KivaraSymbols)
 include(KivaraInstall)

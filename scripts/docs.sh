@@ -33,5 +33,5 @@ documented() {
   local system
   mapfile -t system < <(compiler_folders)
   (cd "$root" && python3 scripts/documented.py --libclang="$libclang" --header=kivara.hpp --header=sv/sv.hpp \
-    --include=kivara/include --include=toolkit/sv0105/include "${system[@]/#/--system=}")
+    --include=kivara/include --include=toolkit/sv0105/include --include=toolkit/re00005/include "${system[@]/#/--system=}")
 }

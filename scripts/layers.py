@@ -28,23 +28,23 @@ def room_of_headers(library, rooms):
     """Public headers belong to the room that has a source of their name, others to the room that they lie in."""
     homes = {}
     for room in rooms:
-        for source in sorted((library / room).glob("*.cpp")):
+        for source in sorted((library / room).rglob("*.cpp")):
             homes[source.stem + ".hpp"] = room
     return homes
 
 
 def included_room(name, rooms, homes):
     """The room of what an #include names; none for what does not belong to a room."""
-    folder, _, file = name.rpartition("/")
-    if folder in rooms:
-        return folder
-    return homes.get(file) if not folder else None
+    room, folder, _ = name.partition("/")
+    if room in rooms and folder:
+        return room
+    return homes.get(room) if not folder else None
 
 
 def sources(library, rooms, homes):
     """All sources with their rooms, the public headers among them."""
     for room in rooms:
-        for path in sorted((library / room).glob("*.?pp")):
+        for path in sorted((library / room).rglob("*.?pp")):
             yield path, room
     for path in sorted((library / "include").glob("*.hpp")):
         if path.name in homes:

@@ -90,7 +90,7 @@ lint_cppcheck() {
   say "cppcheck"
   (cd "$root" && lint_sources 'kivara/*.cpp' 'toolkit/*.cpp' 'apps/*.cpp' 'tools/*.cpp' |
     xargs -r cppcheck --quiet -j "$(nproc)" --language=c++ --std=c++20 --platform=win64 --enable=warning,performance,portability \
-      --inline-suppr --error-exitcode=1 --suppress=missingIncludeSystem -Ikivara/include -Itoolkit/sv0105/include)
+      --inline-suppr --error-exitcode=1 --suppress=missingIncludeSystem -Ikivara/include -Itoolkit/sv0105/include -Itoolkit/re00005/include)
 }
 
 # clang-tidy of every source of the library, the toolkit and the programs that the build knows. A source that was clean is not

@@ -1,8 +1,10 @@
 # shellcheck shell=bash
 # Debian packages, installed only when one is missing.
 
-build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest doxygen python3 openssl libclang1-14)
+build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest doxygen python3 openssl libclang1-14
+  libz-mingw-w64-dev)
 run_packages=(wine wine64 xvfb openbox fonts-wine fonts-liberation)
+test_packages=(winbind) # Wine runs its ntlm_auth for NTLM; the service in it is not needed
 screenshot_packages=(xdotool wmctrl imagemagick x11-utils)
 
 missing_packages() {

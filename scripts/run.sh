@@ -6,22 +6,34 @@ help_run() {
 usage: ./dev run [--] [arguments of the program]
 
 Builds modeler.exe, the sample product, and runs it with the arguments, in the working folder. Without a display it runs in a virtual one
-until its window has been there for a second; the picture is in build/screenshot.png. What comes after -- reaches the program in any case:
-./dev run -- --help. docs/command-line.md has the arguments, docs/boxes.md what boxes at the start mean.
+until its window has been there for a second; the picture is in build/screenshot.png. It opens the order model unless an argument is
+-modelFILE; -model alone opens none. What comes after -- reaches the program in any case: ./dev run -- --help. docs/command-line.md has
+the arguments, docs/boxes.md what boxes at the start mean.
 TEXT
 }
 
 check_run() { :; }
 
+# The model that is shown where the arguments name none: the first picture is then of what the product is for.
+order_model() {
+  local argument
+  for argument; do
+    [[ $argument != [-/]model* ]] || return 0
+  done
+  printf '%s\n' "-modelZ:$root/apps/modeler/models/order.txt"
+}
+
 verb_run() {
   [[ ${1:-} != -- ]] || shift
   need_packages "${run_packages[@]}" "${screenshot_packages[@]}"
   # Asked before the build, which starts a virtual display itself when it makes a prefix.
-  local seen=yes program
+  local seen=yes program model
   has_display || seen=no
   build modeler
   need_prefix
   program=$(build_dir)/bin/modeler.exe
+  model=$(order_model "$@")
+  [[ -z $model ]] || set -- "$@" "$model"
   if [[ $seen == yes ]]; then
     say "running modeler.exe $*"
     run_wine "$program" "$@"

@@ -2,7 +2,7 @@
 # The Wine prefix and the display that Windows programs run in.
 
 wine_loader=/usr/lib/wine/wine64
-wine_settings=4 # raise it when the settings below change: a new prefix is then made
+wine_settings=5 # raise it when the settings below change: a new prefix is then made
 
 wine_environment() {
   WINEPREFIX=$cache/wine/$(package_version wine)-$wine_settings
@@ -36,11 +36,13 @@ make_prefix() {
   touch "$WINEPREFIX/.complete"
 }
 
+# The debugger would take seconds for each program that a test lets crash, and say nothing that the test's own does not.
 fill_prefix() {
   wineboot --init &&
     cp "$marlett" "$WINEPREFIX/drive_c/windows/Fonts/" &&
     "$wine_loader" winecfg -v win10 &&
     wine_setting 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 &&
+    wine_setting 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d none &&
     wine_setting 'HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings' /v ProxyEnable /t REG_DWORD /d 0 &&
     wineserver -w
 }
@@ -83,6 +85,18 @@ start_virtual_display() {
   rm -f "$number_file"
   openbox >/dev/null 2>&1 &
   started+=($!)
+  wait_for_window_manager
+}
+
+# Without a window manager Wine waits two seconds for each window that goes away, and no window gets the focus.
+wait_for_window_manager() {
+  command -v xprop >/dev/null || return 0 # not installed yet where a build makes the first prefix
+  local tries
+  for ((tries = 0; tries < 100; tries++)); do
+    [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) != *'window id'* ]] || return 0
+    sleep 0.1
+  done
+  fail "the window manager openbox did not start within 10 seconds"
 }
 
 # run_wine PROGRAM ARGS...: AllocConsole fails when the three streams are a terminal, so they never are.

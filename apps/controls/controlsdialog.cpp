@@ -43,7 +43,7 @@ ControlsDialog::ControlsDialog()
 ControlsDialog::~ControlsDialog() = default;
 
 void ControlsDialog::place(SV::Control & control, SV::Point const & position, SV::Size const & size) {
-  SV::Size const corner = LogicToPixel({position.x, position.y}, SV::MAP_APPFONT);
+  SV::Size const corner = LogicToPixel(SV::Size{position.x, position.y}, SV::MAP_APPFONT);
   control.SetPosSizePixel({corner.width, corner.height}, LogicToPixel(size, SV::MAP_APPFONT));
   control.Show();
 }

@@ -17,10 +17,13 @@ constexpr long kLineGap = 6;
 
 } // namespace
 
-FactsWindow::FactsWindow(SV::MDIFrame & frame) : MDIChild(frame, text(Text::TitleStart)) {}
+FactsWindow::FactsWindow(SV::MDIFrame & frame, Plugins const & plugins)
+    : MDIChild(frame, text(Text::TitleStart)), plugins_(plugins) {}
 
 void FactsWindow::Paint(SV::OutputDevice & device, SV::Rectangle const &) {
-  ISequence<Fact> const facts = startFacts();
+  ISequence<Fact> facts = startFacts();
+  for (Fact const & fact : plugins_.Facts())
+    facts.push_back(fact);
   long nameWidth = 0;
   long lineHeight = 0;
   for (Fact const & fact : facts) {

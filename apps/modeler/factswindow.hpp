@@ -2,15 +2,20 @@
 /// \file
 /// The document window that shows the facts of the start, in the language of the moment.
 
+#include "plugins.hpp"
 #include "sv/mdi.hpp"
 
 namespace modeler {
 
 class FactsWindow : public SV::MDIChild {
 public:
-  explicit FactsWindow(SV::MDIFrame & frame);
+  /// \param plugins  outlive the window
+  FactsWindow(SV::MDIFrame & frame, Plugins const & plugins);
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
+
+private:
+  Plugins const & plugins_;
 };
 
 } // namespace modeler

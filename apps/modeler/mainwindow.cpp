@@ -1,7 +1,10 @@
 #include "mainwindow.hpp"
 
+#include "excerpt.hpp"
+#include "modelnotes.hpp"
 #include "modelreport.hpp"
 #include "modelwriter.hpp"
+#include "plugintexts.hpp"
 #include "scaling.hpp"
 #include "tools/winapi.hpp"
 
@@ -51,8 +54,9 @@ String chosenFile(HWND owner, FileDialog ask, DWORD flags) {
 
 } // namespace
 
-MainWindow::MainWindow(EventLog & events, Journal & journal)
-    : MDIFrame(productName()), eventLog_(events), journal_(journal), menus_([this](unsigned short id) { select(id); }) {
+MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plugins)
+    : MDIFrame(productName()), eventLog_(events), journal_(journal), plugins_(plugins),
+      menus_([this](unsigned short id) { select(id); }), commands_(menus_.GetBar(), plugins.Commands()) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   SetMenuBar(&menus_.GetBar());
   Kiv_PushParentWindow(this);
@@ -78,20 +82,22 @@ void MainWindow::select(unsigned short id) {
   case WINDOW_TILE: arrange(WM_MDITILE); break;
   case HELP_ABOUT: showAbout(); break;
   default:
-    if (id >= LANGUAGE_FIRST)
+    if (String const command = commands_.CommandOf(id); command.Len() > 0)
+      execute(command);
+    else if (id >= LANGUAGE_FIRST)
       changeLanguage(static_cast<std::size_t>(id - LANGUAGE_FIRST));
   }
 }
 
 void MainWindow::showFacts() {
   if (!facts_ || !facts_->GethWnd())
-    facts_ = std::make_unique<FactsWindow>(*this);
+    facts_ = std::make_unique<FactsWindow>(*this, plugins_);
   facts_->Show();
 }
 
 void MainWindow::showEvents() {
   if (!events_ || !events_->GethWnd()) {
-    events_.reset(); // the log tells one window at a time
+    events_.reset(); // the log reports to one window at a time
     events_ = std::make_unique<EventsWindow>(*this, eventLog_);
   }
   events_->Show();
@@ -121,11 +127,15 @@ void MainWindow::OpenModel(String const & fileName) {
   if (!readProcessModel(fileName, model, report)) {
     String const fault = reportText(report);
     journal_.Add("not opened: " + fileName + ": " + fault);
-    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK, filled(Text::ModelFault, fileName, fault))
+    KivErrorBox(this, KivErrorBox::WB_OK | KivErrorBox::WB_DEF_OK,
+                filled(Text::ModelFault, excerptOfFileName(fileName), fault))
         .Execute(ShowAlways);
     return;
   }
   journal_.Add("opened: " + fileName + ", " + String(static_cast<int>(model.nodes.size())) + " nodes");
+  lastModel_ = fileName;
+  for (String const & note : notesOf(model))
+    journal_.Add(note);
   std::erase_if(models_, [](auto const & window) { return window->GethWnd() == nullptr; });
   models_.push_back(std::make_unique<ProcessWindow>(*this, model));
   models_.back()->Show();
@@ -148,6 +158,19 @@ void MainWindow::SaveModel(String const & fileName) {
         .Execute(ShowAlways);
 }
 
+void MainWindow::execute(String const & command) {
+  String answer;
+  bool const isExecuted = plugins_.Execute(command, lastModel_, answer);
+  journal_.Add("command: " + command + ": " + (isExecuted ? answer : String("not executed")));
+  if (!isExecuted) {
+    KivWarningBox(this, SV::WB_OK, filled(kCommandFailed, command)).Execute();
+    return;
+  }
+  KivInfoBox box(this, answer);
+  box.SetText(command);
+  box.Execute();
+}
+
 void MainWindow::changeLanguage(std::size_t place) {
   ISequence<unsigned short> const & languages = KivInternational::GetAvailableLanguages();
   if (place >= languages.size())
@@ -155,6 +178,7 @@ void MainWindow::changeLanguage(std::size_t place) {
   KivInternational::SetCurrentLanguageID(languages[place]);
   journal_.Add("language: " + String(languages[place]));
   menus_.Retext();
+  commands_.Retext();
   if (facts_) {
     facts_->SetText(text(Text::TitleStart));
     facts_->Invalidate();

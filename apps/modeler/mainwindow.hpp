@@ -2,6 +2,7 @@
 /// \file
 /// The main window with its menus and documents.
 
+#include "commandsmenu.hpp"
 #include "eventswindow.hpp"
 #include "factswindow.hpp"
 #include "journal.hpp"
@@ -15,8 +16,8 @@ namespace modeler {
 
 class MainWindow : public SV::MDIFrame {
 public:
-  /// \param events, journal  outlive the window
-  MainWindow(EventLog & events, Journal & journal);
+  /// \param events, journal, plugins  outlive the window
+  MainWindow(EventLog & events, Journal & journal, Plugins const & plugins);
   ~MainWindow() override;
 
   /// Shows the process model of a file in a window of its own; says so where that cannot be done.
@@ -31,13 +32,17 @@ private:
   void showEvents();
   void chooseModel();
   void chooseTarget();
+  void execute(SV::String const & command);
   void changeLanguage(std::size_t place);
   void arrange(unsigned message);
   void showAbout();
 
   EventLog & eventLog_;
   Journal & journal_;
+  Plugins const & plugins_;
   Menus menus_;
+  CommandsMenu commands_;
+  SV::String lastModel_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
   ISequence<std::unique_ptr<ProcessWindow>> models_;

@@ -4,11 +4,34 @@
 #include "amsgwatch.hpp"
 #include "atrace.hpp"
 #include "mainwindow.hpp"
+#include "modelreport.hpp"
+#include "modelxml.hpp"
 #include "startupphase.hpp"
+
+#include <cstdio>
+#include <fstream>
 
 using SV::String;
 
 namespace modeler {
+
+namespace {
+
+/// Writes a model as XML instead of showing it.
+/// \return the exit code
+int exportModel(String const & model, String const & file) {
+  ProcessModel process;
+  ModelReport report;
+  if (!readProcessModel(model, process, report)) {
+    std::fprintf(stderr, "%s\n", reportText(report).c_str());
+    return 1;
+  }
+  std::ofstream out(file.c_str(), std::ios::binary);
+  writeXml(process, out);
+  return out.flush() ? 0 : 1;
+}
+
+} // namespace
 
 Modeler::Modeler() : KivMDIApplication("Modeler", true, "log_dialogs") {}
 
@@ -18,13 +41,16 @@ int Modeler::prepareApplication() {
   StartupPhaseEvent("[kiv] Loading the texts").trigger();
   journal_.Open();
   bool const isReady = createResourceManager("kivara", true) && createResourceManager("modeler", true);
+  plugins_.Load(journal_);
   Kiv_Trace("texts in language %u: %s", KivInternational::GetCurrentLanguageID(), isReady ? "loaded" : "missing");
   return isReady ? 0 : 1;
 }
 
 int Modeler::runApplication() {
+  if (String const file = KivCmdline::Instance().getValue("xml"); file.Len() > 0)
+    return exportModel(KivCmdline::Instance().getValue("model"), file);
   StartupPhaseEvent("[kiv] Opening the main window").trigger();
-  MainWindow window(events_, journal_);
+  MainWindow window(events_, journal_, plugins_);
   if (KivCmdline::Instance().isFlag("watch"))
     KivWindowsMessageWatcher::addHookWindow(window.GethWnd(), "main window");
   window.Show();

@@ -5,6 +5,7 @@
 #include "eventlog.hpp"
 #include "journal.hpp"
 #include "kivara.hpp"
+#include "plugins.hpp"
 
 namespace modeler {
 
@@ -13,11 +14,11 @@ public:
   Modeler();
   ~Modeler() override;
 
-  /// Loads the texts; 1 when they cannot be had.
+  /// Loads the texts and the plug-ins; 1 when there are no texts.
   int prepareApplication() override;
 
   /// Opens the main window, with the process model that "-model" names, and serves it until the user closes it. Under window suppression there is nothing to serve:
-  /// it then ends once all is set up.
+  /// it then ends once all is set up. With "-xml" it writes the model to the file of that name instead; 1 when that fails.
   int runApplication() override;
 
   /// There is no picture.
@@ -26,6 +27,7 @@ public:
 private:
   EventLog events_;
   Journal journal_;
+  Plugins plugins_;
 };
 
 } // namespace modeler

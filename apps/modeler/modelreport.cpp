@@ -1,5 +1,6 @@
 #include "modelreport.hpp"
 
+#include "excerpt.hpp"
 #include "texts.hpp"
 
 using SV::String;
@@ -17,14 +18,24 @@ constexpr Row kRows[] = {{ModelFault::NotReadable, Text::NotReadable},
                          {ModelFault::NoText, Text::NoText},
                          {ModelFault::NoDuration, Text::NoDuration},
                          {ModelFault::Twice, Text::Twice},
-                         {ModelFault::Unknown, Text::Unknown}};
+                         {ModelFault::Unknown, Text::Unknown},
+                         {ModelFault::TextOpen, Text::TextOpen},
+                         {ModelFault::TooLong, Text::TooLong},
+                         {ModelFault::NulByte, Text::NulByte},
+                         {ModelFault::LineTooLong, Text::LineTooLong},
+                         {ModelFault::LineLost, Text::LineLost},
+                         {ModelFault::NoCalendar, Text::NoCalendar},
+                         {ModelFault::LateCalendar, Text::LateCalendar},
+                         {ModelFault::NoTime, Text::NoTime},
+                         {ModelFault::TooManyYears, Text::TooManyYears},
+                         {ModelFault::NoDate, Text::NoDate}};
 
 } // namespace
 
 String reportText(ModelReport const & report) {
   for (Row const & row : kRows)
     if (row.fault == report.fault) {
-      String const reason = filled(row.text, report.word);
+      String const reason = filled(row.text, excerptOfWord(report.word));
       return report.line > 0 ? filled(Text::InLine, String(report.line), reason) : reason;
     }
   return String();

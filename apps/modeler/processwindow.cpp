@@ -1,8 +1,8 @@
 #include "processwindow.hpp"
 
 #include "backbuffer.hpp"
+#include "modelnotes.hpp"
 #include "processdrawing.hpp"
-#include "texts.hpp"
 
 #include <algorithm>
 #include <memory>
@@ -36,8 +36,6 @@ private:
   std::unique_ptr<SV::OutputDevice> device_;
 };
 
-String durationText(long long minutes) { return String(minutes) + " " + text(Text::Minutes); }
-
 } // namespace
 
 ProcessWindow::ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model)
@@ -57,9 +55,17 @@ void ProcessWindow::arrange() {
   if (GethWnd() == nullptr) // the user has closed it
     return;
   Ruler ruler(*this);
-  layout_ = layOut(model_, {[&](String const & line) { return ruler.GetDevice().GetTextSize(line); }, durationText});
+  auto const sizeOf = [&](String const & line) { return ruler.GetDevice().GetTextSize(line); };
+  layout_ = layOut(model_, {sizeOf, [this](Node const & node) { return durationText(model_, node); }});
+  headline_ = headlineOf(model_);
+  notes_ = notesOf(model_);
+  headSize_ = {};
+  for (String const & note : notes_)
+    headSize_ = {std::max(headSize_.width, sizeOf(note).width), headSize_.height + layout_.line};
   ruler.GetDevice().ChangeFont(headlineFont());
-  headlineSize_ = ruler.GetDevice().GetTextSize(headline());
+  Size const headline = sizeOf(headline_);
+  notesTop_ = layout_.line + headline.height;
+  headSize_ = {std::max(headSize_.width, headline.width), headSize_.height + headline.height};
   bars_.SetWhole(GethWnd(), wholeSize(), layout_.line);
 }
 
@@ -74,20 +80,23 @@ void ProcessWindow::fitToPicture(Size const & room) {
     SetPosSizePixel(place, {width, height});
 }
 
-String ProcessWindow::headline() const { return model_.name + ": " + durationText(totalDuration(model_)); }
-
 SV::Font ProcessWindow::headlineFont() const {
-  SV::Font font = GetFont();
+  SV::Font font = noteFont();
   font.ChangeSize({0, font.GetSize().height * 5 / 4});
+  return font;
+}
+
+SV::Font ProcessWindow::noteFont() const {
+  SV::Font font = GetFont();
   font.ChangeColor(getColorOfColorName(kInk));
   font.ChangeTransparent(true);
   return font;
 }
 
-/// The headline stands above the picture, with a line's room around it.
+/// Headline and notes stand above the picture, with a line's room around them.
 Size ProcessWindow::wholeSize() const {
-  return {std::max(layout_.size.width, headlineSize_.width + 2 * layout_.line),
-          layout_.size.height + headlineSize_.height + layout_.line};
+  return {std::max(layout_.size.width, headSize_.width + 2 * layout_.line),
+          layout_.size.height + headSize_.height + layout_.line};
 }
 
 void ProcessWindow::Paint(SV::OutputDevice & device, SV::Rectangle const & area) {
@@ -99,8 +108,11 @@ void ProcessWindow::Paint(SV::OutputDevice & device, SV::Rectangle const & area)
   Point const scrolled = bars_.GetPosition();
   OffsetWindowOrgEx(paper.GethDC(), scrolled.x, scrolled.y, nullptr);
   paper.ChangeFont(headlineFont());
-  paper.DrawText({layout_.line, layout_.line}, headline());
-  long const top = headlineSize_.height + layout_.line;
+  paper.DrawText({layout_.line, layout_.line}, headline_);
+  paper.ChangeFont(noteFont());
+  for (std::size_t note = 0; note < notes_.size(); ++note)
+    paper.DrawText({layout_.line, notesTop_ + static_cast<long>(note) * layout_.line}, notes_[note]);
+  long const top = headSize_.height + layout_.line;
   OffsetWindowOrgEx(paper.GethDC(), 0, -top, nullptr);
   drawProcess(paper, GetFont(), layout_,
               {{area.TopLeft().x + scrolled.x, area.TopLeft().y + scrolled.y - top}, area.GetSize()});

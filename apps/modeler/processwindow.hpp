@@ -28,13 +28,16 @@ protected:
 private:
   void arrange();
   void fitToPicture(SV::Size const & room);
-  SV::String headline() const;
   SV::Font headlineFont() const;
+  SV::Font noteFont() const;
   SV::Size wholeSize() const;
 
   ProcessModel model_;
   Layout layout_;
-  SV::Size headlineSize_;
+  SV::String headline_;
+  ISequence<SV::String> notes_; ///< one below the other
+  long notesTop_ = 0;
+  SV::Size headSize_; ///< of headline and notes
   ScrollBars bars_;
 };
 

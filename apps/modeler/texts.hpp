@@ -55,13 +55,25 @@ enum class Text : unsigned short {
   OrLater,
   OlderThan,
   FontSize,
+  TextOpen,
+  TooLong,
+  NulByte,
+  LineTooLong,
+  LineLost,
   SaveAs,
   Overwrite,
   NotWritten,
-  NothingToSave
+  NothingToSave,
+  NoCalendar,
+  LateCalendar,
+  NoTime,
+  TooManyYears,
+  NoDate,
+  DateFormat,
+  MorePaths
 };
 
-/// In the current language. The pack of the program lies behind that of the library, which stays the active one: a text is
+/// In the current language. The pack of the program comes after that of the library, which stays the active one: a text is
 /// asked of it alone, since a look-up that goes on to it would leave the library without its own texts.
 inline SV::String text(Text which) {
   unsigned long const id = SV::RSC_STRING << 16 | static_cast<unsigned short>(which);

@@ -10,10 +10,16 @@ namespace {
 constexpr std::size_t kLongestHead = 8192;
 constexpr DWORD kPatience = 5000; // milliseconds
 
+bool isSet(WSAEVENT event) { return WaitForSingleObject(event, 0) == WAIT_OBJECT_0; }
+
 /// One connection, closed with the object.
 class Client {
 public:
-  explicit Client(SOCKET socket) : socket_(socket) {
+  Client(SOCKET socket, WSAEVENT stop) : socket_(socket), stop_(stop) {
+    // It has the mode of the socket that listens, which never waits.
+    WSAEventSelect(socket_, nullptr, 0);
+    u_long noWait = 0;
+    ioctlsocket(socket_, FIONBIO, &noWait);
     setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<char const *>(&kPatience), sizeof kPatience);
     setsockopt(socket_, SOL_SOCKET, SO_SNDTIMEO, reinterpret_cast<char const *>(&kPatience), sizeof kPatience);
   }
@@ -25,7 +31,7 @@ public:
   std::string readHead() const {
     std::string head;
     char block[1024];
-    while (head.size() < kLongestHead && head.find("\r\n\r\n") == std::string::npos) {
+    while (head.size() < kLongestHead && head.find("\r\n\r\n") == std::string::npos && !isSet(stop_)) {
       int const count = recv(socket_, block, sizeof block, 0);
       if (count <= 0)
         break;
@@ -46,6 +52,7 @@ public:
 
 private:
   SOCKET socket_;
+  WSAEVENT stop_;
 };
 
 char const * reasonOf(int status) {
@@ -78,15 +85,17 @@ std::string responseBytes(Response const & response) {
          response.text;
 }
 
-WebServer::WebServer() : socket_(INVALID_SOCKET) {
+WebServer::WebServer() : socket_(INVALID_SOCKET), connected_(nullptr) {
   WSADATA data;
   if (WSAStartup(MAKEWORD(2, 2), &data) == 0)
     socket_ = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+  connected_ = WSACreateEvent();
 }
 
 WebServer::~WebServer() {
   if (socket_ != INVALID_SOCKET)
     closesocket(socket_);
+  WSACloseEvent(connected_);
   WSACleanup();
 }
 
@@ -102,18 +111,26 @@ int WebServer::listen(int & port) {
   int length = sizeof address;
   sockaddr * const generic = reinterpret_cast<sockaddr *>(&address);
   if (bind(socket_, generic, length) != 0 || ::listen(socket_, SOMAXCONN) != 0 ||
-      getsockname(socket_, generic, &length) != 0)
+      getsockname(socket_, generic, &length) != 0 || WSAEventSelect(socket_, connected_, FD_ACCEPT) != 0)
     return WSAGetLastError();
   port = ntohs(address.sin_port);
   return 0;
 }
 
-int WebServer::serve(Handler const & handler) {
+int WebServer::serve(Handler const & handler, void * stop) {
+  WSAEVENT const events[] = {stop, connected_};
   for (;;) {
+    if (WSAWaitForMultipleEvents(2, events, FALSE, WSA_INFINITE, FALSE) == WSA_WAIT_FAILED)
+      return WSAGetLastError();
+    if (isSet(stop))
+      return 0;
+    WSAResetEvent(connected_); // accept sets it again when somebody else is waiting
     SOCKET const socket = accept(socket_, nullptr, nullptr);
+    if (socket == INVALID_SOCKET && WSAGetLastError() == WSAEWOULDBLOCK)
+      continue; // the client has gone
     if (socket == INVALID_SOCKET)
       return WSAGetLastError();
-    Client const client(socket);
+    Client const client(socket, stop);
     Response const response = handler(parseRequest(client.readHead()));
     client.send(responseBytes(response));
     if (response.isLast)

@@ -40,13 +40,16 @@ public:
   /// \return 0, or the system's error code
   int listen(int & port);
 
-  /// Answers requests until a response is the last. A client that sends nothing for 5 seconds, or a head above 8 KB, is
-  /// left; what is no request reaches the handler as nothing.
+  /// Answers requests until a response is the last, or \p stop is set; a request that has been read is then still answered. A
+  /// client that sends nothing for 5 seconds, or a head above 8 KB, is dropped; what is not a request reaches the handler as
+  /// nothing.
+  /// \param stop  an event
   /// \return 0, or the system's error code
-  int serve(Handler const & handler);
+  int serve(Handler const & handler, void * stop);
 
 private:
   unsigned long long socket_;
+  void * connected_;
 };
 
 } // namespace service

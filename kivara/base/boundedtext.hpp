@@ -8,7 +8,7 @@
 
 namespace kivara {
 
-/// A text of at most Size - 1 characters on the stack; longer ones are cut.
+/// A string of at most Size - 1 characters on the stack; a longer one is cut.
 template <std::size_t Size> class BoundedText {
 public:
   __attribute__((format(ms_printf, 2, 3))) explicit BoundedText(char const * format, ...) {
@@ -18,7 +18,7 @@ public:
     va_end(arguments);
   }
 
-  /// Another text in the same place: stack is what a failing program may have little of.
+  /// Replaces the string: a failing program may have little stack left for another one.
   __attribute__((format(ms_printf, 2, 3))) void set(char const * format, ...) {
     va_list arguments;
     va_start(arguments, format);
@@ -29,16 +29,16 @@ public:
   char const * c_str() const { return text_; }
 
 private:
-  // _vsnprintf is the runtime's own; libstdc++ puts another vsnprintf in its place, which reads formats differently.
+  // _vsnprintf is the runtime's own; libstdc++ replaces vsnprintf by one that interprets some formats differently.
   void put(char const * format, va_list arguments) {
     _vsnprintf(text_, Size, format, arguments);
-    text_[Size - 1] = '\0'; // the runtime leaves a full buffer without one
+    text_[Size - 1] = '\0'; // the runtime does not terminate a full buffer
   }
 
   char text_[Size];
 };
 
-/// Null counts as the empty text.
+/// Null counts as the empty string.
 inline char const * orEmpty(char const * text) { return text != nullptr ? text : ""; }
 
 } // namespace kivara

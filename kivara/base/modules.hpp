@@ -2,7 +2,7 @@
 /// \file
 /// The names that the codes of internal errors begin with, one for each module. Internal.
 ///
-/// They are given, since support looks codes up by them: some stand for a module that the code has left since.
+/// They do not change, since support looks codes up by them: some name a module that the code is no longer in.
 
 namespace kivara::modules {
 
@@ -14,6 +14,6 @@ inline constexpr char kAevent[] = "aevent.cpp";
 inline constexpr char kAfileman[] = "afileman.cpp";
 inline constexpr char kAinter[] = "ainter.cpp";
 inline constexpr char kAlog[] = "alog.cpp";
-inline constexpr char kAtools[] = "atools.cpp"; ///< of the facts of the platform and the stack of windows too
+inline constexpr char kAtools[] = "atools.cpp"; ///< also of the facts of the platform and the window stack
 
 } // namespace kivara::modules

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A new identifier of the system, for names and for whoever asks for one. Internal.
+/// New unique identifiers from the system. Internal.
 
 #include "tools/string.hpp"
 #include "tools/winapi.hpp"
@@ -9,8 +9,7 @@
 
 namespace kivara {
 
-/// The system's text of a new identifier as it stands; empty where the system gives none. One that is unique on this machine alone
-/// will do.
+/// A new identifier in the system's text form; empty if the system has none. It need only be unique on this machine.
 inline SV::String newUuid() {
   UUID id = {};
   static_cast<void>(UuidCreate(&id));

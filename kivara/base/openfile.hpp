@@ -6,10 +6,10 @@
 
 namespace kivara {
 
-/// A file that is open, or none; closed with this object.
+/// An open file, or none; closed by the destructor.
 using OpenFile = handles::Stream;
 
-/// Opens as fopen does; none when it fails.
+/// Opens a file as fopen does; none if that fails.
 inline OpenFile openFile(char const * name, char const * mode) { return OpenFile(std::fopen(name, mode)); }
 
 } // namespace kivara

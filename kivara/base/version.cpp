@@ -15,8 +15,7 @@ void padBuild(VersionTexts & version) {
 int versionIdentifier(VersionTexts const & version) {
   int const high = SV::h_atoi(version.high.c_str());
   int const low = SV::h_atoi(version.low.c_str());
-  // The low part takes the place of the high part's units: plug-ins of 7.12 and 8.2 are told apart by their build
-  // alone.
+  // The low part overflows into the high part, so the plug-ins of 7.12 and 8.2 differ only by their build.
   return (high * 10 + low) * 1000 + SV::h_atoi(version.build.c_str());
 }
 

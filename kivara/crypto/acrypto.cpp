@@ -13,7 +13,7 @@ constexpr long kFirstAesType = 2;
 
 std::size_t lengthOf(char const * text) { return text != nullptr ? std::strlen(text) : 0; }
 
-/// The old form's characters for a text of this length, and the NUL.
+/// The number of characters in the old form for a text of this length, with the NUL.
 std::size_t oldFormSize(std::size_t length) { return (length + 7) / 8 * 16 + 1; }
 
 long encryptOldForm(char const * text, char *& out, long maxLength) {
@@ -30,14 +30,14 @@ long encryptOldForm(char const * text, char *& out, long maxLength) {
 }
 
 long decryptOldForm(char * text, char *& out) {
-  // Kiv_Decrypt puts an array of its own in the place of this one, which thus stays allocated; the contract says so.
+  // Kiv_Decrypt replaces this array by one of its own, so this one is never freed; the contract says so.
   auto * plain = new unsigned char[oldFormSize(lengthOf(text))];
   Kiv_Decrypt(text, plain);
   out = reinterpret_cast<char *>(plain);
   return static_cast<long>(std::strlen(out));
 }
 
-/// What the old form gives. Its functions throw where memory lacks; the services tell of it by their result.
+/// The result of the old form. Its functions throw if there is no memory; the services report that in their result.
 template <class Operation> long oldFormResult(char *& out, Operation const & operation) {
   try {
     return operation();
@@ -54,7 +54,7 @@ long aesFormResult(std::pair<char *, int> const & result, char *& out) {
 
 constexpr std::size_t kAesBlock = 16;
 
-/// The cipher reads a whole block, so a shorter one is completed with zeros.
+/// The cipher reads a whole block, so a shorter one is padded with zeros.
 std::pair<unsigned char *, int> decryptedBlock(char const * data, unsigned long length, SV::String const & key) {
   unsigned char block[kAesBlock] = {};
   std::memcpy(block, data, std::min<std::size_t>(length, kAesBlock));

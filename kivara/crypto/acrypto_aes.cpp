@@ -21,7 +21,7 @@ constexpr std::size_t kBlock = AES_BLOCK_SIZE;
 
 std::size_t wholeBlocks(int length) { return (static_cast<std::size_t>(length) + kBlock - 1) / kBlock * kBlock; }
 
-/// A buffer for so many bytes of whole blocks and a NUL, all zeros.
+/// A buffer for that many bytes, rounded up to whole blocks, and a NUL; all zeros.
 std::unique_ptr<unsigned char[]> clearedBuffer(std::size_t length) {
   auto buffer = newBuffer<unsigned char>(length);
   if (buffer != nullptr)
@@ -29,7 +29,7 @@ std::unique_ptr<unsigned char[]> clearedBuffer(std::size_t length) {
   return buffer;
 }
 
-/// False for a size that AES does not have.
+/// False for a key size that AES does not support.
 bool setKey(AES_KEY & schedule, unsigned char const * key, int bits, int direction) {
   if (bits != 128 && bits != 192 && bits != 256)
     return false;
@@ -40,8 +40,8 @@ bool setKey(AES_KEY & schedule, unsigned char const * key, int bits, int directi
   return true;
 }
 
-/// The cipher overwrites the vector, so it gets a copy, which has always stayed allocated; the contract says so. It has
-/// a byte for each bit of the key, of which the first 16 count. Null where memory lacks.
+/// The cipher overwrites the vector, so it gets a copy, which is never freed; the contract says so. The copy has one byte
+/// for each bit of the key, of which the first 16 are used. Null if there is no memory.
 unsigned char * copyOfVector(unsigned char const * iv, int keyBits) {
   auto * const copy = new (std::nothrow) unsigned char[static_cast<std::size_t>(keyBits)];
   if (copy != nullptr)
@@ -49,7 +49,7 @@ unsigned char * copyOfVector(unsigned char const * iv, int keyBits) {
   return copy;
 }
 
-/// To decrypt, the cipher reads whole blocks even where it writes fewer bytes: it gets a begun last block from a copy.
+/// When decrypting, the cipher reads whole blocks even if it writes fewer bytes, so it reads an incomplete last block from a copy.
 void cipherChained(unsigned char const * data, unsigned char * out, std::size_t length, AES_KEY const & schedule,
                    unsigned char * vector, int direction) {
   std::size_t const begun = length % kBlock;
@@ -98,7 +98,7 @@ Bytes chainedWithFixedKey(unsigned char const * data, int length, int direction)
   return chained(data, length, key.data(), static_cast<int>(key.size() * 8), vector.data(), direction);
 }
 
-/// Decoding such a text can only have failed because memory lacked.
+/// Decoding such a text can only have failed for lack of memory.
 bool holdsOnlyDigits(char const * text) {
   return std::all_of(text, text + std::strlen(text), [](char c) { return kivara::hex::digitAt(c) >= 0; });
 }
@@ -136,7 +136,7 @@ std::pair<char *, int> KivCryptoUtils::AESEncrypt(char const * text) {
   return HexEncode(data, padded);
 }
 
-// What is no hexadecimal text gives -2 for either reason, since the cipher then gets no data: callers test for that
+// Text that is not hexadecimal gives -2 for either reason, since the cipher then gets no data; callers test for that
 // value.
 std::pair<char *, int> KivCryptoUtils::AESDecrypt(char const * text) {
   auto const [data, length] = HexDecode(text);

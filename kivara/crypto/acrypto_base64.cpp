@@ -19,7 +19,7 @@ struct ChainRelease {
 };
 using Chain = std::unique_ptr<BIO, ChainRelease>;
 
-/// The filter in front of \p end, which is released where there is no filter; null when either is missing.
+/// The filter before \p end; null if either is missing. If there is no filter, \p end is released.
 Chain filterBefore(BIO * end) {
   Chain owned(end);
   Chain filter(owned != nullptr ? BIO_new(BIO_f_base64()) : nullptr);

@@ -18,7 +18,7 @@ __m128i below(__m128i bytes, char end) {
   return _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(static_cast<char>(end - 1))), bytes);
 }
 
-/// Reads eight pairs; false where one of their characters is no digit.
+/// Reads eight pairs; false if one of their characters is not a digit.
 bool readEightPairs(char const * text, unsigned char * out) {
   __m128i const characters = _mm_loadu_si128(reinterpret_cast<__m128i const *>(text));
   __m128i const digits = _mm_sub_epi8(characters, _mm_set1_epi8('0'));
@@ -35,7 +35,7 @@ bool readEightPairs(char const * text, unsigned char * out) {
   return true;
 }
 
-/// Reads so many pairs; false at the first character that is no digit.
+/// Reads that many pairs; false at the first character that is not a digit.
 bool readPairs(char const * text, std::size_t count, unsigned char * out) {
   for (; count >= kPairsAtOnce; count -= kPairsAtOnce, text += kPairsAtOnce * 2, out += kPairsAtOnce)
     if (!readEightPairs(text, out))

@@ -13,7 +13,7 @@ namespace {
 
 constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-/// Two characters for each value of twelve bits: half the look-ups of one for six.
+/// Two characters for each 12-bit value: half as many look-ups as with one for 6 bits.
 using CharacterPairs = std::array<std::array<char, 2>, 4096>;
 
 constexpr CharacterPairs characterPairs() {
@@ -25,7 +25,7 @@ constexpr CharacterPairs characterPairs() {
 
 constexpr CharacterPairs kCharacterPairs = characterPairs();
 
-/// Set in the value of a character that is not of the alphabet; it lies above the 24 bits of a group.
+/// Set in the value of a character that is not in the alphabet; above the 24 bits of a group.
 constexpr std::uint32_t kNoCharacter = 0x80000000;
 
 /// What a character adds to its group, for each of the four places.
@@ -54,7 +54,8 @@ char * writePair(char * out, std::uint32_t twelveBits) {
   return out + 2;
 }
 
-/// The characters of all bytes, the last group short; gives the end of what it wrote.
+/// Writes the characters for all bytes; the last group may be short.
+/// \return the end of what was written
 char * encode(char const * data, std::size_t length, char * out) {
   char const * const wholeGroups = data + length / 3 * 3;
   for (; data != wholeGroups; data += 3) {
@@ -72,13 +73,13 @@ char * encode(char const * data, std::size_t length, char * out) {
   return out;
 }
 
-/// How many bytes so many characters hold, without "=".
+/// The number of bytes in that many characters, without "=".
 unsigned long bytesIn(unsigned long characters) {
   constexpr unsigned long kTail[4] = {0, 0, 1, 2};
   return characters / 4 * 3 + kTail[characters % 4];
 }
 
-/// The group that the first \p count characters begin; with kNoCharacter where one is not of the alphabet.
+/// The group that begins with the first \p count characters; with kNoCharacter if one is not in the alphabet.
 std::uint32_t groupAt(char const * text, std::size_t count) {
   std::uint32_t group = 0;
   for (std::size_t i = 0; i < count; ++i)
@@ -86,7 +87,7 @@ std::uint32_t groupAt(char const * text, std::size_t count) {
   return group;
 }
 
-/// Writes bytesIn(length) bytes and a byte 0; stops with false at the first group with a bad character.
+/// Writes bytesIn(length) bytes and a byte 0. Stops at the first group with an invalid character; the result is then false.
 bool decode(char const * text, std::size_t length, char * out) {
   for (char const * const wholeGroups = text + length / 4 * 4; text != wholeGroups; text += 4, out += 3) {
     std::uint32_t const group = valueOf(0, text[0]) | valueOf(1, text[1]) | valueOf(2, text[2]) | valueOf(3, text[3]);
@@ -108,7 +109,7 @@ bool decode(char const * text, std::size_t length, char * out) {
   return true;
 }
 
-/// Room for so many bytes and one more; null where memory lacks.
+/// Space for that many bytes and one more; null if there is no memory.
 char * newArray(std::uint64_t bytes) { return new (std::nothrow) char[static_cast<std::size_t>(bytes) + 1]; }
 
 bool refused(char *& out, unsigned long & outLength) {
@@ -117,7 +118,7 @@ bool refused(char *& out, unsigned long & outLength) {
   return false;
 }
 
-/// Encodes into a new array of \p characters and fills that with "=" to its end.
+/// Encodes into a new array of \p characters and pads it with "=".
 bool encodeInto(char const * data, unsigned long length, std::uint64_t characters, char *& out,
                 unsigned long & outLength) {
   if ((data == nullptr && length != 0) || characters > ULONG_MAX)
@@ -133,10 +134,10 @@ bool encodeInto(char const * data, unsigned long length, std::uint64_t character
   return true;
 }
 
-/// Decodes into a new array and counts as many bytes as \p counted.
+/// Decodes into a new array; the length in the result is \p counted.
 bool decodeInto(char const * text, unsigned long length, unsigned long counted, char *& out,
                 unsigned long & outLength) {
-  // A text without its "=", or with too many, holds more bytes than are counted; they are decoded all the same.
+  // A text without its "=", or with too many, has more bytes than are counted; they are still decoded.
   char * const bytes = newArray(std::max(counted, bytesIn(length)));
   if (bytes == nullptr)
     return refused(out, outLength);

@@ -12,31 +12,30 @@ using std::uint64_t;
 
 constexpr kivara::des::CombinedTables kCombined = kivara::des::combinedTables();
 
-// What runs for each block is inlined by order: called, it would pass the halves through memory.
+// The code for each block is always inlined: a call would pass the halves through memory.
 
-/// The two halves of so many blocks side by side: the processor works on one while another waits for its tables.
+/// The two halves of several blocks: the processor works on one while another waits for its tables.
 template <int Blocks> struct Halves {
   uint32_t left[Blocks];
   uint32_t right[Blocks];
 };
 
-// The initial permutation takes the block as a square of eight bytes by eight bits and makes a byte of each column: of
-// the even ones the left half, of the odd ones the right half. One instruction collects the highest bits of sixteen
-// bytes, which hold the square twice, so that it gives two columns. The final permutation lays the columns down again
-// and collects the rows.
+// The initial permutation treats the block as a square of eight bytes by eight bits and turns each column into a byte: the
+// even columns form the left half, the odd ones the right half. One instruction collects the highest bits of sixteen
+// bytes, which contain the square twice, so it yields two columns. The final permutation does the reverse.
 
-/// The square twice, in the lower bytes shifted \p apart bits further to the left.
+/// The square twice; in the lower bytes it is shifted to the left by \p apart more bits.
 [[gnu::always_inline]] inline __m128i twice(__m128i square, int apart) {
   return _mm_unpacklo_epi64(_mm_slli_epi64(square, apart), square);
 }
 
-/// Four bytes, the lower two of the columns that a shift by \p low brings to the front, the others by \p high.
+/// Four bytes: the lower two are the columns that a shift by \p low makes the highest, the others those of \p high.
 [[gnu::always_inline]] inline uint32_t collected(__m128i squares, int low, int high) {
   return static_cast<uint32_t>(_mm_movemask_epi8(_mm_slli_epi64(squares, low))) |
          static_cast<uint32_t>(_mm_movemask_epi8(_mm_slli_epi64(squares, high))) << 16;
 }
 
-/// Gives both halves turned right by one, as the combined tables want them.
+/// Returns both halves rotated right by one, as the combined tables need them.
 [[gnu::always_inline]] inline void permuteInitially(unsigned char const * data, uint32_t & left, uint32_t & right) {
   __m128i const squares = twice(_mm_loadl_epi64(reinterpret_cast<__m128i const *>(data)), 2);
   left = std::rotr(collected(squares, 5, 1), 1);
@@ -61,7 +60,7 @@ template <int Blocks> struct Halves {
          kCombined[5][odd >> 10 & 63] ^ kCombined[7][odd >> 2 & 63];
 }
 
-// The loops over blocks are unrolled: with an index that is known, the halves stay in registers.
+// The loops over blocks are unrolled: with a constant index, the halves stay in registers.
 template <int Blocks> void cipher(uint32_t const * schedule, unsigned char * data) {
   Halves<Blocks> halves;
 #pragma GCC unroll 8
@@ -75,7 +74,7 @@ template <int Blocks> void cipher(uint32_t const * schedule, unsigned char * dat
     for (int i = 0; i < Blocks; ++i)
       halves.right[i] ^= roundChange(halves.left[i], key + 2);
   }
-  // The halves change places behind the last round.
+  // The halves are swapped after the last round.
 #pragma GCC unroll 8
   for (int i = 0; i < Blocks; ++i)
     permuteFinally(halves.right[i], halves.left[i], data + i * 8);

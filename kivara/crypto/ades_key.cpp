@@ -12,7 +12,7 @@ namespace {
 
 using Schedule = std::array<std::uint32_t, 32>;
 
-/// The 28 bits of a half, the first one highest, turned left.
+/// The 28 bits of a half, the first one highest, rotated left.
 constexpr std::uint32_t turned(std::uint32_t half, int places) {
   return (half << places | half >> (28 - places)) & 0x0fffffff;
 }
@@ -24,7 +24,7 @@ constexpr std::uint64_t chosenKeyBits(std::uint64_t key) {
   return chosen;
 }
 
-/// The two words of a round: the six bits of each selection function where the round wants them.
+/// The two words of a round, with the six bits of each selection function in the place where the round needs them.
 constexpr void addRoundKey(Schedule & schedule, std::size_t round, std::uint64_t halves) {
   for (int i = 0; i < 48; ++i) {
     auto const bit = static_cast<std::uint32_t>(halves >> (56 - kivara::des::kKeyChoice2[i]) & 1);
@@ -51,8 +51,8 @@ constexpr void mix(Schedule & into, Schedule const & other) {
     into[i] ^= other[i];
 }
 
-/// Each bit of a schedule is one bit of the key. So the schedule of a key is that of its first four bits, mixed with
-/// that of the next four, and so on; those of all fours are made when the library is compiled.
+/// Each bit of a schedule is one bit of the key. So the schedule of a key is the combination of the schedules for each four of
+/// its bits, and those are computed when the library is compiled.
 using ScheduleOfFour = std::array<std::array<Schedule, 16>, 16>;
 
 constexpr ScheduleOfFour schedulesOfFours() {
@@ -69,10 +69,10 @@ constexpr ScheduleOfFour schedulesOfFours() {
 
 constexpr ScheduleOfFour kSchedulesOfFours = schedulesOfFours();
 
-// One area for the whole process: that is why two threads must not make keys at the same time.
+// One area for the whole process, which is why two threads must not make keys at the same time.
 Schedule scratch;
 
-// Unrolled, the whole schedule stays in registers until all parts are mixed.
+// When unrolled, the whole schedule stays in registers until all parts are combined.
 void makeEncryptionSchedule(unsigned char const * key) {
   constexpr int kParts = sizeof(Schedule) / sizeof(__m128i);
   __m128i parts[kParts] = {};
@@ -86,7 +86,7 @@ void makeEncryptionSchedule(unsigned char const * key) {
   std::memcpy(scratch.data(), parts, sizeof parts);
 }
 
-/// The same rounds from the last to the first.
+/// The same rounds in reverse order.
 void makeDecryptionSchedule() {
   for (std::size_t round = 0; round < 8; ++round)
     std::swap_ranges(&scratch[round * 2], &scratch[round * 2] + 2, &scratch[(15 - round) * 2]);

@@ -28,7 +28,7 @@ int des_writer::put(char const * text) {
 
 int des_writer::flush() {
   if (count > 0) {
-    // The count stays: programs flush once, last, and a reader of their files relies on no block being begun behind it.
+    // The count stays: programs flush once, at the end, and readers of their files rely on there being no block after that.
     std::memset(block + count, ' ', sizeof block - static_cast<std::size_t>(count));
     writeBlock();
   }

@@ -1,7 +1,6 @@
 #pragma once
 /// \file
-/// The published tables of the Data Encryption Standard (FIPS 46), and what is made of them when the library is
-/// compiled.
+/// The published tables of the Data Encryption Standard (FIPS 46), and the tables that the compiler derives from them.
 ///
 /// Bits are numbered as published: bit 1 is the most significant one of the first byte.
 
@@ -37,7 +36,7 @@ inline constexpr std::uint8_t kSelection[8][64] = {
      7,  11, 4, 1, 9, 12, 14, 2, 0,  6, 10, 13, 15, 3, 5,  8, 2, 1,  14, 7, 4,  10, 8, 13, 15, 12, 9, 0,  3, 5,  6, 11},
 };
 
-/// P, behind the selection.
+/// P, applied after the selection.
 inline constexpr std::uint8_t kPermutation[32] = {16, 7, 20, 21, 29, 12, 28, 17, 1,  15, 23, 26, 5,  18, 31, 10,
                                                   2,  8, 24, 14, 32, 27, 3,  9,  19, 13, 30, 6,  22, 11, 4,  25};
 
@@ -51,12 +50,12 @@ inline constexpr std::uint8_t kKeyChoice2[48] = {14, 17, 11, 24, 1,  5,  3,  28,
                                                  26, 8,  16, 7,  27, 20, 13, 2,  41, 52, 31, 37, 47, 55, 30, 40,
                                                  51, 45, 33, 48, 44, 49, 39, 56, 34, 53, 46, 42, 50, 36, 29, 32};
 
-/// How far the halves of a key are turned before each round.
+/// By how much the halves of a key are rotated before each round.
 inline constexpr std::uint8_t kKeyShifts[16] = {1, 1, 2, 2, 2, 2, 2, 2, 1, 2, 2, 2, 2, 2, 2, 1};
 
-/// How far the six bits of a selection function stand from the right in a word. The functions of even index (from 0)
-/// share a word, and so do the odd ones: with a half of the data turned right by one, the even ones lie there ready,
-/// and turned left by four, the odd ones.
+/// The position of a selection function's six bits in a word, counted from the right. The functions with an even index (from
+/// 0) share one word, those with an odd index another. In a half of the data that is rotated right by one, the bits for the
+/// even ones are in their places; rotated left by another four, those for the odd ones.
 constexpr int selectionShift(int box) { return 26 - box / 2 * 8; }
 
 constexpr std::uint32_t permuted(std::uint32_t word) {
@@ -72,8 +71,8 @@ constexpr std::uint8_t selected(int box, int six) {
   return kSelection[box][row * 16 + column];
 }
 
-/// Selection and permutation in one: for each function and its six bits, what the other half of the data changes by.
-/// Halves stay turned right by one through all rounds, and so are these words.
+/// Selection and permutation combined: for each function and its six bits, the change to the other half of the data. The
+/// halves are rotated right by one during all rounds, and so are these words.
 using CombinedTables = std::array<std::array<std::uint32_t, 64>, 8>;
 
 constexpr CombinedTables combinedTables() {

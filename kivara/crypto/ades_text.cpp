@@ -22,14 +22,14 @@ des_ctx fixedKey() {
 
 std::size_t lengthOf(char const * text) { return text != nullptr ? std::strlen(text) : 0; }
 
-/// Characters from all over the text, so that the filling does not show where the text ends.
+/// Characters from different parts of the text, so that the padding does not reveal where the text ends.
 void fillUp(unsigned char * area, char const * text, std::size_t length, std::size_t total) {
   for (std::size_t i = length; i < total; ++i)
     area[i] = static_cast<unsigned char>(text[i * 17 % length]);
 }
 
-/// The byte that the pair at \p text means; where it is no number, \p before. The runtime decides what is a number:
-/// white space in front and a sign count.
+/// The byte for the pair at \p text; \p before if it is not a number. The runtime decides what a number is: leading white space
+/// and a sign are allowed.
 unsigned char pairAt(char const * text, unsigned char before) {
   int const first = kivara::hex::digitAt(text[0]);
   int const second = kivara::hex::digitAt(text[1]);
@@ -45,7 +45,7 @@ unsigned char pairAt(char const * text, unsigned char before) {
 void Kiv_Encrypt(char const * text, char * hex) {
   std::size_t const length = lengthOf(text);
   std::size_t const total = length + kBlock - 1;
-  // The area stays allocated with each call; the contract says so.
+  // Each call leaks this area; the contract says so.
   auto * const area = new unsigned char[total];
   if (length != 0)
     std::memcpy(area, text, length);

@@ -22,7 +22,8 @@ constexpr Pairs pairsOf(char const (&digits)[17]) {
 inline constexpr Pairs kLower = pairsOf("0123456789abcdef");
 inline constexpr Pairs kUpper = pairsOf("0123456789ABCDEF");
 
-/// Writes two digits for each byte and gives the end of what it wrote.
+/// Writes two digits for each byte.
+/// \return the end of what was written
 inline char * write(unsigned char const * data, std::size_t length, char * out, Pairs const & pairs) {
   for (unsigned char const * const end = data + length; data != end; ++data, out += 2)
     std::memcpy(out, pairs[*data].data(), 2);
@@ -42,7 +43,7 @@ constexpr std::array<std::int8_t, 256> digitValues() {
 
 inline constexpr std::array<std::int8_t, 256> kDigitValues = digitValues();
 
-/// The value of a digit of either case; -1 for what is none.
+/// The value of a digit in upper or lower case; -1 for any other character.
 constexpr int digitAt(char digit) { return kDigitValues[static_cast<unsigned char>(digit)]; }
 
 } // namespace kivara::hex

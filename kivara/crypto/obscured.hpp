@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// How fixed keys lie in the library: not as they are, so that a search for them in the binary finds nothing.
+/// Fixed keys are stored in another form, so that a search for them in the binary finds nothing.
 
 #include <array>
 #include <cstddef>
@@ -26,7 +26,7 @@ template <std::size_t Count> struct BytesOf {
   }
 };
 
-/// Bytes that are stored in another form and come out as they are only when they are asked for.
+/// Bytes that are stored in another form and only decoded on request.
 template <std::size_t Count> class Obscured {
 public:
   consteval explicit Obscured(char const (&digits)[Count * 2 + 1]) : stored_(BytesOf<Count>(digits).bytes) {
@@ -35,7 +35,7 @@ public:
   }
 
   std::array<unsigned char, Count> revealed() const {
-    // Read one by one where the compiler cannot see them: it would otherwise store the result beside the other form.
+    // The bytes are read one by one in a way that the compiler cannot evaluate: it would otherwise store the result too.
     unsigned char const volatile * const stored = stored_.data();
     std::array<unsigned char, Count> result;
     for (std::size_t i = 0; i < Count; ++i)
@@ -49,7 +49,7 @@ private:
   std::array<unsigned char, Count> stored_;
 };
 
-/// A key of eight bytes as two values with the low byte first, which lie in the code of who uses them.
+/// A key of eight bytes as two little-endian values, which become part of the code that uses them.
 struct DesKey {
   std::uint32_t low;
   std::uint32_t high;

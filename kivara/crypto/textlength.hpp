@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The length of long texts: some runtimes look at one character at a time, which takes longer than decoding them.
+/// The length of long strings: some runtimes check one character at a time, which takes longer than decoding the string.
 
 #include <bit>
 #include <cstddef>
@@ -14,7 +14,7 @@ inline unsigned nulsAmong(__m128i const * characters) {
   return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_load_si128(characters), _mm_setzero_si128())));
 }
 
-/// As strlen. It reads aligned sixteens, which never leave the page that holds one of their characters.
+/// As strlen. It reads 16 aligned bytes at a time, which are always in one page.
 inline std::size_t textLength(char const * text) {
   std::size_t const before = reinterpret_cast<std::uintptr_t>(text) % sizeof(__m128i);
   auto const * sixteen = reinterpret_cast<__m128i const *>(text - before);

@@ -16,12 +16,12 @@ constexpr char kFile[] = "_kiv_hooks.txt";
 KivBasicFileLogger * hookLogger = nullptr;
 bool isInstallTried = false;
 
-// A plain value that outlives the manager: windows may be added and get messages until the last DLL has gone.
+// A plain value that outlives the manager: windows may be added and get messages until the last DLL is unloaded.
 bool hasEnded = false;
 
 unsigned low32(HWND window) { return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(window)); }
 
-/// The hook. By itself it keeps no message from its window; the hook before it may.
+/// The hook. It never stops a message by itself; the hook before it may.
 int recordMessage(HWND window, unsigned message, unsigned long long wParam, long long lParam, long long & result) {
   if (hasEnded)
     return 0;
@@ -75,7 +75,7 @@ void KivWindowsMessageWatcher::addHookWindow(HWND window, char const * name) {
   KivWindowsHookManager & manager = KivWindowsHookManager::Instance();
   manager.install();
   manager.insert(window);
-  // The letter n at the end is no slip of today: readers of such files know the line by it.
+  // The letter n at the end is intended: readers of these files recognise the line by it.
   addMessage("--- [hooking window %08Xh] --- [%s] ---n", low32(window), orEmpty(name));
 }
 

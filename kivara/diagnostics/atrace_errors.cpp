@@ -1,5 +1,6 @@
 #include "aappinfo.hpp"
 #include "acmdline.hpp"
+#include "acrash.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "base/boundedtext.hpp"
@@ -86,7 +87,7 @@ void displayErrorMessage(char const * file, unsigned line) {
   if (withCancel)
     text += "\n\n Press Cancel to debug!";
   bool const cancelled = isCancelledInBox(text, withCancel, nullptr);
-  // JOIN acrash: Fct_CreateMiniDump(file, line), before the debugger stops the program
+  Fct_CreateMiniDump(file, line); // before the debugger stops the program
   if (cancelled)
     DebugBreak();
   // Fetched only now: a message that the box handled may have closed it. What the box covered is drawn at once.
@@ -130,8 +131,7 @@ int KIV_Assert_Fail(char const * file, int line, char const * expression, char c
     text.set("            MessageBox errorcode: %u\n", static_cast<unsigned>(error));
     KivDebugOut(text.c_str());
   }
-  if (std::getenv("KIV_DUMP_ASSERTION") != nullptr) {
-    // JOIN acrash: Fct_CreateMiniDump(file, line)
-  }
+  if (std::getenv("KIV_DUMP_ASSERTION") != nullptr)
+    Fct_CreateMiniDump(file, static_cast<unsigned long>(line));
   return button == IDCANCEL ? 1 : 0;
 }

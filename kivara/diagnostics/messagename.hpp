@@ -4,7 +4,7 @@
 
 namespace kivara {
 
-/// The name of the platform's constant for a message, such as "WM_SIZE"; "unknown" where the table has none.
+/// The name of the platform's constant for a message, such as "WM_SIZE"; "unknown" if the table has none.
 char const * messageName(unsigned message);
 
 } // namespace kivara

@@ -32,7 +32,7 @@ void KivEventActionSeq::remove(KivEventListener * listener) {
   auto const isGone = [listener, walking](KivEventAction * action) {
     if (action->listener != listener)
       return false;
-    if (walking) { // its place has to stay
+    if (walking) { // the positions of the others must not change
       action->removed = true;
       return false;
     }
@@ -52,7 +52,7 @@ void KivEventActionSeq::fire(KivEvent * event) {
     if (!action.removed && action.listener != nullptr && action.handler != nullptr)
       (action.listener->*action.handler)(event);
   }
-  firing_ = outer; // not reached when a handler throws: the sequence then counts as being walked from there on
+  firing_ = outer; // not reached if a handler throws: the sequence then counts as being walked for good
 }
 
 KivEventDispatcher::KivEventDispatcher() = default;
@@ -73,7 +73,7 @@ bool KivEventDispatcher::shutDown_ = false;
 
 bool KivEventDispatcher::isShutDown() { return shutDown_; }
 
-// Here, and not in aevent.cpp, so that the compiler can join the calls on the way to the walk.
+// Here, and not in aevent.cpp, so that the compiler can inline the calls on the way to the walk.
 void KivEvent::trigger() {
   if (!KivEventDispatcher::isShutDown())
     KivEventDispatcher::Instance().dispatch(this);

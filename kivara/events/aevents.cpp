@@ -24,7 +24,7 @@ template <std::size_t count> String nameOf(char const * const (&names)[count], i
 
 } // namespace
 
-// A product that binds a reference to a type needs it exported, and the declaration in the class does not export it.
+// A product that binds a reference to a type needs the exported symbol, and the declaration in the class does not export it.
 // NOLINTBEGIN(readability-redundant-declaration)
 constexpr KivEventType KivUserEvent::kEventType;
 constexpr KivEventType KivUserGroupEvent::kEventType;

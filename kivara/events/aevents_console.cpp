@@ -5,7 +5,7 @@ using SV::String;
 
 namespace {
 
-/// All that is known of the event of a start-up phase, whose class is the product's.
+/// All that the library knows of the event of a start-up phase, whose class belongs to the product.
 struct StartupPhaseLayout : KivEvent {
   String text;
 };

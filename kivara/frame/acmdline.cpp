@@ -10,7 +10,7 @@ using SV::String;
 
 namespace {
 
-// The lines under which calls at the wrong time are reported.
+// The line numbers under which calls at the wrong time are reported.
 constexpr unsigned kLineSecondInit = 109;
 constexpr unsigned kLineGetCountBeforeInit = 179;
 constexpr unsigned kLineGetParamBeforeInit = 188;
@@ -55,7 +55,7 @@ char const * optionText(char const * word) {
   return word != nullptr && (*word == '-' || *word == '/') ? word + 1 : nullptr;
 }
 
-/// What follows \p name in the first option that begins with it; null where none does.
+/// The rest of the first option that begins with \p name; null if there is none.
 char const * textAfter(int count, char * const * words, char const * name) {
   char const * const prefix = name != nullptr ? name : "";
   std::size_t const length = std::strlen(prefix);
@@ -135,7 +135,7 @@ double KivCmdline::getDouble(char const * name) const { return static_cast<doubl
 
 #define KIV_FLAG(word, getter, withoutGUI, meaning)                                                                    \
   bool KivCmdline::getter() { return flags.getter; }
-// The heap checks are switched off in the field. Old shortcuts still pass their words, and callers must not see them.
+// The heap checks are switched off. Old shortcuts still pass these options, and callers must not see them.
 #define KIV_FLAG_SWITCHED_OFF(word, getter, meaning)                                                                   \
   bool KivCmdline::getter() { return false; }
 #define KIV_TEXT(name, getter, meaning)                                                                                \

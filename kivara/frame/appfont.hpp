@@ -1,16 +1,16 @@
 #pragma once
 /// \file
-/// The application font: what the start-up makes of the wishes on the command line.
+/// The application font, as the command line sets it.
 
 namespace kivara {
 
-/// The height that is taken: 4 to 48 as asked, 12 for any other wish.
+/// The height in use: the requested one from 4 to 48, otherwise 12.
 constexpr int fontHeight(int asked) { return asked >= 4 && asked <= 48 ? asked : 12; }
 
-/// The height in pixels of the screen, truncated.
+/// The height in pixels on the screen, truncated.
 constexpr int fontPixelHeight(int asked, double scale) { return static_cast<int>(scale * fontHeight(asked)); }
 
-/// Builds the font from the command line and the screen, and installs it.
+/// Builds the font from the command line and the scale of the screen, and installs it.
 void installApplicationFont();
 
 } // namespace kivara

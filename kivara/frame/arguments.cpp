@@ -10,7 +10,7 @@ namespace {
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
-/// Counts words and characters; with a block to fill it also copies them.
+/// Counts words and characters; if there is a block, also copies them to it.
 class Output {
 public:
   Output() = default;
@@ -39,7 +39,7 @@ private:
   std::size_t characterCount_ = 0;
 };
 
-/// One walk over the line, word by word.
+/// Goes through the line once, word by word.
 class Splitter {
 public:
   Splitter(char const * line, unsigned codePage, Output & out) : at_(line), codePage_(codePage), out_(out) {}

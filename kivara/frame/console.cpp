@@ -16,7 +16,7 @@ constexpr UINT kNoConsoleAction = 4711;
 
 KivDynamicConsoleListener * consoleListener = nullptr;
 
-/// Runs on a thread of the system's own.
+/// Runs on a thread of the system.
 BOOL WINAPI answerControlEvent(DWORD event) {
   ControlAnswer const answer = controlAnswer(event);
   if (answer.text != nullptr)
@@ -34,8 +34,7 @@ void closeDynamicConsole() {
   FreeConsole();
 }
 
-/// The runtime keeps its streams in an array that the whole process shares: a copy over an entry redirects every user
-/// of it.
+/// The whole process shares the runtime's array of streams, so overwriting an entry redirects all its users.
 void rebind(FILE * standard, DWORD handleId, char const * mode) {
   int const descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(GetStdHandle(handleId)), _O_TEXT);
   FILE * const stream = descriptor != -1 ? _fdopen(descriptor, mode) : nullptr;

@@ -11,7 +11,7 @@ using SV::String;
 namespace kivara {
 namespace {
 
-/// False when the value names none. A number is one as it stands, of which the low 16 bits count.
+/// False if the value matches no language. A number is used without a check; only its low 16 bits count.
 bool resolveLanguage(String const & value, unsigned short & id) {
   if (int const number = std::atoi(value.c_str()); number != 0) {
     id = static_cast<unsigned short>(number);

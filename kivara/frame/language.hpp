@@ -4,9 +4,9 @@
 
 namespace kivara {
 
-/// Reads the list of languages, whose first is then current, and takes the one that the option "lang" names: a decimal
-/// identifier, which is not tested, or a language's own name, its country's own name, its English name or its ISO 639
-/// code. The English name of a country is not among them. A value that names none is told on the debug output.
+/// Reads the list of languages, makes the first one current, and then the one that the option "lang" gives: a decimal
+/// identifier, which is not checked, or the native name of a language or of its country, the English name of the language, or
+/// its ISO 639 code. A value that matches no language is reported on the debug output.
 void chooseLanguage();
 
 } // namespace kivara

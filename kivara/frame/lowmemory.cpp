@@ -7,7 +7,7 @@ namespace {
 
 constexpr SIZE_T kReserveBytes = 4096;
 
-/// Memory for the message box. It comes from the system's heap, since the runtime's is what has failed.
+/// Memory for the message box. It comes from the system's heap, since the runtime's heap is the one that failed.
 void * reserve = nullptr;
 
 void takeReserve() { reserve = HeapAlloc(GetProcessHeap(), 0, kReserveBytes); }

@@ -5,9 +5,8 @@
 
 namespace kivara {
 
-/// Has malloc, and so operator new, ask the handler. An executable's start-up code sets this mode anew after the
-/// library has been loaded, from its variable _newmode: kivara_main defines it, and the entry calls this for those who
-/// do not.
+/// Makes malloc, and so operator new, call the handler. After the library has been loaded, an executable's start-up code sets
+/// this mode again from its variable _newmode. kivara_main defines that; for other programs the entry calls this.
 void askHandlerOnLowMemory();
 
 } // namespace kivara

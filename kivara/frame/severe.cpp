@@ -1,8 +1,10 @@
 #include "frame/severe.hpp"
 
+#include "acrash.hpp"
 #include "aevents.hpp"
 #include "ainter.hpp"
 #include "awinstack.hpp"
+#include "base/modules.hpp"
 #include "locale/ainter_state.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
@@ -15,11 +17,11 @@ using SV::String;
 namespace kivara {
 namespace {
 
-constexpr int kLineDump [[maybe_unused]] = 622;
+constexpr int kLineDump = 622;
 
 bool inExceptionHandler = false;
 
-/// Goes on to the next manager of the chain, which may have what the active one lacks.
+/// Activates the next manager of the chain, which may have what the active one lacks.
 bool isNextResourceManagerActive() {
   SV::ResMgr * const next = KivInternational::getNextResMgr();
   if (next != nullptr)
@@ -27,7 +29,7 @@ bool isNextResourceManagerActive() {
   return next != nullptr;
 }
 
-/// Whether somebody else has taken care of it.
+/// Whether the program can continue without a message.
 bool isSettled(long code) {
   if (code == SV::EXC_RESOURCE_NOT_LOADED)
     return isNextResourceManagerActive();
@@ -46,7 +48,7 @@ bool handleSevereException(String const & applicationName, long code, unsigned l
   if (!settled) {
     String const text = severeExceptionText(applicationName, code, arg);
     SV::ShowBoxOrLog(text.c_str(), applicationName.c_str(), MB_ICONHAND, topWindow);
-    // JOIN acrash: Fct_CreateMiniDump(modules::kAapp, kLineDump)
+    Fct_CreateMiniDump(modules::kAapp, kLineDump);
     KivExitAppEvent("exception (minidump)").trigger();
   }
   inExceptionHandler = false;

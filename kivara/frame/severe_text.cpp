@@ -12,8 +12,8 @@ namespace {
 constexpr char kTail[] = "\n\nThis is a severe error!!\n\nThe application will shut down immediately!\n\n"
                          "Please inform your administrator!!";
 
-/// The text at an address that came through 32 bits and so may point nowhere: it is read without a fault, and is empty
-/// where nothing can be read.
+/// The string at an address that was passed in 32 bits and so may be invalid: it is read without a fault, and is empty if
+/// nothing can be read.
 String textAt(unsigned long address) {
   char text[1024];
   std::size_t length = 0;

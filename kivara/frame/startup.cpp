@@ -38,7 +38,7 @@ void openTraceFile() {
 void closeTraceFile() {
   if (traceFile == nullptr)
     return;
-  Kiv_TraceSetHandle(nullptr); // lines that come later go to stdout
+  Kiv_TraceSetHandle(nullptr); // later lines go to stdout
   handles::Stream const file(std::exchange(traceFile, nullptr));
 }
 

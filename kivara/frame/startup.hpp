@@ -1,7 +1,6 @@
 #pragma once
 /// \file
-/// The steps of start-up and end that the frame takes by itself. Those that use a file pass over one that cannot be
-/// opened.
+/// Steps of the frame at the start and end of a program. A file that cannot be opened is ignored.
 
 namespace kivara {
 
@@ -9,22 +8,22 @@ namespace kivara {
 void openTraceFile();
 void closeTraceFile();
 
-/// Tells the toolkit which dialogs and windows to suppress, and where to log the dialogs.
+/// Passes the suppression of dialogs and windows, and the log file for dialogs, to the toolkit.
 void applySuppression();
 
-/// Makes "agfx.zip" beside the program the archive of named pictures.
+/// Makes "agfx.zip" in the program's folder the archive of named pictures.
 void registerPictures();
 
 /// Writes the process id to the file that the command line names.
 void writePidFile();
 
-/// Keeps the working directory of this moment as the start directory.
+/// Stores the current working directory as the start directory.
 void keepStartDirectory();
 
-/// Gives the application font the character set of the command line or, without one, of the language.
+/// Sets the character set of the application font from the command line or, if that has none, from the language.
 void applyCharSet();
 
-/// Labels the standard buttons in the language.
+/// Sets the labels of the standard buttons in the current language.
 void applyButtonLabels();
 
 } // namespace kivara

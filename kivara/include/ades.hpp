@@ -2,9 +2,8 @@
 /// \file
 /// The Data Encryption Standard block by block, byte streams of such blocks, and the old text form of passwords.
 ///
-/// Each block stands for itself (electronic codebook): equal plain blocks give equal cipher blocks. DES keys can be
-/// found by trying all of them, and the text form has one key for everybody: docs/ciphers.md says what this is good
-/// for.
+/// Blocks are independent (electronic codebook mode): equal plain blocks give equal cipher blocks. DES keys can be found by
+/// trying all of them, and the text form has one key for all users: see docs/ciphers.md.
 ///
 /// \code
 ///   des_ctx ctx;
@@ -18,23 +17,23 @@
 #include <cstdint>
 #include <cstdio>
 
-/// A key, made by ades_key: the 16 round keys of two words each, in the order of use, to encrypt and to decrypt.
+/// A key, set by ades_key: the 16 round keys of two words each, in the order of use, for encryption and decryption.
 struct des_ctx {
   std::uint32_t encryption[32];
   std::uint32_t decryption[32];
 };
 
-/// Makes the two schedules of \p ctx from the 8 bytes at \p key. Parity bits are ignored and not checked.
-/// It works in one area for the whole process: two threads must not be in it, in Kiv_Encrypt or in Kiv_Decrypt at the
-/// same time. ades_enc and ades_dec may run on any number of threads.
+/// Computes the two schedules of \p ctx from the 8 bytes at \p key. Parity bits are ignored and not checked.
+/// It uses one work area for the whole process: ades_key, Kiv_Encrypt and Kiv_Decrypt must not run on two threads at the same
+/// time. ades_enc and ades_dec may run on any number of threads.
 KIV_API void ades_key(des_ctx * ctx, unsigned char const * key);
 
-/// Encrypts or decrypts \p blocks blocks of 8 bytes in place; nothing happens for a count below 1.
+/// Encrypts or decrypts \p blocks blocks of 8 bytes in place. Does nothing for a count below 1.
 KIV_API void ades_enc(des_ctx * ctx, unsigned char * data, int blocks);
 KIV_API void ades_dec(des_ctx * ctx, unsigned char * data, int blocks);
 
 /// Reads the plain bytes of a file of DES blocks. The file has no header, length or checksum.
-/// File and key stay the caller's and must outlive the reader. One thread at a time.
+/// The caller owns file and key, which must outlive the reader. One thread at a time.
 class KIV_API des_reader {
 public:
   /// \param stream  open for reading in binary form, not null
@@ -42,11 +41,11 @@ public:
   des_reader(FILE * stream, des_ctx * key) : file(stream), ctx(key) {}
   des_reader(des_reader const &) = default;
 
-  /// Takes over all of the other's state, with the bytes that it has read ahead. The position in the file is shared.
+  /// Copies the other's state, including the bytes that it has read ahead. The position in the file is shared.
   des_reader & operator=(des_reader const &) = default;
 
-  /// The next byte, 0 to 255; -1 at the end, which is where no whole block is left. The blanks with which a writer
-  /// padded the last block come back like any other byte.
+  /// The next byte, 0 to 255; -1 at the end, when no complete block is left. The blanks with which a writer has padded the
+  /// last block are returned like any other byte.
   int get();
 
 private:
@@ -56,8 +55,8 @@ private:
   des_ctx * ctx;
 };
 
-/// Writes bytes as a file of DES blocks. A last block that is not full is written by flush only.
-/// File and key stay the caller's and must outlive the writer. One thread at a time.
+/// Writes bytes as a file of DES blocks. Only flush writes an incomplete last block.
+/// The caller owns file and key, which must outlive the writer. One thread at a time.
 class KIV_API des_writer {
 public:
   /// \param stream  open for writing in binary form, not null
@@ -65,17 +64,17 @@ public:
   des_writer(FILE * stream, des_ctx * key) : file(stream), ctx(key) {}
   des_writer(des_writer const &) = default;
 
-  /// Takes over all of the other's state, with the bytes that it has not written yet.
+  /// Copies the other's state, including the bytes that it has not written yet.
   des_writer & operator=(des_writer const &) = default;
 
-  /// Adds one byte, or the characters of a text without its NUL; a null text adds nothing.
+  /// Adds one byte, or the characters of a string without its NUL; null adds nothing.
   /// \return 0, or -1 when the file has an error
   int put(unsigned char byte);
   int put(char const * text);
 
   /// Pads an incomplete block with blanks, writes it, and flushes the file. 0, or -1 when the file has an error.
-  /// It ends the stream: after a flush that wrote a block nothing more may be put, and a second flush would write a block
-  /// again.
+  /// It ends the stream: after a flush that has written a block nothing more may be put, and a second flush would write another
+  /// block.
   int flush();
 
 private:
@@ -90,16 +89,16 @@ private:
 };
 
 /// Writes \p text as lower-case hexadecimal digits of its DES blocks under the library's own key, and a NUL.
-/// The last block is padded with characters of the text itself, so keep its length elsewhere.
+/// The last block is padded with characters of the text itself, so store its length elsewhere.
 /// \param text  a null pointer counts as the empty string, which gives an empty result
 /// \param hex   room for 16 characters for every 8 of the text, rounded up, and for the NUL
-/// A copy of the text stays allocated with each call. Threads: as ades_key. Throws std::bad_alloc.
+/// Each call leaks a copy of the text. Threads: as ades_key. Throws std::bad_alloc.
 KIV_API void Kiv_Encrypt(char const * text, char * hex);
 
 /// Reads what Kiv_Encrypt wrote. The padding stays at the end of the text; nothing is checked.
 /// \param hex   pairs of hexadecimal digits; a single last character is ignored, and bytes after the last whole block
 ///              stay as they were read. A pair that is not a number repeats the byte before it, 0 at the start. A null
 ///              pointer counts as the empty string
-/// \param text  gets half as many bytes as \p hex is long, and a NUL; the caller releases it with delete[]
-/// Threads: as ades_key. Throws std::bad_alloc and leaves \p text.
+/// \param text  receives half as many bytes as \p hex is long, and a NUL; the caller releases it with delete[]
+/// Threads: as ades_key. Throws std::bad_alloc; \p text is then unchanged.
 KIV_API void Kiv_Decrypt(char * hex, unsigned char *& text);

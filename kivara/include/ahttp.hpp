@@ -11,11 +11,11 @@
 ///     client.SaveResponseToFile(L"C:\\list.xml");
 /// \endcode
 ///
-/// A request runs in the calling thread and returns when the whole answer is there: for as long as the timeouts, the attempts
-/// and the server allow. The answer is in memory twice, as bytes and as text, so a body takes some four times its size, and
-/// more while it grows. Nothing is locked: one object serves one thread at a time, different objects may serve different ones.
+/// A request runs on the calling thread and returns when the answer is complete, which takes as long as the timeouts, the attempts
+/// and the server allow. The answer is in memory twice, as bytes and as text, so a body takes about four times its size, and more
+/// while it is received. There are no locks: an object is for one thread at a time; several threads may use an object each.
 ///
-/// **Certificates are not looked at unless that is asked for**, see SetRequireValidSslCertificates.
+/// **Certificates are not checked by default**, see SetRequireValidSslCertificates.
 
 #include "export.hpp"
 #include "tools/wstring.hpp"
@@ -25,7 +25,7 @@ class HttpCall;
 }
 
 /// A client that can be used for any number of requests. Nothing is cleared between them: a request that fails leaves the
-/// answer of the one before, and GetLastError tells the most recent failure, however many requests succeeded since.
+/// answer of the previous one, and GetLastError returns the most recent failure, even if later requests have succeeded.
 class KIV_API KivHTTPClient {
 public:
   /// \param url       "http://" or "https://", a host of up to 260 characters and a path with its query of up to 1,300
@@ -33,7 +33,7 @@ public:
   KivHTTPClient(SV::WString const & url, bool (*progress)(double));
   KivHTTPClient(KivHTTPClient const &) = delete;
   KivHTTPClient & operator=(KivHTTPClient const &) = delete;
-  /// Frees what was received and what was to be sent, and ends the session with its connections.
+  /// Frees the answer and the data to send, and closes the session with its connections.
   virtual ~KivHTTPClient();
 
   /// Sends the request and receives the answer.
@@ -45,40 +45,40 @@ public:
   /// | an answer came, whatever its status: 404 too | true | as it was, or that of an option or a part that failed | new |
   /// | the URL is empty | false | 3 | as they were |
   /// | another method | false | 87 | as they were |
-  /// | the URL cannot be taken apart or is too long, or the system refuses it | **true** | as it was | as they were: empty status in a new object |
-  /// | no attempt was answered, or there was none | false | the system's code; as it was without an attempt | as they were |
+  /// | the URL cannot be parsed or is too long, or the system refuses it | **true** | as it was | as they were: empty status in a new object |
+  /// | no attempt got an answer, or there was none | false | the system's code; as it was without an attempt | as they were |
   /// | no memory for the body, or one of 2 GiB and more | false | as it was | new, with as much as was kept |
   ///
-  /// A body that ends too early is no failure. Only exhausted memory throws.
+  /// A body that ends too early is not a failure. Only lack of memory throws.
   bool SendHttpRequest(SV::WString const & method, bool noRedirects);
 
   /// \name The answer
-  /// References and pointers hold until the next request, or the end of the object.
+  /// References and pointers are valid until the next request, or until the object is destroyed.
   /// @{
 
   /// The status line and all header lines, each with a line end. A Location or Set-Cookie is found here.
   SV::WString const & GetResponseHeader() const { return responseHeader_; }
   /// The body as text: from UTF-8 after SetForceCharset(L"utf-8") or the like, otherwise from the ANSI code page, whatever
-  /// the server says. Bytes that are none of UTF-8 become U+FFFD.
+  /// the server says. Bytes that are not valid UTF-8 become U+FFFD.
   SV::WString const & GetResponseContent() const { return responseContent_; }
-  /// What SetForceCharset was given; empty without.
+  /// The argument of SetForceCharset; empty by default.
   SV::WString const & GetResponseCharset() const { return responseCharset_; }
   /// As in the status line: "200".
   SV::WString const & GetResponseStatusCode() const { return responseStatusCode_; }
   /// Always empty: look in the header.
   SV::WString const & GetResponseLocation() const { return responseLocation_; }
-  /// The host of the last URL that could be taken apart.
+  /// The host of the last URL that could be parsed.
   SV::WString const & GetRequestHost() const { return requestHost_; }
   /// Always empty: look in the header.
   SV::WString const & GetResponseCookies() const { return responseCookies_; }
-  /// The body as it came, with a NUL behind it; null before the first answer.
+  /// The body as received, followed by a NUL; null before the first answer.
   unsigned char const * GetRawResponseContent() const { return rawResponse_; }
   /// Always 0: the length is GetRawResponseReceivedContentLength.
   unsigned int GetRawResponseContentLength() const { return rawContentLength_; }
   /// The length of the body in bytes.
   unsigned int GetRawResponseReceivedContentLength() const { return receivedLength_; }
 
-  /// Writes the body, as it came, to a file; what that held is replaced.
+  /// Writes the body, as received, to a file and replaces its content.
   /// \return false without a file when there is no body or it is empty; false when the file cannot be opened or written
   bool SaveResponseToFile(SV::WString const & path) const;
   /// @}
@@ -109,23 +109,23 @@ public:
   /// \name The way to the server
   /// @{
 
-  /// True: HTTPS only with a certificate that is valid, for this host, from an authority that the system trusts. False, as
-  /// at first: any certificate, so that **anybody on the way can read and change** what is sent and received.
+  /// True: HTTPS requires a valid certificate for this host from an authority that the system trusts. False, the default: any
+  /// certificate is accepted, so **anyone between the two can read and change** what is sent and received.
   bool SetRequireValidSslCertificates(bool require);
   /// A proxy in place of the system's: "host:port", of which 260 characters are used. Empty: the system's.
   bool SetProxy(SV::WString const & proxy);
   /// The account at the proxy of SetProxy. Without a name the password is not used; without a proxy neither is.
   bool SetProxyUsername(SV::WString const & name);
   bool SetProxyPassword(SV::WString const & password);
-  /// In milliseconds; 0 is none. At first 0, 60,000, 30,000 and 30,000.
+  /// In milliseconds; 0 means no limit. The defaults are 0, 60,000, 30,000 and 30,000.
   bool SetTimeouts(unsigned int resolve, unsigned int connect, unsigned int send, unsigned int receive);
-  /// How often the request is tried; 1 at first. 0: not at all, and each request fails. The user's own proxy settings are
-  /// tried after a failure: with their script (PAC) within the same attempt, a fixed proxy in the next one.
+  /// The number of attempts; 1 by default. With 0 each request fails. The user's own proxy settings are used after a failure:
+  /// their script (PAC) within the same attempt, a fixed proxy in the next one.
   /// **A POST may reach the server once for each attempt.**
   void SetRetryTimes(unsigned int times);
   /// @}
 
-  /// The Win32 code of the most recent failure of a request; 0 before the first.
+  /// The Win32 code of the most recent failure of a request; 0 before the first one.
   unsigned long GetLastError() const { return lastError_; }
 
 private:

@@ -33,14 +33,16 @@ class TokenSpares;
 ///       parser.GetUntil('"', value, true, '\\');
 /// \endcode
 ///
-/// Errors are results; only lack of memory throws. A parser that is not okay is at the end of its source, which says nothing
-/// about syntax. One thread uses a parser; for reading lines see the thread rule of areader.hpp.
+/// Errors are results; only lack of memory throws. What the reader throws passes through, and the parser then goes on with the
+/// line that it had. A parser that is not okay is at the end of its source, which says nothing about syntax. One thread uses a
+/// parser; for reading lines see the thread rule of areader.hpp.
 ///
 /// While the reader is asked for a line or an offset, it may call the getters of its parser, but no other operation.
 class KIV_API KivTextParser : public KivObject {
 public:
   /// Initialises the reader and fetches the first look-ahead token.
-  /// \param reader  made by new; owned by the parser from here on. A null pointer is an empty source
+  /// \param reader  made by new; owned by the parser from the call on, also when the constructor throws: the reader's Done is
+  ///                called then, and it is deleted. A null pointer is an empty source
   /// \param commaSeparates  a flag of which only the lowest bit counts: 1 makes the comma a token, 0 a word character
   KivTextParser(KivLineReader * reader, int commaSeparates);
   KivTextParser(KivTextParser const &) = delete;
@@ -164,5 +166,5 @@ private:
   std::int32_t restStart_ = 0;
   SV::String erasedLine_;
   std::string laterSpaces_;
-  std::unique_ptr<kivara::TokenSpares> const spares_;
+  std::unique_ptr<kivara::TokenSpares> spares_;
 };

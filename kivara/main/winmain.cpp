@@ -2,8 +2,8 @@
 #include "tools/winapi.hpp"
 
 extern "C" {
-/// The mode that the start-up code sets: malloc asks the library's low-memory handler, in constructors of static
-/// objects too.
+/// The mode that the start-up code sets: malloc calls the library's low-memory handler, even in constructors of static
+/// objects.
 int _newmode = 1;
 }
 

@@ -45,23 +45,30 @@ bool standInFrontOf(char const * place, SV::String const & first, SV::String con
   return sameCharacters(middle, second) && sameCharacters(middle - first.Len(), first);
 }
 
+struct EndReader {
+  void operator()(KivLineReader * reader) const {
+    reader->Done();
+    delete reader;
+  }
+};
+using OwnedReader = std::unique_ptr<KivLineReader, EndReader>;
+
 } // namespace
 
 KivTextParser::KivTextParser(KivLineReader * reader, int commaFlag)
-    : lineReader(reader), okay(reader != nullptr && reader->Init()), commaSeparates((commaFlag & 1) != 0),
-      spares_(std::make_unique<kivara::TokenSpares>()) {
+    : lineReader(reader), okay(false), commaSeparates((commaFlag & 1) != 0) {
+  OwnedReader owner(reader); // what throws in here leaves no parser whose destructor would end the reader
+  spares_ = std::make_unique<kivara::TokenSpares>();
+  okay = reader != nullptr && reader->Init();
   if (okay)
     _ImpGetNextLookAhead();
+  static_cast<void>(owner.release());
 }
 
-KivTextParser::~KivTextParser() {
-  if (lineReader == nullptr)
-    return;
-  lineReader->Done();
-  delete lineReader;
-}
+KivTextParser::~KivTextParser() { OwnedReader const ended(lineReader); }
 
 bool KivTextParser::GetNextToken(SV::String & token) {
+  _ImpJoinSpaces();
   char const * const spaces = spacesToken.c_str();
   lastLineNumber = lookAheadLineNumber - std::count(spaces, spaces + spacesToken.Len(), '\n');
   if (!keepTokenOffset)
@@ -179,6 +186,7 @@ void KivTextParser::_ImpGetNextLine() {
 
 bool KivTextParser::_ImpGetNextLookAhead() {
   spares_->release(spacesToken);
+  laterSpaces_.clear();
   for (;;) {
     CharClasses const classes(commaSeparates);
     char const * const token = afterSpaces(_ImpRest(), classes);
@@ -207,6 +215,7 @@ void KivTextParser::_ImpAppendSpaces(char const * end) {
     laterSpaces_.append(spaces, end);
 }
 
+/// At the next token, as a rule. A reader that throws leaves it to the operation that comes next.
 void KivTextParser::_ImpJoinSpaces() {
   if (laterSpaces_.empty())
     return;
@@ -235,6 +244,7 @@ void KivTextParser::_ImpEraseFront() {
 /// Puts the white space and the look-ahead token back in front of the rest. In most cases they are still there, since the line
 /// is not erased for each token, and nothing is copied.
 void KivTextParser::_ImpPutLookAheadBack() {
+  _ImpJoinSpaces();
   std::int64_t const length = std::int64_t{spacesToken.Len()} + lookAheadToken.Len();
   if (length <= restStart_ && standInFrontOf(_ImpRest(), spacesToken, lookAheadToken))
     restStart_ -= static_cast<std::int32_t>(length);

@@ -43,11 +43,11 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 unsigned short multiplied(unsigned short channel, double factor) {
   double const product = channel * factor;
-  // A negative product, and one that is no number, counts as too large: as bits without a sign it is.
+  // A negative product and a NaN count as too large, since their bits are compared as an unsigned number.
   return product > -1 && product < kMostOfChannel ? static_cast<unsigned short>(product) : kMostOfChannel;
 }
 
-/// The whole number in front of the point, of which the caller takes the low bits; 0 where it has no 64 bits.
+/// The integral part, of which the caller uses the low bits; 0 if it does not fit in 64 bits.
 long long cut(double value) {
   constexpr double most = 9e18;
   return value > -most && value < most ? static_cast<long long>(value) : 0;
@@ -57,7 +57,7 @@ unsigned short mixed(unsigned short dest, unsigned short src, double alpha) {
   return static_cast<unsigned short>(cut(dest * (1 - alpha) + src * alpha));
 }
 
-/// Each part is cut before they are added: colours of stored pictures depend on white being 254.
+/// Each part is truncated before they are added: colours of stored pictures depend on white being 254.
 int grayOf(unsigned red, unsigned green, unsigned blue) {
   return static_cast<int>(0.11 * blue) + static_cast<int>(0.59 * green) + static_cast<int>(0.3 * red);
 }
@@ -155,7 +155,7 @@ void HSVtoRGB(float * r, float * g, float * b, float h, float s, float v) {
     return give(p, q, v);
   if (sixth == 4)
     return give(t, p, v);
-  return give(v, p, q); // the last sixth, and whatever lies outside
+  return give(v, p, q); // the last sixth, and any value outside the circle
 }
 
 bool getHSVValuesFromColorName(String const & name, float & h, float & s, float & v) {

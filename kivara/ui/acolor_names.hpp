@@ -9,7 +9,7 @@ struct ColorName {
   unsigned long value; ///< 0xRRGGBB
 };
 
-/// In the order in which they are looked through: of several names of one value the first is the one that is shown.
+/// In the order in which they are searched: if several names have the same value, the first one is shown.
 inline constexpr ColorName kColorNames[] = {
     {"aliceblue", 0xf0f8ff},
     {"antiquewhite", 0xfaebd7},

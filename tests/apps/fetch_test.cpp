@@ -81,7 +81,7 @@ TEST_F(Fetch, ToAFileThatCannotBeWrittenEndsWith4) {
 }
 
 TEST_F(Fetch, FollowsRedirectsUnlessItIsToldNotTo) {
-  server.answer("/from", {.bytes = "HTTP/1.1 302 Found\r\nLocation: /to\r\nContent-Length: 0\r\n\r\n"});
+  server.answer("/from", support::redirectTo("/to"));
   server.answer("/to", okWith("there"));
   EXPECT_EQ(fetch("-noredirects " + server.url("/from") + " file").exitCode, 3u);
   EXPECT_FALSE(file());

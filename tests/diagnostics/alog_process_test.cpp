@@ -57,6 +57,13 @@ TEST(NamedLogs, OfAProgramAreWholeWhenItHasEnded) {
   EXPECT_EQ(support::readFile("named.csv")->substr(23), ";three\r\n");
 }
 
+TEST(NamedLogs, AreClosedWhenTheProgramEnds) {
+  ReporterRun run("-no_dialogs watchclosedfiles addtolog:one addtolog:two addtocsvlog:;three");
+  Lines lines = run.lines();
+  std::erase_if(lines, [](std::string const & line) { return line.find("named.") == std::string::npos; });
+  EXPECT_EQ(lines, (Lines{"closed named.csv", "closed named.log"}));
+}
+
 TEST(NamedLogs, OfTwoProgramsShareAFile) {
   support::writeFile("named.log", "");
   support::ChildProcess first({.program = "error_reporter", .arguments = "-no_dialogs addtolog:one"});

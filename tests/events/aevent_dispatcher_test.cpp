@@ -104,6 +104,49 @@ TEST_F(Dispatcher, ASequenceThatIsNotBeingWalkedLosesItsActionsAtOnce) {
   trigger(kType);
 }
 
+// What the bus owns
+
+KivEventAction const * firstActionOf(KivEventType type) {
+  return KivEventDispatcher::Instance().find(type)->second->actions().front();
+}
+
+TEST_F(Dispatcher, ASignOffFreesTheActionAtOnce) {
+  support::GuardPages const guard;
+  auto const a = listener("a");
+  KivEventAction const * const action = firstActionOf(kType);
+  ASSERT_TRUE(support::GuardPages::guards(action));
+  a->manualSignOff();
+  EXPECT_FALSE(support::GuardPages::guards(action));
+}
+
+TEST_F(Dispatcher, AMarkedActionIsFreedWithTheNextOneOfItsListener) {
+  support::GuardPages const guard;
+  auto const b = listener("b");
+  b->then = [&](KivEvent *) { b->manualSignOff(); };
+  trigger(kType);
+  KivEventAction const * const marked = firstActionOf(kType);
+  EXPECT_TRUE(support::GuardPages::guards(marked));
+  b->on(kType);
+  b->manualSignOff();
+  EXPECT_FALSE(support::GuardPages::guards(marked));
+}
+
+TEST_F(Dispatcher, ASequenceFreesItsActionsMarkedOnesIncluded) {
+  support::GuardPages const guard;
+  auto const a = listener("a");
+  auto const b = listener("b");
+  b->then = [&](KivEvent *) { b->manualSignOff(); };
+  trigger(kType);
+  auto & dispatcher = KivEventDispatcher::Instance();
+  KivEventActionSeq const * const sequence = dispatcher.find(kType)->second;
+  auto const actions = sequence->actions();
+  ASSERT_EQ(actions.size(), 2u);
+  dispatcher.erase(kType);
+  delete sequence;
+  for (KivEventAction const * action : actions)
+    EXPECT_FALSE(support::GuardPages::guards(action));
+}
+
 // Nested walks
 
 TEST_F(Dispatcher, AHandlerMayTriggerAnotherType) {

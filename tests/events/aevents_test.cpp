@@ -1,7 +1,7 @@
 #include "aevents.hpp"
 
 #include "events/listeners.hpp"
-#include "support/import_hook.hpp"
+#include "support/debug_lines.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 
@@ -232,20 +232,9 @@ TEST_F(GrabFocus, GivesARealWindowTheFocus) {
 
 // The listener of a dynamic console, whose lines go to a debugger too
 
-Calls debugLines;
-
-BOOL WINAPI haveDebugger() { return TRUE; }
-void WINAPI keepLine(char const * text) { debugLines.emplace_back(text); }
-
 class DynamicConsoleListener : public testing::Test {
 protected:
-  DynamicConsoleListener() {
-    support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
-                            {{"IsDebuggerPresent", reinterpret_cast<void *>(haveDebugger)},
-                             {"OutputDebugStringA", reinterpret_cast<void *>(keepLine)}});
-    debugLines.clear();
-  }
-
+  support::DebugLines const debug;
   KivDynamicConsoleListener const listener;
 };
 
@@ -259,25 +248,25 @@ TEST_F(DynamicConsoleListener, WritesThePhaseOfTheStartUp) {
     int number_ [[maybe_unused]] = 4;
   } phase;
   phase.trigger();
-  EXPECT_EQ(debugLines, (Calls{"Loading the library\n"}));
+  EXPECT_EQ(debug.all(), (Calls{"Loading the library\n"}));
 }
 
 TEST_F(DynamicConsoleListener, WritesThatTheApplicationIsInitialized) {
   kivtest::trigger(KIV_EVENT_AppInitialized);
-  EXPECT_EQ(debugLines, (Calls{"[kiv] Application initialized\n"}));
+  EXPECT_EQ(debug.all(), (Calls{"[kiv] Application initialized\n"}));
 }
 
 TEST_F(DynamicConsoleListener, WritesThatTheApplicationEnds) {
   KivExitAppEvent("end(0)").trigger();
-  EXPECT_EQ(debugLines, (Calls{"[kiv] Application shutdown event recognized\n"}));
+  EXPECT_EQ(debug.all(), (Calls{"[kiv] Application shutdown event recognized\n"}));
 }
 
 TEST_F(DynamicConsoleListener, WritesChangesOfTheWindowStack) {
   KivWindowStackChangedEvent(2, true, "Open [1]").trigger();
   KivWindowStackChangedEvent(1, false, "").trigger();
   KivWindowStackChangedEvent(3000000000, true, "50%s %n").trigger();
-  EXPECT_EQ(debugLines, (Calls{"[kiv] WinStack: += 2 [Open [1]]\n", "[kiv] WinStack: -= 1 []\n",
-                               "[kiv] WinStack: += 3000000000 [50%s %n]\n"}));
+  EXPECT_EQ(debug.all(), (Calls{"[kiv] WinStack: += 2 [Open [1]]\n", "[kiv] WinStack: -= 1 []\n",
+                                "[kiv] WinStack: += 3000000000 [50%s %n]\n"}));
 }
 
 TEST_F(DynamicConsoleListener, HearsOfAllBeforeNormalPriorities) {

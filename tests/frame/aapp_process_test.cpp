@@ -66,8 +66,8 @@ TEST(Frame, OpensTheConsoleRightBehindTheCommandLine) {
                    "c----- _open_osfhandle", "c----- SetConsoleTitleA", "c----- SetConsoleCtrlHandler",
                    "c----- fopen trace.txt wt"}));
   // Its routine at exit runs when the library goes, after the program's own objects.
-  EXPECT_EQ(Lines(steps.end() - 3, steps.end()),
-            (Lines{"destroyed, toolkit down", "cf-dl- SetConsoleCtrlHandler", "cf-dl- FreeConsole"}));
+  EXPECT_EQ(Lines(steps.end() - 4, steps.end()), (Lines{"destroyed, toolkit down", "console listener deleted",
+                                                        "cf-dl- SetConsoleCtrlHandler", "cf-dl- FreeConsole"}));
 }
 
 TEST(Frame, AnExitCodeOfZeroPassesThroughDeInitSV) {

@@ -79,6 +79,15 @@ TEST(DynamicConsole, WithoutOneTheProcessEndsByAFatalMessage) {
   EXPECT_EQ(run.record(), Lines{"fatal 4711 AllocConsole failed"});
 }
 
+TEST(DynamicConsole, HasItsHandlerBeforeItsListenerAndLosesBothBeforeItIsFreed) {
+  ProductRun run("frame_console", "-console", {{"END", "1"}});
+  support::writeFile(run.path("go"), "");
+  EXPECT_EQ(run.exitCode(), 0u);
+  EXPECT_EQ(run.record(), (Lines{"handler added: 1, listener is heard: 0", "prepareApplication", "runApplication",
+                                 "console 1, window 1", "listener is there: 1", "destroyed",
+                                 "handler added: 0, listener is heard: 0", "console freed, listener is there: 0"}));
+}
+
 struct Event {
   char const * control;
   char const * line; ///< null: nothing is printed

@@ -1,9 +1,11 @@
 #include "aevents.hpp"
+#include "ainter.hpp"
 #include "awinstack.hpp"
 #include "frame/box_watch.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
 #include "locale/ainter_state.hpp"
+#include "sv/resource.hpp"
 #include "sv/window.hpp"
 
 #include <gtest/gtest.h>
@@ -108,6 +110,20 @@ TEST(SevereException, ThatIsSettledEndsNothing) {
   kivara::loadingResourceFile = true;
   application._handleException(0x400, 0);
   EXPECT_TRUE(ends.reasons.empty());
+}
+
+TEST(SevereException, OfAMissingResourceMakesTheNextManagerOfTheChainActive) {
+  RecordingApplication application;
+  KivInternational::InitAvailableLanguages();
+  ASSERT_TRUE(KivInternational::createResourceManager("kivara", true));
+  ASSERT_TRUE(KivInternational::createResourceManager("kivara", true));
+  SV::ResMgr * const next = KivInternational::getNextResMgr();
+  ASSERT_TRUE(next);
+  ASSERT_NE(SV::Resource::GetResManager(), next);
+  EXPECT_TRUE(application._handleException(0x100, 1));
+  EXPECT_EQ(SV::Resource::GetResManager(), next);
+  EXPECT_EQ(KivInternational::getNextResMgr(), nullptr);
+  KivInternational::DeleteResMgrs();
 }
 
 TEST(SevereException, InsideOfAnotherEndsNothingByItself) {

@@ -18,7 +18,7 @@
 namespace {
 
 constexpr int kShards = 10;
-constexpr std::size_t kTextsPerShard = 10'000;
+constexpr std::size_t kTextsPerShard = 1'000;
 
 std::string changed(std::string bytes, std::mt19937 & random) {
   auto const below = [&](std::size_t limit) { return limit == 0 ? 0 : random() % limit; };

@@ -78,6 +78,19 @@ class Dev(unittest.TestCase):
                 self.assertTrue(ended.stdout.startswith(f"usage: ./dev {verb}"))
                 self.assertIn(f"\n  {verb}", listed)
 
+    def RunOpensTheOrderModelUnlessTheArgumentsNameOne(self):
+        def model(*arguments):
+            script = 'root=/somewhere; source "$0"; order_model "$@"'
+            command = ["bash", "-c", script, str(ROOT / "scripts/run.sh"), *arguments]
+            return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
+
+        order = "-modelZ:/somewhere/apps/modeler/models/order.txt"
+        for arguments in ((), ("-console",), ("-h20", "-Model")):
+            self.assertEqual(model(*arguments), order)
+        for arguments in (("-modelmine.txt",), ("/modelmine.txt",), ("-h20", "-model")):
+            self.assertEqual(model(*arguments), "")
+        self.assertTrue((ROOT / "apps/modeler/models/order.txt").exists())
+
     def SaysHowFarALongStepIs(self):
         with tempfile.NamedTemporaryFile() as log:
             script = (f"set -euo pipefail; root={ROOT}; source {ROOT}/scripts/common.sh; progress_every=1; "

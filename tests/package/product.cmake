@@ -37,7 +37,8 @@ foreach(file IN LISTS beside)
 endforeach()
 run_in(${source} works ${CMAKE_COMMAND} --install ${build} --prefix ${shipped})
 expect_files(${shipped}/bin .debug/orders.exe.debug ${beside})
-expect_files(${shipped}/share/doc/kivara notices/NOTICES.txt notices/gcc-runtime.txt notices/openssl.txt notices/winpthreads.txt)
+expect_files(${shipped}/share/doc/kivara notices/NOTICES.txt notices/gcc-runtime.txt notices/minizip.txt notices/openssl.txt
+  notices/winpthreads.txt notices/zlib.txt)
 
 run_in(${source} works ${EMULATOR} ${shipped}/bin/orders.exe)
 expect_words("2057 milestone 17, activity 0")

@@ -5,7 +5,7 @@ set(all ${WORK}/samples)
 
 # One project around all of them: that takes less time than to configure each. What finds the library is their own.
 file(GLOB samples RELATIVE ${sources} ${sources}/*)
-if(NOT samples STREQUAL "controls;farcall;fetch;minimal;modeler;saving;service;words")
+if(NOT samples STREQUAL "controls;farcall;fetch;minimal;modeler;saving;search;service;textcommands;userwatch;words")
   message(SEND_ERROR "the installation has the samples ${samples}")
 endif()
 file(REMOVE_RECURSE ${all})
@@ -25,9 +25,11 @@ run_in(${all} works ${EMULATOR} ${all}/build/bin/ask.exe text.words "one two thr
 expect_words("3")
 run_in(${all} works ${EMULATOR} ${all}/build/bin/saving.exe order)
 expect_words("SaveModel order")
+run_in(${all} works ${EMULATOR} ${all}/build/bin/search.exe -w t?o ${DRIVE}${all}/text.txt)
+expect_words("text.txt:1:one two")
 run_in(${all} works ${EMULATOR} ${all}/build/bin/words.exe ${DRIVE}${all}/text.txt)
 expect_words("1:5 4 two")
-foreach(file IN ITEMS controls.exe language/1031/controls72.dll fetch.exe modeler.exe service.exe minimal.exe models/order.txt language/1031/modeler72.dll language/2057/modeler72.dll
+foreach(file IN ITEMS controls.exe language/1031/controls72.dll plugins/textcommands.dll plugins/userwatch.dll fetch.exe modeler.exe service.exe minimal.exe models/order.txt language/1031/modeler72.dll language/2057/modeler72.dll
     language/1031/minimal72.dll language/2057/kivara72.dll lang.ini)
   if(NOT EXISTS ${all}/build/bin/${file})
     message(SEND_ERROR "${file} was not built")

@@ -12,7 +12,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
+#include <io.h>
 #include <map>
 #include <memory>
 #include <string>
@@ -55,6 +57,20 @@ int noBox() {
 }
 
 int cancelledBox() { return IDCANCEL; }
+
+/// Called by the library instead of the runtime's fclose.
+int closeAndPrint(FILE * file) {
+  char path[MAX_PATH] = "";
+  GetFinalPathNameByHandleA(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file))), path, sizeof(path), 0);
+  char const * const separator = std::strrchr(path, '\\');
+  print("closed %s\n", separator != nullptr ? separator + 1 : path);
+  return std::fclose(file);
+}
+
+void watchClosedFiles() {
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "msvcrt.dll",
+                          {{"fclose", reinterpret_cast<void *>(closeAndPrint)}});
+}
 
 std::unique_ptr<SV::Window> window;
 
@@ -303,6 +319,7 @@ private:
       {"openlog", openLog},
       {"ownlogline", writeOwnLogLine},
       {"addtolog", [](auto & text) { Kiv_AddToLog("named.log", text.c_str()); }},
+      {"watchclosedfiles", [](auto &) { watchClosedFiles(); }},
       {"addtocsvlog", [](auto & text) { Kiv_AddToCSVLog("named.csv", text.c_str()); }},
       {"heapcheck", [](auto & file) { Kiv_DoHeapCheck(file.c_str(), 42, "ignored"); }},
       {"nullheapcheck", [](auto &) { Kiv_DoHeapCheck(nullptr, -1, nullptr); }},

@@ -2,10 +2,12 @@
 // then takes the control events of KIVARA_CONTROL one after the other: numbers reach the system's own routine for them
 // on a thread of its own, "c" is raised as Ctrl+C, "read" reads a line of the standard input.
 // In the end it prints a line on each output stream. KIVARA_TAKEN=1: the process has a console before the frame wants
-// one. KIVARA_HANDLELESS=1: the runtime refuses the console's handles.
+// one. KIVARA_HANDLELESS=1: the runtime refuses the console's handles. KIVARA_END=1: records what takes the console down.
 
 #include "frame_program.hpp"
 
+#include "aevent_dispatcher.hpp"
+#include "support/allocation.hpp"
 #include "support/import_spy.hpp"
 #include "tools/winapi.hpp"
 
@@ -50,6 +52,32 @@ void waitForGo() {
     Sleep(10);
 }
 
+/// The console's listener, which is the only one of that event here; null while there is none.
+KivEventListener const * listenerOnTheBus() {
+  auto const & dispatcher = KivEventDispatcher::Instance();
+  auto const entry = dispatcher.find(KIV_EVENT_AppInitialized);
+  bool const isThere = entry != dispatcher.end() && !entry->second->actions().empty();
+  return isThere ? entry->second->actions().front()->listener : nullptr;
+}
+
+KivEventListener const * listener = nullptr;
+
+void findListener() {
+  listener = listenerOnTheBus();
+  record("listener is there: %d", support::GuardPages::guards(listener));
+}
+
+void watchEnd() {
+  new support::GuardPages; // up to the end of the process
+  support::spyOnImport("kivara.dll", "SetConsoleCtrlHandler", [](support::SpiedCall const & call) {
+    bool const isHeard = !KivEventDispatcher::isShutDown() && listenerOnTheBus() != nullptr;
+    record("handler added: %d, listener is heard: %d", static_cast<BOOL>(call.arguments[1]), isHeard);
+  });
+  support::spyOnImport("kivara.dll", "FreeConsole", [](support::SpiedCall const &) {
+    record("console freed, listener is there: %d", support::GuardPages::guards(listener));
+  });
+}
+
 class ConsoleProgram : public FrameProgram {
 public:
   ConsoleProgram() {
@@ -59,6 +87,8 @@ public:
       support::spyOnImport("kivara.dll", "_open_osfhandle", [](support::SpiedCall & call) {
         call.arguments[0] = reinterpret_cast<std::uintptr_t>(INVALID_HANDLE_VALUE);
       });
+    if (number("END") != 0)
+      watchEnd();
     support::spyOnImport("kivara.dll", "FatalAppExitA", [](support::SpiedCall const & call) {
       record("fatal %d %s", static_cast<int>(call.arguments[0]), call.text(1));
     });
@@ -69,6 +99,8 @@ private:
   void run() override {
     record("console %d, window %d", hasConsole(), GetConsoleWindow() != nullptr);
     waitForGo();
+    if (number("END") != 0)
+      findListener();
     std::istringstream events(setting("CONTROL"));
     for (std::string event; events >> event;) {
       take(event);

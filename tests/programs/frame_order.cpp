@@ -3,6 +3,8 @@
 #include "frame_program.hpp"
 
 #include "acmdline.hpp"
+#include "aevent_dispatcher.hpp"
+#include "aevents.hpp"
 #include "aplatfrm.hpp"
 #include "support/import_spy.hpp"
 #include "sv/font.hpp"
@@ -45,6 +47,25 @@ void watchFiles() {
   });
 }
 
+void const * consoleListener = nullptr;
+
+/// The listener that a dynamic console has, among those of the end.
+void findConsoleListener() {
+  auto const entry = KivEventDispatcher::Instance().find(KIV_EVENT_AppExit);
+  if (entry == KivEventDispatcher::Instance().end())
+    return;
+  for (KivEventAction const * action : entry->second->actions())
+    if (auto const * const listener = dynamic_cast<KivDynamicConsoleListener *>(action->listener))
+      consoleListener = listener;
+}
+
+void watchConsoleListener() {
+  support::spyOnImport("kivara.dll", "_ZdlPvy", [](SpiedCall const & call) {
+    if (consoleListener != nullptr && call.arguments[0] == reinterpret_cast<std::uintptr_t>(consoleListener))
+      record("console listener deleted");
+  });
+}
+
 /// The result comes first among the arguments, then the identifier.
 void watchTexts() {
   support::spyOnImport("kivara.dll", "LoadString", [](SpiedCall const & call) {
@@ -63,6 +84,7 @@ void watchAll() {
         "SetResManager", "DeInitSV", "FreeConsole", "exit"})
     watch(function);
   watchFiles();
+  watchConsoleListener();
   watchTexts();
 }
 
@@ -82,6 +104,7 @@ public:
 
   int prepareApplication() override {
     step("prepareApplication");
+    findConsoleListener();
     return FrameProgram::prepareApplication();
   }
 

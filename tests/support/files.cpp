@@ -2,6 +2,7 @@
 
 #include "tools/winapi.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
@@ -29,23 +30,35 @@ std::string const & startFolder() {
 }
 std::string const & askedAtStart = startFolder();
 
-void removeTree(std::string const & path) {
+struct Entry {
+  std::string name;
+  bool isFolder;
+};
+
+std::vector<Entry> entriesIn(std::string const & path) {
+  std::vector<Entry> entries;
   WIN32_FIND_DATAA entry;
   HANDLE const search = FindFirstFileA((path + "\\*").c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE)
-    return;
+    return entries;
   do {
     std::string const name = entry.cFileName;
-    std::string const full = path + '\\' + name;
-    if (name == "." || name == "..")
-      continue;
+    if (name != "." && name != "..")
+      entries.push_back({name, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+  } while (FindNextFileA(search, &entry));
+  FindClose(search);
+  return entries;
+}
+
+void removeTree(std::string const & path) {
+  for (auto const & entry : entriesIn(path)) {
+    std::string const full = path + '\\' + entry.name;
     SetFileAttributesA(full.c_str(), FILE_ATTRIBUTE_NORMAL);
-    if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+    if (entry.isFolder)
       removeTree(full);
     else
       DeleteFileA(full.c_str());
-  } while (FindNextFileA(search, &entry));
-  FindClose(search);
+  }
   RemoveDirectoryA(path.c_str());
 }
 
@@ -69,6 +82,14 @@ void writeFile(std::string const & path, std::string_view bytes) {
 }
 
 bool exists(std::string const & path) { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+std::vector<std::string> entriesOf(std::string const & folder) {
+  std::vector<std::string> names;
+  for (auto const & entry : entriesIn(folder))
+    names.push_back(entry.name);
+  std::sort(names.begin(), names.end());
+  return names;
+}
 
 void setReadOnly(std::string const & path, bool on) {
   DWORD const attributes = GetFileAttributesA(path.c_str());

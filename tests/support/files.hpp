@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace support {
 
@@ -23,6 +24,9 @@ void writeFile(std::string const & path, std::string_view bytes);
 
 /// Whether a file or a folder of that name exists.
 bool exists(std::string const & path);
+
+/// The names of all entries of a folder, in byte order.
+std::vector<std::string> entriesOf(std::string const & folder);
 
 /// Sets or clears the read-only attribute. An administrator of a Unix file system is not stopped by it: to have a file
 /// that surely cannot be written, use FileInUse or put a folder in its place.

@@ -104,6 +104,11 @@ HttpAnswer okWith(std::string const & body, std::string const & headers) {
           .end = HttpAnswer::End::keep};
 }
 
+HttpAnswer redirectTo(std::string const & path) {
+  return {.bytes = "HTTP/1.1 302 Found\r\nLocation: " + path + "\r\nContent-Length: 3\r\n\r\nold",
+          .end = HttpAnswer::End::keep};
+}
+
 std::string testAuthorityFile() { return pathOf(KIVARA_CERTIFICATES "/authority.der"); }
 
 Socket::~Socket() { closesocket(socket_); }

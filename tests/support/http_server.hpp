@@ -33,6 +33,9 @@ struct HttpAnswer {
 /// \param headers  lines, each with "\r\n"
 HttpAnswer okWith(std::string const & body, std::string const & headers = "");
 
+/// An answer of status 302 with a body of three bytes, "old"; the connection is kept, since the client goes on at once.
+HttpAnswer redirectTo(std::string const & path);
+
 /// One socket; closed with this object.
 class Socket {
 public:

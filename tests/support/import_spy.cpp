@@ -71,7 +71,7 @@ void * makeStub(Watch const * watch, std::uintptr_t original) {
 
 /// In a mangled name every identifier has its length in front.
 bool isNamed(std::string_view imported, std::string_view function) {
-  if (!imported.starts_with("_Z"))
+  if (imported == function || !imported.starts_with("_Z"))
     return imported == function;
   std::string const identifier = std::to_string(function.size()) + std::string(function);
   std::size_t const at = imported.find(identifier);

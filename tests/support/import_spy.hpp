@@ -27,7 +27,7 @@ struct SpiedCall {
 using Spy = std::function<void(SpiedCall &)>;
 
 /// \param module    the file name of a loaded DLL; null is the program
-/// \param function  the name of a C function to the letter; of a C++ function without its scopes and arguments
+/// \param function  the name of a C function to the letter; of a C++ function without its scopes and arguments, or mangled
 ///                  One of a DLL that the module loads late is seen unless the module has called it before
 /// \return false when the module imports no such function
 bool spyOnImport(char const * module, char const * function, Spy spy);

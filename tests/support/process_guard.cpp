@@ -129,10 +129,20 @@ DWORD WINAPI watch(void *) {
   endProcess(ProcessGuard::kTimedOut);
 }
 
+/// Before the filter of kivara.dll, which lets no other one be set in its place, and would show a box.
+void setCrashFilter() {
+  using Setter = void WINAPI(PTOP_LEVEL_EXCEPTION_FILTER);
+  FARPROC const setter = GetProcAddress(GetModuleHandleA("ntdll.dll"), "RtlSetUnhandledExceptionFilter");
+  if (setter != nullptr)
+    reinterpret_cast<Setter *>(reinterpret_cast<void (*)()>(setter))(crashed);
+  else
+    SetUnhandledExceptionFilter(crashed);
+}
+
 } // namespace
 
 ProcessGuard::ProcessGuard() {
-  SetUnhandledExceptionFilter(crashed);
+  setCrashFilter();
   std::signal(SIGABRT, aborted);
   DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &mainThread, 0, FALSE,
                   DUPLICATE_SAME_ACCESS);

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// How many pens, brushes and fonts the window library holds: counted through what it imports, since the system's own
+/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library holds: counted through what it imports, since the system's own
 /// count is 0 under Wine.
 
 #include "support/import_hook.hpp"
@@ -30,6 +30,31 @@ inline HFONT WINAPI countFont(LOGFONTA const * description) {
   return font;
 }
 
+inline HRGN WINAPI countRegion(RECT const * area) {
+  HRGN const region = CreateRectRgnIndirect(area);
+  gdiObjects() += region ? 1 : 0;
+  return region;
+}
+
+inline HBITMAP WINAPI countBitmap(HDC device, BITMAPINFO const * info, UINT use, void ** bits, HANDLE section,
+                                  DWORD offset) {
+  HBITMAP const bitmap = CreateDIBSection(device, info, use, bits, section, offset);
+  gdiObjects() += bitmap ? 1 : 0;
+  return bitmap;
+}
+
+inline HDC WINAPI countDevice(HDC like) {
+  HDC const device = CreateCompatibleDC(like);
+  gdiObjects() += device ? 1 : 0;
+  return device;
+}
+
+inline BOOL WINAPI countDeletedDevice(HDC device) {
+  BOOL const deleted = DeleteDC(device);
+  gdiObjects() -= deleted ? 1 : 0;
+  return deleted;
+}
+
 inline BOOL WINAPI countDeleted(HGDIOBJ object) {
   BOOL const deleted = DeleteObject(object);
   gdiObjects() -= deleted ? 1 : 0;
@@ -43,6 +68,10 @@ inline void countGdiObjects() {
                           {{"CreatePen", reinterpret_cast<void *>(countPen)},
                            {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
                            {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
+                           {"CreateRectRgnIndirect", reinterpret_cast<void *>(countRegion)},
+                           {"CreateDIBSection", reinterpret_cast<void *>(countBitmap)},
+                           {"CreateCompatibleDC", reinterpret_cast<void *>(countDevice)},
+                           {"DeleteDC", reinterpret_cast<void *>(countDeletedDevice)},
                            {"DeleteObject", reinterpret_cast<void *>(countDeleted)}});
 }
 

@@ -130,6 +130,11 @@ TEST(ProductValues, AreEmptyAtFirst) {
   EXPECT_TRUE(Kiv_Is_DBConnected());
 }
 
+TEST(ProductValues, OfTheLoginAreTheirNumbers) {
+  EXPECT_EQ(KIV_DB_SINGLE_SIGN_ON_OFF, 0);
+  EXPECT_EQ(KIV_DB_SINGLE_SIGN_ON, 1);
+}
+
 TEST(ProductValues, AreWhatWasStored) {
   Kiv_SetLoginType(KIV_DB_SINGLE_SIGN_ON);
   Kiv_SetCurrentUserDisplayName("J\xFCrgen");

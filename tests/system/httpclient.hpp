@@ -5,6 +5,8 @@
 #include "ahttp.hpp"
 #include "support/http_server.hpp"
 
+#include <gtest/gtest.h>
+
 #include <ostream>
 #include <string>
 
@@ -43,6 +45,19 @@ inline bool holds(std::string const & text, std::string const & part) { return t
 inline bool holds(WString const & text, wchar_t const * part) {
   return std::wstring(text.c_str()).find(part) != std::wstring::npos;
 }
+
+/// Tests beside a server that each of them has for itself.
+class HttpClient : public testing::Test {
+protected:
+  /// Sends the server's next request and gives it as it arrived.
+  std::string sent(KivHTTPClient & client, wchar_t const * method = L"GET") const {
+    std::size_t const before = server.requests().size();
+    EXPECT_TRUE(client.SendHttpRequest(method, false)) << client.GetLastError();
+    return server.requests().substr(before);
+  }
+
+  HttpServer server;
+};
 
 /// A client that has had an answer of status 200 with the body "former" from \p server.
 class ClientWithFormerAnswer : public KivHTTPClient {

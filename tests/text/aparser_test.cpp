@@ -148,10 +148,9 @@ TEST(TextParser, OwnsItsReader) {
     EXPECT_EQ(parser.GetLineReader(), reader);
     EXPECT_EQ(record.inits, 1);
     EXPECT_EQ(record.lines, 1);
-    EXPECT_EQ(record.dones, 0);
+    EXPECT_EQ(record.end, Tokens{});
   }
-  EXPECT_EQ(record.dones, 1);
-  EXPECT_EQ(record.deaths, 1);
+  EXPECT_EQ(record.end, (Tokens{"done", "deleted"}));
 }
 
 TEST(TextParser, ReadsNothingWhenInitFails) {

@@ -2,6 +2,7 @@
 
 #include "textfile.hpp"
 
+#include "support/allocation.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstring>
@@ -321,6 +322,17 @@ TEST(TextFileReader, FileStaysOpenUntilTheReaderDies) {
     EXPECT_FALSE(DeleteFileA(name.c_str()));
   }
   EXPECT_TRUE(DeleteFileA(name.c_str()));
+}
+
+TEST(TextFileReader, OwnsItsBuffer) {
+  support::GuardPages const guard;
+  char const * buffer = nullptr;
+  {
+    Owned<OpenReader> const reader(writeText("one\n"));
+    buffer = reader->buffer;
+    ASSERT_TRUE(support::GuardPages::guards(buffer));
+  }
+  EXPECT_FALSE(support::GuardPages::guards(buffer));
 }
 
 TEST(TextFileReader, OthersMayReadItsFileButNotWriteIt) {

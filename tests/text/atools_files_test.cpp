@@ -32,9 +32,10 @@ INSTANTIATE_TEST_SUITE_P(Plain, ValidFilename,
                                          Row{"//a", false}, Row{"ab://x", false}, Row{"http://x/y", false}));
 
 INSTANTIATE_TEST_SUITE_P(Colon, ValidFilename,
-                         testing::Values(Row{"c:file", true}, Row{"Z:/f", true}, Row{"ab:c", false}, Row{":a", false},
-                                         Row{"1:a", false}, Row{"C:a:b", false}, Row{"dir\\a:b", false},
-                                         Row{"C::a", false}));
+                         testing::Values(Row{"c:file", true}, Row{"Z:/f", true}, Row{"A:f", true}, Row{"a:f", true},
+                                         Row{"z:f", true}, Row{"@:f", false}, Row{"[:f", false}, Row{"`:f", false},
+                                         Row{"{:f", false}, Row{"ab:c", false}, Row{":a", false}, Row{"1:a", false},
+                                         Row{"C:a:b", false}, Row{"dir\\a:b", false}, Row{"C::a", false}));
 
 INSTANTIATE_TEST_SUITE_P(Characters, ValidFilename,
                          testing::Values(Row{"a|b", false}, Row{"a*", false}, Row{"<a", false}, Row{"a>b", false},

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t kFilesOfAPart = 6250;
+constexpr std::size_t kFilesOfAPart = 625;
 
 std::string goodText() {
   std::string text;

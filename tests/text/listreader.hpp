@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A reader that is not a file reader, and counts the calls of its operations.
+/// A reader that is not a file reader, and records the calls of its operations.
 
 #include "areader.hpp"
 
@@ -12,20 +12,19 @@ public:
   struct Record {
     int inits = 0;
     int lines = 0;
-    int dones = 0;
-    int deaths = 0;
+    std::vector<std::string> end; ///< "done", "deleted"
   };
 
   ListReader(std::vector<std::string> lines, Record & record, bool opens = true)
       : lines_(std::move(lines)), record_(record), opens_(opens) {}
-  ~ListReader() override { ++record_.deaths; }
+  ~ListReader() override { record_.end.emplace_back("deleted"); }
 
   bool Init() override {
     ++record_.inits;
     return opens_;
   }
   bool Done() override {
-    ++record_.dones;
+    record_.end.emplace_back("done");
     return true;
   }
   bool GetLine(SV::String & line) override {

@@ -98,7 +98,39 @@ INSTANTIATE_TEST_SUITE_P(
                     BadList{"identifier and more", "1a b\n", "list.txt:1: a line begins with"},
                     BadList{"bad escape", "1 a\\q\n", "list.txt:1: '\\' is followed by none of"},
                     BadList{"bad digits", "1 a\\xZ0\n", "list.txt:1: '\\' is followed by none of"},
-                    BadList{"escape at the end", "1 a\\\n", "list.txt:1: '\\' is followed by none of"}));
+                    BadList{"escape at the end", "1 a\\\n", "list.txt:1: '\\' is followed by none of"},
+                    BadList{"empty with blanks", "2  \t\n", "list.txt:1: the text is empty\r\n"}));
+// None of these is seen in an editor.
+INSTANTIATE_TEST_SUITE_P(
+    HiddenFaults, KivmlList,
+    testing::Values(
+        BadList{"carriage return within a line", "1 a\n2 b\rc\n",
+                "list.txt:2: a carriage return without a line feed; write \\r where one is meant\r\n"},
+        BadList{"carriage returns as line ends", "1 a\r2 b\r", "list.txt:1: a carriage return without a line feed"},
+        BadList{"two carriage returns", "1 a\r\r\n", "list.txt:1: a carriage return without a line feed"},
+        BadList{"blank at the end", "1 a \r\n",
+                "list.txt:1: a blank at the end of the line; write \\x20 or \\t where one is meant\r\n"},
+        BadList{"tab at the end", "1 a\t\n", "list.txt:1: a blank at the end of the line"},
+        BadList{"NUL", std::string("1 a\0b\n", 6),
+                "list.txt:1: a NUL byte: the list is not UTF-8, or damaged; write \\x00 where one is meant\r\n"},
+        BadList{"an accent that no letter of the code page has", "1 q\xCC\x88\n",
+                "list.txt:1: code page 1252 has no U+0308"}));
+
+TEST(Kivml, ComposesLettersWithSeparateAccents) {
+  Packer const packer;
+  packer.write("list.txt", "1 Aktivita\xCC\x88t\n2 e\xCC\x81te\xCC\x81\n");
+  auto const result = packer.run("pack list.txt kivml.dll");
+  EXPECT_EQ(result.errors, "");
+  EXPECT_EQ(packer.read("kivml.dll"), packedTexts({{1, "Aktivit\xE4t"}, {2, "\xE9t\xE9"}}));
+}
+
+// Code page 1258 writes vowels and tones apart.
+TEST(Kivml, LeavesAccentsThatTheCodePageHas) {
+  Packer const packer;
+  packer.write("list.txt", "1 e\xCC\x80\n");
+  EXPECT_EQ(packer.run("pack list.txt kivml.dll --codepage 1258").exitCode, 0u);
+  EXPECT_EQ(packer.read("kivml.dll"), packedTexts({{1, "e\xCC"}}));
+}
 
 TEST(Kivml, TellsAllFaultsInTheOrderOfTheLines) {
   Packer const packer;
@@ -224,6 +256,17 @@ TEST(Kivml, SaysHowItIsUsed) {
     auto const result = packer.run(arguments);
     EXPECT_EQ(result.exitCode, 2u) << arguments;
     EXPECT_TRUE(holds(result.errors, "usage: kivml pack LIST PACKED [--codepage N]\r\n")) << arguments;
+  }
+}
+
+TEST(Kivml, GivesItsHelpWhenAsked) {
+  Packer const packer;
+  for (std::string const arguments : {"--help", "pack --help", "--help check x"}) {
+    auto const result = packer.run(arguments);
+    EXPECT_EQ(result.exitCode, 0u) << arguments;
+    EXPECT_EQ(result.errors, "") << arguments;
+    EXPECT_TRUE(holds(result.output, "usage: kivml pack LIST PACKED [--codepage N]\r\n")) << arguments;
+    EXPECT_TRUE(holds(result.output, "Exit code 0: done")) << arguments;
   }
 }
 

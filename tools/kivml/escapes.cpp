@@ -1,6 +1,6 @@
 #include "escapes.hpp"
 
-#include "codepage.hpp"
+#include "shared/codepage.hpp"
 
 #include <cctype>
 #include <cstdio>
@@ -8,13 +8,16 @@
 namespace kivml {
 namespace {
 
+using kivtools::fromUtf8;
+using kivtools::toUtf8;
+
 struct Escape {
   char letter;
   char character;
 };
 constexpr Escape kEscapes[] = {{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}};
 
-/// The byte of the escape behind the backslash at \p position, which then stands on its last character.
+/// The byte of the escape after the backslash at \p position, which then stands on its last character.
 std::optional<char> readEscape(std::string const & utf8, std::size_t & position) {
   char const letter = position + 1 < utf8.size() ? utf8[position + 1] : '\0';
   for (Escape const & escape : kEscapes) {

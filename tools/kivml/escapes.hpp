@@ -7,7 +7,7 @@
 
 namespace kivml {
 
-/// The text behind its written form: "\n", "\r", "\t" and "\\" are what they are in C, and "\x" with two hexadecimal
+/// The text that a written form stands for: "\n", "\r", "\t" and "\\" are what they are in C, and "\x" with two hexadecimal
 /// digits is one byte of the code page, whatever it stands for.
 /// \param utf8      the written form
 /// \param reason    why there is no text

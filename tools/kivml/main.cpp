@@ -1,7 +1,7 @@
 // kivml: packs a list of texts for one language into kivml.dll, unpacks such a file and checks one.
-#include "codepage.hpp"
-#include "fileaccess.hpp"
 #include "packedfile.hpp"
+#include "shared/codepage.hpp"
+#include "shared/fileaccess.hpp"
 #include "textlist.hpp"
 
 #include <algorithm>
@@ -17,6 +17,8 @@
 namespace {
 
 using namespace kivml;
+using kivtools::readFile;
+using kivtools::writeFile;
 
 constexpr int kDone = 0;
 constexpr int kFaulty = 1;
@@ -26,13 +28,16 @@ constexpr char kUsage[] =
     "usage: kivml pack LIST PACKED [--codepage N]\n"
     "       kivml unpack PACKED LIST [--codepage N]\n"
     "       kivml check PACKED\n"
+    "       kivml --help\n"
     "LIST is UTF-8 with a text on each line: its decimal identifier, a blank, the text. \\n, \\r, \\t,\n"
     "\\\\ and \\xHH stand for characters; lines that begin with ';' are comments. The code page is\n"
-    "1252 unless told otherwise.\n";
+    "1252 unless --codepage gives another.\n"
+    "Exit code 0: done; 1: a fault in the input, or a file that cannot be read or written; 2: wrong usage.\n";
 
 struct Arguments {
   std::vector<std::string> words;
   unsigned codePage = 1252;
+  bool wantsHelp = false;
 };
 
 /// The number of a code page that texts can be in.
@@ -41,12 +46,16 @@ std::optional<unsigned> readCodePage(std::string const & text) {
   if (text.empty() || text.size() > kMostDigits || text.find_first_not_of("0123456789") != std::string::npos)
     return std::nullopt;
   auto const number = static_cast<unsigned>(std::stoul(text));
-  return isUsableCodePage(number) ? std::optional(number) : std::nullopt;
+  return kivtools::isUsableCodePage(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<Arguments> readArguments(int argc, char ** argv) {
   Arguments arguments;
   for (int i = 1; i < argc; ++i) {
+    if (std::string(argv[i]) == "--help") {
+      arguments.wantsHelp = true;
+      continue;
+    }
     if (std::string(argv[i]) != "--codepage") {
       arguments.words.emplace_back(argv[i]);
       continue;
@@ -63,8 +72,8 @@ std::optional<Arguments> readArguments(int argc, char ** argv) {
   return arguments;
 }
 
-/// Tells the faults in the order of their places, as "file:line: reason" or "file: record N: reason".
-int tell(std::string const & file, Faults faults, char const * placeName) {
+/// Prints the faults in the order of their places, as "file:line: reason" or "file: record N: reason".
+int printFaults(std::string const & file, Faults faults, char const * placeName) {
   std::stable_sort(faults.begin(), faults.end(), [](Fault const & a, Fault const & b) { return a.place < b.place; });
   for (Fault const & fault : faults) {
     std::string const place = fault.place == 0 ? "" : placeName + std::to_string(fault.place);
@@ -88,7 +97,7 @@ int packList(std::string const & list, std::string const & packed, unsigned code
     writeFile(packed, pack(texts));
     std::printf("%s: %zu texts\n", packed.c_str(), texts.size());
   }
-  return tell(list, faults, ":");
+  return printFaults(list, faults, ":");
 }
 
 int unpackFile(std::string const & packed, std::string const & list, unsigned codePage) {
@@ -99,7 +108,7 @@ int unpackFile(std::string const & packed, std::string const & list, unsigned co
     writeFile(list, writeList(texts, codePage));
     std::printf("%s: %zu texts\n", list.c_str(), texts.size());
   }
-  return tell(packed, faults, ": record ");
+  return printFaults(packed, faults, ": record ");
 }
 
 int checkFile(std::string const & packed) {
@@ -107,10 +116,14 @@ int checkFile(std::string const & packed) {
   Texts const texts = unpack(readFile(packed), faults);
   if (faults.empty())
     std::printf("%s: %zu texts, no fault\n", packed.c_str(), texts.size());
-  return tell(packed, faults, ": record ");
+  return printFaults(packed, faults, ": record ");
 }
 
 int run(Arguments const & arguments) {
+  if (arguments.wantsHelp) {
+    std::fputs(kUsage, stdout);
+    return kDone;
+  }
   std::vector<std::string> const & words = arguments.words;
   if (words.size() == 3 && words[0] == "pack")
     return packList(words[1], words[2], arguments.codePage);

@@ -13,7 +13,18 @@ constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 constexpr char kBlanks[] = " \t";
 constexpr char kDigits[] = "0123456789";
 
-/// The identifier at the start of \p line, which then begins behind it.
+/// Why the bytes of a line cannot be meant; empty when they can. An editor does not show any of these.
+std::string hiddenFault(std::string const & line) {
+  if (line.find('\0') != std::string::npos)
+    return "a NUL byte: the list is not UTF-8, or damaged; write \\x00 where one is meant";
+  if (line.find('\r') != std::string::npos)
+    return "a carriage return without a line feed; write \\r where one is meant";
+  if (std::string(kBlanks).find(line.back()) != std::string::npos)
+    return "a blank at the end of the line; write \\x20 or \\t where one is meant";
+  return std::string();
+}
+
+/// The identifier at the start of \p line, which then begins after it.
 std::optional<std::uint32_t> takeIdentifier(std::string & line, std::string & reason) {
   std::size_t const length = std::min(line.find_first_not_of(kDigits), line.size());
   if (length == 0 || (length < line.size() && std::string(kBlanks).find(line[length]) == std::string::npos)) {
@@ -37,10 +48,12 @@ std::optional<Text> readLine(std::string line, unsigned codePage, std::string & 
   std::optional<std::uint32_t> const resId = takeIdentifier(line, reason);
   if (!resId)
     return std::nullopt;
-  if (line.size() < 2) {
+  if (line.find_first_not_of(kBlanks) == std::string::npos) {
     reason = "the text is empty";
     return std::nullopt;
   }
+  if (reason = hiddenFault(line); !reason.empty())
+    return std::nullopt;
   std::optional<std::string> text = readWritten(line.substr(1), codePage, reason);
   if (!text)
     return std::nullopt;

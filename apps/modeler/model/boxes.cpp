@@ -33,8 +33,7 @@ ISequence<TextLine> linesOf(Node const & node, Measures const & measures, TextFa
   };
   for (String const & line : wrapped(node.text, measures.textWidth, facts.size))
     add(line, std::min(facts.size(line).width, measures.textWidth), false);
-  if (node.duration > 0) {
-    String const text = facts.duration(node.duration);
+  if (String const text = facts.duration(node); text.Len() > 0) {
     top += lines.empty() ? 0 : measures.gap;
     add(text, facts.size(text).width, true);
   }

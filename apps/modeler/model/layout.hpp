@@ -13,7 +13,7 @@ namespace modeler {
 /// What the layout has to be told of texts.
 struct TextFacts {
   TextSize size;
-  std::function<SV::String(long minutes)> duration; ///< how a duration is worded
+  std::function<SV::String(Node const &)> duration; ///< how long a node takes, in words; empty for nothing to show
 };
 
 /// A line of text and the area for it; a text that is wider is to be cut.

@@ -1,5 +1,6 @@
 #include "modelwriter.hpp"
 
+#include "modeltime.hpp"
 #include "words.hpp"
 
 #include <fstream>
@@ -22,10 +23,18 @@ Word wordOf(NodeKind kind) {
   }
 }
 
-String lineOf(Node const & node) {
+String lineOf(Calendar const & calendar) {
+  return word(WORD_CALENDAR) + " " + numberText(calendar.daysPerYear) + " " + numberText(calendar.hoursPerDay);
+}
+
+String lineOf(SV::Date const & date) { return word(WORD_DATE) + " " + quoted(dateText(date)); }
+
+String lineOf(ProcessModel const & model, Node const & node) {
   String line = word(wordOf(node.kind)) + " " + node.id + " " + quoted(node.text);
   if (node.duration > 0)
     line += " " + word(WORD_DURATION) + " " + String(node.duration);
+  else if (node.seconds > 0)
+    line += " " + word(WORD_DURATION) + " " + quoted(timeText(model.calendar, node.seconds));
   return line;
 }
 
@@ -41,8 +50,12 @@ String lineOf(ProcessModel const & model, Flow const & flow) {
 bool writeProcessModel(String const & fileName, ProcessModel const & model) {
   std::ofstream file(fileName.c_str());
   file << (word(WORD_PROCESS) + " " + quoted(model.name)).c_str() << '\n';
+  if (model.date)
+    file << lineOf(*model.date).c_str() << '\n';
+  if (model.calendar.isGiven())
+    file << lineOf(model.calendar).c_str() << '\n';
   for (Node const & node : model.nodes)
-    file << lineOf(node).c_str() << '\n';
+    file << lineOf(model, node).c_str() << '\n';
   for (Flow const & flow : model.flows)
     file << lineOf(model, flow).c_str() << '\n';
   file.close();

@@ -1,11 +1,14 @@
 #include "processmodel.hpp"
 
+#include "linecheck.hpp"
+#include "modeltime.hpp"
 #include "words.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <clocale>
 #include <cstdlib>
-#include <numeric>
+#include <cstring>
 #include <optional>
 
 using SV::String;
@@ -31,8 +34,14 @@ std::optional<NodeKind> kindOf(String const & token) {
   return std::nullopt;
 }
 
-/// Without the backslashes in front of quotation marks.
+/// Without the backslashes before quotation marks.
 String unquoted(String const & text) { return Kiv_Unmask(text.c_str(), '\\'); }
+
+/// Whether it consists of digits; a plus sign may precede them.
+bool isCount(String const & token) {
+  char const * const digits = token.c_str() + (token.c_str()[0] == '+' ? 1 : 0);
+  return digits[0] != '\0' && digits[std::strspn(digits, "0123456789")] == '\0';
+}
 
 /// While it lives, letters are those of the code page: the parser asks the runtime what belongs to a word.
 class LettersOfCodePage {
@@ -51,11 +60,14 @@ public:
   Reader(String const & fileName, ProcessModel & model)
       : parser_(new KivTextFileReader(fileName.c_str()), 1), model_(model) {}
 
-  ModelReport read() {
+  /// \param lineCount  of the file, counted by other means
+  ModelReport read(std::int64_t lineCount) {
     if (!parser_.IsOkay() && parser_.GetLookAheadLineNumber() == 0)
       fail(ModelFault::NotReadable);
     while (report_.fault == ModelFault::None && readStatement()) {
     }
+    if (report_.fault == ModelFault::None && parser_.GetLookAheadLineNumber() <= lineCount)
+      report_ = {ModelFault::LineLost, lineCount, String()};
     return report_;
   }
 
@@ -72,6 +84,10 @@ private:
       return false;
     if (is(word, WORD_PROCESS))
       readText(model_.name);
+    else if (is(word, WORD_CALENDAR))
+      readCalendarStatement();
+    else if (is(word, WORD_DATE))
+      readDateStatement();
     else if (is(word, WORD_FLOW))
       readFlow();
     else if (std::optional<NodeKind> const kind = kindOf(word))
@@ -79,6 +95,23 @@ private:
     else
       fail(ModelFault::NoStatement, word);
     return true;
+  }
+
+  void readCalendarStatement() {
+    String days;
+    String hours;
+    if (!model_.nodes.empty())
+      fail(ModelFault::LateCalendar);
+    else if (!parser_.GetNextToken(days) || !parser_.GetNextToken(hours))
+      fail(ModelFault::NoCalendar);
+    else
+      check(readCalendar(days, hours, model_.calendar));
+  }
+
+  void readDateStatement() {
+    String date;
+    if (readText(date))
+      check(readDate(date, model_.date), date);
   }
 
   void readNode(NodeKind kind) {
@@ -93,7 +126,7 @@ private:
     parser_.GetLookAheadToken(word);
     if (parser_.IsOkay() && is(word, WORD_DURATION)) {
       parser_.SkipToken();
-      if (!readNumber(node.duration))
+      if (parser_.IsNext('"') ? !readExactDuration(node.seconds) : !readDuration(node.duration))
         return;
     }
     model_.nodes.push_back(node);
@@ -121,20 +154,33 @@ private:
   }
 
   bool readText(String & text) {
+    std::int64_t const line = parser_.GetLookAheadLineNumber();
     if (!parser_.ExpectToken('"'))
       return fail(ModelFault::NoText);
     String quoted;
     parser_.GetUntil('"', quoted, true, '\\');
+    if (std::strchr(quoted.c_str(), '\n') != nullptr) {
+      line_ = line;
+      return fail(ModelFault::TextOpen);
+    }
     text = unquoted(quoted);
     return true;
   }
 
-  bool readNumber(long & number) {
+  bool readExactDuration(double & seconds) {
+    String time;
+    return readText(time) && check(readTime(time, model_.calendar, seconds), time);
+  }
+
+  bool readDuration(long & minutes) {
     String token;
-    if (!parser_.GetNextToken(token) || !Kiv_Valid_Integer(token.c_str()) || token.Len() > 9 ||
-        std::atol(token.c_str()) < 0)
+    if (!parser_.GetNextToken(token) || !isCount(token))
       return fail(ModelFault::NoDuration);
-    number = std::atol(token.c_str());
+    errno = 0;
+    long const value = std::strtol(token.c_str(), nullptr, 10);
+    if (errno == ERANGE || value > kLongestDuration)
+      return fail(ModelFault::TooLong, token);
+    minutes = value;
     return true;
   }
 
@@ -142,6 +188,10 @@ private:
     auto const place =
         std::find_if(model_.nodes.begin(), model_.nodes.end(), [&id](Node const & node) { return node.id == id; });
     return static_cast<std::size_t>(place - model_.nodes.begin());
+  }
+
+  bool check(ModelFault fault, String const & word = String()) {
+    return fault == ModelFault::None || fail(fault, word);
   }
 
   bool fail(ModelFault fault, String const & word = String()) {
@@ -160,13 +210,11 @@ private:
 
 bool readProcessModel(String const & fileName, ProcessModel & model, ModelReport & report) {
   model = {};
-  report = Reader(fileName, model).read();
+  std::int64_t lineCount = 0;
+  report = checkLines(fileName, lineCount); // first of all: the reader would end the process at a line that is too long
+  if (report.fault == ModelFault::None)
+    report = Reader(fileName, model).read(lineCount);
   return report.fault == ModelFault::None;
-}
-
-long long totalDuration(ProcessModel const & model) {
-  return std::accumulate(model.nodes.begin(), model.nodes.end(), 0LL,
-                         [](long long sum, Node const & node) { return sum + node.duration; });
 }
 
 } // namespace modeler

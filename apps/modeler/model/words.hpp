@@ -11,7 +11,9 @@ enum Word : unsigned short {
   WORD_END = 1004,
   WORD_DURATION = 1005,
   WORD_PROCESS = 1006,
-  WORD_FLOW = 1007
+  WORD_FLOW = 1007,
+  WORD_CALENDAR = 1008,
+  WORD_DATE = 1009
 };
 
 } // namespace modeler

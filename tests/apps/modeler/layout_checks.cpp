@@ -196,7 +196,7 @@ TextFacts plainTexts(long scale) {
   return {[scale](String const & text) {
             return SV::Size{7 * scale * text.Len(), 16 * scale};
           },
-          [](long minutes) { return String(minutes) + " min"; }};
+          [](modeler::Node const & node) { return node.duration > 0 ? String(node.duration) + " min" : String(); }};
 }
 
 std::vector<std::string> faultsOf(ProcessModel const & model, Layout const & layout) {

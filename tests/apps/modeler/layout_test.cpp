@@ -35,9 +35,14 @@ TEST(Layout, GivesAWordThatIsTooLongTheWidthOfAFullLine) {
   EXPECT_EQ(box.lines[0].area.GetSize().width, 9 * 16);
 }
 
+TEST(Layout, LeavesNoRoomForADurationThatIsNotShown) {
+  EXPECT_EQ(boxOf(NodeKind::Activity, "Text").lines.size(), 1u);
+  EXPECT_EQ(boxOf(NodeKind::Activity, "Text", 5).lines.size(), 2u);
+}
+
 TEST(Layout, NeverCutsADuration) {
   TextFacts facts = plainTexts();
-  facts.duration = [](long) { return String("a duration that is worded at length"); };
+  facts.duration = [](modeler::Node const &) { return String("a duration that is worded at length"); };
   Layout const layout = layOut({"", {{NodeKind::Activity, "a", "short", 5}}, {}}, facts);
   EXPECT_EQ(layout.boxes[0].lines[1].area.GetSize().width, 35 * 7);
 }

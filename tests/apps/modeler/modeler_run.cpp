@@ -3,6 +3,8 @@
 #include "aappinfo.hpp"
 #include "tools/winapi.hpp"
 
+#include <gtest/gtest.h>
+
 namespace modeler {
 namespace {
 
@@ -36,5 +38,24 @@ HWND documentOf(HWND window, std::string const & title) {
 }
 
 bool waitForDocument(HWND window, std::string const & title) { return documentOf(window, title) != nullptr; }
+
+HWND ownBox(ProductRun & run, std::string const & boxTitle) {
+  HWND box = nullptr;
+  support::eventually([&] {
+    for (HWND const window : support::findWindows({.processId = run.child().processId(), .title = boxTitle}))
+      if (!support::readBox(window).buttons.empty())
+        box = window;
+    return box != nullptr;
+  });
+  return box;
+}
+
+support::BoxTexts answerOwnBox(ProductRun & run, int button, std::string const & boxTitle) {
+  HWND const box = ownBox(run, boxTitle);
+  support::BoxTexts read = support::readBox(box);
+  EXPECT_TRUE(support::pressButton(box, button));
+  EXPECT_TRUE(support::waitUntilGone(box));
+  return read;
+}
 
 } // namespace modeler

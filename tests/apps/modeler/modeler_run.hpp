@@ -21,4 +21,10 @@ HWND__ * documentOf(HWND__ * window, std::string const & title);
 /// Whether there is such a document, or comes.
 bool waitForDocument(HWND__ * window, std::string const & title);
 
+/// The box of the program's own with that title that is open, or the next one.
+HWND__ * ownBox(ProductRun & run, std::string const & boxTitle = title());
+
+/// What that box says. Then the button of that identifier is pressed.
+support::BoxTexts answerOwnBox(ProductRun & run, int button, std::string const & boxTitle = title());
+
 } // namespace modeler

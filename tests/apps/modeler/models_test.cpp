@@ -50,127 +50,40 @@ TEST(Modeler, ReadsAModelInWordsOfEitherLanguage) {
   EXPECT_NE(run.file("out.log").value_or("").find("model.txt, 3 nodes\r\n"), std::string::npos);
 }
 
-struct BadModel {
-  char const * content;
-  char const * fault;
-};
-std::ostream & operator<<(std::ostream & out, BadModel const & row) { return out << row.fault; }
+std::string const kTimedModel = "process \"Timed\"\r\ndate \"2024:03:05\"\r\nKalender 220 7.5 # working time\r\n"
+                                "start a \"A\"\r\nactivity b \"B\" duration \"00:001:07:00:00\"\r\n"
+                                "activity c \"C\" Dauer 45\r\nend d \"D\"\r\n"
+                                "flow a b\r\nflow b d\r\nflow a c\r\nflow c d\r\n";
 
-class ModelerFault : public testing::TestWithParam<BadModel> {};
-TEST_P(ModelerFault, IsToldWithItsLine) {
+/// The journal of a run that has opened the model.
+std::string journalOf(std::string const & content, std::string const & options) {
   support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", GetParam().content);
-  ProductRun run("modeler",
-                 "\"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
+  support::writeFile(folder / "model.txt", content);
+  ProductRun run("modeler", options + "\"-model" + folder / "model.txt" + "\" -no_windows -journalout.log");
   EXPECT_EQ(run.exitCode(), 0u);
-  std::string const log = run.file("dialogs.log").value_or("");
-  EXPECT_NE(log.find(GetParam().fault), std::string::npos) << log;
-}
-INSTANTIATE_TEST_SUITE_P(Models, ModelerFault,
-                         testing::Values(BadModel{"process \"A\"\r\nround a \"A\"\r\n",
-                                                  "Line 2: 'round' begins no statement."},
-                                         BadModel{"process\r\n", "Line 1: a text in quotation marks is missing."},
-                                         BadModel{"start \"A\"\r\n", "Line 1: an identifier is missing."},
-                                         BadModel{"start a \"A\"\r\nend a \"B\"\r\n", "Line 2: 'a' is there twice."},
-                                         BadModel{"start a \"A\"\r\nflow a b\r\n", "Line 2: there is no 'b' above."},
-                                         BadModel{"# all of it\r\nactivity a \"A\" duration long\r\n",
-                                                  "Line 2: a duration in minutes is missing."}));
-
-/// What the program's own box says, whose title is that of the main window.
-support::BoxTexts answerOwnBox(ProductRun & run, int button) {
-  HWND box = nullptr;
-  support::eventually([&] {
-    for (HWND const window : support::findWindows({.processId = run.child().processId(), .title = modeler::title()}))
-      if (support::childById(window, button) != nullptr || !support::readBox(window).buttons.empty())
-        box = window;
-    return box != nullptr;
-  });
-  support::BoxTexts read = support::readBox(box);
-  EXPECT_TRUE(support::pressButton(box, button));
-  EXPECT_TRUE(support::waitUntilGone(box));
-  return read;
+  return run.file("out.log").value_or("");
 }
 
-TEST(Modeler, TellsOfAModelThatCannotBeRead) {
-  ProductRun run("modeler", "-modelnone.txt");
-  auto const box = answerOwnBox(run, IDOK);
-  ASSERT_FALSE(box.texts.empty());
-  EXPECT_EQ(box.texts.back(), "The process model none.txt cannot be shown.\n\nThe file cannot be read.");
-  EXPECT_EQ(box.buttons, (std::vector<std::string>{"OK", "Help"}));
+// A day has 7.5 hours here: 1 day and 7 hours are 14.5 hours.
+TEST(Modeler, AddsUpTheTimesOfEachPathInTheModelsCalendar) {
+  std::string const journal = journalOf(kTimedModel, "");
+  EXPECT_NE(journal.find("a > b > d: 00:001:07:00:00\r\n"), std::string::npos) << journal;
+  EXPECT_NE(journal.find("a > c > d: 00:000:00:45:00\r\n"), std::string::npos) << journal;
 }
 
-constexpr char kSmallModel[] = "process \"A \\\"b\\\"\"\r\nstart a \"A\"\r\nactivity b \"B\" duration 5\r\n"
-                               "decision c \"C\"\r\nend d \"D\"\r\nflow a b\r\nflow b c \"go \\\"on\\\"\"\r\n";
-
-TEST(Modeler, SavesItsModelAsItWasRead) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", kSmallModel);
-  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -savecopy.txt -journalout.log");
-  HWND const window = mainWindow(run);
-  EXPECT_TRUE(support::closeWindow(window));
-  EXPECT_EQ(run.exitCode(), 0u);
-  EXPECT_EQ(run.file("copy.txt").value_or(""), kSmallModel);
-  EXPECT_NE(run.file("out.log").value_or("").find("saved: copy.txt"), std::string::npos);
+TEST(Modeler, ShowsTheDateOfAModelInItsLanguage) {
+  std::string const english = journalOf(kTimedModel, "");
+  EXPECT_NE(english.find("Tuesday, 05 March 2024\r\n"), std::string::npos) << english;
+  std::string const german = journalOf(kTimedModel, "-langde ");
+  EXPECT_NE(german.find("Dienstag, 05. M\xE4rz 2024\r\n"), std::string::npos) << german;
 }
 
-/// Saves a model under the name of a file that is there, and gives that answer. The file afterwards.
-std::string saveOverAFile(char const * answer) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", kSmallModel);
-  support::writeFile(folder / "old.txt", "old");
-  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" \"-save" + folder / "old.txt" + "\"");
-  HWND box = nullptr;
-  EXPECT_TRUE(support::eventually([&] {
-    for (HWND const window : support::findWindows({.processId = run.child().processId(), .title = modeler::title()}))
-      if (support::readBox(window).buttons.size() == 2)
-        box = window;
-    return box != nullptr;
-  }));
-  std::string const text = support::readBox(box).texts.back();
-  EXPECT_NE(text.find("old.txt is there already.\n\nOverwrite it?"), std::string::npos) << text;
-  EXPECT_TRUE(support::pressButton(box, answer));
-  EXPECT_TRUE(support::waitUntilGone(box));
-  EXPECT_TRUE(support::closeWindow(mainWindow(run)));
-  EXPECT_EQ(run.exitCode(), 0u);
-  return support::readFile(folder / "old.txt").value_or("");
-}
-
-TEST(Modeler, OverwritesAFileWhenItsUserAgrees) { EXPECT_EQ(saveOverAFile("Yes"), kSmallModel); }
-
-TEST(Modeler, LeavesAFileAloneWhenItsUserDoesNotAgree) { EXPECT_EQ(saveOverAFile("No"), "old"); }
-
-TEST(Modeler, OverwritesNothingUnderSuppressionAndSaysSoInTheLog) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", kSmallModel);
-  support::writeFile(folder / "old.txt", "old");
-  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" \"-save" + folder / "old.txt" +
-                                "\" -no_dialogs -log_no_dialogsdialogs.log");
-  EXPECT_TRUE(support::closeWindow(mainWindow(run)));
-  EXPECT_EQ(run.exitCode(), 0u);
-  EXPECT_EQ(support::readFile(folder / "old.txt").value_or(""), "old");
-  EXPECT_NE(run.file("dialogs.log").value_or("").find("old.txt is there already.\r\n\r\nOverwrite it?\r\n"),
-            std::string::npos);
-}
-
-TEST(Modeler, TellsThatAFileCannotBeWritten) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", kSmallModel);
-  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -savenowhere\\copy.txt");
-  EXPECT_EQ(answerOwnBox(run, IDOK).texts.back(), "The file nowhere\\copy.txt cannot be written.");
-}
-
-TEST(Modeler, TellsOfFaultsInItsLanguage) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", "start a \"A\"\r\nflow a b\r\n");
-  ProductRun run("modeler",
-                 "-langde \"-model" + folder / "model.txt" + "\" -no_dialogs -no_windows -log_no_dialogsdialogs.log");
-  EXPECT_EQ(run.exitCode(), 0u);
-  std::string const log = run.file("dialogs.log").value_or("");
-  EXPECT_NE(log.find("model.txt kann nicht gezeigt werden."), std::string::npos) << log;
-  EXPECT_NE(log.find("Zeile 2: dar\xFC"
-                     "ber steht kein 'b'."),
-            std::string::npos)
-      << log;
+TEST(Modeler, ShowsMinutesWhereAModelHasNothingElse) {
+  std::string const model = "process \"P\"\r\nstart a \"A\" duration 50\r\nend b \"B\" duration 70\r\nflow a b\r\n";
+  std::string const english = journalOf(model, "");
+  EXPECT_NE(english.find("a > b: 120 min\r\n"), std::string::npos) << english;
+  std::string const german = journalOf(model, "-langde ");
+  EXPECT_NE(german.find("a > b: 120 Min.\r\n"), std::string::npos) << german;
 }
 
 /// Chains of nodes below each other.

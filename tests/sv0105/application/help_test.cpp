@@ -1,6 +1,7 @@
 #include "sv/help.hpp"
 
 #include "support/files.hpp"
+#include "support/import_hook.hpp"
 #include "sv0105/application/testapplication.hpp"
 
 namespace {
@@ -113,9 +114,80 @@ TEST_F(HelpKeys, NeedAHelpToStart) {
   EXPECT_EQ(help.starts, 0);
 }
 
+TEST_F(HelpKeys, StartTheTopicOfTheWindowOrOfTheNextOneAroundItThatHasOne) {
+  Application::EnableHelp(SV::HELP_BY_KEY);
+  SV::Window outer(nullptr, SV::WB_TITLE);
+  SV::Window inner(&outer);
+  auto const topicOf = [this](SV::Window const & window) {
+    PostMessageA(window.GethWnd(), WM_KEYDOWN, VK_F1, 1);
+    Application::Reschedule();
+    return help.lastTopic;
+  };
+  EXPECT_EQ(topicOf(inner), 0u);
+  outer.ChangeHelpId(4711);
+  EXPECT_EQ(topicOf(inner), 4711u);
+  inner.ChangeHelpId(12);
+  EXPECT_EQ(topicOf(inner), 12u);
+}
+
 TEST_F(HelpKeys, AreToldAsTheyWereBefore) {
   EXPECT_EQ(Application::EnableHelp(3), 0);
   EXPECT_EQ(Application::EnableHelp(0), 3);
+}
+
+/// A question to the system's viewer of topics.
+struct Viewed {
+  std::string file;
+  UINT command;
+  DWORD_PTR topic;
+
+  bool operator==(Viewed const &) const = default;
+};
+
+std::vector<Viewed> viewed;
+bool viewerHasTopic = true;
+
+HWND WINAPI viewTopic(HWND, char const * file, UINT command, DWORD_PTR topic) {
+  viewed.push_back({file, command, topic});
+  return viewerHasTopic ? GetDesktopWindow() : nullptr;
+}
+
+std::vector<std::string> opened;
+
+INT_PTR WINAPI openInstead(HWND, char const *, char const * file, char const *, char const *, int) {
+  opened.emplace_back(file);
+  return 33;
+}
+
+class HelpTopic : public testing::Test {
+protected:
+  HelpTopic() {
+    support::replaceImports(GetModuleHandleA("SV0105.dll"), "hhctrl.ocx",
+                            {{"HtmlHelpA", reinterpret_cast<void *>(viewTopic)}});
+    support::replaceImports(GetModuleHandleA("SV0105.dll"), "shell32.dll",
+                            {{"ShellExecuteA", reinterpret_cast<void *>(openInstead)}});
+  }
+};
+
+TEST_F(HelpTopic, IsShownByTheSystemsViewer) {
+  EXPECT_TRUE(SV::Help("manual.chm").Start(4711));
+  EXPECT_TRUE(SV::Help("MANUAL.CHM").Start(1));
+  EXPECT_EQ(viewed, (std::vector<Viewed>{{"manual.chm", 0xF, 4711}, {"MANUAL.CHM", 0xF, 1}}));
+  EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(HelpTopic, ThatTheViewerDoesNotHaveOpensTheFile) {
+  viewerHasTopic = false;
+  EXPECT_TRUE(SV::Help("manual.chm").Start(4711));
+  EXPECT_EQ(viewed.size(), 1u);
+  EXPECT_EQ(opened, std::vector<std::string>{"manual.chm"});
+}
+
+TEST_F(HelpTopic, OfAnotherKindOfFileAndTheFileAsAWholeAreOpened) {
+  EXPECT_TRUE(SV::Help("manual.html").Start(4711));
+  EXPECT_TRUE(SV::Help("manual.chm").Start());
+  EXPECT_TRUE(viewed.empty());
+  EXPECT_EQ(opened, (std::vector<std::string>{"manual.html", "manual.chm"}));
 }
 
 TEST(HelpFile, LoadsTheShellOnlyWhenItIsOpened) {

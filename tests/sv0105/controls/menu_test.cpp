@@ -213,6 +213,33 @@ TEST_F(FrameMenuTest, IsTheMenuOfTheSystemWindow) {
   EXPECT_TRUE(IsMenu(bar.GetHMENU()));
 }
 
+MenuBar * drawnBar = nullptr;
+std::vector<std::string> drawings;
+
+/// In place of the system's function.
+BOOL WINAPI noteDrawing(HWND) {
+  HMENU const menu = drawnBar->GetHMENU();
+  std::string items;
+  for (int i = 0; i < GetMenuItemCount(menu); ++i)
+    items += systemText(menu, i) + (GetSubMenu(menu, i) != nullptr ? "> " : " ");
+  drawings.push_back(items + std::to_string(drawnBar->GetItemCount()));
+  return TRUE;
+}
+
+TEST_F(FrameMenuTest, IsDrawnAnewWhenAChangeIsDone) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "USER32.dll",
+                          {{"DrawMenuBar", reinterpret_cast<void *>(noteDrawing)}});
+  drawnBar = &bar;
+  PopupMenu help;
+  bar.SetPopupMenu(2, &help);
+  bar.SetItemText(2, "Info");
+  bar.InsertItem(3, "Last");
+  bar.RemoveItem(0);
+  EXPECT_EQ(drawings,
+            (std::vector<std::string>{"File> Help> 2", "File> Info> 2", "File> Info> Last 3", "Info> Last 2"}));
+  bar.SetPopupMenu(2, nullptr);
+}
+
 TEST_F(FrameMenuTest, TellsTheMenuThatTheItemIsIn) {
   bar.ChangeSelectHdl(recordAs("bar"));
   file.ChangeSelectHdl(recordAs("file"));

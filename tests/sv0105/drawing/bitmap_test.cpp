@@ -116,6 +116,28 @@ int WINAPI refuseLines(HDC, int, int, DWORD, DWORD, int, int, UINT, UINT, void c
   return 0;
 }
 
+HBITMAP WINAPI refuseForLackOfMemory(HDC, BITMAPINFO const *, UINT, void **, HANDLE, DWORD) {
+  SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+  return nullptr;
+}
+
+TEST_F(BitmapTest, ThatTheSystemRefusesTellsItsErrorAndNoOlderOne) {
+  struct {
+    void * function;
+    DWORD error;
+  } const rows[] = {{reinterpret_cast<void *>(refuseForLackOfMemory), ERROR_NOT_ENOUGH_MEMORY},
+                    {reinterpret_cast<void *>(refusePixels), ERROR_SUCCESS}};
+  for (auto const & [function, error] : rows) {
+    support::replaceImports(GetModuleHandleA("SV0105.dll"), "GDI32.dll", {{"CreateDIBSection", function}});
+    application.exceptions.clear();
+    SetLastError(ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(Bitmap(SV::Size{2, 2}).IsEmpty());
+    ASSERT_EQ(application.exceptions.size(), 1u);
+    EXPECT_EQ(application.exceptions[0].code, 0x200);
+    EXPECT_EQ(application.exceptions[0].arg, error);
+  }
+}
+
 TEST_F(BitmapTest, OfAResourceThatTheSystemRefusesIsEmptyAndRaisesAnException) {
   SV::ResMgr manager("testres\\first72.dll");
   support::Replacement const rows[] = {{"SetDIBitsToDevice", reinterpret_cast<void *>(refuseLines)},

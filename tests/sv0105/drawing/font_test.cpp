@@ -49,8 +49,36 @@ TEST(SystemFont, HasFaceCharacterHeightWidthAndCharSet) {
   EXPECT_EQ(description.lfCharSet, 238);
 }
 
+struct WeightRow {
+  SV::FontWeight weight;
+  LONG system;
+};
+
+TEST(SystemFont, HasTheWeight) {
+  for (auto const & [weight, system] :
+       {WeightRow{SV::WEIGHT_DONTKNOW, FW_DONTCARE}, WeightRow{SV::WEIGHT_LIGHT, FW_LIGHT},
+        WeightRow{SV::WEIGHT_NORMAL, FW_NORMAL}, WeightRow{SV::WEIGHT_BOLD, FW_BOLD},
+        WeightRow{static_cast<SV::FontWeight>(9), FW_NORMAL}}) {
+    Font font("Arial", {0, 14});
+    font.ChangeWeight(weight);
+    EXPECT_EQ(font.GetWeight(), weight);
+    EXPECT_EQ(systemFontOf(font).lfWeight, system) << weight;
+  }
+}
+
+TEST(SystemFont, WithCharactersOfOneWidthIsAskedForAsSuch) {
+  Font font("No such face", {0, 14});
+  EXPECT_EQ(systemFontOf(font).lfPitchAndFamily, DEFAULT_PITCH | FF_DONTCARE);
+  EXPECT_EQ(font.ChangePitch(SV::PITCH_FIXED), SV::PITCH_DONTKNOW);
+  EXPECT_EQ(systemFontOf(font).lfPitchAndFamily, FIXED_PITCH | FF_MODERN);
+  EXPECT_EQ(font.ChangePitch(SV::PITCH_VARIABLE), SV::PITCH_FIXED);
+  EXPECT_EQ(systemFontOf(font).lfPitchAndFamily, VARIABLE_PITCH | FF_DONTCARE);
+}
+
 TEST(SystemFont, TakesADefaultForACharSetBeyondTheSystems) {
   Font font("Arial", {0, 14});
+  font.ChangeCharSet(255);
+  EXPECT_EQ(systemFontOf(font).lfCharSet, 255);
   font.ChangeCharSet(256);
   EXPECT_EQ(systemFontOf(font).lfCharSet, DEFAULT_CHARSET);
 }

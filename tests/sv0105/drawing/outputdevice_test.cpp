@@ -1,38 +1,17 @@
-#include "sv0105/application/testapplication.hpp"
+#include "sv0105/drawing/page.hpp"
 
 namespace {
 
-/// A device of 40 by 30 white pixels.
-class DrawingTest : public testing::Test {
+using namespace svtest;
+
+class Drawing : public testing::Test {
 protected:
-  DrawingTest() : context_(CreateCompatibleDC(nullptr)), former_(SelectObject(context_, bitmap_.GethBitmap())) {
-    PatBlt(context_, 0, 0, 40, 30, WHITENESS);
-  }
-  ~DrawingTest() override {
-    SelectObject(context_, former_);
-    DeleteDC(context_);
-  }
+  COLORREF pixel(int x, int y) const { return page.pixel(x, y); }
+  int drawn() const { return static_cast<int>(page.drawn()); }
+  HDC context() const { return page.context(); }
 
-  COLORREF pixel(int x, int y) const { return GetPixel(context_, x, y); }
-
-  /// The number of pixels that are not white.
-  int drawn() const {
-    int count = 0;
-    for (int y = 0; y < 30; ++y)
-      for (int x = 0; x < 40; ++x)
-        count += pixel(x, y) != 0xFFFFFF;
-    return count;
-  }
-
-  HDC context() const { return context_; }
-
-private:
-  SV::Bitmap bitmap_{SV::Size{40, 30}};
-  HDC context_;
-  HGDIOBJ former_;
+  Page page;
 };
-
-using Drawing = DrawingTest;
 
 TEST_F(Drawing, HasTheSizeOfItsBitmap) {
   SV::OutputDevice const device(context());
@@ -116,6 +95,217 @@ TEST_F(Drawing, OfAnEmptyRectangleIsNothing) {
   for (SV::Size size : {SV::Size{0, 5}, SV::Size{5, 0}, SV::Size{-3, 5}})
     device.DrawRect({{10, 10}, size});
   EXPECT_EQ(drawn(), 0);
+}
+
+/// What the pixels of a rectangle are by the rule: its edge with the pen, the rest with the brush.
+support::Pixels ruledPixels(SV::Size const & size, SV::Rectangle const & rectangle, bool pen, bool brush) {
+  std::vector<support::Pixel> pixels;
+  for (long y = 0; y < size.height; ++y)
+    for (long x = 0; x < size.width; ++x) {
+      bool const isInside = !rectangle.IsEmpty() && x >= rectangle.Left() && x <= rectangle.Right() &&
+                            y >= rectangle.Top() && y <= rectangle.Bottom();
+      bool const isEdge = isInside && (x == rectangle.Left() || x == rectangle.Right() || y == rectangle.Top() ||
+                                       y == rectangle.Bottom());
+      pixels.push_back(isEdge && pen ? kRed : isInside && brush ? kYellow : kWhite);
+    }
+  return {size.width, size.height, std::move(pixels)};
+}
+
+class DrawnRectangle : public testing::TestWithParam<SV::Rectangle> {};
+
+TEST_P(DrawnRectangle, HasItsEdgeInThePenAndItsInsideInTheBrush) {
+  SV::Size const size = {400, 320};
+  Page page(size);
+  SV::OutputDevice device(page.context());
+  for (bool const pen : {false, true})
+    for (bool const brush : {false, true}) {
+      page.wipe();
+      device.ChangePen(pen ? SV::Pen(SV::COL_LIGHTRED) : SV::Pen());
+      device.ChangeFillInBrush(brush ? SV::Brush(SV::COL_YELLOW) : SV::Brush());
+      device.DrawRect(GetParam());
+      EXPECT_TRUE(page.pixels() == ruledPixels(size, GetParam(), pen, brush)) << pen << brush;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, DrawnRectangle,
+                         testing::Values(SV::Rectangle({5, 5}, {0, 0}), SV::Rectangle({5, 5}, {0, 9}),
+                                         SV::Rectangle({5, 5}, {9, 0}), SV::Rectangle({5, 5}, {1, 1}),
+                                         SV::Rectangle({5, 5}, {1, 9}), SV::Rectangle({5, 5}, {9, 1}),
+                                         SV::Rectangle({5, 5}, {2, 2}), SV::Rectangle({5, 5}, {3, 3}),
+                                         SV::Rectangle({5, 5}, {16, 16}), SV::Rectangle({5, 5}, {300, 300}),
+                                         SV::Rectangle(20, 20, 10, 10), SV::Rectangle(20, 10, 10, 20),
+                                         SV::Rectangle({5, 5}, {-9, -9}), SV::Rectangle({0, 0}, {32767, 32767}),
+                                         SV::Rectangle({-32767, -32767}, {32768, 32768}),
+                                         SV::Rectangle({-2147483647, 7}, {2147483647, 2147483647})));
+
+TEST_F(Drawing, OfALineAcrossContainsBothEndsAsWell) {
+  SV::OutputDevice device(context());
+  device.DrawLine({3, 4}, {13, 9});
+  EXPECT_EQ(pixel(3, 4), kBlack);
+  EXPECT_EQ(pixel(13, 9), kBlack);
+  EXPECT_EQ(drawn(), 11);
+  device.DrawLine({30, 29}, {20, 4});
+  EXPECT_EQ(pixel(30, 29), kBlack);
+  EXPECT_EQ(pixel(20, 4), kBlack);
+}
+
+TEST_F(Drawing, OfALineInEveryDirectionHasItsLength) {
+  SV::OutputDevice device(context());
+  for (SV::Point const & end : {SV::Point{30, 15}, SV::Point{10, 15}, SV::Point{20, 25}, SV::Point{20, 5}}) {
+    page.wipe();
+    device.DrawLine({20, 15}, end);
+    EXPECT_EQ(drawn(), 11) << end.x << ' ' << end.y;
+    EXPECT_EQ(pixel(static_cast<int>(end.x), static_cast<int>(end.y)), kBlack);
+    EXPECT_EQ(pixel(20, 15), kBlack);
+  }
+}
+
+TEST_F(Drawing, OfALineFromFarAwayCrossesAll) {
+  SV::OutputDevice device(context());
+  device.DrawLine({-2147483647, 3}, {2147483647, 3});
+  EXPECT_EQ(drawn(), 40);
+}
+
+TEST_F(Drawing, BeginsWithABlackPenAndNoBrush) {
+  SV::OutputDevice device(context());
+  device.DrawRect({{2, 3}, {8, 5}});
+  EXPECT_EQ(pixel(2, 3), kBlack);
+  EXPECT_EQ(drawn(), 22);
+}
+
+TEST_F(Drawing, ErasesAllWithTheBackgroundBrush) {
+  SV::OutputDevice device(context());
+  device.ChangeFillInBrush(SV::Brush(SV::COL_YELLOW));
+  EXPECT_EQ(device.ChangeBackgroundBrush(SV::Brush(SV::COL_LIGHTRED)).GetColor().GetColorName(), SV::COL_WHITE);
+  device.Erase();
+  EXPECT_EQ(page.pixels().count(kRed), 40u * 30);
+  device.ChangePen(SV::Pen());
+  device.DrawRect({{0, 0}, {40, 30}});
+  EXPECT_EQ(page.pixels().count(kYellow), 40u * 30);
+  device.ChangeBackgroundBrush(SV::Brush());
+  device.Erase();
+  EXPECT_EQ(page.pixels().count(kYellow), 40u * 30);
+}
+
+TEST_F(Drawing, PutsBackWhatWasPushed) {
+  SV::OutputDevice device(context());
+  device.Pop();
+  device.ChangePen(SV::Pen(SV::COL_LIGHTRED));
+  device.ChangeFillInBrush(SV::Brush(SV::COL_YELLOW));
+  device.ChangeFont(SV::Font("Arial", {0, 20}));
+  device.ChangeBackgroundBrush(SV::Brush(SV::COL_LIGHTGREEN));
+  device.ChangeClipRegion(SV::Region(SV::Rectangle(0, 0, 19, 19)));
+  device.Push();
+  device.Push();
+  device.ChangePen(SV::Pen());
+  device.ChangeFillInBrush(SV::Brush());
+  device.ChangeFont(SV::Font("Arial", {0, 9}));
+  device.ChangeBackgroundBrush(SV::Brush());
+  device.ChangeClipRegion(SV::Region());
+  device.ChangeMapMode(SV::MapMode(SV::MAP_10TH_MM));
+  device.Pop();
+  device.Pop();
+  device.Pop();
+  device.DrawRect({{2, 2}, {100, 5}});
+  EXPECT_EQ(pixel(2, 2), kRed);
+  EXPECT_EQ(pixel(3, 3), kYellow);
+  EXPECT_EQ(drawn(), 18 * 5);
+  EXPECT_GE(device.GetTextSize("x").height, 20);
+  EXPECT_EQ(device.GetBackgroundBrush().GetColor().GetColorName(), SV::COL_LIGHTGREEN);
+  EXPECT_EQ(device.GetMapMode(), SV::MapMode());
+}
+
+TEST_F(Drawing, WithoutAContextDrawsNothingAndMeasuresAsTheScreen) {
+  SV::OutputDevice device(nullptr);
+  EXPECT_EQ(device.GethDC(), nullptr);
+  device.DrawRect({{2, 3}, {8, 5}});
+  device.DrawLine({2, 3}, {8, 5});
+  device.DrawText({2, 3}, "text");
+  device.DrawBitmap({2, 3}, squares({2, 2}));
+  device.GradientFill(true, {{2, 3}, {8, 5}}, SV::COL_RED, SV::COL_BLUE);
+  device.Erase();
+  device.ChangeFont(SV::Font("Arial", {0, 20}));
+  SV::OutputDevice onPage(context());
+  onPage.ChangeFont(SV::Font("Arial", {0, 20}));
+  EXPECT_EQ(device.GetTextSize("text"), onPage.GetTextSize("text"));
+  EXPECT_EQ(device.GetSolidColor(SV::COL_RED).GetColorName(), SV::COL_RED);
+}
+
+TEST_F(Drawing, ShowsEveryColourAsItIs) {
+  SV::OutputDevice const device(context());
+  EXPECT_EQ(device.GetSolidColor(SV::Color(0xC000, 0xC000, 0xC100)).GetRGB(), 0xC1C0C0u);
+  EXPECT_EQ(device.GetSolidColor(SV::COL_FACE).GetRGB(), GetSysColor(COLOR_BTNFACE));
+}
+
+TEST_F(Drawing, OfAnEmptyTextIsNothingButHasTheHeightOfTheFont) {
+  SV::OutputDevice device(context());
+  device.DrawText({2, 2}, "");
+  EXPECT_EQ(drawn(), 0);
+  EXPECT_EQ(device.GetTextSize("").width, 0);
+  EXPECT_EQ(device.GetTextSize("").height, device.GetTextSize("x").height);
+}
+
+TEST_F(Drawing, OfATextOfAMegabyteFillsTheLineAndIsMeasured) {
+  SV::OutputDevice device(context());
+  SV::Font font("Courier New", {0, 12});
+  font.ChangeFillColor(SV::COL_YELLOW);
+  device.ChangeFont(font);
+  constexpr int kLength = 1024 * 1024;
+  SV::String const text(std::string(kLength, 'm').c_str());
+  SV::Size const one = device.GetTextSize("m");
+  EXPECT_EQ(device.GetTextSize(text), (SV::Size{one.width * kLength, one.height}));
+  device.DrawText({0, 0}, text);
+  EXPECT_EQ(drawn(), 40 * one.height);
+}
+
+TEST_F(Drawing, OfALongTextHasNoSeams) {
+  SV::Size const size = {60'000, 20};
+  Page whole(size);
+  Page halves(size);
+  SV::Font font("Courier New", {0, 12});
+  font.ChangeTransparent(true); // the ground of a piece would cut the letter before it
+  SV::OutputDevice device(whole.context());
+  device.ChangeFont(font);
+  std::string text;
+  for (int i = 0; text.size() < 8'500; ++i)
+    text += std::to_string(i);
+  device.DrawText({0, 0}, text.c_str());
+  SV::OutputDevice other(halves.context());
+  other.ChangeFont(font);
+  long x = 0;
+  for (std::size_t at = 0; at < text.size(); at += 500) {
+    SV::String const piece(text.substr(at, 500).c_str());
+    other.DrawText({x, 0}, piece);
+    x += other.GetTextSize(piece).width;
+  }
+  EXPECT_EQ(device.GetTextSize(text.c_str()).width, x);
+  EXPECT_TRUE(whole.pixels() == halves.pixels());
+}
+
+TEST_F(Drawing, OfUmlautsIsThatOfTheSystem) {
+  SV::OutputDevice device(context());
+  SV::Font const font("Arial", {0, 14});
+  device.ChangeFont(font);
+  device.DrawText({1, 1}, "\xC4\xF6\xDF");
+  Page system;
+  HFONT const handle = font.CreateSystemFont();
+  HGDIOBJ const former = SelectObject(system.context(), handle);
+  SetTextColor(system.context(), GetSysColor(COLOR_WINDOWTEXT));
+  SetBkColor(system.context(), GetSysColor(COLOR_WINDOW));
+  TextOutW(system.context(), 1, 1, L"\u00C4\u00F6\u00DF", 3);
+  EXPECT_TRUE(page.pixels() == system.pixels());
+  EXPECT_GT(drawn(), 20);
+  DeleteObject(SelectObject(system.context(), former));
+}
+
+TEST_F(Drawing, OfBoldTextIsBroader) {
+  SV::OutputDevice device(context());
+  SV::Font font("Arial", {0, 20});
+  device.ChangeFont(font);
+  long const normal = device.GetTextSize("Weight").width;
+  EXPECT_EQ(font.ChangeWeight(SV::WEIGHT_BOLD), SV::WEIGHT_NORMAL);
+  device.ChangeFont(font);
+  EXPECT_GT(device.GetTextSize("Weight").width, normal);
 }
 
 TEST_F(Drawing, OfTextUsesTheColoursOfTheFont) {

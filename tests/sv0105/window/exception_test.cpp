@@ -108,6 +108,21 @@ TEST_F(HandlerException, OutOfResizeAndCloseIsReportedAndTheWindowStays) {
   EXPECT_TRUE(IsWindow(window.GethWnd()));
 }
 
+std::string told;
+
+void WINAPI keepText(char const * text) { told += text; }
+
+TEST_F(HandlerException, IsToldToTheDebuggerInOneLine) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "KERNEL32.dll",
+                          {{"OutputDebugStringA", reinterpret_cast<void *>(keepText)}});
+  window.failing = "Close";
+  SendMessageA(window.GethWnd(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(told, "SV0105: an exception has left a handler: Close\n");
+  told.clear();
+  SendMessageA(window.GethWnd(), WM_APP, 0, 0);
+  EXPECT_EQ(told, "SV0105: an exception has left a handler: of an unknown type\n");
+}
+
 TEST_F(HandlerException, OfAnyTypeLeavesTheAnswer0) {
   EXPECT_EQ(SendMessageA(window.GethWnd(), WM_APP, 0, 0), 0);
   expectReported();

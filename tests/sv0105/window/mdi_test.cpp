@@ -197,6 +197,18 @@ TEST_F(MdiTest, BackgroundIsTheToolkitsUnlessTheApplicationPaintsIt) {
   EXPECT_EQ(pixelOf(frame.GetClient().GethWnd(), 20, 20), GetSysColor(COLOR_APPWORKSPACE));
 }
 
+TEST_F(MdiTest, BackgroundIsTheToolkitsInAnApplicationThatKnowsNoFrames) {
+  class Plain : public Application {
+    void Main(int, char **) override {}
+  } const plain;
+  MDIFrame frame("Frame");
+  bringToTop(frame);
+  frame.Show();
+  Application::Reschedule();
+  frame.GetClient().Update();
+  EXPECT_EQ(pixelOf(frame.GetClient().GethWnd(), 20, 20), GetSysColor(COLOR_APPWORKSPACE));
+}
+
 TEST_F(MdiTest, BackgroundIsPaintedByTheApplicationThatWantsTo) {
   application.drawsBackground = true;
   HWND painted = nullptr;

@@ -22,7 +22,7 @@ TEST_F(Measures, UnitsOfDialogsAreThoseOfTheSystemForTheFont) {
     GetTextExtentPoint32A(device, "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz", 52, &letters);
     SelectObject(device, former);
     ReleaseDC(dialog.GethWnd(), device);
-    SV::Size const pixels = dialog.LogicToPixel({units.right, units.bottom}, SV::MAP_APPFONT);
+    SV::Size const pixels = dialog.LogicToPixel(SV::Size{units.right, units.bottom}, SV::MAP_APPFONT);
     EXPECT_EQ(pixels.height, 100 * metrics.tmHeight) << height;
     EXPECT_EQ(pixels.width, 100 * ((letters.cx / 26 + 1) / 2)) << height;
   }
@@ -33,13 +33,13 @@ TEST_F(Measures, TenthsOfAMillimetreFollowTheResolutionOfTheScreen) {
   HDC const screen = GetDC(nullptr);
   SV::Size const inch{GetDeviceCaps(screen, LOGPIXELSX), GetDeviceCaps(screen, LOGPIXELSY)};
   ReleaseDC(nullptr, screen);
-  EXPECT_EQ(window.LogicToPixel({254, 254}, SV::MAP_10TH_MM), inch);
-  EXPECT_EQ(window.LogicToPixel({0, -254}, SV::MAP_10TH_MM), (SV::Size{0, -inch.height}));
+  EXPECT_EQ(window.LogicToPixel(SV::Size{254, 254}, SV::MAP_10TH_MM), inch);
+  EXPECT_EQ(window.LogicToPixel(SV::Size{0, -254}, SV::MAP_10TH_MM), (SV::Size{0, -inch.height}));
 }
 
 TEST_F(Measures, PixelsStayAsTheyAre) {
   SV::Window const window(nullptr);
-  EXPECT_EQ(window.LogicToPixel({17, 32'767}, SV::MAP_PIXEL), (SV::Size{17, 32'767}));
+  EXPECT_EQ(window.LogicToPixel(SV::Size{17, 32'767}, SV::MAP_PIXEL), (SV::Size{17, 32'767}));
 }
 
 TEST_F(Measures, PointOfAControlIsFoundOnTheScreen) {

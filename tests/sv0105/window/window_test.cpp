@@ -497,6 +497,15 @@ TEST_F(WindowTest, PaintsWhatHasBecomeInvalid) {
   EXPECT_EQ(window.paintedAreas.size(), 2u);
 }
 
+TEST_F(WindowTest, PaintsInItsFont) {
+  RecordingWindow window(nullptr, SV::WB_TITLE);
+  window.ChangeFont(SV::Font("Courier New", {0, 15}));
+  std::string name;
+  window.onPaint = [&](SV::OutputDevice & device) { name = device.ChangeFont(SV::Font()).GetName().c_str(); };
+  SendMessageA(window.GethWnd(), WM_PAINT, 0, 0);
+  EXPECT_EQ(name, "Courier New");
+}
+
 HDC WINAPI refusePainting(HWND, PAINTSTRUCT *) { return nullptr; }
 
 TEST_F(WindowTest, PaintsNothingWhenTheSystemRefuses) {

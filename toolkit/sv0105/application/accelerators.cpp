@@ -19,7 +19,7 @@ auto placeOf(Accelerator const * accelerator) {
                       [accelerator](InsertedAccelerator const & each) { return each.accelerator == accelerator; });
 }
 
-/// Whether its keys count in the dialog that runs, if any.
+/// Whether its keys work in the current modal dialog, if there is one.
 bool isInEffect(InsertedAccelerator const & inserted) {
   int const depth = toolkit().modalDepth;
   return depth == inserted.modalDepth || (inserted.scope == ACCEL_WITH_DIALOG && depth == inserted.modalDepth + 1);
@@ -51,7 +51,7 @@ bool isAccelerator(MSG const & message) {
   if (key == 0)
     return false;
   auto const code = static_cast<KeyCode>(key | heldModifiers());
-  // A copy: a handler may take accelerators out or delete them.
+  // A copy: a handler may remove accelerators or delete them.
   std::vector<InsertedAccelerator> const inserted = toolkit().accelerators;
   return std::any_of(inserted.rbegin(), inserted.rend(), [code](InsertedAccelerator const & each) {
     return placeOf(each.accelerator) != toolkit().accelerators.end() && isInEffect(each) &&

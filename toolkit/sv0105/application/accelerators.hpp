@@ -6,7 +6,7 @@
 
 namespace SV::detail {
 
-/// Has the accelerators answer a key of the event loop, the one that was inserted last first. False: none has.
+/// Offers a key of the event loop to the accelerators, beginning with the one that was inserted last. False if none has handled it.
 bool isAccelerator(MSG const & message);
 
 } // namespace SV::detail

@@ -10,7 +10,7 @@
 namespace SV::detail {
 namespace {
 
-/// Both call handlers of the program, and not from a window procedure.
+/// Both call handlers of the program, but not from a window procedure.
 bool isTaken(MSG const & message) {
   bool taken = false;
   return !guarded([&] { taken = isHelpMessage(message) || isAccelerator(message); }) || taken;
@@ -22,7 +22,7 @@ bool isDialogKey(MSG & message) {
   return dialog && IsDialogMessageA(dialog->GethWnd(), &message);
 }
 
-/// Keys of the MDI frame are its own: in a dialog over it they would close a document.
+/// The MDI frame's keys work only in the frame itself: in a dialog over it they would close a document.
 bool isMdiKey(MSG & message) {
   HWND const client = toolkit().mdiClient;
   return client && message.hwnd && GetAncestor(message.hwnd, GA_ROOT) == GetAncestor(client, GA_ROOT) &&

@@ -1,15 +1,15 @@
 #pragma once
 /// \file
-/// The way of a message from the queue to its window.
+/// Passing a message from the queue to its window.
 
 #include "tools/winapi.hpp"
 
 namespace SV::detail {
 
-/// Help, accelerators, dialogs and MDI keys are asked in this order, before the window gets it.
+/// Help, accelerators, dialogs and MDI keys get the message in this order, before the window does.
 void dispatch(MSG & message);
 
-/// Dispatches until \p ended, which a handler sets, or until the window is gone. A Quit is left to the loop outside.
+/// Dispatches until a handler sets \p ended or the window is gone. A Quit is left to the outer loop.
 void dispatchUntil(bool const & ended, HWND window);
 
 } // namespace SV::detail

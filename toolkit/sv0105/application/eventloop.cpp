@@ -22,7 +22,7 @@ void Application::Reschedule() {
   MSG message = {};
   while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
-      // It is meant for Execute, which the caller runs in or goes back to.
+      // It is meant for Execute, in which the caller runs or to which it returns.
       PostQuitMessage(static_cast<int>(message.wParam));
       return;
     }

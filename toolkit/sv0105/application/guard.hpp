@@ -1,14 +1,14 @@
 #pragma once
 /// \file
-/// Where an exception out of the program's handlers ends: the system's code, which has called them, cannot let it pass.
+/// Catches exceptions from the program's handlers: they cannot pass through the system's code, which calls the handlers.
 
 namespace SV::detail {
 
-/// Gives the exception that is being handled to Application::Exception with EXC_HANDLER_FAILED, and its text to a
-/// debugger. An exception out of that ends the process.
+/// Passes the exception that is being handled to Application::Exception as EXC_HANDLER_FAILED, and its text to a debugger. An
+/// exception from there ends the process.
 void reportHandlerFailure() noexcept;
 
-/// Calls what may call a handler of the program. False when an exception has left it.
+/// Calls code that may call a handler of the program. False if that has thrown an exception.
 template <class Call> bool guarded(Call const & call) {
   try {
     call();

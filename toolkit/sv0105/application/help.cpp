@@ -11,14 +11,15 @@
 namespace SV {
 namespace {
 
-/// A DLL of the system's folder, kept once it is loaded. What only the help needs is loaded only here: together with what
-/// it needs itself, the shell alone would be a tenth of the start of each program.
+/// A DLL of the system's folder, which stays loaded. DLLs that only the help needs are loaded here: the shell, with the DLLs that
+/// it needs, would take a tenth of the start-up time of every program.
 template <class Function> Function systemFunction(char const * dll, char const * name) {
   HMODULE const module = LoadLibraryExA(dll, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
   return module ? reinterpret_cast<Function>(reinterpret_cast<void *>(GetProcAddress(module, name))) : nullptr;
 }
 
-/// Opens a document with the program for it; what ShellExecute answers, 0 where there is no shell.
+/// Opens a document with the program for it.
+/// \return what ShellExecute returns; 0 if there is no shell
 INT_PTR openDocument(char const * fileName) {
   using Execute = INT_PTR(WINAPI *)(HWND, char const *, char const *, char const *, char const *, int);
   auto const execute = systemFunction<Execute>("shell32.dll", "ShellExecuteA");
@@ -30,7 +31,7 @@ bool hasTopics(String const & fileName) {
   return lstrcmpiA(ending.c_str(), ".chm") == 0;
 }
 
-/// False where the system has no viewer for such files, or it finds no such topic.
+/// False if the system has no viewer for such files, or the viewer does not find the topic.
 bool openTopic(String const & fileName, unsigned long topic) {
   constexpr UINT kContext = 0xF; // HH_HELP_CONTEXT
   using HtmlHelp = HWND(WINAPI *)(HWND, char const *, UINT, DWORD_PTR);
@@ -56,14 +57,14 @@ bool Help::Start(unsigned long topic) {
     return false;
   if (topic != 0 && hasTopics(fileName_) && openTopic(fileName_, topic))
     return true;
-  constexpr INT_PTR kLastError = 32; // greater answers are successes
+  constexpr INT_PTR kLastError = 32; // greater results mean success
   return openDocument(fileName_.c_str()) > kLastError;
 }
 
 namespace detail {
 namespace {
 
-/// The toolkit's window that a message is for, or that its window lies in.
+/// The toolkit's window that a message is for, or that contains the message's window.
 Window const * windowAround(HWND handle) {
   for (; handle; handle = GetAncestor(handle, GA_PARENT))
     if (Window const * const window = windowOf(handle))

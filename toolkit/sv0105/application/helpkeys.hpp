@@ -10,12 +10,12 @@ class Window;
 
 namespace SV::detail {
 
-/// Answers a message of the event loop that asks for help by the modes of EnableHelp, or ends an extended one. False: it
-/// is not one and has to be dispatched.
+/// Handles a message of the event loop that asks for help according to EnableHelp, or ends extended help. False for any other
+/// message, which must then be dispatched.
 bool isHelpMessage(MSG const & message);
 
-/// Starts the application's help, if there is one, with the topic of a window, or of the nearest one around it that has
-/// one; without a topic for null.
+/// Starts the application's help, if there is one, with the topic of a window or, if it has none, of the nearest window around it
+/// that has one; without a topic for null.
 void startHelp(Window const * window);
 
 } // namespace SV::detail

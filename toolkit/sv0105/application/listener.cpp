@@ -15,7 +15,7 @@ constexpr char kClassName[] = "SV0105.Listener";
 constexpr UINT kUserEvent = WM_APP + 1;
 constexpr UINT kAppEvent = WM_APP + 2;
 
-// The system tells every top-level window of a change; this one alone passes it on, so that it counts once.
+// The system notifies every top-level window of a change; only this one reports it, so that it is reported once.
 SysChangeType changeOf(UINT message, LPARAM area) {
   switch (message) {
   case WM_SYSCOLORCHANGE: return SYSCHANGE_COLORS;
@@ -74,7 +74,7 @@ bool registerListener() {
 }
 
 void openListener() {
-  // A top-level window that is never shown: windows for messages only are left out when the system tells of a change.
+  // A top-level window that is never shown: the system does not notify message-only windows of a change.
   toolkit().listener = CreateWindowExA(WS_EX_TOOLWINDOW, kClassName, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
                                        toolkit().instance, nullptr);
 }

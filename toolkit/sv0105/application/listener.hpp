@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The hidden window that hears for the process: changes of the system, the program's turn, and posted events.
+/// The hidden window that receives changes of the system's settings, activations of the program and posted events.
 
 namespace SV::detail {
 
@@ -8,13 +8,13 @@ enum class Posted { User, App };
 
 bool registerListener();
 
-/// Makes the window. Where the system has none to give, the program hears nothing.
+/// Creates the window. If the system refuses it, the program receives none of these.
 void openListener();
 
-/// Closes it and gives its class back.
+/// Closes it and unregisters its class.
 void closeListener();
 
-/// False when there is no window to post to.
+/// False if there is no window to post to.
 bool post(Posted kind, unsigned long event, void * data);
 
 } // namespace SV::detail

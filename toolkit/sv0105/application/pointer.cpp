@@ -30,7 +30,7 @@ void updatePointer() {
   if (showStatePointer())
     return;
   SetCursor(LoadCursorA(nullptr, IDC_ARROW));
-  // The window below may want another one than the arrow; the system asks it at the next move only.
+  // The window below may need another pointer than the arrow; the system only asks it at the next move.
   if (HWND const window = ownWindowBelowPointer())
     PostMessageA(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
 }

@@ -4,11 +4,11 @@
 
 namespace SV::detail {
 
-/// Sets the pointer of the present state when it differs from the ordinary one: the hour-glass while waiting, the
-/// question mark while help is asked for. False: the pointer is the window's own business.
+/// Sets the pointer of the current state if it is a special one: the hour-glass while waiting, the question mark during extended
+/// help. False if the window chooses its pointer.
 bool showStatePointer();
 
-/// Brings the pointer in line with a state that has changed.
+/// Updates the pointer after a change of the state.
 void updatePointer();
 
 } // namespace SV::detail

@@ -35,6 +35,7 @@ unsigned short Application::EnableHelp(unsigned short modes) { return std::excha
 
 Font Application::ChangeAppFont(Font const & font) {
   Font former = std::exchange(toolkit().font, Font(font));
+  toolkit().dialogCharacter = Size();
   detail::applyApplicationFont();
   return former;
 }
@@ -52,7 +53,7 @@ String const & Application::GetModalDialogSuppressionLogfileName() { return tool
 void Application::ModalDialogSuppressionLog(char const * text) {
   if (toolkit().dialogLog.Len() == 0)
     return;
-  // Opened for each text: the log is complete however the process ends.
+  // Opened for each text, so that the log is complete however the process ends.
   handles::Stream const log(std::fopen(toolkit().dialogLog.c_str(), "at"));
   if (!log)
     return;

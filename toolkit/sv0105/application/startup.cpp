@@ -3,6 +3,7 @@
 #include "application/listener.hpp"
 #include "application/timers.hpp"
 #include "application/toolkit.hpp"
+#include "drawing/sourcedevice.hpp"
 #include "window/allwindows.hpp"
 #include "window/procedure.hpp"
 
@@ -34,6 +35,8 @@ void DeInitSV() {
   toolkit().isUp = false;
   detail::stopTimers();
   detail::destroyWindows();
+  toolkit().pictures.clear();
+  detail::dropSourceDevice();
   detail::unregisterWindowClasses();
   detail::closeListener();
 }

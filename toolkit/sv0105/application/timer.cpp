@@ -11,7 +11,7 @@ using detail::toolkit;
 
 namespace {
 
-/// A number that no running timer has: one that is still on its way from a stopped timer is thus known.
+/// A number that no running timer has, so that a late message of a stopped timer is recognised.
 unsigned long long nextId() {
   static unsigned long long id = 0;
   return ++id;

@@ -1,10 +1,10 @@
 #pragma once
 /// \file
-/// The timers that run. Their messages reach the listener.
+/// The running timers. The listener gets their messages.
 
 namespace SV::detail {
 
-/// Calls Timeout of the timer with that number; nothing for one that has been stopped.
+/// Calls Timeout of the timer with that number; does nothing if it has been stopped.
 void timeOut(unsigned long long id);
 
 void stopTimers();

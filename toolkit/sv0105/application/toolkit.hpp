@@ -1,7 +1,8 @@
 #pragma once
 /// \file
-/// What the toolkit keeps for the process.
+/// The toolkit's state for the process.
 
+#include "drawing/picturepool.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
 #include "sv/sysdepen.hpp"
@@ -17,7 +18,7 @@ namespace SV::detail {
 struct InsertedAccelerator {
   Accelerator * accelerator;
   unsigned short scope;
-  int modalDepth; ///< how many modal dialogs ran when it was inserted
+  int modalDepth; ///< the number of modal dialogs that ran when it was inserted
 };
 
 struct Toolkit {
@@ -36,25 +37,27 @@ struct Toolkit {
   unsigned short helpModes = 0;
   bool extendedHelp = false; ///< the next click asks for help
   Font font;
-  International * international = nullptr; ///< made when first asked for: it reads the system's tables
+  International * international = nullptr; ///< created on first use, since it reads the system's tables
   bool dialogSuppression = false;
   bool windowSuppression = false;
   String dialogLog;
-  String poolFile;
+  PicturePool pictures;
+  HDC sourceDevice = nullptr; ///< see SourceDevice
+  Size dialogCharacter;       ///< of the application font; 0 by 0 until it has been measured
   ResMgr * resManager = nullptr;
 
-  int modalDepth = 0;                            ///< how many modal dialogs run, one out of the other
-  std::vector<InsertedAccelerator> accelerators; ///< the one that was inserted last at the end
+  int modalDepth = 0;                            ///< the number of nested modal dialogs
+  std::vector<InsertedAccelerator> accelerators; ///< the last one inserted is at the end
   std::unordered_map<unsigned long long, Timer *> timers;
 
   Window * appWindow = nullptr;
   bool appWindowShown = false;
-  std::vector<Window *> windows;              ///< oldest first, also those whose system window has been closed
-  std::unordered_map<HWND, Window *> objects; ///< those whose system window is there
+  std::vector<Window *> windows;              ///< oldest first, including those whose system window has been closed
+  std::unordered_map<HWND, Window *> objects; ///< those that have a system window
   HWND mdiClient = nullptr;                   ///< of the newest frame
 };
 
-/// It is never destroyed: static objects of the program may still use it when the DLL's own have gone.
+/// It is never destroyed: static objects of the program may still use it after those of the DLL have been destroyed.
 Toolkit & toolkit();
 
 /// Application::Exception of the application object, if there is one.

@@ -79,8 +79,12 @@ HBITMAP load(std::span<std::byte const> data) {
 Bitmap::Bitmap() = default;
 
 Bitmap::Bitmap(HBITMAP bitmap) {
-  if (bitmap)
-    bitmap_.reset(bitmap, deleteBitmap);
+  if (!bitmap)
+    return;
+  bitmap_.reset(bitmap, deleteBitmap);
+  BITMAP description;
+  if (GetObjectA(bitmap, sizeof description, &description))
+    size_ = {description.bmWidth, description.bmHeight};
 }
 
 Bitmap::Bitmap(Size const & size) {
@@ -97,13 +101,6 @@ Bitmap::Bitmap(ResId const & id) {
     *this = Bitmap(load(detail::findResource(manager, id.GetNumber(), RT_BITMAP)));
     return !IsEmpty();
   });
-}
-
-Size Bitmap::GetSizePixel() const {
-  BITMAP description;
-  if (!bitmap_ || !GetObjectA(bitmap_.get(), sizeof description, &description))
-    return {};
-  return {description.bmWidth, description.bmHeight};
 }
 
 Bitmap Bitmap::Clone() const {

@@ -4,8 +4,12 @@
 
 namespace SV {
 
-void ImagePool::SetPoolFile(String const & fileName) { detail::toolkit().poolFile = fileName; }
+using detail::toolkit;
 
-String const & ImagePool::GetPoolFile() { return detail::toolkit().poolFile; }
+void ImagePool::SetPoolFile(String const & fileName) { toolkit().pictures.setFile(fileName); }
+
+String const & ImagePool::GetPoolFile() { return toolkit().pictures.file(); }
+
+Image ImagePool::GetImage(String const & name) { return toolkit().pictures.get(name); }
 
 } // namespace SV

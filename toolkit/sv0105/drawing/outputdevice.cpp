@@ -1,53 +1,48 @@
 #include "sv/outputdevice.hpp"
 
+#include "drawing/devicedata.hpp"
+#include "drawing/limits.hpp"
+#include "drawing/textpieces.hpp"
 #include "handles/handle.hpp"
-#include "tools/winapi.hpp"
 
-#include <utility>
+#include <algorithm>
 
 namespace SV {
 
-namespace {
+using detail::DeviceData;
 
-/// Selects \p made, or \p instead of it when there is none, and deletes the former one.
-template <class Handle> void select(HDC context, Handle & current, Handle made, HGDIOBJ instead) {
-  SelectObject(context, made ? static_cast<HGDIOBJ>(made) : instead);
-  if (Handle const former = std::exchange(current, made))
-    DeleteObject(former);
+OutputDevice::OutputDevice() : data_(std::make_unique<DeviceData>()) {}
+
+OutputDevice::OutputDevice(HDC context) : OutputDevice() {
+  if (context)
+    openContext(context);
 }
 
-/// A memory device with a bitmap in it.
-class BitmapDevice {
-public:
-  BitmapDevice(HDC like, HBITMAP bitmap)
-      : context_(CreateCompatibleDC(like)), former_(SelectObject(context_.get(), bitmap)) {}
-  BitmapDevice(BitmapDevice const &) = delete;
-  BitmapDevice & operator=(BitmapDevice const &) = delete;
-  ~BitmapDevice() { SelectObject(context_.get(), former_); }
+OutputDevice::~OutputDevice() = default;
 
-  HDC context() const { return context_.get(); }
+HDC OutputDevice::fetchContext() const { return nullptr; }
 
-private:
-  handles::MemoryDevice context_;
-  HGDIOBJ former_;
-};
+void OutputDevice::releaseContext(HDC) const {}
 
-} // namespace
-
-OutputDevice::OutputDevice(HDC context) : context_(context), savedState_(SaveDC(context)) {
-  ChangePen(Pen(COL_BLACK));
-  ChangeFillInBrush(Brush());
-  ChangeFont(Font());
+void OutputDevice::openContext(HDC context) const {
+  data_->open(context);
+  context_ = context;
 }
 
-OutputDevice::~OutputDevice() {
-  RestoreDC(context_, savedState_);
-  if (systemPen_)
-    DeleteObject(systemPen_);
-  if (systemBrush_)
-    DeleteObject(systemBrush_);
-  if (systemFont_)
-    DeleteObject(systemFont_);
+void OutputDevice::closeContext() const {
+  context_ = nullptr;
+  data_->close();
+}
+
+void DrawingScope::fetch() {
+  fetched_ = device_.fetchContext();
+  if (fetched_)
+    device_.openContext(fetched_);
+}
+
+void DrawingScope::release() {
+  device_.closeContext();
+  device_.releaseContext(fetched_);
 }
 
 Size OutputDevice::GetOutputSizePixel() const {
@@ -61,70 +56,114 @@ Size OutputDevice::GetOutputSizePixel() const {
   return {GetDeviceCaps(context_, HORZRES), GetDeviceCaps(context_, VERTRES)};
 }
 
-Pen OutputDevice::ChangePen(Pen const & pen) {
-  HPEN const made = pen.IsNone() ? nullptr : CreatePen(PS_SOLID, pen.GetWidth(), pen.GetColor().GetRGB());
-  select(context_, systemPen_, made, GetStockObject(NULL_PEN));
-  return std::exchange(pen_, Pen(pen));
+Size OutputDevice::GetOutputSize() const { return PixelToLogic(GetOutputSizePixel()); }
+
+Pen OutputDevice::ChangePen(Pen const & pen) { return data_->changePen(pen); }
+
+Brush OutputDevice::ChangeFillInBrush(Brush const & brush) { return data_->changeBrush(brush); }
+
+Font OutputDevice::ChangeFont(Font const & font) { return data_->changeFont(font); }
+
+Brush const & OutputDevice::GetBackgroundBrush() const { return data_->state().background; }
+
+Brush OutputDevice::ChangeBackgroundBrush(Brush const & brush) { return data_->changeBackground(brush); }
+
+void OutputDevice::Erase() {
+  DrawingScope const scope(*this);
+  Brush const & background = GetBackgroundBrush();
+  if (!context_ || background.IsNone())
+    return;
+  Size const size = GetOutputSizePixel();
+  Brush const former = data_->changeBrush(background);
+  data_->useBrush();
+  PatBlt(context_, 0, 0, size.width, size.height, PATCOPY);
+  data_->changeBrush(former);
 }
 
-Brush OutputDevice::ChangeFillInBrush(Brush const & brush) {
-  HBRUSH const made = brush.IsNone() ? nullptr : CreateSolidBrush(brush.GetColor().GetRGB());
-  select(context_, systemBrush_, made, GetStockObject(NULL_BRUSH));
-  return std::exchange(brush_, Brush(brush));
-}
+Region OutputDevice::ChangeClipRegion(Region const & region) { return data_->changeClip(region); }
 
-Font OutputDevice::ChangeFont(Font const & font) {
-  select(context_, systemFont_, font.CreateSystemFont(), GetStockObject(SYSTEM_FONT));
-  SetTextColor(context_, font.GetColor().GetRGB());
-  SetBkColor(context_, font.GetFillColor().GetRGB());
-  SetBkMode(context_, font.IsTransparent() ? TRANSPARENT : OPAQUE);
-  return std::exchange(font_, Font(font));
-}
+MapMode const & OutputDevice::GetMapMode() const { return data_->state().mapMode; }
+
+MapMode OutputDevice::ChangeMapMode(MapMode const & mode) { return data_->changeMapMode(mode); }
+
+void OutputDevice::Push() { data_->push(); }
+
+void OutputDevice::Pop() { data_->pop(); }
+
+long OutputDevice::penWidth() const { return LogicToPixel(Size{data_->state().pen.GetWidth(), 0}).width; }
+
+void OutputDevice::usePen() const { data_->usePen(penWidth()); }
+
+void OutputDevice::useFont() const { data_->useFont(LogicToPixel(data_->state().font.GetSize())); }
 
 void OutputDevice::DrawLine(Point const & from, Point const & to) {
-  if (pen_.IsNone())
+  DrawingScope const scope(*this);
+  if (!context_ || data_->state().pen.IsNone())
     return;
-  MoveToEx(context_, from.x, from.y, nullptr);
-  LineTo(context_, to.x, to.y);
-  // The system leaves out the last point.
-  SetPixelV(context_, to.x, to.y, pen_.GetColor().GetRGB());
+  drawLine(LogicToPixel(from), LogicToPixel(to));
+}
+
+void OutputDevice::drawLine(Point const & fromPixel, Point const & toPixel) {
+  Point const start = detail::systemPoint(fromPixel);
+  Point const end = detail::systemPoint(toPixel);
+  if (start == end && penWidth() <= 1) {
+    SetPixelV(context_, start.x, start.y, data_->state().pen.GetColor().GetRGB());
+    return;
+  }
+  usePen();
+  MoveToEx(context_, start.x, start.y, nullptr);
+  // The system leaves out the last point. A line along an axis ends one later; others would take another way.
+  if (start.y == end.y) {
+    LineTo(context_, end.x + (end.x < start.x ? -1 : 1), end.y);
+  } else if (start.x == end.x) {
+    LineTo(context_, end.x, end.y + (end.y < start.y ? -1 : 1));
+  } else {
+    LineTo(context_, end.x, end.y);
+    SetPixelV(context_, end.x, end.y, data_->state().pen.GetColor().GetRGB());
+  }
 }
 
 void OutputDevice::DrawRect(Rectangle const & rectangle) {
-  Point const & start = rectangle.TopLeft();
-  Size const & size = rectangle.GetSize();
-  if (size.width < 1 || size.height < 1)
+  DrawingScope const scope(*this);
+  Rectangle const pixels = LogicToPixel(rectangle);
+  bool const hasPen = !data_->state().pen.IsNone();
+  if (!context_ || pixels.IsEmpty() || (!hasPen && data_->state().brush.IsNone()))
     return;
-  // Without a pen the system leaves its place free at the right and at the bottom.
-  int const missing = pen_.IsNone() ? 1 : 0;
-  ::Rectangle(context_, start.x, start.y, start.x + size.width + missing, start.y + size.height + missing);
+  RECT const area = detail::systemArea(pixels);
+  // Not every system draws the edge of a single pixel.
+  if (hasPen && pixels.GetSize() == Size{1, 1}) {
+    drawLine(pixels.TopLeft(), pixels.TopLeft());
+    return;
+  }
+  data_->useBrush();
+  if (!hasPen) {
+    PatBlt(context_, area.left, area.top, area.right - area.left, area.bottom - area.top, PATCOPY);
+    return;
+  }
+  usePen();
+  ::Rectangle(context_, area.left, area.top, area.right, area.bottom);
 }
 
 void OutputDevice::DrawText(Point const & position, String const & text) {
-  TextOutA(context_, position.x, position.y, text.c_str(), text.Len());
+  DrawingScope const scope(*this);
+  if (!context_ || text.Len() < 1)
+    return;
+  useFont();
+  Point const pixel = detail::systemPoint(LogicToPixel(position));
+  detail::drawPieces(context_, pixel, text);
 }
 
 Size OutputDevice::GetTextSize(String const & text) const {
-  SIZE size = {};
-  GetTextExtentPoint32A(context_, text.c_str(), text.Len(), &size);
-  return {size.cx, size.cy};
+  DrawingScope const scope(*this);
+  if (context_) {
+    useFont();
+    return PixelToLogic(detail::measurePieces(context_, text));
+  }
+  handles::ScreenDevice const screen(GetDC(nullptr));
+  OutputDevice device(screen.get());
+  device.ChangeMapMode(GetMapMode());
+  device.ChangeFont(data_->state().font);
+  return device.context_ ? device.GetTextSize(text) : Size();
 }
-
-void OutputDevice::DrawBitmap(Point const & position, Bitmap const & bitmap) {
-  DrawBitmap({position, bitmap.GetSizePixel()}, bitmap);
-}
-
-void OutputDevice::DrawBitmap(Rectangle const & area, Bitmap const & bitmap) {
-  if (bitmap.IsEmpty())
-    return;
-  BitmapDevice const source(context_, bitmap.GethBitmap());
-  Size const from = bitmap.GetSizePixel();
-  Size const & to = area.GetSize();
-  SetStretchBltMode(context_, COLORONCOLOR);
-  StretchBlt(context_, area.TopLeft().x, area.TopLeft().y, to.width, to.height, source.context(), 0, 0, from.width,
-             from.height, SRCCOPY);
-}
-
-void OutputDevice::DrawImage(Point const & position, Image const & image) { DrawBitmap(position, image.GetBitmap()); }
 
 } // namespace SV

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The way of every resource from its identifier to the manager that has it.
+/// Finding the manager that has a resource.
 
 #include "application/toolkit.hpp"
 
@@ -10,11 +10,11 @@
 
 namespace SV::detail {
 
-/// The bytes of a resource; empty where there is none, or no DLL.
+/// The bytes of a resource; empty if it is missing or there is no DLL.
 std::span<std::byte const> findResource(ResMgr const & manager, unsigned long number, char const * type);
 
-/// Calls \p load with the manager of \p id, or the active one, until it is true. After each failure the application is
-/// told and the manager that is then active is tried, each one once. False when none is left.
+/// Calls \p load with the manager of \p id, or the active one, until it returns true. Each failure is reported to the application,
+/// and the manager that is active after that is tried next, each one once. False if none is left.
 template <class Load> bool loadWithRetry(ResId const & id, Load const & load) {
   std::vector<ResMgr const *> tried;
   ResMgr const * manager = id.GetResMgr() ? id.GetResMgr() : Resource::GetResManager();

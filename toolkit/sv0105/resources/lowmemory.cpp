@@ -26,7 +26,7 @@ void * allocateBelow4GiB(std::size_t size) {
     bool isFree = false;
     std::uint64_t const end = endOfRegion(address, isFree);
     if (isFree) {
-      // A free region may refuse at its start what it gives further on.
+      // An allocation may fail at the start of a free region and succeed further on.
       for (; address + size <= end && address + size <= kLimit; address += kStep)
         if (void * memory =
                 VirtualAlloc(reinterpret_cast<void *>(address), size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE))

@@ -6,7 +6,7 @@
 
 namespace SV::detail {
 
-/// A copy of the text below 4 GiB, which stays until the next call. Null when there is no such memory left.
+/// A copy of the text below 4 GiB, valid until the next call. Null if there is no such memory left.
 char const * copyBelow4GiB(String const & text);
 
 } // namespace SV::detail

@@ -12,7 +12,7 @@ namespace SV {
 
 namespace {
 
-// Callers take the name apart at its backslashes and rely on there being one.
+// Callers split the name at its backslashes and rely on there being one.
 String withBackslash(String const & name) { return std::strchr(name.c_str(), '\\') ? name : ".\\" + name; }
 
 } // namespace

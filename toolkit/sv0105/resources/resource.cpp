@@ -12,8 +12,7 @@ namespace {
 
 constexpr unsigned long kTextsInBlock = 16;
 
-/// The characters of a text in its block, which holds counted texts one behind the other; empty where the block is too
-/// short.
+/// The characters of a text in its block, which is a series of counted strings; empty if the block is too short.
 std::wstring textInBlock(std::span<std::byte const> block, unsigned long index) {
   std::size_t position = 0;
   for (unsigned long i = 0;; ++i) {
@@ -50,7 +49,7 @@ namespace detail {
 
 std::span<std::byte const> findResource(ResMgr const & manager, unsigned long number, char const * type) {
   HMODULE const module = manager.GetModule();
-  // Without a DLL the system would look into the program.
+  // Without a DLL the system would search the program.
   HRSRC const place = module ? FindResourceA(module, MAKEINTRESOURCEA(number), type) : nullptr;
   HGLOBAL const handle = place ? LoadResource(module, place) : nullptr;
   if (!handle)

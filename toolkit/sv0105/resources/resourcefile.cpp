@@ -32,7 +32,7 @@ std::wstring programFolder() {
 
 bool isSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 
-/// Nothing in the result depends on the working directory or drive.
+/// The result does not depend on the working directory or drive.
 std::wstring absolutePath(std::wstring const & name) {
   bool const hasDrive = name.size() > 2 && name[1] == L':' && isSeparator(name[2]);
   bool const isRooted = !name.empty() && isSeparator(name[0]);
@@ -44,7 +44,7 @@ std::wstring absolutePath(std::wstring const & name) {
   return folder.size() > 1 && folder[1] == L':' ? folder.substr(0, 2) + name : name;
 }
 
-/// A file open for reading, which nobody can change meanwhile, and its bytes.
+/// A file open for reading, which nobody can change in the meantime, and its bytes.
 class MappedFile {
 public:
   explicit MappedFile(std::wstring const & path)
@@ -69,7 +69,7 @@ private:
   std::size_t size_ = 0;
 };
 
-/// The system appends ".dll" to a last component without a point unless one stands at its end.
+/// The system appends ".dll" to a last component without a dot; a dot at its end prevents that.
 std::wstring withoutCompletion(std::wstring const & path) {
   std::size_t const lastComponent = path.find_last_of(L"\\/") + 1;
   return path.find(L'.', lastComponent) == std::wstring::npos ? path + L'.' : path;

@@ -10,12 +10,12 @@
 
 namespace SV::detail {
 
-/// Maps the DLL as data. Null when it is missing or not sound, see isSoundResourceFile.
-/// \param name  absolute, or counted from the program's folder
+/// Maps the DLL as data. Null if it is missing or not sound, see isSoundResourceFile.
+/// \param name  absolute, or relative to the program's folder
 HMODULE loadResourceFile(String const & name);
 
-/// Whether \p file is a whole DLL, for any processor, whose sections and whose table of resources, if it has one, lie
-/// within it. The system itself follows the table wherever it leads.
+/// Whether \p file is a complete DLL, for any processor, whose sections and resource table, if it has one, lie within it. The
+/// system itself follows the table without such a check.
 bool isSoundResourceFile(std::span<std::byte const> file);
 
 } // namespace SV::detail

@@ -24,7 +24,7 @@ struct Headers {
   IMAGE_DATA_DIRECTORY resources = {};
 };
 
-/// The place of the resources by the optional header, of which the two forms differ in their lengths only.
+/// The place of the resources according to the optional header, whose two forms only differ in length.
 template <class OptionalHeader>
 std::optional<IMAGE_DATA_DIRECTORY> resourceDirectory(Bytes file, std::uint64_t offset, WORD size) {
   auto const header = read<OptionalHeader>(file, offset);
@@ -84,12 +84,12 @@ std::optional<Bytes> bytesAt(Bytes file, Headers const & headers, DWORD address)
   return std::nullopt;
 }
 
-/// The tree of resources: types, below them names, below them languages, whose entries lead to the data.
+/// The tree of resources: types, then names, then languages, whose entries point to the data.
 class ResourceTree {
 public:
   ResourceTree(Bytes file, Headers const & headers, Bytes tree)
       : file_(file), headers_(headers), tree_(tree),
-        // More entries than the section has room for: folders are shared, and a walk may take for ever.
+        // More entries than fit in the section: folders are shared, and a walk might never end.
         entriesLeft_(tree.size() / sizeof(IMAGE_RESOURCE_DIRECTORY_ENTRY)) {}
 
   bool isSound() { return isSoundFolder(0, 0); }

@@ -2,8 +2,8 @@
 
 #include "application/pointer.hpp"
 #include "application/toolkit.hpp"
-#include "sv/outputdevice.hpp"
 #include "window/handlemap.hpp"
+#include "window/painting.hpp"
 #include "window/procedure.hpp"
 #include "window/reflection.hpp"
 #include "window/windowaccess.hpp"
@@ -32,30 +32,6 @@ detail::WindowSpec plainWindow(Window * parent, WinBits bits) {
     style |= WS_THICKFRAME | (bits & WB_TITLE ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX : 0);
   return {detail::kWindowClass, style, 0, parent};
 }
-
-Rectangle toRectangle(RECT const & rect) {
-  return {{rect.left, rect.top}, {rect.right - rect.left, rect.bottom - rect.top}};
-}
-
-/// The system's device for one painting. The window may die meanwhile.
-class Painting {
-public:
-  explicit Painting(HWND window) : window_(window), context_(BeginPaint(window, &state_)) {}
-  Painting(Painting const &) = delete;
-  Painting & operator=(Painting const &) = delete;
-  ~Painting() {
-    if (context_)
-      EndPaint(window_, &state_);
-  }
-
-  HDC context() const { return context_; } ///< null when the system refuses
-  RECT const & area() const { return state_.rcPaint; }
-
-private:
-  HWND window_;
-  PAINTSTRUCT state_;
-  HDC context_;
-};
 
 bool isAppWindow(Window const * window) { return Application::GetAppWindow() == window; }
 
@@ -174,7 +150,7 @@ Point Window::GetPosPixel() const {
 
 Size Window::GetSizePixel() const {
   RECT rect = {};
-  return hwnd_ && GetWindowRect(hwnd_, &rect) ? toRectangle(rect).GetSize() : Size();
+  return hwnd_ && GetWindowRect(hwnd_, &rect) ? Rectangle(rect).GetSize() : Size();
 }
 
 void Window::SetPosSizePixel(Point const & position, Size const & size) {
@@ -184,7 +160,7 @@ void Window::SetPosSizePixel(Point const & position, Size const & size) {
 
 Size Window::GetOutputSizePixel() const {
   RECT rect = {};
-  return hwnd_ && GetClientRect(hwnd_, &rect) ? toRectangle(rect).GetSize() : Size();
+  return hwnd_ && GetClientRect(hwnd_, &rect) ? Rectangle(rect).GetSize() : Size();
 }
 
 void Window::ChangeOutputSizePixel(Size const & size) {
@@ -226,13 +202,16 @@ void Window::Update() {
 }
 
 void Window::paint() {
-  Painting const painting(hwnd_);
-  if (!painting.context())
+  detail::Painting const painting(*this, hwnd_);
+  if (!painting)
     return;
-  OutputDevice device(painting.context());
-  device.ChangeFont(GetFont());
-  Paint(device, toRectangle(painting.area()));
+  OutputDevice::ChangeFont(GetFont());
+  Paint(*this, painting.area());
 }
+
+HDC Window::fetchContext() const { return hwnd_ ? GetDC(hwnd_) : nullptr; }
+
+void Window::releaseContext(HDC context) const { ReleaseDC(hwnd_, context); }
 
 long long Window::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
   long long result = 0;
@@ -275,6 +254,13 @@ long long Window::HandleMessage(unsigned message, unsigned long long wParam, lon
   default: break;
   }
   return DefaultProcedure(message, wParam, lParam);
+}
+
+Point Window::OutputToScreenPixel(Point const & point) const {
+  POINT onScreen = {point.x, point.y};
+  if (hwnd_)
+    ClientToScreen(hwnd_, &onScreen);
+  return {onScreen.x, onScreen.y};
 }
 
 long long Window::DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) {

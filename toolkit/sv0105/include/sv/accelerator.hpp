@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Accelerator: keys that start something wherever the keyboard is.
+/// Accelerator: keys that work whatever window has the focus.
 
 #include "sv/export.hpp"
 #include "sv/keycodes.hpp"
@@ -12,8 +12,8 @@
 
 namespace SV {
 
-/// A table of keys. It takes effect by Application::InsertAccel, and its keys then come before anything that a window, a
-/// dialog or a menu does with them. Main thread.
+/// A table of keys. Application::InsertAccel puts it into effect; its keys are then handled before any window, dialog or menu gets
+/// them. Main thread.
 ///
 /// \code
 ///   accelerator.InsertItem(1, SV::KEY_CONTROL | SV::KEY_A + ('S' - 'A'));
@@ -22,34 +22,34 @@ namespace SV {
 /// \endcode
 class SV_API Accelerator : public LinkHdl {
 public:
-  /// Non-zero: the key has been dealt with.
+  /// \return non-zero if the key has been handled
   using SelectHandler = std::function<long(Accelerator *)>;
 
   Accelerator(); ///< without keys
   Accelerator(Accelerator const &) = delete;
   Accelerator & operator=(Accelerator const &) = delete;
-  /// Takes it out of the application.
+  /// Removes it from the application.
   ~Accelerator() override;
 
-  /// \param code  the key with what has to be held along with it; nothing else may be held
-  /// False for code 0, and for a key or an identifier that is there already.
+  /// \param code  the key with its modifiers; the key does not match with any other modifiers
+  /// \return false for code 0, and for a key or an identifier that the table already has
   bool InsertItem(unsigned short id, KeyCode code);
-  bool RemoveItem(unsigned short id); ///< false where there is none
+  bool RemoveItem(unsigned short id); ///< false if there is no such item
   unsigned short GetItemCount() const;
 
-  /// The handler that was pushed last is called first; one that gives 0 leaves the key to the one before. When all have,
-  /// the key goes where it would have gone without this object. Popping where there is none does nothing.
+  /// The handler that was pushed last is called first. If it returns 0, the one before it is called, and so on. If all return 0,
+  /// the key goes where it would have gone without this object. Popping without a handler does nothing.
   void PushSelectHdl(SelectHandler handler);
   void PopSelectHdl();
 
-  /// The item whose key has been pressed, while Select runs; 0 at other times.
+  /// The item whose key has been pressed, during Select; 0 at other times.
   unsigned short GetCurItemId() const { return current_; }
 
   /// Called when a key of this table has been pressed. The base calls the handlers, which may delete this object.
-  /// Non-zero: the key has been dealt with.
+  /// \return non-zero if the key has been handled
   virtual long Select();
 
-  /// Calls Select for the item of that key; false when there is none, or the key has not been dealt with.
+  /// Calls Select for the item of that key; false if there is none or the key has not been handled.
   bool Press(KeyCode code);
 
 private:

@@ -29,7 +29,7 @@ public:
   explicit Bitmap(HBITMAP bitmap);
 
   bool IsEmpty() const { return !bitmap_; } ///< of size 0 by 0
-  Size GetSizePixel() const;
+  Size const & GetSizePixel() const { return size_; }
 
   /// Null for the empty bitmap; it stays owned here.
   HBITMAP GethBitmap() const { return bitmap_.get(); }
@@ -39,6 +39,7 @@ public:
 
 private:
   std::shared_ptr<HBITMAP__> bitmap_;
+  Size size_;
 };
 
 } // namespace SV

@@ -8,7 +8,7 @@
 
 namespace SV {
 
-/// The help file in use. Application::ChangeHelp installs one; an installed one that dies leaves none installed.
+/// The help file in use. Application::ChangeHelp installs one; when that is destroyed, none is installed.
 class SV_API Help : public LinkHdl {
 public:
   Help(); ///< without a file
@@ -17,13 +17,13 @@ public:
   Help & operator=(Help const &) = delete;
   ~Help() override;
 
-  /// The name as given, empty at first; the change gives the former one. Whether the file is there is not looked at.
+  /// The name as given; empty by default. Whether the file exists is not checked. ChangeFileName returns the previous name.
   String const & GetFileName() const { return fileName_; }
   String ChangeFileName(String const & fileName);
 
-  /// Opens the file with the program that the system has for it; a ".chm" file at a topic, as far as it has one of that
-  /// number. False when that cannot be done, or without a name.
-  /// \param topic  0: none in particular
+  /// Opens the file with the program that the system has for it; a ".chm" file at the topic with that number, if it has one.
+  /// False if that fails or there is no name.
+  /// \param topic  0 for no particular one
   virtual bool Start(unsigned long topic = 0);
 
 private:

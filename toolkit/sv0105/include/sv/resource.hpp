@@ -2,9 +2,9 @@
 /// \file
 /// Resources: texts, bitmaps and images in resource DLLs.
 ///
-/// A resource identifier such as 0x2002B7E is type 0x200 with number 0x2B7E; numbers without a high part are plain
-/// numbers. Strings lie in the string tables of the DLL under their number; bitmaps and icons beside them under theirs.
-/// A string table cannot tell an empty text from one that is missing, so an empty text is missing.
+/// A resource identifier such as 0x2002B7E consists of the type 0x200 and the number 0x2B7E; an identifier without a high part is
+/// a plain number. Strings are in the string tables of the DLL under their number, and so are bitmaps and icons under theirs.
+/// An empty string in a string table looks like a missing one, so it counts as missing.
 
 #include "sv/export.hpp"
 #include "tools/string.hpp"
@@ -17,22 +17,22 @@ inline constexpr unsigned long RSC_STRING = 0x200;
 /// One resource DLL, loaded as data.
 class SV_API ResMgr {
 public:
-  /// Loads the DLL; a relative name counts from the program's folder, never from the working directory. A file that is
-  /// missing, cut off or no DLL, or whose table of resources leads out of it, is refused: Application::Exception is
-  /// called with EXC_RESOURCE_FILE_NOT_LOADED and the address of the name, which lies below 4 GiB and is kept until the
-  /// next refusal. If that returns, the object is there and IsLoaded is false.
+  /// Loads the DLL; a relative name is relative to the program's folder, never to the working directory. A file that is missing,
+  /// truncated or not a DLL, or whose resource table points outside of it, is refused: Application::Exception is called with
+  /// EXC_RESOURCE_FILE_NOT_LOADED and the address of the name, which is below 4 GiB and valid until the next refusal. If that
+  /// returns, the object is constructed and IsLoaded is false.
   explicit ResMgr(String const & fileName);
   ResMgr(ResMgr const &) = delete;
   ResMgr & operator=(ResMgr const &) = delete;
-  /// Unloads the DLL. An active manager leaves none active.
+  /// Unloads the DLL. If this manager is active, none is active afterwards.
   ~ResMgr();
 
-  bool IsLoaded() const { return module_ != nullptr; } ///< false: the file could not be had
+  bool IsLoaded() const { return module_ != nullptr; } ///< false: the file was refused
 
-  /// The name as given; a bare one with ".\" in front.
+  /// The name as given; ".\" is added before a bare name.
   String const & GetFileName() const { return fileName_; }
 
-  HINSTANCE GetModule() const { return module_; } ///< null when it is not loaded
+  HINSTANCE GetModule() const { return module_; } ///< null if it is not loaded
 
 private:
   String fileName_;
@@ -42,7 +42,7 @@ private:
 /// A resource's identifier and the manager to load it from.
 class ResId {
 public:
-  /// \param manager  null: the one that is active when the resource is loaded
+  /// \param manager  null for the one that is active when the resource is loaded
   ResId(unsigned long id, ResMgr * manager = nullptr) : id_(id), manager_(manager) {}
 
   unsigned long GetId() const { return id_; } ///< all 32 bits
@@ -59,13 +59,14 @@ private:
 /// The active manager, and loading from it.
 class SV_API Resource {
 public:
-  /// Makes a manager the active one, which is not owned; null leaves none. The former one is the result.
+  /// Makes a manager the active one; it is not owned, and null means none.
+  /// \return the previous one
   static ResMgr * SetResManager(ResMgr * manager);
   static ResMgr * GetResManager();
 
-  /// The text of a string resource, in the system's code page. One that is missing raises Application::Exception with
-  /// EXC_RESOURCE_NOT_LOADED and the identifier; when that returns and a manager is active that was not tried yet, the
-  /// load is tried with that one, and so on. When no manager is left to try, the result is the empty text.
+  /// A string resource, in the system's code page. If it is missing, Application::Exception is called with
+  /// EXC_RESOURCE_NOT_LOADED and the identifier. If that returns and the active manager has not been tried yet, it is tried
+  /// next, and so on. If no manager is left, the result is the empty string.
   static String LoadString(ResId const & id);
 };
 

@@ -1,16 +1,17 @@
 #pragma once
 /// \file
-/// What the toolkit shares of the system below it.
+/// Facts of the process, and the message hook.
 
 #include "sv/export.hpp"
 
 namespace SV {
 
-/// Sees every message of the toolkit's windows before they do. Non-zero: the message is done, and \p result is its answer.
+/// Gets every message of the toolkit's windows before they do. Non-zero if it has handled the message; \p result is then the
+/// message's result.
 using MessageHook = int (*)(HWND window, unsigned message, unsigned long long wParam, long long lParam,
                             long long & result);
 
-/// The process as the system started it, and the hook of all windows. Static members alone; main thread.
+/// The process as the system started it, and the hook of all windows. Static members only; main thread.
 class SV_API Sysdepen {
 public:
   /// The instance of the executable.
@@ -18,7 +19,7 @@ public:
   static unsigned long GetThreadId();
   static int GetShowCommand();
 
-  /// The hook in use, null when there is none; ChangeHook gives the former one.
+  /// The hook in use; null if there is none. ChangeHook returns the previous one.
   static MessageHook GetHook();
   static MessageHook ChangeHook(MessageHook hook);
 };

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Timer: something is done again and again.
+/// Timer: calls a handler at intervals.
 
 #include "sv/export.hpp"
 #include "tools/object.hpp"
@@ -25,17 +25,17 @@ public:
   /// Stops it.
   ~Timer() override;
 
-  /// Begins, or begins anew. The system lengthens intervals below 10.
-  /// False, and it is stopped: before InitSV, after DeInitSV, or when the system has no timer left.
+  /// Starts or restarts the timer. The system lengthens intervals below 10.
+  /// \return false, and it is stopped, before InitSV, after DeInitSV, or if the system has no timer left
   bool Start(unsigned long milliseconds);
-  /// Timeout is not called any more, even if its time has come already.
+  /// Timeout is not called after this, even if it is already due.
   void Stop();
   bool IsActive() const { return id_ != 0; } ///< between Start and Stop
 
   /// The interval is over. The base calls the handler. It may stop the timer or delete it.
   virtual void Timeout();
 
-  /// The change gives the former one.
+  /// ChangeTimeoutHdl returns the previous one.
   TimeoutHandler ChangeTimeoutHdl(TimeoutHandler handler);
 
 private:

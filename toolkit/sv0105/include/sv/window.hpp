@@ -6,14 +6,11 @@
 #include "sv/export.hpp"
 #include "sv/font.hpp"
 #include "sv/geometry.hpp"
-#include "sv/mapmode.hpp"
+#include "sv/outputdevice.hpp"
 #include "sv/pen.hpp"
-#include "tools/object.hpp"
 #include "tools/string.hpp"
 
 namespace SV {
-
-class OutputDevice;
 
 namespace detail {
 struct WindowSpec;
@@ -26,7 +23,7 @@ inline constexpr WinBits WB_BORDER = 1;   ///< a thin frame
 inline constexpr WinBits WB_TITLE = 2;    ///< a title bar with a button to close; it then floats above its parent
 inline constexpr WinBits WB_SIZEABLE = 4; ///< a frame to drag, buttons to minimise and maximise
 
-/// A window with a class and a procedure of the toolkit's own. All of it is for the main thread, between InitSV and
+/// A window with a class and a procedure of the toolkit's own. As an OutputDevice it is its client area. All of it is for the main thread, between InitSV and
 /// DeInitSV.
 ///
 /// A window is invisible until Show. Sizes and positions are in pixels; a position counts from the parent's client area
@@ -48,7 +45,7 @@ inline constexpr WinBits WB_SIZEABLE = 4; ///< a frame to drag, buttons to minim
 ///     void Paint(SV::OutputDevice & device, SV::Rectangle const &) override { device.DrawText({10, 10}, "Hello"); }
 ///   };
 /// \endcode
-class SV_API Window : public LinkHdl {
+class SV_API Window : public OutputDevice {
 public:
   /// \param parent  null for a window of the desktop
   explicit Window(Window * parent, WinBits style = 0);
@@ -58,6 +55,8 @@ public:
   ~Window() override;
 
   /// Draws what lies in \p area of the client area, whose background has been filled already. The base draws nothing.
+  /// \param device  this window, with a black pen, no brush, the window's font, no limit and pixels as its unit. What it had
+  ///                before it has again afterwards
   virtual void Paint(OutputDevice & device, Rectangle const & area);
 
   /// The client area has got this size.
@@ -124,24 +123,21 @@ public:
   virtual void SetPosSizePixel(Point const & position, Size const & size);
 
   /// The client area's size; the change keeps the position and makes the frame fit.
-  Size GetOutputSizePixel() const;
+  Size GetOutputSizePixel() const override;
   void ChangeOutputSizePixel(Size const & size);
-
-  /// A size that is given in another unit, in pixels of this window: in MAP_APPFONT it grows with the font, and with that
-  /// with the scale of the screen.
-  Size LogicToPixel(Size const & size, MapMode const & mode) const;
 
   /// A point of the client area, counted on the screen.
   Point OutputToScreenPixel(Point const & point) const;
 
-  /// The font that Paint begins with: the application's until one is set here. The change gives the former one.
+  /// The font that Paint begins with: the application's until one is set here. The change gives the former one, and has
+  /// the window painted anew; the font that it draws with at the moment is changed by OutputDevice::ChangeFont.
   Font const & GetFont() const;
   Font ChangeFont(Font const & font);
 
   /// What the background is filled with before Paint: none, as at first, is that of the window's kind. The change gives the
   /// former one.
-  Brush const & GetBackgroundBrush() const { return background_; }
-  Brush ChangeBackgroundBrush(Brush const & brush);
+  Brush const & GetBackgroundBrush() const override { return background_; }
+  Brush ChangeBackgroundBrush(Brush const & brush) override;
 
   /// The topic of the help file for this window and those in it that have none; 0, as at first, is that of the parent.
   /// The change gives the former one.
@@ -171,6 +167,9 @@ protected:
   /// What the system does with a message that nobody dealt with.
   virtual long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam);
 
+  HDC fetchContext() const override; ///< for the client area, without the windows in it
+  void releaseContext(HDC context) const override;
+
   /// Closes the system window, by the protocol of its kind. Destructors of derived classes call it, so that their own
   /// HandleMessage hears of it.
   virtual void Destroy();
@@ -195,7 +194,7 @@ private:
   unsigned long helpId_ = 0;
   bool hasFont_ = false;
   bool mouseCaptured_ = false;
-  char reserved_[380] = {}; ///< room for members to come: the size below is part of the binary interface
+  char reserved_[364] = {}; ///< room for members to come: the size below is part of the binary interface
 };
 
 // Callers ask whether that many bytes of a window can be read to learn whether it is still there.

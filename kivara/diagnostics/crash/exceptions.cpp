@@ -1,0 +1,112 @@
+#include "diagnostics/crash/exceptions.hpp"
+
+#include "diagnostics/crash/report.hpp"
+
+#include <algorithm>
+
+namespace kivara::crash {
+namespace {
+
+struct ExceptionName {
+  DWORD code;
+  char const * name;
+};
+
+constexpr ExceptionName kNames[] = {
+    {EXCEPTION_ACCESS_VIOLATION, "ACCESS_VIOLATION"},
+    {EXCEPTION_DATATYPE_MISALIGNMENT, "DATATYPE_MISALIGNMENT"},
+    {EXCEPTION_BREAKPOINT, "BREAKPOINT"},
+    {EXCEPTION_SINGLE_STEP, "SINGLE_STEP"},
+    {EXCEPTION_ARRAY_BOUNDS_EXCEEDED, "ARRAY_BOUNDS_EXCEEDED"},
+    {EXCEPTION_FLT_DENORMAL_OPERAND, "FLT_DENORMAL_OPERAND"},
+    {EXCEPTION_FLT_DIVIDE_BY_ZERO, "FLT_DIVIDE_BY_ZERO"},
+    {EXCEPTION_FLT_INEXACT_RESULT, "FLT_INEXACT_RESULT"},
+    {EXCEPTION_FLT_INVALID_OPERATION, "FLT_INVALID_OPERATION"},
+    {EXCEPTION_FLT_OVERFLOW, "FLT_OVERFLOW"},
+    {EXCEPTION_FLT_STACK_CHECK, "FLT_STACK_CHECK"},
+    {EXCEPTION_FLT_UNDERFLOW, "FLT_UNDERFLOW"},
+    {EXCEPTION_INT_DIVIDE_BY_ZERO, "INT_DIVIDE_BY_ZERO"},
+    {EXCEPTION_INT_OVERFLOW, "INT_OVERFLOW"},
+    {EXCEPTION_PRIV_INSTRUCTION, "PRIV_INSTRUCTION"},
+    {EXCEPTION_IN_PAGE_ERROR, "IN_PAGE_ERROR"},
+    {EXCEPTION_ILLEGAL_INSTRUCTION, "ILLEGAL_INSTRUCTION"},
+    {EXCEPTION_NONCONTINUABLE_EXCEPTION, "NONCONTINUABLE_EXCEPTION"},
+    {EXCEPTION_STACK_OVERFLOW, "STACK_OVERFLOW"},
+    {EXCEPTION_INVALID_DISPOSITION, "INVALID_DISPOSITION"},
+    {EXCEPTION_GUARD_PAGE, "GUARD_PAGE"},
+    {EXCEPTION_INVALID_HANDLE, "INVALID_HANDLE"},
+};
+
+/// The sections of a module, none where its headers are not those of one.
+struct Sections {
+  IMAGE_SECTION_HEADER const * first = nullptr;
+  unsigned count = 0;
+};
+
+/// \param module  the start of memory of type MEM_IMAGE, whose first page is readable
+Sections sectionsOf(char const * module) {
+  constexpr LONG kHeadersLimit = 4096 - static_cast<LONG>(sizeof(IMAGE_NT_HEADERS));
+  auto const * const dos = reinterpret_cast<IMAGE_DOS_HEADER const *>(module);
+  if (dos->e_magic != IMAGE_DOS_SIGNATURE || dos->e_lfanew <= 0 || dos->e_lfanew > kHeadersLimit)
+    return {};
+  auto const * const headers = reinterpret_cast<IMAGE_NT_HEADERS const *>(module + dos->e_lfanew);
+  if (headers->Signature != IMAGE_NT_SIGNATURE)
+    return {};
+  return {IMAGE_FIRST_SECTION(headers), headers->FileHeader.NumberOfSections};
+}
+
+bool lies(std::uint32_t rva, IMAGE_SECTION_HEADER const & section) {
+  std::uint32_t const size = std::max(section.Misc.VirtualSize, section.SizeOfRawData);
+  return rva >= section.VirtualAddress && rva - section.VirtualAddress < size;
+}
+
+void findSection(FaultLocation & location, Sections const & sections, std::uint32_t rva) {
+  for (unsigned i = 0; i < sections.count; ++i)
+    if (lies(rva, sections.first[i])) {
+      location.section = i + 1;
+      location.offset = rva - sections.first[i].VirtualAddress;
+      return;
+    }
+  write("\r\n# '%s': Could not find RVA %08Xh in %d PE sections\r\n", location.module, rva,
+        static_cast<int>(sections.count));
+  location.module[0] = '\0';
+}
+
+} // namespace
+
+char const * exceptionName(unsigned long code) {
+  for (auto const & each : kNames)
+    if (each.code == code)
+      return each.name;
+  static char text[512];
+  text[0] = '\0';
+  FormatMessageA(FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_HMODULE | FORMAT_MESSAGE_FROM_SYSTEM,
+                 GetModuleHandleA("NTDLL.DLL"), code, 0, text, sizeof text, nullptr);
+  return text;
+}
+
+FaultLocation locateFault(void const * address) {
+  FaultLocation location;
+  MEMORY_BASIC_INFORMATION memory{};
+  if (VirtualQuery(address, &memory, sizeof memory) == 0) {
+    writeFailure("VirtualQuery (addr, &mbi, sizeof (mbi)) != 0", GetLastError());
+    return location;
+  }
+  if (memory.AllocationBase == nullptr) {
+    write("\r\n# [mbi.AllocationBase == NULL]\r\n");
+    return location;
+  }
+  auto const module = static_cast<HMODULE>(memory.AllocationBase);
+  if (GetModuleFileNameA(module, location.module, sizeof location.module) == 0) {
+    writeFailure("GetModuleFileName ((HMODULE) hMod, szModule, len) != 0", GetLastError());
+    location.module[0] = '\0';
+    return location;
+  }
+  location.module[sizeof location.module - 1] = '\0'; // the system leaves a name that is cut without one
+  auto const * const base = static_cast<char const *>(memory.AllocationBase);
+  auto const rva = static_cast<std::uint32_t>(static_cast<char const *>(address) - base);
+  findSection(location, memory.Type == MEM_IMAGE ? sectionsOf(base) : Sections{}, rva);
+  return location;
+}
+
+} // namespace kivara::crash

@@ -1,0 +1,2 @@
+#pragma once
+#define KIVARA_VERSION_IDENTIFIER 77049

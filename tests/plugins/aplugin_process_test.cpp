@@ -1,0 +1,46 @@
+#include "plugin_run.hpp"
+#include "support/child_process.hpp"
+
+#include <gtest/gtest.h>
+
+using kivtest::fixturePath;
+using kivtest::Lines;
+
+namespace {
+
+TEST(PluginProcess, ThatNeverDiscardedItsPluginsDoesSoAtItsEnd) {
+  support::ProgramResult const host =
+      support::runProgram({.program = "plugin_host", .arguments = "-plug_log " + fixturePath()});
+  EXPECT_EQ(host.exitCode, 0u);
+  EXPECT_EQ(host.output, "78\r\n");
+  EXPECT_EQ(host.errors, "");
+  Lines const lines = kivtest::logLines();
+  EXPECT_EQ(lines.front(), "Start logging");
+  EXPECT_EQ(lines.back(), "KivPluginManager::DiscardPlugins");
+}
+
+TEST(PluginProcess, LoadsWhatLiesBelowTheProgramAndNotBelowTheCurrentFolder) {
+  support::TempFolder const folder;
+  CreateDirectoryA((folder / "plugins").c_str(), nullptr);
+  CreateDirectoryA("plugins", nullptr);
+  std::string const program = folder / "host.exe";
+  ASSERT_TRUE(CopyFileA((support::binFolder() + "plugin_host.exe").c_str(), program.c_str(), TRUE));
+  ASSERT_TRUE(CopyFileA(fixturePath().c_str(), "plugins\\a.dll", TRUE));
+  support::ProgramStart const start{
+      .program = program, .arguments = "all", .environment = {{"PATH", support::binFolder()}}};
+  EXPECT_EQ(support::runProgram(start).output, "0 0\r\n");
+  ASSERT_TRUE(CopyFileA(fixturePath().c_str(), (folder / "plugins\\a b.dll").c_str(), TRUE));
+  ASSERT_TRUE(CopyFileA(fixturePath().c_str(), (folder / "plugins\\\xFC.dll").c_str(), TRUE));
+  EXPECT_EQ(support::runProgram(start).output, "1 2\r\n");
+}
+
+TEST(PluginProcess, EndsByAFaultInAnEntryPoint) {
+  support::ProgramResult const host = support::runProgram({.program = "plugin_host",
+                                                           .arguments = "-plug_log " + fixturePath(),
+                                                           .environment = {{"KIVARA_PLUGIN_VERSION", "fault"}}});
+  EXPECT_EQ(host.exitCode, 0xC0000005u);
+  EXPECT_EQ(host.output, "");
+  EXPECT_EQ(kivtest::logLines().back(), "+   Retrieved 'KivPluginFctGetVersion'");
+}
+
+} // namespace

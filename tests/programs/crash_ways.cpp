@@ -1,0 +1,246 @@
+// Fails in the ways that its words name, one after the other: see kWays and kFailing. It prints "ready" first and flushes each line.
+
+#include "aappinfo.hpp"
+#include "acrash.hpp"
+#include "support/import_hook.hpp"
+#include "support/import_spy.hpp"
+#include "sv/application.hpp"
+#include "tools/winapi.hpp"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+namespace {
+
+void say(char const * text, unsigned long value) { std::printf("%s %lx\n", text, value); }
+
+void readNowhere() {
+  int const volatile * const volatile nowhere = reinterpret_cast<int *>(16);
+  say("read", static_cast<unsigned long>(*nowhere));
+}
+
+void writeNowhere() {
+  int volatile * const volatile nowhere = reinterpret_cast<int *>(16);
+  *nowhere = 1;
+}
+
+void divide() {
+  int volatile zero = 0;
+  say("divided", static_cast<unsigned long>(7 / zero));
+}
+
+void divideFloats() {
+  unsigned control = 0x1F80 & ~0x0200U; // the trap for a division by zero
+  __asm__ volatile("ldmxcsr %0" : : "m"(control));
+  double volatile zero = 0;
+  say("divided", static_cast<unsigned long>(7 / zero));
+}
+
+void callNowhere() {
+  void (*volatile nowhere)() = nullptr;
+  nowhere();
+}
+
+void runIllegal() { __asm__ volatile("ud2"); }
+void runPrivileged() { __asm__ volatile("hlt"); }
+void breakpoint() { DebugBreak(); }
+void raiseOwn() { RaiseException(0xE1234567, 0, 0, nullptr); }
+void raiseKnownBySystem() { RaiseException(STATUS_NO_MEMORY, 0, 0, nullptr); }
+void raiseOverflow() { RaiseException(EXCEPTION_INT_OVERFLOW, 0, 0, nullptr); }
+
+void touchGuardPage() {
+  auto * const page =
+      static_cast<char volatile *>(VirtualAlloc(nullptr, 4096, MEM_COMMIT, PAGE_READWRITE | PAGE_GUARD));
+  *page = 1;
+}
+
+void runData() {
+  void * const page = VirtualAlloc(nullptr, 4096, MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
+  unsigned char const code[] = {0x0F, 0x0B}; // ud2
+  std::memcpy(page, code, sizeof code);
+  void (*run)();
+  std::memcpy(&run, &page, sizeof run);
+  run();
+}
+
+/// On a thread of the system's own, since those of the library may stop what leaves them.
+void onThread(void (*work)()) {
+  HANDLE const thread = CreateThread(
+      nullptr, 0,
+      [](void * argument) -> DWORD {
+        reinterpret_cast<void (*)()>(argument)();
+        return 0;
+      },
+      reinterpret_cast<void *>(work), 0, nullptr);
+  WaitForSingleObject(thread, INFINITE);
+  CloseHandle(thread);
+}
+
+void readOnThread() { onThread(readNowhere); }
+
+HANDLE start;
+
+void readOnTwoThreads() {
+  start = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+  auto const work = [](void *) -> DWORD {
+    WaitForSingleObject(start, INFINITE);
+    readNowhere();
+    return 0;
+  };
+  HANDLE const threads[] = {CreateThread(nullptr, 0, work, nullptr, 0, nullptr),
+                            CreateThread(nullptr, 0, work, nullptr, 0, nullptr)};
+  SetEvent(start);
+  WaitForMultipleObjects(2, threads, TRUE, INFINITE);
+}
+
+bool readsAtTheEnd = false;
+
+struct AtTheEnd {
+  ~AtTheEnd() {
+    if (readsAtTheEnd)
+      readNowhere();
+  }
+} atTheEnd;
+
+void readInDestructor() { readsAtTheEnd = true; }
+
+void readInFilter() {
+  support::spyOnImport("kivara.dll", "GetSystemTime", [](support::SpiedCall &) { readNowhere(); });
+}
+
+/// Ends the process in the middle of the report.
+void endInReport() {
+  support::spyOnImport("kivara.dll", "GetSystemTime",
+                       [](support::SpiedCall &) { TerminateProcess(GetCurrentProcess(), 77); });
+}
+
+void setFilter() {
+  LPTOP_LEVEL_EXCEPTION_FILTER const before = SetUnhandledExceptionFilter([](EXCEPTION_POINTERS *) -> LONG {
+    std::puts("the program's filter");
+    return EXCEPTION_EXECUTE_HANDLER;
+  });
+  say("filter", before != nullptr);
+}
+
+void miniDump() { say("minidump", Fct_CreateMiniDump("amodule.cpp", 246)); }
+void miniDumpOfNothing() { say("minidump", Fct_CreateMiniDump(nullptr, 0)); }
+void miniDumpOnThread() { onThread(miniDump); }
+void nameReport() { Fct_SetMiniDumpFileName("named.txt"); }
+void forgetName() {
+  Fct_SetMiniDumpFileName(nullptr);
+  Fct_SetMiniDumpFileName("");
+}
+void callstack() { Fct_CreateCallstack("amodule.cpp", 246); }
+
+void suppress() { SV::Application::SetModalDialogSuppression(true); }
+
+void info() {
+  KivApplicationInfo::SetValue("database", "orders");
+  KivApplicationInfo::SetValue("user", std::string(5000, 'u').c_str());
+}
+
+void longLog() { Kiv_SetDBLogFile("orders.log"); }
+void noLog() { Kiv_SetDBLogFile(nullptr); }
+
+/// Says what the library starts and shows.
+void watch() {
+  support::spyOnImport("kivara.dll", "CreateProcessA",
+                       [](support::SpiedCall & call) { std::printf("process %s\n", call.text(1)); });
+}
+
+/// Calls of the system for which no failure can be brought about; "fail:NAME" lets the library's own calls fail.
+struct Failing {
+  char const * function;
+  char const * library;
+  std::uintptr_t result;
+};
+
+template <std::uintptr_t Result> std::uintptr_t WINAPI fail() {
+  SetLastError(ERROR_ACCESS_DENIED);
+  return Result;
+}
+
+constexpr Failing kFailing[] = {
+    {"CreateEventA", "KERNEL32.dll", 0},
+    {"CreateFileA", "KERNEL32.dll", static_cast<std::uintptr_t>(-1)},
+    {"CreateThread", "KERNEL32.dll", 0},
+    {"DuplicateHandle", "KERNEL32.dll", 0},
+    {"GetCurrentDirectoryA", "KERNEL32.dll", 0},
+    {"GetFileInformationByHandle", "KERNEL32.dll", 0},
+    {"GetModuleFileNameA", "KERNEL32.dll", 0},
+    {"GetProcAddress", "KERNEL32.dll", 0},
+    {"GetThreadContext", "KERNEL32.dll", 0},
+    {"GetVersionExA", "KERNEL32.dll", 0},
+    {"LoadLibraryA", "KERNEL32.dll", 0},
+    {"MiniDumpWriteDump", "dbghelp.dll", 0},
+    {"ResumeThread", "KERNEL32.dll", static_cast<std::uintptr_t>(-1)},
+    {"SuspendThread", "KERNEL32.dll", static_cast<std::uintptr_t>(-1)},
+    {"SymInitialize", "dbghelp.dll", 0},
+    {"SymSetOptions", "dbghelp.dll", 0},
+    {"VirtualQuery", "KERNEL32.dll", 0},
+};
+
+void letFail(char const * function) {
+  for (auto const & each : kFailing)
+    if (std::strcmp(each.function, function) == 0) {
+      auto const replacement = each.result == 0 ? fail<0> : fail<static_cast<std::uintptr_t>(-1)>;
+      support::replaceImports(GetModuleHandleA("kivara.dll"), each.library,
+                              {{each.function, reinterpret_cast<void *>(replacement)}});
+    }
+}
+
+struct Way {
+  char const * word;
+  void (*go)();
+};
+
+constexpr Way kWays[] = {
+    {"read", readNowhere},
+    {"write", writeNowhere},
+    {"divide", divide},
+    {"float", divideFloats},
+    {"call", callNowhere},
+    {"illegal", runIllegal},
+    {"privileged", runPrivileged},
+    {"break", breakpoint},
+    {"own", raiseOwn},
+    {"nomemory", raiseKnownBySystem},
+    {"overflow", raiseOverflow},
+    {"guard", touchGuardPage},
+    {"data", runData},
+    {"thread", readOnThread},
+    {"threads", readOnTwoThreads},
+    {"destructor", readInDestructor},
+    {"infilter", readInFilter},
+    {"endinreport", endInReport},
+    {"setfilter", setFilter},
+    {"minidump", miniDump},
+    {"minidump0", miniDumpOfNothing},
+    {"minidumponthread", miniDumpOnThread},
+    {"name", nameReport},
+    {"noname", forgetName},
+    {"callstack", callstack},
+    {"suppress", suppress},
+    {"info", info},
+    {"log", longLog},
+    {"nolog", noLog},
+    {"watch", watch},
+};
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
+  std::setvbuf(stdout, nullptr, _IONBF, 0);
+  std::puts("ready");
+  for (char * word = std::strtok(arguments, " "); word != nullptr; word = std::strtok(nullptr, " ")) {
+    if (std::strncmp(word, "fail:", 5) == 0)
+      letFail(word + 5);
+    for (auto const & way : kWays)
+      if (std::strcmp(word, way.word) == 0)
+        way.go();
+  }
+  std::puts("end");
+  return 0;
+}

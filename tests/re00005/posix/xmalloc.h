@@ -1,0 +1,4 @@
+/* See regex.h. */
+#pragma once
+#define xmalloc malloc
+#define xfree free

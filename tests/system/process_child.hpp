@@ -1,0 +1,96 @@
+#pragma once
+/// \file
+/// What the tests of processes share: the program process_child, and how it tells what it was started with.
+
+#include "aproc.hpp"
+#include "support/child_process.hpp"
+#include "support/files.hpp"
+#include "tools/winapi.hpp"
+
+#include <cstdlib>
+#include <string>
+
+namespace kivtest {
+
+/// The full path of the program.
+inline std::string childPath() { return support::binFolder() + "process_child.exe"; }
+
+/// process_child with its words.
+inline KivSynchronousProcess child(std::string const & words) {
+  return {SV::String(childPath().c_str()), SV::String(words.c_str()), KIV_CMDSHOW_HIDE};
+}
+
+/// Waits as callers do, up to a minute.
+inline long end(KivSynchronousProcess & process) {
+  long result = -1;
+  for (int i = 0; i < 60 && result == -1; ++i)
+    result = process.Wait();
+  return result;
+}
+
+/// While it lives, a process_child that is started writes down how.
+class Facts {
+public:
+  Facts() { _putenv(("KIVARA_FACTS=" + folder_ / "facts.txt").c_str()); }
+  Facts(Facts const &) = delete;
+  Facts & operator=(Facts const &) = delete;
+  ~Facts() { _putenv("KIVARA_FACTS="); }
+
+  /// Waits for the child's facts, and forgets them for the next one.
+  std::string take() {
+    std::string const name = folder_ / "facts.txt";
+    if (!support::eventually([&name] { return support::exists(name); }, 30))
+      return "(no child wrote any)";
+    std::string const text = *support::readFile(name);
+    DeleteFileA(name.c_str());
+    return text;
+  }
+
+  /// The value of one of them.
+  static std::string value(std::string const & facts, std::string const & name) {
+    std::size_t const start = facts.find(name + '=');
+    if (start == std::string::npos)
+      return "(none)";
+    std::size_t const first = start + name.size() + 1;
+    return facts.substr(first, facts.find('\n', first) - first);
+  }
+  std::string take(std::string const & name) { return value(take(), name); }
+
+  /// Whether a child has written any that nobody took.
+  bool areThere() const { return support::exists(folder_ / "facts.txt"); }
+
+private:
+  support::TempFolder folder_;
+};
+
+/// An event that children wait for by its name, set at the end of the test in any case.
+class Gate {
+public:
+  Gate()
+      : name_("kivara-test-gate-" + std::to_string(GetCurrentProcessId())),
+        event_(CreateEventA(nullptr, TRUE, FALSE, name_.c_str())) {}
+  Gate(Gate const &) = delete;
+  Gate & operator=(Gate const &) = delete;
+  ~Gate() {
+    open();
+    CloseHandle(event_);
+  }
+
+  std::string const & name() const { return name_; }
+  void open() { SetEvent(event_); }
+
+private:
+  std::string name_;
+  HANDLE event_;
+};
+
+/// How many handles this process has open. Wine does not count them, so each possible one is asked for.
+inline int countHandles() {
+  int count = 0;
+  DWORD flags = 0;
+  for (std::uintptr_t value = 4; value < 0x8000; value += 4)
+    count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != FALSE;
+  return count;
+}
+
+} // namespace kivtest
