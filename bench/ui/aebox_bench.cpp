@@ -7,6 +7,7 @@
 #include "sv/resource.hpp"
 #include "tools/winapi.hpp"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -73,7 +74,7 @@ public:
     SV::Resource::SetResManager(&manager_);
     KivErrorBox box(nullptr, KivErrorBox::WB_YES_NO, text_);
     box.Show();
-    blueprint_ = new Blueprint(box.GethWnd());
+    blueprint_ = std::make_unique<Blueprint>(box.GethWnd());
   }
 
   void ours(benchmark::State & state, bool isShown) const {
@@ -130,7 +131,7 @@ private:
   bool toolkit_;
   SV::ResMgr manager_;
   SV::String text_;
-  Blueprint const * blueprint_ = nullptr;
+  std::unique_ptr<Blueprint const> blueprint_;
 };
 
 Boxes const & boxes() {
