@@ -69,13 +69,19 @@ build/release/bin. --preset debug before the verb: with the library's assertions
 TEXT
 }
 
+# is_target NAME: one that was written since the last build counts too.
+is_target() {
+  ninja -C "$(build_dir)" -t query "$1" >/dev/null 2>&1 ||
+    { ninja -C "$(build_dir)" build.ninja >/dev/null 2>&1 && ninja -C "$(build_dir)" -t query "$1" >/dev/null 2>&1; }
+}
+
 # Which targets there are is known where the build has been configured.
 check_build() {
   local word
   for word in "$@"; do
     [[ $word != -* ]] || fail "unknown option '$word'; usage: ./dev build [targets]"
     if [[ -e $(build_dir)/build.ninja ]] && command -v ninja >/dev/null; then
-      ninja -C "$(build_dir)" -t query "$word" >/dev/null 2>&1 || fail "there is no target '$word'; cmake --build $(build_dir) --target help lists them"
+      is_target "$word" || fail "there is no target '$word'; cmake --build $(build_dir) --target help lists them"
     fi
   done
 }
