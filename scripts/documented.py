@@ -10,7 +10,7 @@ import sys
 
 import publicheaders
 from publicheaders import (CLASS_TEMPLATE, CLASSES, CONSTRUCTOR, CONVERSION, ENUMERATION, FUNCTION, FUNCTION_TEMPLATE, LINKAGE, METHOD,
-                           NAMESPACE, OVERRIDE, PRIVATE)
+                           NAMESPACE, OVERRIDE, PRIVATE, UNEXPOSED)
 
 OPERATIONS = {FUNCTION, METHOD, CONSTRUCTOR, CONVERSION, FUNCTION_TEMPLATE}
 TYPES = CLASSES | {ENUMERATION, CLASS_TEMPLATE}
@@ -35,7 +35,7 @@ class Comments:
                 self.count += 1
                 if not commented:
                     self.missing[f"{file}:{line}"] = self.clang.text(self.clang.lib.clang_getCursorDisplayName(child))
-            if child.kind in TYPES | {NAMESPACE, LINKAGE} and not self.internal(child):
+            if child.kind in TYPES | {NAMESPACE, LINKAGE, UNEXPOSED} and not self.internal(child):
                 self.read(child)
 
     def commented(self, cursor, file):

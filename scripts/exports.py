@@ -10,7 +10,7 @@ import subprocess
 import sys
 
 import publicheaders
-from publicheaders import (CLASSES, CONSTRUCTOR, CONVERSION, DESTRUCTOR, DLLEXPORT, FUNCTION, LINKAGE, METHOD, NAMESPACE, VARIABLE)
+from publicheaders import (CLASSES, CONSTRUCTOR, CONVERSION, DESTRUCTOR, DLLEXPORT, FUNCTION, LINKAGE, METHOD, NAMESPACE, UNEXPOSED, VARIABLE)
 
 MEMBERS = {METHOD, CONSTRUCTOR, DESTRUCTOR, CONVERSION, VARIABLE}
 
@@ -42,7 +42,7 @@ class Declarations:
                 else:
                     self.add_members([m for m in members if self.marked(self.clang.children(m))])
                 self.read(child, inner)
-            elif child.kind in (NAMESPACE, LINKAGE):
+            elif child.kind in (NAMESPACE, LINKAGE, UNEXPOSED):
                 self.read(child, inner if child.kind == NAMESPACE else scope)
 
     def add_members(self, members):
@@ -56,8 +56,10 @@ class Declarations:
             return
         symbols = self.clang.symbols(cursor)
         self.allowed.update(symbols)
-        if cursor.kind != VARIABLE and (lib.clang_Cursor_isFunctionInlined(cursor) or lib.clang_isCursorDefinition(cursor)
-                                        or lib.clang_CXXMethod_isPureVirtual(cursor)):
+        # A value with its definition in the header is a constant, of which each module has its own.
+        if lib.clang_isCursorDefinition(cursor):
+            return
+        if cursor.kind != VARIABLE and (lib.clang_Cursor_isFunctionInlined(cursor) or lib.clang_CXXMethod_isPureVirtual(cursor)):
             return
         for symbol in symbols:
             # The deleting destructor exists only where a virtual one is; which classes have it is the compiler's matter.

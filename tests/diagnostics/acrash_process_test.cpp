@@ -53,7 +53,6 @@ INSTANTIATE_TEST_SUITE_P(Table, CrashFault,
                                          Fault{"privileged", STATUS_PRIVILEGED_INSTRUCTION, "PRIV_INSTRUCTION"},
                                          Fault{"guard", STATUS_GUARD_PAGE_VIOLATION, "GUARD_PAGE"},
                                          Fault{"data", STATUS_ILLEGAL_INSTRUCTION, "ILLEGAL_INSTRUCTION"},
-                                         Fault{"overflow", STATUS_INTEGER_OVERFLOW, "INT_OVERFLOW"},
                                          Fault{"thread", STATUS_ACCESS_VIOLATION, "ACCESS_VIOLATION"}));
 
 TEST(Crash, InAStaticDestructorIsReportedToo) {

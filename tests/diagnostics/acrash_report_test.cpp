@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <ostream>
 
 using namespace kivtest;
 
@@ -178,6 +179,45 @@ TEST(CrashReport, HasTheUpTimeOfTheSystem) {
   line.erase(std::unique(line.begin(), line.end(), [](char a, char b) { return a == '9' && b == '9'; }), line.end());
   EXPECT_EQ(line, "  System up time.....: 9d 9h 9m 9s 9ms");
 }
+
+struct NamedCode {
+  unsigned long code;
+  char const * name;
+};
+std::ostream & operator<<(std::ostream & out, NamedCode const & row) { return out << row.name; }
+
+class CrashCode : public testing::TestWithParam<NamedCode> {};
+
+TEST_P(CrashCode, HasItsName) {
+  char word[16];
+  char line[128];
+  std::snprintf(word, sizeof word, "code:%08lX", GetParam().code);
+  std::snprintf(line, sizeof line, "  Exception code: %08lXh %s", GetParam().code, GetParam().name);
+  EXPECT_EQ(sectionOf(CrashRun(quick(word)).lines(), "  Exception code: ").front(), line);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, CrashCode,
+                         testing::Values(NamedCode{EXCEPTION_ACCESS_VIOLATION, "ACCESS_VIOLATION"},
+                                         NamedCode{EXCEPTION_DATATYPE_MISALIGNMENT, "DATATYPE_MISALIGNMENT"},
+                                         NamedCode{EXCEPTION_SINGLE_STEP, "SINGLE_STEP"},
+                                         NamedCode{EXCEPTION_ARRAY_BOUNDS_EXCEEDED, "ARRAY_BOUNDS_EXCEEDED"},
+                                         NamedCode{EXCEPTION_FLT_DENORMAL_OPERAND, "FLT_DENORMAL_OPERAND"},
+                                         NamedCode{EXCEPTION_FLT_DIVIDE_BY_ZERO, "FLT_DIVIDE_BY_ZERO"},
+                                         NamedCode{EXCEPTION_FLT_INEXACT_RESULT, "FLT_INEXACT_RESULT"},
+                                         NamedCode{EXCEPTION_FLT_INVALID_OPERATION, "FLT_INVALID_OPERATION"},
+                                         NamedCode{EXCEPTION_FLT_OVERFLOW, "FLT_OVERFLOW"},
+                                         NamedCode{EXCEPTION_FLT_STACK_CHECK, "FLT_STACK_CHECK"},
+                                         NamedCode{EXCEPTION_FLT_UNDERFLOW, "FLT_UNDERFLOW"},
+                                         NamedCode{EXCEPTION_INT_DIVIDE_BY_ZERO, "INT_DIVIDE_BY_ZERO"},
+                                         NamedCode{EXCEPTION_INT_OVERFLOW, "INT_OVERFLOW"},
+                                         NamedCode{EXCEPTION_PRIV_INSTRUCTION, "PRIV_INSTRUCTION"},
+                                         NamedCode{EXCEPTION_IN_PAGE_ERROR, "IN_PAGE_ERROR"},
+                                         NamedCode{EXCEPTION_ILLEGAL_INSTRUCTION, "ILLEGAL_INSTRUCTION"},
+                                         NamedCode{EXCEPTION_NONCONTINUABLE_EXCEPTION, "NONCONTINUABLE_EXCEPTION"},
+                                         NamedCode{EXCEPTION_STACK_OVERFLOW, "STACK_OVERFLOW"},
+                                         NamedCode{EXCEPTION_INVALID_DISPOSITION, "INVALID_DISPOSITION"},
+                                         NamedCode{EXCEPTION_GUARD_PAGE, "GUARD_PAGE"},
+                                         NamedCode{EXCEPTION_INVALID_HANDLE, "INVALID_HANDLE"}));
 
 // The place of the fault
 

@@ -38,10 +38,10 @@ TEST(FailedAssertion, WithADumpRequestedIsReportedAsUsual) {
   EXPECT_EQ(run.texts(), (Lines{kAssertionLine, kNoBoxLine}));
 }
 
-TEST(FailedAssertion, LeavesTheWaitPointerAlone) {
+TEST(FailedAssertion, ShowsItsBoxWithTheOrdinaryPointer) {
   ReporterRun run("wait fail:count>0");
   run.answerBox(IDOK);
-  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010, wait 3", "assertion 0"}));
+  EXPECT_EQ(run.lines(), (Lines{"box owner=0 style=0x42010, wait 0", "assertion 0"}));
 }
 
 TEST(FailedAssertion, IsReportedEachTimeAndFromAnyThread) {

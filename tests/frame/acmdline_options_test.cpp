@@ -28,13 +28,15 @@ std::vector<Option> const kOptions = {
 #define KIV_NUMBER(name, getter, meaning) {name, #getter, meaning},
 #define KIV_OPTION(constant, name, getter, meaning) {name, #getter, meaning},
 #define KIV_NAME(name, meaning) {name, "", meaning},
+#define KIV_NAME_FLAG(name, meaning) {name, "", meaning, true},
 #include "frame/cmdline_options.inc"
 };
 
 /// The option's line in the table of the page.
 std::string lineOf(Option const & option) {
   std::string line = "| `-" + option.name + (option.isFlag ? "` | " : "VALUE` | ");
-  line += option.getter.empty() ? "none: `getValue`" : '`' + option.getter + '`';
+  std::string const byName = option.isFlag ? "none: `isFlag`" : "none: `getValue`";
+  line += option.getter.empty() ? byName : '`' + option.getter + '`';
   line += " | " + option.meaning;
   if (option.withoutGUI != WithoutGUI::asGiven)
     line += option.withoutGUI == WithoutGUI::on ? "; always on without a GUI" : "; always off without a GUI";

@@ -35,12 +35,17 @@ TEST(PluginProcess, LoadsWhatLiesBelowTheProgramAndNotBelowTheCurrentFolder) {
 }
 
 TEST(PluginProcess, EndsByAFaultInAnEntryPoint) {
-  support::ProgramResult const host = support::runProgram({.program = "plugin_host",
-                                                           .arguments = "-plug_log " + fixturePath(),
-                                                           .environment = {{"KIVARA_PLUGIN_VERSION", "fault"}}});
-  EXPECT_EQ(host.exitCode, 0xC0000005u);
-  EXPECT_EQ(host.output, "");
+  support::TempFolder const reports;
+  support::ChildProcess host({.program = "plugin_host",
+                              .arguments = "-plug_log " + fixturePath(),
+                              .environment = {{"KIVARA_PLUGIN_VERSION", "fault"}, {"TMP", reports.path()}}});
+  HWND const box = support::waitForWindow({.processId = host.processId(), .className = support::kBoxClass});
+  EXPECT_TRUE(support::pressButton(box, IDOK));
+  EXPECT_EQ(host.waitForEnd(), 0xC0000005u);
+  EXPECT_EQ(host.output(), "");
   EXPECT_EQ(kivtest::logLines().back(), "+   Retrieved 'KivPluginFctGetVersion'");
+  std::string const report = support::readFile(reports.path() + "\\plugin_host.exe.log").value_or("");
+  EXPECT_NE(report.find("[DONE]"), std::string::npos);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -48,7 +49,6 @@ void runPrivileged() { __asm__ volatile("hlt"); }
 void breakpoint() { DebugBreak(); }
 void raiseOwn() { RaiseException(0xE1234567, 0, 0, nullptr); }
 void raiseKnownBySystem() { RaiseException(STATUS_NO_MEMORY, 0, 0, nullptr); }
-void raiseOverflow() { RaiseException(EXCEPTION_INT_OVERFLOW, 0, 0, nullptr); }
 
 void touchGuardPage() {
   auto * const page =
@@ -76,6 +76,14 @@ void onThread(void (*work)()) {
       reinterpret_cast<void *>(work), 0, nullptr);
   WaitForSingleObject(thread, INFINITE);
   CloseHandle(thread);
+}
+
+DWORD exceptionCode;
+
+/// Away from the main thread, where the start of the program lets it go on after some of them.
+void raiseOnThread(char const * code) {
+  exceptionCode = std::strtoul(code, nullptr, 16);
+  onThread([] { RaiseException(exceptionCode, 0, 0, nullptr); });
 }
 
 void readOnThread() { onThread(readNowhere); }
@@ -207,7 +215,6 @@ constexpr Way kWays[] = {
     {"break", breakpoint},
     {"own", raiseOwn},
     {"nomemory", raiseKnownBySystem},
-    {"overflow", raiseOverflow},
     {"guard", touchGuardPage},
     {"data", runData},
     {"thread", readOnThread},
@@ -237,6 +244,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
   for (char * word = std::strtok(arguments, " "); word != nullptr; word = std::strtok(nullptr, " ")) {
     if (std::strncmp(word, "fail:", 5) == 0)
       letFail(word + 5);
+    if (std::strncmp(word, "code:", 5) == 0)
+      raiseOnThread(word + 5);
     for (auto const & way : kWays)
       if (std::strcmp(word, way.word) == 0)
         way.go();
