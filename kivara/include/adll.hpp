@@ -56,8 +56,8 @@ public:
   unsigned long getLastError() const;
 
 protected:
-  /// The function or variable that the library exports under that name; null if there is none. To be called while a library
-  /// is loaded.
+  /// The function or variable that the library exports under that name; null if there is none. Call it only while a
+  /// library is loaded: otherwise the system searches the program itself.
   void * _getGenericFunctionPtr(char const * name);
 
   /// Takes over the thread's last error if an operation failed; 0 otherwise.
@@ -71,5 +71,5 @@ private:
   friend class KivPluginKivScript;
   friend class KivPluginManager;
 
-  bool _finishLoad(char const * line, HINSTANCE__ * loaded);
+  bool _finishLoad(char const * event, HINSTANCE__ * loaded);
 };

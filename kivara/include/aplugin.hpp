@@ -40,7 +40,7 @@ enum KivPluginType : int {
   KIV_PLUGIN_KIVSCRIPT = 102,
 };
 
-/// The outcome of one attempt to load a plug-in. Of all but the first, nothing stays loaded.
+/// The outcome of one attempt to load a plug-in. After any but the first, nothing of it stays loaded.
 enum KivPluginLoadResult : int {
   KIV_PLUGIN_LOADED = 78,        ///< it is loaded and in the list
   KIV_PLUGIN_NOT_LOADED = 79,    ///< the system could not load the library

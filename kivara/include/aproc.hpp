@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Starting other programs: one that is polled for its end, with its output redirected if so wished, and documents or
+/// Starting other programs: one that is polled for its end, with its output redirected if wanted, and documents or
 /// programs that are given to the Windows shell.
 ///
 /// There are no locks: each object is for one thread, and all executions of KivAsynchronousProcess share a plain counter.
@@ -84,7 +84,9 @@ private:
 /// lies inside the name of the other redirection is part of that name. A redirected program is given no standard input,
 /// and no other output stream unless that is redirected too.
 ///
-/// Copies share the handles, which are not counted: once one of them has seen the end, the others only ever get -1.
+/// Copies share the handles, which are not counted. The first one that sees the end or is destroyed closes them for
+/// all; after that the others hold values that the system may use for something else, and must neither wait nor be
+/// destroyed.
 class KIV_API KivSynchronousProcess : public KivBasicProcess {
 public:
   /// See KivBasicProcess.
@@ -101,9 +103,9 @@ public:
   /// Starts the program. It inherits all inheritable handles, the environment and the current folder of this process. A
   /// redirection file that cannot be opened leaves that stream without redirection; the program starts all the same.
   /// \param consoleWindow  false: a console program gets a console without a window
-  /// \return false if it was not started: it is still running by this object's knowledge, the line is empty, or the
-  ///         system refuses, in which case GetLastError has the reason. Redirection files that were opened for it stay open, and
-  ///         streams that the next Execute does not redirect anew then go to them
+  /// \return false if it was not started: it is still running as far as this object knows, the line is empty, or the
+  ///         system refuses, in which case GetLastError has the reason. Redirection files that were opened for it stay
+  ///         open, and streams that the next Execute does not redirect anew then go to them
   bool Execute(bool consoleWindow);
 
   /// Waits for the end of the program for up to a second.

@@ -24,7 +24,7 @@ void tell(char const * event, String const & name) {
 KivDLLLoader::~KivDLLLoader() { KivDLLLoader::unload(); }
 
 bool KivDLLLoader::load(char const * file) {
-  String const name(file); // before the former name goes: it may be that one
+  String const name(file); // copied first: it may be the former name, which unload resets
   if (handle != nullptr)
     unload();
   filename = name;
@@ -39,10 +39,10 @@ bool KivDLLLoader::loadExt(char const * file, unsigned long flags) {
   return _finishLoad("LoadEx", LoadLibraryExA(name.c_str(), nullptr, flags));
 }
 
-bool KivDLLLoader::_finishLoad(char const * line, HINSTANCE__ * loaded) {
+bool KivDLLLoader::_finishLoad(char const * event, HINSTANCE__ * loaded) {
   handle = loaded;
   _rememberLastError(handle == nullptr);
-  tell(line, filename);
+  tell(event, filename);
   return lastError == 0;
 }
 

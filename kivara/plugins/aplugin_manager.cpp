@@ -24,7 +24,7 @@ constexpr char kTypeFunction[] = "KivPluginFctGetType";
 
 KivPluginManager const * existing = nullptr;
 
-/// While it lives, a library that needs another one that is missing is no box of the system on this thread.
+/// While it lives, the system shows no box on this thread when a library depends on one that is missing.
 class NoSystemBoxes {
 public:
   NoSystemBoxes() { SetThreadErrorMode(GetThreadErrorMode() | SEM_FAILCRITICALERRORS, &former_); }
@@ -41,7 +41,7 @@ bool isFolder(String const & path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// In byte order, whatever the order of the folder.
+/// In byte order, whatever order the folder lists them in.
 std::set<String> librariesIn(String const & folder) {
   std::set<String> paths;
   if (!isFolder(folder))
@@ -121,7 +121,7 @@ void KivPluginManager::GetAllPluginsOfType(KivPluginType type, KivBasicPluginLis
 KivPluginLoadResult KivPluginManager::_TryToLoadPlugin(char const * path) {
   NoSystemBoxes const noBoxes;
   _addLog("KivPluginManager::_TryToLoadPlugin (%s)\n", kivara::orEmpty(path));
-  // No scope owns the loader: what an entry point throws needs the plug-in's code for as long as it is on its way.
+  // No scope owns the loader: an exception that an entry point throws needs the plug-in's code until it is caught.
   auto * const loader = new KivDLLLoader;
   KivPluginLoadResult result = _load(*loader, path);
   if (result == KIV_PLUGIN_LOADED)

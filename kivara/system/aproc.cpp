@@ -79,8 +79,8 @@ STARTUPINFOA startupOf(KivCmdShow show, HANDLE output, HANDLE error) {
   return startup;
 }
 
-/// The system counts characters, which may be of two bytes. Not every version refuses a line that is far too long: some run what
-/// its length leaves in 16 bits.
+/// The system counts characters, which may be of two bytes. Not every version refuses a line that is far too long: some
+/// cut its length to 16 bits and run that much of it.
 bool isTooLong(std::string const & line) {
   return line.size() > kLongestLine &&
          MultiByteToWideChar(CP_ACP, 0, line.data(), static_cast<int>(line.size()), nullptr, 0) > kLongestLine;

@@ -5,7 +5,6 @@
 #include "atrace.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
 
 using SV::String;

@@ -1,12 +1,11 @@
 #include "system/ntlmexchange.hpp"
 
 #include "atrace.hpp"
+#include "base/boundedtext.hpp"
 #include "system/heapblock.hpp"
 
 #define SECURITY_WIN32 // the interface for programs
 #include <sspi.h>
-
-#include <cstdio>
 
 namespace kivara {
 namespace {
@@ -25,7 +24,7 @@ class SecurityLibrary {
   }
 
 public:
-  /// Whether all are there but CompleteAuthToken, which may be missing.
+  /// Whether all functions except CompleteAuthToken, which may be missing, are there.
   bool isUsable() const {
     return acceptSecurityContext != nullptr && acquireCredentialsHandle != nullptr &&
            deleteSecurityContext != nullptr && freeContextBuffer != nullptr && freeCredentialsHandle != nullptr &&
@@ -81,11 +80,9 @@ private:
   unsigned long size_ = 0;
 };
 
-/// Writes the failure to the debug output, and gives it back.
+/// Writes the failure to the debug output, and returns it.
 SECURITY_STATUS reported(char const * function, SECURITY_STATUS status) {
-  char text[128];
-  std::snprintf(text, sizeof text, "[alu] %s failed with %08X\n", function, static_cast<unsigned>(status));
-  KivDebugOut(text);
+  KivDebugOut(BoundedText<128>("[alu] %s failed with %08X\n", function, static_cast<unsigned>(status)).c_str());
   return status;
 }
 
@@ -130,7 +127,7 @@ protected:
     return hasCredentials_ ? status : reported("AcquireCredentialsHandle", status);
   }
 
-  /// Reads what the other side has sent, if anything, and writes the own token.
+  /// Reads what the other side has sent, if anything, and writes this side's token.
   template <class Function> SECURITY_STATUS take(char const * name, Token const * sent, Function const & function) {
     SecBuffer read = sent != nullptr ? sent->written() : SecBuffer();
     SecBufferDesc input = {SECBUFFER_VERSION, 1, &read};

@@ -22,7 +22,7 @@ struct Redirections {
   Redirection error;  ///< "2>" or "2>>"
 };
 
-/// The first of each kind. What lies inside the name of the other one is none.
+/// The first of each kind. One that lies inside the name of the other does not count.
 Redirections findRedirections(SV::String const & line);
 
 /// The line without them; the blanks around them stay.
