@@ -171,6 +171,16 @@ TEST(DLLLoader, AfterAFailedUnloadTheModuleStaysAndTheObjectHasNone) {
   EXPECT_EQ(debug.all(), Lines{"[kivdll] Unload '" + kSecond + "'\n"});
 }
 
+TEST(DLLLoader, AFailedUnloadDoesNotStopTheLoadAfterIt) {
+  Loader loader;
+  ASSERT_TRUE(loader.load(kFirst.c_str()));
+  replaceInLibrary("FreeLibrary", reinterpret_cast<void *>(refuseToFree));
+  EXPECT_TRUE(loader.load(kSecond.c_str()));
+  EXPECT_EQ(loader.getLastError(), 0u);
+  EXPECT_EQ(loader.getFilename().c_str(), kSecond);
+  EXPECT_TRUE(isInProcess("plugin_needed.dll"));
+}
+
 HMODULE WINAPI refuseWithoutAnError(char const *) {
   SetLastError(0);
   return nullptr;
@@ -203,6 +213,23 @@ TEST(DLLLoader, TheTextOfALongNameIsCutBeforeItsEnding) {
     EXPECT_FALSE(loader.loadExt(name.c_str(), 0));
     EXPECT_EQ(debug.all(), (Lines{ofLoad, "[kivdll] LoadEx '" + name.substr(0, 492) + "'\n"}));
   }
+}
+
+HMODULE lastSearched;
+
+// Passes the call on, since imports that are bound late need it.
+FARPROC WINAPI noteLibrary(HMODULE library, char const * name) {
+  lastSearched = library;
+  return GetProcAddress(library, name);
+}
+
+TEST(DLLLoader, AFunctionIsLookedUpEvenIfNothingIsLoaded) {
+  replaceInLibrary("GetProcAddress", reinterpret_cast<void *>(noteLibrary));
+  lastSearched = GetModuleHandleA("kivara.dll");
+  Loader loader;
+  EXPECT_EQ(loader._getGenericFunctionPtr("answerOfNeeded"), nullptr);
+  EXPECT_EQ(lastSearched, nullptr);
+  EXPECT_NE(loader.getLastError(), 0u);
 }
 
 TEST(DLLLoader, RemembersTheLastErrorOfAFailureOnly) {

@@ -68,6 +68,16 @@ TEST_F(ScriptPlugin, GetsARequestWithAResultAsItIs) {
   }
 }
 
+TEST(ScriptPluginObject, HasNoFunctionsBeforeItsInit) {
+  auto * const loader = new KivDLLLoader;
+  ASSERT_TRUE(loader->load(kivtest::fixturePath("plugin_needed").c_str()));
+  KivPluginKivScript script(loader);
+  auto const * const words = reinterpret_cast<void * const *>(&script);
+  for (std::size_t i = sizeof(KivBasicPlugin) / sizeof(void *); i < sizeof script / sizeof(void *); ++i)
+    EXPECT_EQ(words[i], nullptr) << i;
+  EXPECT_FALSE(script.init()) << "its library has none of them";
+}
+
 // Which programs take which script plug-ins
 
 enum Program { runtime, toolkit, neither, runtimeService, toolkitService, otherService };

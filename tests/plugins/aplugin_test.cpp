@@ -228,6 +228,19 @@ TEST_P(OtherTypes, AreRefused) {
 }
 INSTANTIATE_TEST_SUITE_P(Table, OtherTypes, testing::Values("103", "100", "0", "-1"));
 
+TEST_F(Plugins, TheVersionIsComparedBeforeTheTypeIsLookedUp) {
+  std::string const version = std::to_string(Kiv_GetVersionIdentifier() + 1);
+  plugin("VERSION", version);
+  EXPECT_EQ(refused(fixturePath("plugin_no_type"), KIV_PLUGIN_NOT_VALID).back(),
+            "-     This plugin is for another version (" + version + ")!");
+}
+
+TEST_F(Plugins, TheTypeIsCheckedBeforeTheFunctionsOfAScriptPlugin) {
+  plugin("TYPE", "103");
+  EXPECT_EQ(refused(fixturePath("plugin_no_execution"), KIV_PLUGIN_NOT_VALID).back(),
+            "-         Its not a valid plugin type (103)");
+}
+
 struct Missing {
   char const * plugin;
   char const * function;
@@ -365,6 +378,14 @@ TEST_F(Plugins, ThatAreLoadedTwiceAreTwoPlugins) {
   EXPECT_EQ(pluginsOf(*manager).size(), 2u);
 }
 
+TEST_F(Plugins, MayBeLoadedAgainAfterTheyWereDiscarded) {
+  manager->LoadSinglePlugin(fixturePath().c_str());
+  manager->DiscardPlugins();
+  EXPECT_EQ(manager->LoadSinglePlugin(fixturePath().c_str()), KIV_PLUGIN_LOADED);
+  EXPECT_EQ(pluginsOf(*manager).size(), 1u);
+  EXPECT_TRUE(isInProcess("plugin_fixture.dll"));
+}
+
 // The log
 
 TEST(PluginLog, BeginsAnewWithALineOfItsOwn) {
@@ -383,7 +404,7 @@ TEST(PluginLog, IsNotWrittenWithoutItsOption) {
   EXPECT_FALSE(support::exists("_plugin_manager.log"));
 }
 
-TEST(PluginLog, ThatCannotBeWrittenIsGoneWithout) {
+TEST(PluginLog, ThatCannotBeWrittenIsDoneWithout) {
   CreateDirectoryA("_plugin_manager.log", nullptr);
   kivtest::initCommandLine(true);
   Manager manager;

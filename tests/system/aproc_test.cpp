@@ -152,6 +152,25 @@ TEST_F(SynchronousProcessCall, GiveNoStreamWhoseFileCannotBeOpened) {
   EXPECT_EQ(lastCreation->startup.hStdError, nullptr);
 }
 
+// The handle of the failed start before is replaced also by an invalid one.
+TEST_F(SynchronousProcessCall, GiveNoStreamWhoseFileCanNoLongerBeOpened) {
+  support::TempFolder const first;
+  support::TempFolder const second;
+  CreateDirectoryA((second / "out").c_str(), nullptr); // a folder is no file
+  char before[MAX_PATH] = "";
+  GetCurrentDirectoryA(sizeof before, before);
+  KivSynchronousProcess process("x", "1>out", KIV_CMDSHOW_NORMAL);
+  process.SetUseRedirection(true);
+  SetCurrentDirectoryA(first.path().c_str());
+  EXPECT_FALSE(process.Execute(false));
+  EXPECT_NE(lastCreation->startup.hStdOutput, nullptr);
+  SetCurrentDirectoryA(second.path().c_str());
+  EXPECT_FALSE(process.Execute(false));
+  EXPECT_EQ(lastCreation->startup.dwFlags, unsigned{STARTF_USESHOWWINDOW});
+  EXPECT_EQ(lastCreation->startup.hStdOutput, nullptr);
+  SetCurrentDirectoryA(before);
+}
+
 TEST_F(SynchronousProcessCall, AConsoleHasAWindowOnlyWhereOneIsAskedFor) {
   KivSynchronousProcess process("x", "", KIV_CMDSHOW_NORMAL);
   process.Execute(false);
@@ -215,7 +234,7 @@ TEST_F(SynchronousProcessCall, ALineOf32766CharactersIsTheLongest) {
 }
 
 TEST_F(SynchronousProcessCall, RedirectionsAreTakenOutBeforeTheLengthCounts) {
-  std::string const most(32'764, 'x'); // a blank, and the one in front of the redirection
+  std::string const most(32'764, 'x'); // a blank, and the one before the redirection
   EXPECT_EQ(lineOf(most.c_str(), " 1>out").size(), 32'766u);
 }
 

@@ -231,22 +231,22 @@ INSTANTIATE_TEST_SUITE_P(
         LoginFile{"with a carriage return", kEntry + "\r\n", true},
         LoginFile{"with two carriage returns", kEntry + "\r\r\n", true},
         LoginFile{"with three of them", kEntry + "\r\r\r\n", false},
-        LoginFile{"behind other lines", "# a comment\n\na=b\na=b=c\n" + kEntry + "\nmore\n", true},
-        LoginFile{"behind one that does not switch it on", "getfulldomainname=0\n" + kEntry + "\n", true},
+        LoginFile{"after other lines", "# a comment\n\na=b\na=b=c\n" + kEntry + "\nmore\n", true},
+        LoginFile{"after one that does not switch it on", "getfulldomainname=0\n" + kEntry + "\n", true},
         LoginFile{"value 0", "getfulldomainname=0\n", false},
         LoginFile{"another value", "getfulldomainname=yes\n", false}, LoginFile{"value 10", kEntry + "0\n", false},
         LoginFile{"no value", "getfulldomainname=\n", false}, LoginFile{"no equal sign", "getfulldomainname1\n", false},
         LoginFile{"two equal signs", "getfulldomainname==1\n", false},
         LoginFile{"two equal signs in another place", kEntry + "=\n", false},
         LoginFile{"three pieces", "a=b=c\n", false}, LoginFile{"a blank in front", " " + kEntry + "\n", false},
-        LoginFile{"a blank behind", kEntry + " \n", false},
+        LoginFile{"a blank after", kEntry + " \n", false},
         LoginFile{"blanks around the equal sign", "getfulldomainname = 1\n", false},
         LoginFile{"other letters", "GetFullDomainName=1\n", false}, LoginFile{"a comment", "#" + kEntry + "\n", false},
         LoginFile{"nothing", "", false}, LoginFile{"a byte-order mark", "\xEF\xBB\xBF" + kEntry + "\n", false},
         // A longer line counts as several.
-        LoginFile{"behind 2,048 bytes of its line", std::string(2'048, 'x') + kEntry + "\n", true},
-        LoginFile{"behind 2,047 bytes of its line", std::string(2'047, 'x') + kEntry + "\n", false},
-        LoginFile{"behind 2,049 bytes of its line", std::string(2'049, 'x') + kEntry + "\n", false}));
+        LoginFile{"after 2,048 bytes of its line", std::string(2'048, 'x') + kEntry + "\n", true},
+        LoginFile{"after 2,047 bytes of its line", std::string(2'047, 'x') + kEntry + "\n", false},
+        LoginFile{"after 2,049 bytes of its line", std::string(2'049, 'x') + kEntry + "\n", false}));
 
 TEST_F(CurrentUser, IsNotAffectedByALaterChangeOfTheFile) {
   EXPECT_TRUE(ask());
@@ -258,6 +258,13 @@ TEST_F(CurrentUser, IsNotAffectedByALaterChangeOfTheFile) {
 TEST_F(CurrentUser, LeavesTheLoginFileOpen) {
   writeLoginFile(kEntry);
   EXPECT_TRUE(ask());
+  EXPECT_FALSE(DeleteFileA((folder / "login.ini").c_str()));
+}
+
+TEST_F(CurrentUser, LeavesALoginFileWithoutTheEntryOpenToo) {
+  writeLoginFile("# nothing\n");
+  EXPECT_TRUE(ask());
+  EXPECT_EQ(domain, "SALES");
   EXPECT_FALSE(DeleteFileA((folder / "login.ini").c_str()));
 }
 

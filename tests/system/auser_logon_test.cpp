@@ -129,7 +129,7 @@ TEST_F(Negotiation, ThatIsNotAtItsEndHasVerifiedNothing) {
   EXPECT_TRUE(security.nothingIsLeft());
 }
 
-/// A step that fails: what is told, and what was given back.
+/// A step that fails: what is reported, and what was given back.
 struct FailingStep {
   char const * call;
   char const * function;
@@ -201,6 +201,14 @@ INSTANTIATE_TEST_SUITE_P(Of, NegotiationCompletion,
                                          Completion{"server begins", SEC_I_COMPLETE_AND_CONTINUE, "challenge"},
                                          Completion{"client goes on", SEC_I_COMPLETE_NEEDED, "authenticate"},
                                          Completion{"server goes on", SEC_I_COMPLETE_NEEDED, ""}));
+
+TEST_F(Negotiation, ThatIsCompletedButNotAtItsEndHasVerifiedNothing) {
+  security.results["server goes on"] = {SEC_I_COMPLETE_AND_CONTINUE};
+  EXPECT_FALSE(ask());
+  EXPECT_EQ(security.count("complete"), 1u);
+  EXPECT_EQ(debug.all(), Lines{});
+  EXPECT_TRUE(security.nothingIsLeft());
+}
 
 // What is missing
 

@@ -91,7 +91,7 @@ TEST(RealAccount, OfANamedFileIsReadFromThere) {
 
 // Whether an account is good
 
-/// A program that Wine tells of Windows 2000.
+/// A program to which Wine reports Windows 2000.
 class OldWindows {
 public:
   OldWindows() {

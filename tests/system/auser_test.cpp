@@ -105,11 +105,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Unusable{"no byte", ""}, Unusable{"one line in the text", encrypted("name")},
                     Unusable{"two lines in the text", encrypted("first\nname")},
                     Unusable{"four lines in the text", encrypted("first\nname\npassword\nmore")},
-                    Unusable{"a line feed behind the third line", encrypted("first\nname\npassword\n")},
+                    Unusable{"a line feed after the third line", encrypted("first\nname\npassword\n")},
                     Unusable{"the empty text", encrypted("")}, Unusable{"plain text", "first\nname\npassword"},
-                    Unusable{"a line feed behind the line", kGood + "\n"},
-                    Unusable{"a carriage return and a line feed behind it", kGood + "\r\n"},
-                    Unusable{"a blank behind the line", kGood + " "}, Unusable{"an empty line first", "\n" + kGood},
+                    Unusable{"a line feed after the line", kGood + "\n"},
+                    Unusable{"a carriage return and a line feed after it", kGood + "\r\n"},
+                    Unusable{"a blank after the line", kGood + " "}, Unusable{"an empty line first", "\n" + kGood},
                     Unusable{"a digit less", kGood.substr(1)}, Unusable{"what is no digit", "G" + kGood.substr(1)},
                     Unusable{"the old text form", encrypted("first\nname\npassword", 0)}));
 
@@ -143,7 +143,7 @@ TEST_F(DbUser, OfAFileThatIsThereIsNotReported) {
   EXPECT_EQ(debug.all(), std::vector<std::string>{});
 }
 
-/// The file of the default name, which the program's folder has not.
+/// The program's folder has no file of the default name.
 TEST_F(DbUser, OfTheDefaultFileThatIsMissingIsNotReported) {
   support::DebugLines const debug;
   KivDBUserUtils user;

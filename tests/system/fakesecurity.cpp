@@ -49,7 +49,7 @@ BYTE const kSid[] = {1, 1, 0, 0, 0, 0, 0, 5, 18, 0, 0, 0};
 BOOL WINAPI getTokenInformation(HANDLE token, TOKEN_INFORMATION_CLASS kind, void * record, DWORD size, DWORD * needed) {
   constexpr std::size_t kNeeded = sizeof(TOKEN_USER) + sizeof kSid;
   std::string const what = record == nullptr ? "size" : "record";
-  *needed = static_cast<DWORD>(theFake->sizeAsked != 0 ? theFake->sizeAsked : kNeeded);
+  *needed = static_cast<DWORD>(kNeeded);
   if (!succeeds("token " + what + ' ' + number(kind) + (theFake->openTokens.count(token) == 1 ? "" : " of another"),
                 record == nullptr ? ERROR_INSUFFICIENT_BUFFER : 0))
     return FALSE;

@@ -35,9 +35,8 @@ public:
   std::string user = "worker";
   std::string domain = "SALES";
   std::string principal = "worker@sales.example.com";
-  std::size_t sizeAsked = 0;        ///< of the record of the user, in bytes; 0: as it needs
   unsigned long largestToken = 100; ///< in bytes
-  std::string windows = "10.0";     ///< the version that the library is told
+  std::string windows = "10.0";     ///< the version that is reported to the library
 
   std::set<void *> openTokens;
   std::set<void *> blocks; ///< of the process's heap

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What the tests of processes share: the program process_child, and how it tells what it was started with.
+/// What the tests of processes share: the program process_child, and how it reports what it was started with.
 
 #include "aproc.hpp"
 #include "support/child_process.hpp"

@@ -81,7 +81,7 @@ constexpr Row kLines[] = {
     {"prog 1>2>x", "2>x", nullptr, "prog "},
     {"prog 2>&1", nullptr, "&1", "prog "},
     {"prog 1>out 2>&1", "out", "&1", "prog  "},
-    // right behind the name of the other one
+    // right after the name of the other one
     {"prog 1>\"a\"2>b", "\"a\"", "b", "prog "},
 };
 INSTANTIATE_TEST_SUITE_P(Table, RedirectionsOf, testing::ValuesIn(kLines));

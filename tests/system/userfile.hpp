@@ -10,7 +10,7 @@
 
 namespace kivtest {
 
-/// The line of the file for a text, without a line feed behind it.
+/// The line of the file for a text, without a line feed after it.
 inline std::string encrypted(std::string text, long type = 2) {
   char * line = nullptr;
   KivEncryption::Instance().Encrypt(type, text.data(), line, -1);
