@@ -74,7 +74,9 @@ String literalLabel(String const & text) {
 /// Distances in pixels, which follow the font.
 struct KivErrorBox::Metrics {
   explicit Metrics(SV::Window const & box) {
-    auto const pixels = [&box](long width, long height) { return box.LogicToPixel(SV::Size{width, height}, SV::MAP_APPFONT); };
+    auto const pixels = [&box](long width, long height) {
+      return box.LogicToPixel(SV::Size{width, height}, SV::MAP_APPFONT);
+    };
     SV::Size const ten = pixels(10, 10);
     SV::Size const edge = pixels(8, 6);
     iconGap = buttonGap = ten.width;

@@ -36,7 +36,8 @@ TEST(ModelerCommands, ThatAreNotExecutedAreReported) {
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
   PostMessageA(window, WM_COMMAND, kCountLines, 0);
-  EXPECT_EQ(modeler::answerOwnBox(run, IDOK).texts, std::vector<std::string>{"The command CountLines was not executed."});
+  EXPECT_EQ(modeler::answerOwnBox(run, IDOK).texts,
+            std::vector<std::string>{"The command CountLines was not executed."});
   EXPECT_NE(run.file("out.log").value_or("").find(": command: CountLines: not executed\r\n"), std::string::npos);
 }
 
