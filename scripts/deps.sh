@@ -10,7 +10,13 @@ dependency_prefixes=()
 build_key() {
   local compiler
   compiler=$(x86_64-w64-mingw32-g++-posix -dumpfullversion)
-  printf '%s-%s' "$1" "$(cat "$toolchain" <(declare -f "build_$1") <(printf '%s' "$compiler") | sha256sum | cut -c1-12)"
+  printf '%s-%s' "$1" "$(cat "$toolchain" <(recipe "$1") <(printf '%s' "$compiler") | sha256sum | cut -c1-12)"
+}
+
+# recipe NAME: build_NAME, and the files scripts/deps/NAME_* that it puts into the sources.
+recipe() {
+  declare -f "build_$1"
+  find "$root/scripts/deps" -name "$1_*" | LC_ALL=C sort | xargs -r -d '\n' cat
 }
 
 # need_dependency NAME: builds it with build_NAME if the cache lacks it or has another version of it than version_NAME
@@ -97,92 +103,45 @@ build_minizip() {
     cp MiniZip64_info.txt "$2/share/licenses/minizip/"
 }
 
-# The engine of regular expressions, for single bytes, without approximate matching. As it stands, it goes over a pattern by
-# recursion, has a stack for patterns of some 1,000 characters, and takes memory and time without limit: the changes give it a larger
-# stack, a walk without recursion, and limits that end in "out of memory". The others mend negated brackets whose items
-# overlap, and repetitions in repetitions, whose copies got the same places.
+# The engine of regular expressions, for single bytes, without approximate matching. As it stands, it goes over a
+# pattern by recursion, has a stack for patterns of some 1,000 characters, and takes memory and time without limit: the
+# changes give it a larger stack, a walk without recursion, and limits that end in "out of memory". The others mend
+# negated brackets whose items overlap, and repetitions in repetitions, whose copies got the same places.
 build_tre() {
-  local tools=x86_64-w64-mingw32 source
-  local walk sources=(regcomp regerror regexec tre-ast tre-compile tre-match-backtrack tre-match-parallel tre-mem tre-parse tre-stack)
-  # The nodes in the order of the recursion; the transitions are counted before they are made.
-  walk=$(
-    cat <<'CODE'
-static size_t
-tre_size_of(tre_pos_and_tags_t const *set)
-{
-  size_t size = 0;
-  while (set[size].position >= 0)
-    size++;
-  return size;
-}
-
-static reg_errcode_t
-tre_ast_to_tnfa(tre_ast_node_t *tree, tre_tnfa_transition_t *transitions, int *counts, int *offs)
-{
-  size_t total = 0;
-  reg_errcode_t errcode;
-  tre_stack_t *stack = tre_stack_new(512, 4000000, 4096);
-  if (stack == NULL)
-    return REG_ESPACE;
-  errcode = tre_stack_push_voidptr(stack, tree);
-  while (errcode == REG_OK && tre_stack_num_objects(stack) > 0)
-    {
-      tre_ast_node_t *node = tre_stack_pop_voidptr(stack);
-      tre_ast_node_t *first = NULL, *second = NULL, *from = NULL, *to = NULL;
-      if (node->type == UNION)
-        {
-          first = ((tre_union_t *)node->obj)->left;
-          second = ((tre_union_t *)node->obj)->right;
-        }
-      else if (node->type == CATENATION)
-        {
-          from = first = ((tre_catenation_t *)node->obj)->left;
-          to = second = ((tre_catenation_t *)node->obj)->right;
-        }
-      else if (node->type == ITERATION)
-        {
-          first = ((tre_iteration_t *)node->obj)->arg;
-          if (((tre_iteration_t *)node->obj)->max == -1)
-            from = to = first;
-        }
-      if (from != NULL)
-        {
-          total += tre_size_of(from->lastpos) * tre_size_of(to->firstpos);
-          errcode = total > 1000000 ? REG_ESPACE
-            : tre_make_trans(from->lastpos, to->firstpos, transitions, counts, offs);
-        }
-      if (errcode == REG_OK && second != NULL)
-        errcode = tre_stack_push_voidptr(stack, second);
-      if (errcode == REG_OK && first != NULL)
-        errcode = tre_stack_push_voidptr(stack, first);
-    }
-  tre_stack_destroy(stack);
-  return errcode;
-}
-CODE
-  )
-  debian_source tre "$1" && cd "$1/source/lib" && printf '#define HAVE_SYS_TYPES_H 1\n' >tre-config.h &&
+  local tools=x86_64-w64-mingw32 walk source
+  local sources=(regcomp regerror regexec tre-ast tre-compile tre-match-backtrack tre-match-parallel tre-mem tre-parse
+    tre-stack)
+  walk=$(<"$root/scripts/deps/tre_walk.c") && debian_source tre "$1" && cd "$1/source/lib" &&
+    printf '#define HAVE_SYS_TYPES_H 1\n' >tre-config.h &&
     replace_in tre-compile.c 'tre_stack_new(512, 10240, 128)' 'tre_stack_new(512, 4000000, 4096)' &&
     replace_in tre-compile.c $'tre_ast_to_tnfa(tre_ast_node_t *node,' 'tre_walk_by_recursion(tre_ast_node_t *node,' &&
     replace_in tre-compile.c '/* Converts the syntax tree' "$walk"$'\n/* Converts the syntax tree' &&
     replace_in tre-compile.c 'tre_ast_to_tnfa(tree, NULL, counts, NULL);' \
       'if ((errcode = tre_ast_to_tnfa(tree, NULL, counts, NULL)) != REG_OK) ERROR_EXIT(errcode);' &&
-    replace_in tre-parse.c $'\t      curr_max = MAX(max + 1, curr_max);' $'\t      curr_min = curr_max = MAX(max + 1, curr_max);' &&
+    replace_in tre-parse.c $'\t      curr_max = MAX(max + 1, curr_max);' \
+      $'\t      curr_min = curr_max = MAX(max + 1, curr_max);' &&
     replace_in tre-compile.c $'pos_add = tre_stack_pop_int(stack);\n\t    pos_add_last = pos_add;' \
-      $'int grown = pos_add;\n\t    pos_add_last = tre_stack_pop_int(stack);\n\t    if (iter->min > 1 || iter->max > 1) pos_add = pos_add_last; else pos_add_last = pos_add;' &&
+      'int grown = pos_add;
+            pos_add_last = tre_stack_pop_int(stack);
+            if (iter->min > 1 || iter->max > 1) pos_add = pos_add_last; else pos_add_last = pos_add;' &&
     replace_in tre-compile.c 'pos_add = pos_add_save;' 'pos_add = pos_add_save + grown;' &&
-    replace_in tre-compile.c 'pos_add_total += pos_add - pos_add_last;' 'if (iter_depth == 0) pos_add_total = pos_add;' &&
+    replace_in tre-compile.c 'pos_add_total += pos_add - pos_add_last;' \
+      'if (iter_depth == 0) pos_add_total = pos_add;' &&
     replace_in tre-compile.c 'int num_copied = 0;' 'int num_copied = 0, first = INT_MAX, last = -1;' &&
-    replace_in tre-compile.c 'num_copied++;' 'num_copied++; first = MIN(first, (int)lit->position); last = MAX(last, (int)lit->position);' &&
+    replace_in tre-compile.c 'num_copied++;' \
+      'num_copied++; first = MIN(first, (int)lit->position); last = MAX(last, (int)lit->position);' &&
     replace_in tre-compile.c '*pos_add += num_copied;' '*pos_add += MAX(num_copied, last - first + 1);' &&
+    replace_in tre-compile.c 'if (max_pos > *position)' 'if (max_pos >= *position)' &&
     replace_in tre-compile.c '*position = max_pos;' '*position = max_pos + 1;' &&
     replace_in tre-compile.c '#include <assert.h>' $'#include <assert.h>\n#include <limits.h>' &&
     replace_in tre-mem.h 'int failed;' 'int failed; size_t total;' &&
-    replace_in tre-mem.c $'\t  int block_size;' $'\t  int block_size;\n\t  if (size > (size_t)1 << 25 || mem->total > (size_t)1 << 28) { mem->failed = 1; return NULL; }' &&
-    replace_in tre-mem.c $'\t  mem->n = block_size;\n' $'\t  mem->n = block_size;\n\t  mem->total += block_size;\n' || return
+    replace_in tre-mem.c $'\t  int block_size;' 'int block_size;
+          if (size > (size_t)1 << 25 || mem->total > (size_t)1 << 28) { mem->failed = 1; return NULL; }' &&
+    replace_in tre-mem.c $'\t  mem->n = block_size;\n' \
+      $'\t  mem->n = block_size;\n\t  mem->total += block_size;\n' || return
   for source in "${sources[@]}"; do
-    "$tools-gcc-posix" -O2 -g -DNDEBUG -fno-ipa-ra -Wno-unused-function -DHAVE_ISBLANK -DTRE_REGEX_T_FIELD=value -DTRE_VERSION='"0.8.0"' \
-      -c "$source.c" || return
+    "$tools-gcc-posix" -O2 -g -DNDEBUG -fno-ipa-ra -Wno-unused-function -DHAVE_ISBLANK -DTRE_REGEX_T_FIELD=value \
+      -DTRE_VERSION='"0.8.0"' -c "$source.c" || return
   done
   mkdir -p "$2/lib" "$2/include/tre" "$2/share/licenses/tre" "$2/share/tre" &&
     "$tools-ar" rcs "$2/lib/libtre.a" "${sources[@]/%/.o}" &&

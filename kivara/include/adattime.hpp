@@ -15,7 +15,7 @@
 ///     seconds += KivTimeFunctions::getTimeInSeconds(time); // 47100
 /// \endcode
 ///
-/// Months count from 0 here, as an SV::Date counts them from 1. Times are read without their sign.
+/// Months count from 0 here, whereas an SV::Date counts them from 1. Times are read without their sign.
 ///
 /// Threads: there are no locks. Names come from the active language pack, so what gives or reads a name belongs to the main
 /// thread, and so does the American format. Any thread may call the rest.
@@ -118,7 +118,7 @@ public:
   /// time, a negative one 0.
   static SV::Time setTimeInSeconds(long seconds);
 
-  /// The seconds from \p a to \p b, each without its hundredths; 0 when \p a is the later one.
+  /// The whole seconds that lie between \p a and \p b; 0 when \p a is the later one.
   static long getDiffTimeInSeconds(SV::Time const & a, SV::Time const & b);
   /// @}
 

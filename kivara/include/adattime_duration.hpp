@@ -27,12 +27,13 @@ class Window;
 /// 23, minutes and seconds 00 to 59, whatever the base: a text that is written with a longer year or day may not be readable.
 /// A text that cannot be read counts as 0 seconds, without a report; isTime tells beforehand.
 ///
-/// Operations that would leave the range set the flag and mostly leave the value; each says so. Nothing but a new object takes
-/// the flag back. Values are not checked otherwise: a negative one, or one that is no number, stays what it is, and its text
-/// is not defined. There are no comparisons: compare asDouble().
+/// Operations that would leave the range set the flag and mostly leave the value; each says so. No operation clears the
+/// flag; only a new object starts without it. Values are not checked otherwise: a negative one, or one that is no
+/// number, stays what it is, and its text is not defined. There are no comparisons: compare asDouble().
 ///
-/// No exceptions but std::bad_alloc for a text. Any thread may use an object of its own as long as no thread changes the
-/// defaults. What reads a base from texts is bound to the rule of kiv_atof; tstOverFlow is for the main thread.
+/// No exceptions but std::bad_alloc for a text. Any thread may use an object of its own as long as no thread changes
+/// the defaults. The constructor that reads its base from text changes the locale as kiv_atof does; tstOverFlow is for
+/// the main thread.
 class KIV_API KivCoreTime {
 public:
   /// \name Construction

@@ -161,7 +161,7 @@ public:
   operator void *() const; ///< not null when a pattern is held
 
   int match(char const * text) const; ///< 1 or 0
-  /// Offsets are always -1: patterns are compiled without them.
+  /// The offsets become -1, since patterns are compiled without them; an empty matcher leaves them unchanged.
   int match(char const * text, int & start, int & end) const;
 
 private:

@@ -73,9 +73,9 @@ public:
 
   /// The text for XML, as content or as the value of an attribute, in UTF-8: < > & " as entities, the bytes 1 to 31 as character
   /// references such as "&#9;", byte 128 as "&#8364;". A text that is not valid in the system's code page stays in that code page.
-  /// \param all  true: all control characters are written, which XML 1.0 does not allow but for 9, 10 and 13, and only bytes
-  ///             from 127 to 159 that the code page leaves unassigned are dropped. False: control characters other than 0, tab,
-  ///             line feed and carriage return are dropped
+  /// \param all  true: control characters below 32 are written, of which XML 1.0 allows only 9, 10 and 13; dropped are
+  ///             the bytes from 127 to 159 that are no printable character in the code page. False: control characters
+  ///             below 32 are dropped, except 0, tab, line feed and carriage return
   static SV::String XMLStr(SV::String const & text, bool all);
 
 private:

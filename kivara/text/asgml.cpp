@@ -36,7 +36,8 @@ constexpr char kStandsForItself[] = "0";
 /// What a conversion does with a byte.
 enum class Action : unsigned char { Copy, Replace, Drop };
 
-/// The table of replacements as the loops over texts need it: a look-up in the table itself costs two more for each byte.
+/// The table of replacements in the form in which the loops over texts need it: reading the strings themselves would
+/// cost two more loads for each byte.
 struct ByteTable {
   kivara::ConvertedSizes sizes;     // a byte that is dropped as invalid counts as well
   std::array<bool, kBytes> changes; // whether the byte makes a text one that is converted

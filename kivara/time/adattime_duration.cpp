@@ -23,7 +23,7 @@ KivCoreTime::KivCoreTime()
     : value(0.0), maxValue(kLargest), daysPerYear(defaultDaysPerYear_), hoursPerDay(defaultHoursPerDay_),
       overflow(false) {}
 
-// The text is what the other object was asked for: it stays empty here.
+// The text belongs to the other object's last answer: it starts empty here.
 KivCoreTime::KivCoreTime(KivCoreTime const & other)
     : value(other.value), maxValue(kLargest), daysPerYear(other.daysPerYear), hoursPerDay(other.hoursPerDay),
       overflow(other.overflow) {}

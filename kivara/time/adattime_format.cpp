@@ -37,8 +37,8 @@ private:
 };
 
 /// Replaces the fields of a format.
-/// \param letters  those of fields: runs of them are asked for, all else is copied
-/// \param put      called with the result, the letter and the length of its run; false when that is no field
+/// \param letters  the letters that stand for fields; everything else is copied
+/// \param put      called with the result, the letter and the length of its run; returns false when the run is no field
 template <class Put> String formatted(String const & format, char const * letters, Put put) {
   Result result;
   char const * const end = format.c_str() + format.Len();

@@ -61,6 +61,11 @@ bool readAmerican(String text, Clock & clock) {
 /// The sign is ignored, as in the fields.
 long magnitude(Time const & time) { return std::abs(static_cast<long>(time.value())); }
 
+/// Without the sign.
+long hundredthsOf(Time const & time) {
+  return KivTimeFunctions::getTimeInSeconds(time) * 100 + static_cast<long>(time.Get100Sec());
+}
+
 unsigned long shownHour(Time const & time) {
   bool const isEndOfDay = magnitude(time) == Time(kEndOfDay).value();
   return isEndOfDay ? kEndOfDay : time.GetHour() % kEndOfDay;
@@ -96,7 +101,7 @@ Time KivTimeFunctions::setTimeInSeconds(long seconds) {
 }
 
 long KivTimeFunctions::getDiffTimeInSeconds(Time const & a, Time const & b) {
-  return magnitude(a) > magnitude(b) ? 0 : getTimeInSeconds(b) - getTimeInSeconds(a);
+  return magnitude(a) > magnitude(b) ? 0 : (hundredthsOf(b) - hundredthsOf(a)) / 100;
 }
 
 String KivTimeFunctions::getTimeInUIRep(Time const & time) {

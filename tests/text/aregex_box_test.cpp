@@ -128,8 +128,35 @@ TEST_F(RegExBoxTest, AppearsForAFailureOfTheEngineWhichIsNoMatch) {
   EXPECT_EQ(matcher.regExec("a", 0), KivRegEx::BadPattern); // silent
 }
 
+// Another engine may leave the offsets as they are.
+TEST_F(RegExBoxTest, DoesNotAppearForAMatchWithoutOffsetsWhichAreMinusOne) {
+  KivRegEx const matcher("a", 4);
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "re00005.dll",
+                          {{"regexec", reinterpret_cast<void *>(&pretendMatch)}});
+  resultOfMatch = 0;
+  int start = 5, end = 6;
+  EXPECT_EQ(matcher.regExec("a", start, end, 1), KivRegEx::Success);
+  EXPECT_EQ(start, -1);
+  EXPECT_EQ(end, -1);
+}
+
 TEST_F(RegExBoxTest, IsNotShownUnderSuppression) {
   SV::Application::SetModalDialogSuppression(true);
   EXPECT_EQ(KivRegEx("(", 0).match("a"), 0);
   SV::Application::SetModalDialogSuppression(false);
+}
+
+TEST_F(RegExBoxTest, LiesOverTheApplicationWindow) {
+  SV::Window main(nullptr, SV::WB_TITLE);
+  main.Show();
+  SV::Application::SetAppWindow(&main);
+  HWND owner = nullptr;
+  script->then([&owner] {
+    SV::Window const & box = *Kiv_GetTopWindow(0);
+    owner = GetWindow(box.GethWnd(), GW_OWNER);
+    svtest::postClick(boxtest::Parts(box).buttons.at(0));
+  });
+  KivRegEx matcher;
+  matcher = "(";
+  EXPECT_EQ(owner, main.GethWnd());
 }

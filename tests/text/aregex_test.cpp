@@ -6,6 +6,7 @@
 #include "sv0105/application/testapplication.hpp"
 
 #include <clocale>
+#include <cstring>
 #include <new>
 
 using SV::String;
@@ -207,6 +208,24 @@ TEST(RegExSharing, CopyOfAnEmptyOneIsEmpty) {
   EXPECT_EQ(!second, 1);
 }
 
+TEST(RegExSharing, CountsInDataOfAFixedLayout) {
+  struct Layout {
+    void * table;
+    std::int32_t references;
+    int compileFlags;
+    regex_t compiled;
+  };
+  KivRegEx const matcher("a", 2);
+  KivRegEx const copy(matcher);
+  Layout const * data = nullptr; // the one field
+  std::memcpy(&data, reinterpret_cast<char const *>(&matcher), sizeof data);
+  EXPECT_EQ(data->references, 2);
+  EXPECT_EQ(data->compileFlags, 3);
+  EXPECT_NE(data->compiled.value, nullptr);
+  EXPECT_EQ(sizeof(KivRegEx), sizeof(void *));
+  EXPECT_EQ(sizeof(KivRegExData), sizeof(Layout));
+}
+
 TEST(RegExSharing, AssignmentLeaksTheExpressionThatWasHeld) {
   LiveExpressions const live;
   {
@@ -342,7 +361,7 @@ TEST_F(RegExTextTemplate, IsFilledAtItsFirstPlaceOnly) {
   SV::Resource::SetResManager(nullptr);
 }
 
-// Behind the held.
+// Behind the interface.
 
 TEST(RegEx2, IsThatBehindTheInterface) {
   LiveExpressions const live;

@@ -37,6 +37,16 @@ TEST(DurationAssignment, OfItselfLeavesIt) {
   expect(time, 7.0, false);
 }
 
+TEST(DurationAssignment, LeavesTheTextOfTheLastAnswer) {
+  KivCoreTime time(61.0);
+  char const * const text = time.asChar();
+  KivCoreTime other(3.0);
+  other.asChar();
+  time = other;
+  EXPECT_STREQ(text, "00:000:00:01:01");
+  EXPECT_STREQ(time.asChar(), "00:000:00:00:03");
+}
+
 TEST(DurationAssignment, OfANumberIsNotChecked) {
   KivCoreTime time;
   expect(time = -1.5, -1.5, false);
@@ -62,7 +72,7 @@ TEST(DurationSum, OfAnotherOneIsNotChecked) {
   expect(time += KivCoreTime(kLargest), kInfinity, false);
 }
 
-TEST(DurationSum, OfANumberSetsTheFlagAndStaysInPlaceOfLeavingTheRange) {
+TEST(DurationSum, OfANumberBeyondTheRangeSetsTheFlagAndLeavesTheValue) {
   KivCoreTime time(5.0);
   expect(time += 2.5, 7.5, false);
   expect(time += -0.0, 7.5, false);

@@ -1,6 +1,7 @@
 // The text forms of dates and moments.
 #include "adattime.hpp"
 
+#include "support/import_spy.hpp"
 #include "tools/international.hpp"
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <ostream>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 using SV::Date;
 using SV::Time;
@@ -113,6 +115,19 @@ TEST(CoreDate, IsDisplayedByTheSettingsWithTheWholeYearInTheLongForm) {
   settings.ChangeLongDateCentury(true);
   EXPECT_EQ(KivCoreDate("2024:03:05").GetDisplayString(true), settings.GetLongDate(date));
   EXPECT_NE(std::string(settings.GetLongDate(date).c_str()).find("2024"), std::string::npos);
+}
+
+// The settings here have four digits anyway, so the text would not tell.
+TEST(CoreDate, AsksForTheWholeYearInTheLongForm) {
+  static std::vector<bool> asked; // spies stay as long as the process
+  ASSERT_TRUE(support::spyOnImport("kivara.dll", "ChangeLongDateCentury", [](support::SpiedCall & call) {
+    asked.push_back((call.arguments[1] & 0xFF) != 0);
+  }));
+  KivCoreDate const date("2024:03:05");
+  date.GetDisplayString(true);
+  date.GetDisplayString(false);
+  KivCoreDateTime("2024:03:05 21:05:07").GetDisplayString(true);
+  EXPECT_EQ(asked, std::vector<bool>(3, true));
 }
 
 class CoreDateTime : public testing::TestWithParam<Row> {};

@@ -5,6 +5,7 @@
 
 #include <clocale>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <ostream>
 #include <string>
@@ -35,6 +36,13 @@ void expectBase(KivCoreTime time, double days, double hours) {
   EXPECT_EQ(time.asDouble(), hours * 3600);
   time.setAsChar(kYear);
   EXPECT_EQ(time.asDouble(), hours * 3600 * days);
+}
+
+/// The number that lies so many bytes into the object.
+double numberAt(KivCoreTime const & time, std::size_t offset) {
+  double number;
+  std::memcpy(&number, reinterpret_cast<char const *>(&time) + offset, sizeof number);
+  return number;
 }
 
 /// The defaults are those of the process.
@@ -173,6 +181,20 @@ TEST_F(Duration, CopiesValueBaseAndFlagButNotTheText) {
   expectBase(copy, 220, 8);
   EXPECT_EQ(copy.asString().c_str(), text);
   EXPECT_NE(copy.asString().block(), original.asString().block());
+}
+
+TEST_F(Duration, HasItsFieldsInTheirOrder) {
+  KivCoreTime time(-5.0, 220.0, 8.0);
+  auto const * const bytes = reinterpret_cast<char const *>(&time);
+  EXPECT_EQ(numberAt(time, 0), -5.0);
+  EXPECT_EQ(reinterpret_cast<char const *>(&time.asString()), bytes + 8);
+  EXPECT_EQ(numberAt(time, 16), kLargest);
+  EXPECT_EQ(numberAt(time, 24), 220.0);
+  EXPECT_EQ(numberAt(time, 32), 8.0);
+  EXPECT_EQ(bytes[40], 1);
+  EXPECT_EQ(numberAt(KivCoreTime(), 16), kLargest);
+  EXPECT_EQ(numberAt(KivCoreTime(time), 16), kLargest);
+  EXPECT_EQ(numberAt(KivCoreTime(kYear, "220", "8"), 16), kLargest);
 }
 
 TEST_F(Duration, KeepsItsTextUntilTheNextQuestion) {

@@ -125,6 +125,20 @@ TEST_P(NamesOf, AreCaseSensitiveAndWholeWhenTheyAreRead) {
   EXPECT_FALSE(KivDate::StrToWeekday(months[0].c_str(), number));
 }
 
+// Without a pack all names are empty.
+TEST_P(NamesOf, OfEqualOnesTheFirstIsFound) {
+  SV::Resource::SetResManager(nullptr);
+  int month = -5;
+  EXPECT_TRUE(KivDate::StrToMonth("", month));
+  EXPECT_EQ(month, 0);
+  int weekday = -5;
+  EXPECT_TRUE(KivDate::StrToWeekday("", weekday));
+  EXPECT_EQ(weekday, 0);
+  DayOfWeek day = SV::SUNDAY;
+  EXPECT_TRUE(KivDate::StrToWeekday("", day));
+  EXPECT_EQ(day, SV::MONDAY);
+}
+
 TEST_P(NamesOf, HaveAShortestAndALongest) {
   bool const isGerman = GetParam() == &kGerman;
   EXPECT_EQ(KivDate::GetMinimumMonthLength(), 3);

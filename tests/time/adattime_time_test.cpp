@@ -45,10 +45,12 @@ TEST(TimeInSeconds, BeyondWhatATimeHoldsIsTheLargestOrZero) {
   EXPECT_EQ(KivTimeFunctions::setTimeInSeconds(LONG_MIN), Time(0));
 }
 
-TEST(TimeDifference, IsThatOfTheWholeSeconds) {
+TEST(TimeDifference, HasTheWholeSecondsBetweenTheTwo) {
   EXPECT_EQ(KivTimeFunctions::getDiffTimeInSeconds(Time(9), Time(10)), 3600);
   EXPECT_EQ(KivTimeFunctions::getDiffTimeInSeconds(Time(9), Time(9)), 0);
-  EXPECT_EQ(KivTimeFunctions::getDiffTimeInSeconds(Time(9, 0, 0, 90), Time(9, 0, 1, 10)), 1);
+  EXPECT_EQ(KivTimeFunctions::getDiffTimeInSeconds(Time(9, 0, 0, 90), Time(9, 0, 1, 10)), 0);
+  EXPECT_EQ(KivTimeFunctions::getDiffTimeInSeconds(Time(9, 0, 0, 10), Time(9, 0, 1, 10)), 1);
+  EXPECT_EQ(KivTimeFunctions::getDiffTimeInSeconds(Time(9, 59, 59, 99), Time(10, 0, 1, 98)), 1);
   EXPECT_EQ(KivTimeFunctions::getDiffTimeInSeconds(Time(9, 0, 0, 10), Time(9, 0, 0, 90)), 0);
 }
 

@@ -215,6 +215,15 @@ TEST(StrangeBase, FollowsTheRuleWithoutAFault) {
             << seconds << ' ' << days << ' ' << hours;
 }
 
+// The defaults may be set to it.
+TEST(StrangeBase, OfZeroFollowsTheRuleWithoutAFault) {
+  for (double const seconds : {0.0, 1.0, 90061.0, kLargest, -1.0, kInfinity, kNoNumber}) {
+    EXPECT_EQ(std::string(kivara::textOf(seconds, 0.0, 0.0).c_str()), textByRule(seconds, 0.0, 0.0)) << seconds;
+    EXPECT_EQ(std::string(kivara::textOf(seconds, 0.0, 24.0).c_str()), textByRule(seconds, 0.0, 24.0)) << seconds;
+  }
+  EXPECT_EQ(kivara::secondsOf("01:002:00:00:03", 0.0, 0.0), 3.0);
+}
+
 TEST(StrangeBase, OfADaysLengthInAYearHasTheLongestText) {
   std::string const text = shown(kLargest, 1.0, 1.0 / 3600);
   EXPECT_EQ(text.find(':'), 309u);

@@ -18,11 +18,11 @@
 /// Beyond POSIX there are the escapes of letters (\\w, \\d, \\s and their opposites, \\b, \\<, \\>, \\x41, \\Q...\\E), the shortest
 /// repetition ("+?") and options of groups ("(?i)").
 ///
-/// Limits, beyond which regcomp returns REG_ESPACE: 100,000 characters to match, with repetitions in braces multiplied and each item of a
-/// bracket counted; 2,500 groups and places such as "^", in one
-/// another or beside each other; and 256 MB of memory or a million transitions, which only
-/// patterns of many alternatives in repetitions need. A match takes time in proportion to the length of the text and to that of the
-/// pattern, whatever the two are; only a pattern with back references may take time without limit.
+/// Limits, beyond which regcomp returns REG_ESPACE: 100,000 characters to match, with repetitions in braces multiplied
+/// and each item of a bracket counted; 2,500 groups and places such as "^", nested or side by side; their product,
+/// 6,250,000, without REG_NOSUB; and 256 MB of memory or a million transitions, which only patterns of many
+/// alternatives in repetitions need. The time of a match is at most proportional to the length of the text times that
+/// of the pattern; only back references may take time without limit.
 ///
 /// Threads: different expressions may be used by different threads; a compiled one by several at a time.
 
