@@ -2,16 +2,16 @@
 /// \file
 /// Crash reports: what a program leaves behind when it fails.
 ///
-/// From the load of the library on, an exception that nobody handles leaves three files in the temporary folder, whose
-/// names begin with that of the program: "program.exe.log", a report in text that further ones are appended to;
+/// Once the library is loaded, an unhandled exception leaves three files in the temporary folder, whose names begin
+/// with that of the program: "program.exe.log", the report in text, to which later ones are appended;
 /// "program.exe.<time>.dmp", a minidump; and "program.exe.<time>.crash", an archive of both, where the program has the
 /// archiver in "tools\zip\7za.exe" below its folder. Nothing in the process can replace the filter that does it:
 /// SetUnhandledExceptionFilter gives null and does nothing. Only the first exception is reported, breakpoints never, and
 /// nothing in a process that a debugger started.
 ///
 /// The text of the report is scrambled, each byte by the same value, unless the environment variable
-/// "KIVDUMP_NO_ENCRYPT" is set. That hides it from a glance and protects nothing: the report holds the command line and
-/// all variables of the environment.
+/// "KIVDUMP_NO_ENCRYPT" is set. That prevents casual reading and protects nothing: the report holds the command line
+/// and all variables of the environment.
 ///
 /// \code
 ///   if (!index.isConsistent())
@@ -22,7 +22,7 @@
 
 /// How Fct_CreateMiniDump ended.
 enum DumpEC {
-  KIV_DUMP_DONE = 88,    ///< written, or a debugger is attached and nothing is
+  KIV_DUMP_DONE = 88,    ///< written, perhaps only that it failed; or a debugger is attached and nothing is written
   KIV_DUMP_NO_FILE = 89, ///< the report cannot be opened
 };
 

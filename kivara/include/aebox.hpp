@@ -34,8 +34,8 @@ enum KivErrorBoxType {
   ShowOncePerText = 2, ///< a text that has been shown is not shown again
 };
 
-/// A modal dialog with an icon, a text and one to four buttons. Long lines are wrapped at three quarters of the screen's
-/// width; the text is shown whole, however high the box becomes. Each "~" of the text is shown.
+/// A modal dialog with an icon, a text and two to four buttons, or none. Long lines are wrapped at three quarters of
+/// the screen's width; the text is shown whole, however high the box becomes. Each "~" of the text is shown.
 class KIV_API KivErrorBox : public SV::ModalDialog {
 public:
   /// \name Styles
@@ -64,8 +64,8 @@ public:
 
   /// Shows the box, with a sound and the ordinary pointer, and waits; the application window takes no input meanwhile.
   /// \return the number of the button: 0 Cancel, 1 OK, 2 Yes, 3 No, 4 Retry; 0 also when the box is closed otherwise;
-  ///         kAlreadyShown when \p type forbids it. Under dialog suppression 0, and a line in the log of suppressed dialogs
-  ///         if that has a name: nothing is shown then, and nothing remembered.
+  ///         kAlreadyShown when \p type forbids it. Under dialog suppression 0, and an entry in the log of suppressed
+  ///         dialogs if that has a name: nothing is shown then, and nothing remembered.
   long Execute(KivErrorBoxType type);
 
   void SetIconStyle(SV::IconStyle iconStyle); ///< replaces the icon
@@ -84,7 +84,7 @@ public:
   static void RememberMessage(SV::String const & text);
   /// 1 if Execute would not show it, as far as the text is shown as given; otherwise 0, and always for ShowAlways.
   static int IsShownMessage(SV::String const & text, KivErrorBoxType type);
-  static void ClearShownErrorBoxesTable();
+  static void ClearShownErrorBoxesTable(); ///< forgets all of them
   /// @}
 
   /// The help topic of a text that begins with a line such as "[aebox-01]": that of the module plus the number. The case

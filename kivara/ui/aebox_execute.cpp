@@ -71,7 +71,8 @@ long KivErrorBox::Execute(KivErrorBoxType type) {
   if (type == ShowOncePerKey || type == ShowOncePerText)
     remember(message);
   SV::WaitPause const pause;
-  SV::FocusReturn const focus; // goes after the next one: the window that had the keyboard is disabled until then
+  // Destroyed after the guard below, until which the window that had the keyboard is disabled.
+  SV::FocusReturn const focus;
   KivAutoAppWindowDisable const appWindowDisabled;
   SV::Accelerator arrows;
   arrows.InsertItem(kPreviousItem, SV::KEY_LEFT);

@@ -22,7 +22,7 @@ public:
   WrappedText run() {
     if (!original_.empty())
       lines_ = 1 + static_cast<long>(std::count(original_.begin(), original_.end(), '\n'));
-    // Lines behind the end of the text are those that were counted twice: they are empty.
+    // Lines after the end of the text are those that were counted twice: they are empty.
     for (long line = 0; line < lines_ && start_ <= wrapped_.size(); ++line)
       takeLine();
     return {SV::String(wrapped_.c_str()), lines_, width_};

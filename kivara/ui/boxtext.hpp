@@ -24,9 +24,9 @@ struct WrappedText {
 /// Breaks each line that is wider than \p maxWidth after the last space with which its beginning fits; a line without such a
 /// space stays. Newlines at the end are dropped, tabs are spaces, and the text ends at its first NUL.
 ///
-/// A line is looked for in the text from its start, and the break is made at the first place where it stands. So a long line
-/// that the text has twice is broken in the first place both times, and counts as a line more each time: boxes have looked
-/// like this ever since, and the label breaks the second one by itself.
+/// The text is searched for a line from its start, and the break is made at the first match. So a long line that occurs
+/// twice is broken at the first occurrence both times, and counts as one more line each time: boxes have always looked
+/// like this, and the label breaks the second occurrence by itself.
 WrappedText wrapText(SV::String const & text, long maxWidth, TextMeasure & measure);
 
 } // namespace kivara

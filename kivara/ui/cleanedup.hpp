@@ -6,9 +6,9 @@
 
 namespace kivara {
 
-/// One object that is made when it is first asked for and that the registry of the clean-up deletes. Who asks after that
-/// gets a new one, which the end of the process deletes. Meant for a variable of static storage: it has no destructor,
-/// since objects that are destroyed late may ask it. Main thread.
+/// One object that is made when it is first asked for and that the registry of the clean-up deletes. Whoever asks after
+/// that gets a new one, which the end of the process deletes. Meant for a variable of static storage: it has no
+/// destructor, since objects that are destroyed late may ask it. Main thread.
 ///
 /// \code
 ///   CleanedUp<Cache> cache;

@@ -51,6 +51,10 @@ TEST(MiniDump, SaysThatTheReportCannotBeOpened) {
   EXPECT_EQ(CrashRun({"fail:CreateFileA minidump"}).output(), (Lines{"ready", "minidump 59", "end"}));
 }
 
+TEST(MiniDump, SaysThatTheReportIsHeldByAnother) {
+  EXPECT_EQ(CrashRun({"hold minidump"}).output(), (Lines{"ready", "minidump 59", "end"}));
+}
+
 TEST(MiniDump, InAProcessUnderADebuggerIsDoneWithoutAFile) {
   support::TempFolder const folder;
   support::Debugger debugger(
@@ -101,7 +105,8 @@ INSTANTIATE_TEST_SUITE_P(Table, MiniDumpStep,
                                          FailedStep{"DuplicateHandle", "DuplicateHandle failed", false},
                                          FailedStep{"CreateThread", "CreateThread failed", false},
                                          FailedStep{"SuspendThread", "SuspendThread failed", true},
-                                         FailedStep{"GetThreadContext", "GetThreadContext failed", true}));
+                                         FailedStep{"GetThreadContext", "GetThreadContext failed", true},
+                                         FailedStep{"ResumeThread", "ResumeThread failed", true}));
 
 TEST(MiniDumpName, ThatIsSetEndsTheProcessWithoutAReport) {
   for (char const * words : {"name", "callstack", "noname name"}) {

@@ -115,6 +115,26 @@ TEST(Crash, FilterOfTheProgramIsRefusedWithNull) {
   EXPECT_EQ(run.errors(), errorLines(STATUS_ACCESS_VIOLATION));
 }
 
+TEST(CrashFilter, PassesOnToTheOneThatWasSetBefore) {
+  CrashRun const run({.words = "", .program = "crash_late"});
+  EXPECT_EQ(run.output(), Lines{"filter E1234567"});
+  EXPECT_EQ(run.errors(), errorLines(0xE1234567));
+  EXPECT_EQ(run.exitCode(), 0xE1234567);
+}
+
+TEST(CrashFilter, ReportsOnlyTheFirstOfTwoExceptionsAndGivesTheAnswerOfTheOneBefore) {
+  CrashRun const run({.words = "continue", .program = "crash_late"});
+  EXPECT_EQ(run.exitCode(), 0u);
+  EXPECT_EQ(run.output(), (Lines{"filter E1234567", "first", "filter E1234568", "second"}));
+  Lines errors = errorLines(0xE1234567);
+  errors.push_back("[exception] An exception of type 0xE1234568 occured");
+  EXPECT_EQ(run.errors(), errors);
+  EXPECT_EQ(run.files().size(), 2u);
+  EXPECT_EQ(run.boxes().size(), 1u);
+  Lines const lines = run.lines();
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "# [dump v4] Crash dump"), 1);
+}
+
 // Boxes and archive
 
 TEST(CrashBox, NamesTheArchiveEvenUnderSuppression) {
@@ -153,6 +173,20 @@ TEST(CrashBox, TellsThatTheReportCannotBeOpened) {
             Lines{"Unable to create dump file\n  '" + run.reportPath() +
                   "'\nErrorcode 5!\n\nMaybe a dump file was created!!\nCheck for the file existance anyway!"});
   EXPECT_EQ(run.files(), Lines{});
+}
+
+TEST(CrashBox, OfAReportThatCannotBeOpenedComesBeforeThatOfTheArchive) {
+  CrashRun const run({"hold read"});
+  EXPECT_EQ(run.errors(), (Lines{"[exception] An exception of type 0xC0000005 occured", "Minidump dmp created.",
+                                 "[exception] finished dumpfile creation"}));
+  ASSERT_EQ(run.boxes().size(), 2u);
+  EXPECT_EQ(run.boxes()[0].texts,
+            Lines{"Unable to create dump file\n  '" + run.reportPath() +
+                  "'\nErrorcode 32!\n\nMaybe a dump file was created!!\nCheck for the file existance anyway!"});
+  std::string const dump = run.fileEndingIn(".dmp");
+  EXPECT_EQ(run.boxes()[1].texts,
+            Lines{"A crash dump file was written to\n  '" + dump.substr(0, dump.size() - 4) + ".crash'\n"});
+  EXPECT_EQ(run.report(), "");
 }
 
 TEST(CrashBox, OfAReportThatCannotBeOpenedIsNotShownUnderSuppression) {

@@ -64,6 +64,20 @@ TEST(CrashReport, BeginsWithTitleProgramVersionDatabasesAndCommandLine) {
   EXPECT_EQ(run.report().substr(0, beginning.size()), beginning);
 }
 
+TEST(CrashReport, NamesTheDatabasesWhoseAdaptersAreBesideTheProgram) {
+  support::TempFolder const folder;
+  std::string const program = folder / "crash_ways.exe";
+  ASSERT_TRUE(CopyFileA((support::binFolder() + "crash_ways.exe").c_str(), program.c_str(), TRUE));
+  for (char const * adapter : {"adb272.dll", "aifx72.dll", "amss72.dll", "aora72.dll"})
+    support::writeFile(folder / adapter, "");
+  support::runProgram(
+      {.program = program,
+       .arguments = "suppress fail:MiniDumpWriteDump read",
+       .environment = {{"KIVDUMP_NO_ENCRYPT", "1"}, {"PATH", support::binFolder()}, {"TMP", folder.path()}}});
+  std::string const report = support::readFile(folder / "crash_ways.exe.log").value_or("");
+  EXPECT_NE(report.find("\r\n    Supported DB systems: DB2, Informix, SQL Server, Oracle\r\n"), std::string::npos);
+}
+
 TEST(CrashReport, HasALineForEachLineOfTheApplicationsInfo) {
   Lines const section = sectionOf(CrashRun(quick("info read")).lines(), "  KIVARA");
   ASSERT_EQ(section.size(), 6u);
@@ -106,6 +120,13 @@ TEST(CrashReport, SaysThatThereIsNoCurrentFolder) {
   EXPECT_EQ(sectionOf(CrashRun(quick("fail:GetCurrentDirectoryA read")).lines(), "# [GetCurrent"),
             (Lines{"# [GetCurrentDirectory (1024, sDir) failed with EC 5]",
                    "  Current directory: ", "  Module directory: " + support::binFolder()}));
+}
+
+TEST(CrashReport, NumbersThePluginsInTheOrderOfLoading) {
+  std::string const path = support::binFolder() + "plugin_fixture.dll";
+  CrashRun const run(quick("plugin:" + path + " plugin:" + path + " read"));
+  EXPECT_EQ(sectionOf(run.lines(), "  2 loaded plugins:"),
+            (Lines{"  2 loaded plugins:", "    01 " + path + " [General]", "    02 " + path + " [General]"}));
 }
 
 TEST(CrashReport, HasTheTimesOfTheCrash) {
@@ -172,6 +193,8 @@ TEST(CrashReport, SaysWhyThereAreNoTimesOfTheProcess) {
   EXPECT_NE(
       CrashRun(quick("fail:GetVersionExA read")).report().find("\r\n\r\n# GetProcessTimes is not supported\r\n\r\n"),
       std::string::npos);
+  EXPECT_NE(CrashRun(quick("notimes read")).report().find("\r\n\r\n# GetProcessTimes failed with EC 5\r\n\r\n"),
+            std::string::npos);
 }
 
 TEST(CrashReport, HasTheUpTimeOfTheSystem) {

@@ -1,7 +1,9 @@
 // Fails in the ways that its words name, one after the other: see kWays and kFailing. It prints "ready" first and flushes each line.
 
 #include "aappinfo.hpp"
+#include "acmdline.hpp"
 #include "acrash.hpp"
+#include "aplugin.hpp"
 #include "support/import_hook.hpp"
 #include "support/import_spy.hpp"
 #include "sv/application.hpp"
@@ -12,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -149,10 +152,10 @@ void info() {
   KivApplicationInfo::SetValue("user", std::string(5000, 'u').c_str());
 }
 
-void longLog() { Kiv_SetDBLogFile("orders.log"); }
+void nameLog() { Kiv_SetDBLogFile("orders.log"); }
 void noLog() { Kiv_SetDBLogFile(nullptr); }
 
-/// Says what the library starts and shows.
+/// Prints what the library starts.
 void watch() {
   support::spyOnImport("kivara.dll", "CreateProcessA",
                        [](support::SpiedCall & call) { std::printf("process %s\n", call.text(1)); });
@@ -183,20 +186,53 @@ constexpr Failing kFailing[] = {
     {"GetVersionExA", "KERNEL32.dll", 0},
     {"LoadLibraryA", "KERNEL32.dll", 0},
     {"MiniDumpWriteDump", "dbghelp.dll", 0},
-    {"ResumeThread", "KERNEL32.dll", static_cast<std::uintptr_t>(-1)},
     {"SuspendThread", "KERNEL32.dll", static_cast<std::uintptr_t>(-1)},
     {"SymInitialize", "dbghelp.dll", 0},
     {"SymSetOptions", "dbghelp.dll", 0},
     {"VirtualQuery", "KERNEL32.dll", 0},
 };
 
+/// Resumes the thread all the same: the program could not end otherwise.
+DWORD WINAPI resumeAndFail(HANDLE thread) {
+  ResumeThread(thread);
+  SetLastError(ERROR_ACCESS_DENIED);
+  return static_cast<DWORD>(-1);
+}
+
 void letFail(char const * function) {
+  if (std::strcmp(function, "ResumeThread") == 0)
+    support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
+                            {{"ResumeThread", reinterpret_cast<void *>(resumeAndFail)}});
   for (auto const & each : kFailing)
     if (std::strcmp(each.function, function) == 0) {
       auto const replacement = each.result == 0 ? fail<0> : fail<static_cast<std::uintptr_t>(-1)>;
       support::replaceImports(GetModuleHandleA("kivara.dll"), each.library,
                               {{each.function, reinterpret_cast<void *>(replacement)}});
     }
+}
+
+/// The library asks for this function by name.
+void refuseTimes() {
+  auto const failing = fail<0>;
+  support::watchLateImports(GetModuleHandleA("kivara.dll"), [failing](HMODULE, std::string_view name, void * function) {
+    return name == "GetProcessTimes" ? reinterpret_cast<void *>(failing) : function;
+  });
+}
+
+/// Keeps the library from opening the report.
+void holdReport() {
+  char folder[MAX_PATH] = "";
+  GetTempPathA(MAX_PATH, folder);
+  std::string const path = std::string(folder) + "crash_ways.exe.log";
+  CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+/// The manager of plug-ins needs the command line to be read.
+void loadPlugin(char const * path) {
+  static char program[] = "crash_ways";
+  static char * words[] = {program, nullptr};
+  KivCmdline::init(1, words, true, "log");
+  KivPluginManager::Instance().LoadSinglePlugin(path);
 }
 
 struct Way {
@@ -231,9 +267,11 @@ constexpr Way kWays[] = {
     {"callstack", callstack},
     {"suppress", suppress},
     {"info", info},
-    {"log", longLog},
+    {"log", nameLog},
     {"nolog", noLog},
     {"watch", watch},
+    {"notimes", refuseTimes},
+    {"hold", holdReport},
 };
 
 } // namespace
@@ -246,6 +284,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
       letFail(word + 5);
     if (std::strncmp(word, "code:", 5) == 0)
       raiseOnThread(word + 5);
+    if (std::strncmp(word, "plugin:", 7) == 0)
+      loadPlugin(word + 7);
     for (auto const & way : kWays)
       if (std::strcmp(word, way.word) == 0)
         way.go();

@@ -231,6 +231,24 @@ TEST_F(BoxParts, AreThoseOfTheFirstButtonBitThatIsSet) {
   EXPECT_EQ(count(0x80 | 0x100), 4u);
 }
 
+TEST_F(BoxParts, HaveTheDefaultButtonOfTheBitIfThereIsSuchAButton) {
+  struct {
+    unsigned long style;
+    int place; ///< of the default button; -1 for none
+  } const rows[] = {{0x10, -1},         {0x10 | 0x200, 0},  {0x20 | 0x200, 0},  {0x20 | 0x400, 1},  {0x20 | 0x2000, -1},
+                    {0x40 | 0x1000, 0}, {0x40 | 0x2000, 1}, {0x40 | 0x200, -1}, {0x80 | 0x1000, 0}, {0x80 | 0x2000, 1},
+                    {0x80 | 0x400, 2},  {0x100 | 0x800, 0}, {0x100 | 0x400, 1}};
+  for (auto const & row : rows) {
+    Box const box(nullptr, row.style, "");
+    int place = 0;
+    for (HWND const button : Parts(box).buttons) {
+      bool const isDefault = (GetWindowLongPtrA(button, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+      EXPECT_EQ(isDefault, place == row.place) << std::hex << row.style << ", " << place;
+      ++place;
+    }
+  }
+}
+
 TEST_F(BoxParts, BeginAGroupWithTheButtonsOfTheSmallestBoxOnly) {
   auto const groups = [](unsigned long style) {
     Box const box(nullptr, style, "");

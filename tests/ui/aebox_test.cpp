@@ -137,6 +137,7 @@ TEST_F(ErrorBoxTest, ReportsThatTheButtonOfAnotherBoxWasPressed) {
     shown.clear();
   }
   SV::Application::SetModalDialogSuppression(true);
+  box.ClickHdl(&stranger);
   EXPECT_TRUE(shown.empty());
 }
 
@@ -326,6 +327,24 @@ TEST_F(BoxMemory, IsAskedBeforeAnythingIsShownAndLeavesThePointer) {
   Box box(nullptr, KivErrorBox::WB_OK, "[a-01]\nfirst");
   EXPECT_EQ(box.Execute(ShowOncePerKey), 0x10);
   EXPECT_EQ(SV::Application::IsWait(), 3);
+}
+
+TEST_F(BoxMemory, MakesNoSoundForWhatIsNotShown) {
+  bool sounded = false;
+  ASSERT_TRUE(support::spyOnImport("SV0105.dll", "MessageBeep", [&](support::SpiedCall const &) { sounded = true; }));
+  KivErrorBox::RememberMessage("[a-01]\nfirst");
+  EXPECT_EQ(Box(nullptr, KivErrorBox::WB_OK, "[a-01]\nfirst").Execute(ShowOncePerKey), 0x10);
+  EXPECT_EQ(Box(nullptr, KivErrorBox::WB_OK, "[a-01]\nfirst").Execute(ShowOncePerText), 0x10);
+  SV::Application::SetModalDialogSuppression(true);
+  EXPECT_EQ(Box(nullptr, KivErrorBox::WB_OK, "Text").Execute(ShowAlways), 0);
+  EXPECT_FALSE(sounded);
+}
+
+TEST_F(BoxMemory, HasTheTextAsItWasShown) {
+  EXPECT_TRUE(shows("[a-01]\nwith ~", ShowOncePerText));
+  EXPECT_EQ(KivErrorBox::IsShownMessage("[a-01]\nwith ~", ShowOncePerText), 0);
+  EXPECT_EQ(KivErrorBox::IsShownMessage("[a-01]\nwith ~~", ShowOncePerText), 1);
+  EXPECT_EQ(KivErrorBox::IsShownMessage("[a-01]", ShowOncePerKey), 1);
 }
 
 // Suppression

@@ -14,6 +14,7 @@ namespace {
 
 constexpr DWORD kWait = 30000; // milliseconds
 constexpr DWORD kRegisters = 0x10001B;
+// NOLINTNEXTLINE(misc-redundant-expression): each of them holds the bit of the processor
 static_assert(kRegisters == (CONTEXT_CONTROL | CONTEXT_INTEGER | CONTEXT_FLOATING_POINT | CONTEXT_DEBUG_REGISTERS));
 
 void showFailure(char const * text) {
@@ -88,7 +89,9 @@ handles::KernelObject thisThread() {
 bool waitFor(HANDLE thread, Job & job) {
   // The event may be set by another process that dumps, since all use one name, so it is not enough by itself.
   HANDLE const either[] = {job.done.get(), thread};
-  if (WaitForMultipleObjects(2, either, FALSE, kWait) == WAIT_TIMEOUT && enter(job, GivenUp)) {
+  DWORD const waited = WaitForMultipleObjects(2, either, FALSE, kWait);
+  // Set by another process, it says nothing about this thread, which gets its time all the same.
+  if (WaitForSingleObject(thread, waited == WAIT_OBJECT_0 ? kWait : 0) == WAIT_TIMEOUT && enter(job, GivenUp)) {
     SetLastError(ERROR_TIMEOUT);
     return false;
   }

@@ -17,7 +17,7 @@ struct FaultLocation {
   std::uint32_t offset = 0; ///< in the section
 };
 
-/// Finds the module and the section that the address lies in. What cannot be found out is said in the report.
+/// Finds the module and the section that the address lies in. What cannot be found is reported in the report file.
 FaultLocation locateFault(void const * address);
 
 } // namespace kivara::crash

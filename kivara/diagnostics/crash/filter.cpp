@@ -60,7 +60,7 @@ void showUnlessSuppressed(char const * text) {
     showCrashBox(text);
 }
 
-void tellThatNoReportIsOpen(DWORD error) {
+void showThatNoReportIsOpen(DWORD error) {
   if (SV::Application::IsModalDialogSuppression())
     return;
   showPointer(IDC_ARROW);
@@ -96,7 +96,7 @@ void report(EXCEPTION_POINTERS const & exception, bool hasMinidump) {
   DumpState & state = dumpState();
   bool const opens = state.report == INVALID_HANDLE_VALUE;
   if (opens && !openReport(state.paths.report, OPEN_ALWAYS)) {
-    tellThatNoReportIsOpen(GetLastError());
+    showThatNoReportIsOpen(GetLastError());
     return;
   }
   writeCrashReport(exception);

@@ -57,7 +57,7 @@ bool openReport(char const * path, DWORD disposition) {
       CreateFileA(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition, FILE_FLAG_WRITE_THROUGH, nullptr);
   if (file == INVALID_HANDLE_VALUE)
     return false;
-  SetFilePointer(file, 0, nullptr, FILE_END);
+  SetFilePointerEx(file, LARGE_INTEGER{}, nullptr, FILE_END);
   dumpState().report = file;
   return true;
 }

@@ -7,7 +7,7 @@
 namespace kivara::crash {
 
 /// "Windows 7 or Windows Server 2008 R2", or "unknown (10.0)".
-/// \param platform  2 is the NT line
+/// \param platform  2 for Windows NT and its successors
 class WindowsName {
 public:
   WindowsName(unsigned long platform, unsigned long major, unsigned long minor) : text_("%s", "") {

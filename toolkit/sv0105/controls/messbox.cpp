@@ -62,10 +62,15 @@ std::unique_ptr<PushButton> makeButton(Window * box, long result, WinBits style)
   return button;
 }
 
-/// What can be shown in a reasonable time.
+/// What can be shown in a reasonable time, without half a character at its end.
 String shownText(String const & text) {
   constexpr int kMost = 8192;
-  return text.Len() > kMost ? text.substr(0, kMost) + "..." : text;
+  if (text.Len() <= kMost)
+    return text;
+  int length = 0;
+  for (int next = 0; next <= kMost; next += IsDBCSLeadByte(static_cast<BYTE>(text.charAt(length))) ? 2 : 1)
+    length = next;
+  return text.substr(0, length) + "...";
 }
 
 /// The room for a text that is broken at \p width.
@@ -163,7 +168,7 @@ long MessBox::Execute() {
     return RET_CANCEL;
   WaitPause const pause;
   arrange();
-  // Wherever it is on the screen, Return and the keyboard begin with the default button.
+  // Whatever its place in the row, Return and the keyboard begin with the default button.
   for (Button const & each : buttons_)
     if (SendMessageA(GethWnd(), DM_GETDEFID, 0, 0) == MAKELONG(GetDlgCtrlID(each.button->GethWnd()), DC_HASDEFID))
       each.button->GrabFocus();
