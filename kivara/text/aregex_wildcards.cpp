@@ -5,7 +5,6 @@
 #include <cstring>
 #include <string>
 
-using SV::String;
 
 namespace {
 
