@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <winioctl.h>
+
 #include <string>
 
 using namespace kivara::crash;
@@ -50,6 +52,25 @@ TEST(ReportWriter, CutsATextAfter4096Bytes) {
     kivara::crash::write("%s", std::string(length, 'x').c_str());
     EXPECT_EQ(report.text(), std::string(length < 4096 ? length : 4096, 'x')) << length;
   }
+}
+
+TEST(ReportWriter, AppendsToAFileOfMoreThan4Gigabytes) {
+  support::TempFolder const folder;
+  std::string const path = folder / "report.txt";
+  LARGE_INTEGER size{};
+  size.QuadPart = 0x100000010;
+  HANDLE const file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+  DWORD returned = 0;
+  DeviceIoControl(file, FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &returned, nullptr);
+  ASSERT_TRUE(SetFilePointerEx(file, size, nullptr, FILE_BEGIN));
+  ASSERT_TRUE(SetEndOfFile(file));
+  CloseHandle(file);
+  ASSERT_TRUE(openReport(path.c_str(), OPEN_ALWAYS));
+  kivara::crash::write("%s", "line");
+  LARGE_INTEGER after{};
+  EXPECT_TRUE(GetFileSizeEx(dumpState().report, &after));
+  dumpState().closeReport();
+  EXPECT_EQ(after.QuadPart, size.QuadPart + 4);
 }
 
 } // namespace

@@ -30,9 +30,10 @@ BOOL CALLBACK addChild(HWND window, LPARAM argument) {
   return TRUE;
 }
 
-/// Sends, but gives up on a window whose thread is busy.
+/// Sends, but gives up on a window whose thread stays busy. One that has just been busy for long, as with a minidump,
+/// counts as hung until it takes its next message, and is asked all the same.
 bool ask(HWND window, UINT message, WPARAM first, LPARAM second, DWORD_PTR & answer) {
-  return SendMessageTimeoutA(window, message, first, second, SMTO_ABORTIFHUNG, 5000, &answer) != 0;
+  return SendMessageTimeoutA(window, message, first, second, SMTO_NORMAL, 5000, &answer) != 0;
 }
 
 std::string withoutMnemonic(std::string const & label) {
