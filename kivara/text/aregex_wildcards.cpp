@@ -5,7 +5,6 @@
 #include <cstring>
 #include <string>
 
-
 namespace {
 
 enum Flags : int { kIgnoreCase = 1, kAnywhere = 2, kWholeWords = 4 };
