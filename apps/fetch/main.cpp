@@ -64,7 +64,7 @@ int wmain(int count, wchar_t ** words) {
   }
   if (client.GetResponseStatusCode() == L"200")
     return save(client, options->file);
-  if (client.GetResponseStatusCode().Len() == 0) { // true all the same: the URL could not be used
+  if (client.GetResponseStatusCode().Len() == 0) { // true even so: the URL could not be used
     std::fputs("fetch: this is no URL that can be used\n", stderr);
     return kNoAnswer;
   }

@@ -25,7 +25,7 @@ class Window;
 ///
 /// The text form has four colons. The year has any number of digits up to 300, also none; days are 000 to 364, hours 00 to
 /// 23, minutes and seconds 00 to 59, whatever the base: a text that is written with a longer year or day may not be readable.
-/// A text that cannot be read counts as 0 seconds, without a report; isTime tells beforehand.
+/// A text that cannot be read counts as 0 seconds, without a report; use isTime to check it first.
 ///
 /// Operations that would leave the range set the flag and mostly leave the value; each says so. No operation clears the
 /// flag; only a new object starts without it. Values are not checked otherwise: a negative one, or one that is no

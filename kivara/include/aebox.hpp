@@ -95,7 +95,7 @@ public:
 protected:
   /// A button has got the keyboard.
   void GetFocusHdl(SV::Control * control);
-  /// A button has been pressed: ends the box, but for Help.
+  /// A button has been pressed: ends the box, except for Help.
   void ClickHdl(SV::PushButton * button);
   /// Left and right arrow, items 1 and 2: the keyboard goes to the previous or next button. Always -1.
   long AccelHandler(SV::Accelerator * accelerator);

@@ -109,7 +109,7 @@ public:
   bool flush() override;
 
   /// Closes the file and deletes it. If it cannot be deleted, because it is open elsewhere, the result is false; the
-  /// file is closed all the same, and the logger keeps the name until the next open.
+  /// file is closed even so, and the logger keeps the name until the next open.
   bool deleteFromDisc() override;
 
   /// If each text is flushed, the result says whether the system has accepted the text; otherwise, whether no write has

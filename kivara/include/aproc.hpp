@@ -101,7 +101,7 @@ public:
   void SetUseRedirection(bool on);
 
   /// Starts the program. It inherits all inheritable handles, the environment and the current folder of this process. A
-  /// redirection file that cannot be opened leaves that stream without redirection; the program starts all the same.
+  /// redirection file that cannot be opened leaves that stream without redirection; the program still starts.
   /// \param consoleWindow  false: a console program gets a console without a window
   /// \return false if it was not started: it is still running as far as this object knows, the line is empty, or the
   ///         system refuses, in which case GetLastError has the reason. Redirection files that were opened for it stay

@@ -40,7 +40,7 @@ public:
   KivDBUserUtils & operator=(KivDBUserUtils const &) = delete;
   ~KivDBUserUtils();
 
-  /// Whether the file was opened. Its content may be unusable all the same: then name and password are empty.
+  /// Whether the file was opened. Its content may still be unusable: then name and password are empty.
   bool IsExternalDefined() { return file != nullptr; }
 
   /// The stored texts; the argument is ignored.

@@ -11,7 +11,7 @@ constexpr std::size_t kMostBlocks = 10;
 
 using Capacity = unsigned __int64;
 
-/// The header in front of the memory that Alloc returns.
+/// The header before the memory that Alloc returns.
 Capacity & capacityOf(void * block) { return *(static_cast<Capacity *>(block) - 1); }
 
 void freeWithHeader(void * block) { std::free(&capacityOf(block)); }

@@ -17,7 +17,7 @@ constexpr unsigned kLineNoColon = 2694;
 constexpr double kSecondsPerMinute = 60.0;
 constexpr double kSecondsPerHour = 3600.0;
 
-/// Where the fields stand behind the first colon.
+/// Where the fields stand after the first colon.
 constexpr int kDays = 1;
 constexpr int kHours = 5;
 constexpr int kMinutes = 8;

@@ -19,7 +19,7 @@ struct DurationText {
 /// KivCoreTime::isTime.
 bool isDuration(char const * text);
 
-/// The seconds of a text that isDuration accepts. Without a colon, or with one behind more than 300 characters, it is an
+/// The seconds of a text that isDuration accepts. Without a colon, or with one after more than 300 characters, it is an
 /// internal error and 0.
 double secondsOf(char const * text, double daysPerYear, double hoursPerDay);
 

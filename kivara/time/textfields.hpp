@@ -7,7 +7,7 @@
 namespace kivara {
 
 /// Reads a text by a picture in which '9' stands for a digit, 0 to 9, and every other character for itself. The text may go
-/// on behind it.
+/// on after it.
 /// \param numbers  gets the number of each run of digits, as many as the picture has
 /// \return false when the text does not fit the picture; the numbers are then undefined
 inline bool readFields(char const * text, char const * picture, int * numbers) {

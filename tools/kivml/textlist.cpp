@@ -31,7 +31,7 @@ std::optional<std::uint32_t> takeIdentifier(std::string & line, std::string & re
     reason = "a line begins with the decimal identifier of its text, and a blank";
     return std::nullopt;
   }
-  constexpr std::size_t kMostDigits = 9; // what has more is too large all the same
+  constexpr std::size_t kMostDigits = 9; // what has more is too large in any case
   std::string const digits = line.substr(0, length);
   std::size_t const significant = std::min(digits.find_first_not_of('0'), digits.size() - 1);
   std::size_t const count = digits.size() - significant;

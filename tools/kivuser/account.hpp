@@ -9,7 +9,7 @@ namespace kivuser {
 
 /// In the system's ANSI code page, as the library gives them.
 struct Account {
-  std::string first; ///< kept in the file, and read by nobody
+  std::string first; ///< kept in the file; nothing reads it
   std::string name;
   std::string password;
 };

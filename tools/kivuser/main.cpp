@@ -30,7 +30,7 @@ constexpr char kUsage[] =
     "       kivuser --help\n"
     "write makes FILE, such as adbuser.txt, with the account of the database user NAME. The password is asked\n"
     "for on the console; where the standard input is a file or a pipe, it is the first line of that.\n"
-    "TEXT goes into the first line of the account, which is empty otherwise and read by nobody.\n"
+    "TEXT goes into the first line of the account, which is empty otherwise. Nothing reads it.\n"
     "check says which user FILE names, or why the library finds no account in it.\n"
     "The exit code is 0 when all went well, 1 when something is wrong with the file or the password, and 2 when\n"
     "the command line is not one of these.\n";

@@ -40,7 +40,7 @@ void packArchive(char const * base) {
   try {
     KivSynchronousProcess archiver(archiveCommand(base), SV::String(), KIV_CMDSHOW_MINIMIZED);
     archiver.Execute(false);
-  } catch (...) { // no memory for the command: the files are there all the same
+  } catch (...) { // no memory for the command: the files are still there
   }
   showCrashBox(BoundedText<512>("A crash dump file was written to\n  '%s.crash'\n", base).c_str());
 }

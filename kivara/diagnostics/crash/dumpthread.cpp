@@ -90,7 +90,7 @@ bool waitFor(HANDLE thread, Job & job) {
   // The event may be set by another process that dumps, since all use one name, so it is not enough by itself.
   HANDLE const either[] = {job.done.get(), thread};
   DWORD const waited = WaitForMultipleObjects(2, either, FALSE, kWait);
-  // Set by another process, it says nothing about this thread, which gets its time all the same.
+  // Set by another process, it says nothing about this thread, which still gets its time.
   if (WaitForSingleObject(thread, waited == WAIT_OBJECT_0 ? kWait : 0) == WAIT_TIMEOUT && enter(job, GivenUp)) {
     SetLastError(ERROR_TIMEOUT);
     return false;

@@ -29,7 +29,7 @@ DumpState & dumpState();
 
 /// Opens the file at its end.
 /// \param disposition  OPEN_ALWAYS, or CREATE_ALWAYS for an empty one
-/// \return whether it is open; otherwise GetLastError tells why
+/// \return whether it is open; otherwise GetLastError has the reason
 bool openReport(char const * path, DWORD disposition);
 
 /// Writes a text of at most 4096 bytes; what is longer is cut. Formatted as by the runtime's printf.

@@ -4,7 +4,7 @@
 
 namespace SV {
 
-// In one line the system takes "&" for the mnemonic all the same, and breaks nowhere.
+// In one line the system still takes "&" for the mnemonic, and breaks nowhere.
 FixedText::FixedText(Window * parent, WinBits style)
     : LabelControl(detail::controlSpec("STATIC", parent, style,
                                        (style & WB_MULTILINE) != 0 ? SS_LEFT : SS_LEFT | SS_ENDELLIPSIS)) {}

@@ -51,7 +51,7 @@ void Dialog::Show() {
 }
 
 long long Dialog::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
-  // Escape where no control answers it: the system sends the identifier all the same.
+  // Escape where no control answers it: the system still sends the identifier.
   if (message == WM_COMMAND && lParam == 0 && LOWORD(wParam) == IDCANCEL) {
     if (style_ & WB_DIALOG_CLOSE)
       Close();

@@ -69,7 +69,7 @@ private:
   FocusHandler loseFocusHandler_;
 };
 
-/// A control that shows a text of the program: in it "~" marks the letter behind it as the mnemonic, "~~" shows a "~", and
+/// A control that shows a text of the program: in it "~" marks the letter after it as the mnemonic, "~~" shows a "~", and
 /// "&" is an ordinary character. Of several single "~" the first one counts, one at the end is shown.
 class SV_API LabelControl : public Control {
 public:

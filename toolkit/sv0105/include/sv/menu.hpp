@@ -17,7 +17,7 @@ class MDIFrame;
 class PopupMenu;
 
 /// Items by position, counted from 0. An item has an identifier from 1 to MENU_ITEM_MAX_ID; a separator has the
-/// identifier 0. In a text the first "~" marks the letter behind it as the mnemonic, "~~" shows a "~".
+/// identifier 0. In a text the first "~" marks the letter after it as the mnemonic, "~~" shows a "~".
 inline constexpr unsigned short MENU_ITEM_MAX_ID = 0xDFFF; ///< the system needs those above for MDI windows
 inline constexpr unsigned short MENU_APPEND = 0xFFFF;
 inline constexpr unsigned short MENU_ITEM_NOT_FOUND = 0xFFFF;
