@@ -47,6 +47,18 @@ TEST_F(PopupMenuTest, IsNotOpenedWithoutItemsOrUnderSuppression) {
   EXPECT_EQ(menu.Execute({100, 100}), 0);
 }
 
+TEST_F(PopupMenuTest, ThatIsOpenWhenADialogComesIsGivenUp) {
+  svtest::Question question(&main);
+  script->then([&] {
+    EXPECT_NE(openMenu(), nullptr);
+    script->then([&] { question.EndDialog(5); });
+    EXPECT_EQ(question.Execute(), 5);
+  });
+  EXPECT_EQ(menu.Execute({100, 100}), 0);
+  EXPECT_EQ(openMenu(), nullptr);
+  EXPECT_TRUE(selected.empty());
+}
+
 TEST_F(PopupMenuTest, ThatDiesWhileItIsOpenCloses) {
   auto fleeting = std::make_unique<SV::PopupMenu>();
   fleeting->InsertItem(1, "Item");

@@ -97,6 +97,18 @@ TEST_F(HandlerException, OutOfPaintGivesItsDeviceBack) {
   EXPECT_EQ(window.paintings, before + 4);
 }
 
+TEST_F(HandlerException, OutOfATimerIsReported) {
+  SV::Timer timer;
+  timer.ChangeTimeoutHdl([&](SV::Timer *) {
+    timer.Stop();
+    Application::Quit();
+    throw std::runtime_error("timer");
+  });
+  timer.Start(10);
+  Application::Execute();
+  expectReported();
+}
+
 TEST_F(HandlerException, OutOfResizeAndCloseIsReportedAndTheWindowStays) {
   window.failing = "Resize";
   window.SetPosSizePixel({50, 50}, {300, 200});

@@ -118,6 +118,9 @@ TEST_F(InputTest, CaptureThatTheWindowGivesBackIsNotLost) {
   } dragging(nullptr, SV::WB_TITLE);
   dragging.Show();
   dragging.CaptureMouse();
+  // What Windows sends to a window that captures the mouse once more.
+  SendMessageA(dragging.GethWnd(), WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(dragging.GethWnd()));
+  EXPECT_EQ(dragging.losses, 0) << "it still has the mouse";
   dragging.ReleaseMouse();
   EXPECT_EQ(dragging.losses, 0);
   EXPECT_EQ(GetCapture(), nullptr);

@@ -110,7 +110,8 @@ bool Window::handleInput(unsigned message, unsigned long long wParam, long long 
   case WM_SYSKEYDOWN: return KeyInput(keyEvent(wParam, lParam));
   case WM_CHAR: return CharInput(static_cast<char>(wParam));
   case WM_CAPTURECHANGED:
-    if (std::exchange(mouseCaptured_, false))
+    // It also comes when the window that has the mouse captures it once more.
+    if (reinterpret_cast<HWND>(lParam) != hwnd_ && std::exchange(mouseCaptured_, false))
       CaptureLost();
     return false;
   default: return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST && handleMouse(message, wParam, lParam);

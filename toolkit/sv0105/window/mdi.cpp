@@ -35,6 +35,15 @@ MDIApplication * backgroundPainter() {
   return application && application->IsUserDefPaintMDIClient() ? application : nullptr;
 }
 
+/// Ends what the user does in the bar's menus: the system must not go on with a bar that is no longer there.
+void leaveMenusOf(HWND frame) {
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof info;
+  if (GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & GUI_INMENUMODE) != 0 &&
+      info.hwndMenuOwner == frame)
+    EndMenu();
+}
+
 } // namespace
 
 MDIClient::MDIClient(MDIFrame & frame) : Window(clientSpec(frame, clientData())) { toolkit().mdiClient = GethWnd(); }
@@ -108,6 +117,7 @@ MenuBar * MDIFrame::SetMenuBar(MenuBar * bar) {
 
 /// \param bar  the one on show, or null
 void MDIFrame::takeMenuOff(MenuBar * bar) {
+  leaveMenusOf(GethWnd());
   SetMenu(GethWnd(), nullptr);
   // The system adds the menu and the buttons of a maximised child, which would be deleted with the bar.
   if (bar)

@@ -5,6 +5,10 @@
 #include "sv/focusreturn.hpp"
 #include "window/windowaccess.hpp"
 
+#include <optional>
+#include <utility>
+#include <vector>
+
 namespace SV {
 
 using detail::toolkit;
@@ -32,17 +36,24 @@ class OthersDisabled {
 public:
   explicit OthersDisabled(HWND dialog) {
     ++toolkit().modalDepth;
+    std::vector<HWND> others; // handles, since a handler of a window that is disabled may delete any other
+    for (Window const * window : toolkit().windows)
+      others.push_back(window->GethWnd() ? GetAncestor(window->GethWnd(), GA_ROOT) : nullptr);
     disable(GetWindow(dialog, GW_OWNER));
-    for (Window const * window : std::vector<Window *>(toolkit().windows))
-      if (HWND const top = window->GethWnd() ? GetAncestor(window->GethWnd(), GA_ROOT) : nullptr;
-          IsWindowVisible(top) && !belongsTo(top, dialog))
+    for (HWND const top : others)
+      if (IsWindowVisible(top) && !belongsTo(top, dialog))
         disable(top);
   }
   OthersDisabled(OthersDisabled const &) = delete;
   OthersDisabled & operator=(OthersDisabled const &) = delete;
   ~OthersDisabled() {
     --toolkit().modalDepth;
-    for (HWND const window : disabled_)
+    enable();
+  }
+
+  /// Gives them the input back, once.
+  void enable() {
+    for (HWND const window : std::exchange(disabled_, {}))
       if (IsWindow(window))
         EnableWindow(window, TRUE);
   }
@@ -62,8 +73,18 @@ private:
 
 /// An Execute on the stack. The dialog may die before it.
 struct ModalDialog::Run {
+  explicit Run(ModalDialog & executed) : dialog(executed) { dialog.run_ = this; }
+  Run(Run const &) = delete;
+  Run & operator=(Run const &) = delete;
+  ~Run() {
+    if (!ended)
+      dialog.run_ = nullptr;
+  }
+
+  ModalDialog & dialog; ///< alive until ended is true
   bool ended = false;
   long result = 0;
+  std::optional<OthersDisabled> others; ///< while they are
 };
 
 ModalDialog::ModalDialog(Window * parent, WinBits style) : Dialog(parent, style) {}
@@ -80,21 +101,18 @@ long ModalDialog::Execute() {
     Application::ModalDialogSuppressionLog(GetText().c_str());
     return 0;
   }
-  Run run;
-  run_ = &run;
   HWND const dialog = GethWnd();
-  FocusReturn const focus;
+  FocusReturn const focus; // goes last: a window that is disabled cannot have the keyboard
+  Run run(*this);
   endOtherInput();
-  {
-    OthersDisabled const othersDisabled(dialog);
+  run.others.emplace(dialog);
+  if (!run.ended) // a handler of those that lost the input may have ended or deleted the dialog
     Show();
-    detail::dispatchUntil(run.ended, dialog);
-  }
+  detail::dispatchUntil(run.ended, dialog);
+  run.others.reset();
   // Only now: when the active window goes while its owner is disabled, the system turns to another program.
   if (IsWindow(dialog))
     ShowWindow(dialog, SW_HIDE);
-  if (!run.ended)
-    run_ = nullptr;
   return run.result;
 }
 
@@ -103,6 +121,8 @@ void ModalDialog::EndDialog(long result) {
     return;
   run_->ended = true;
   run_->result = result;
+  if (run_->others) // before the dialog goes: the system would turn to another program otherwise
+    run_->others->enable();
   run_ = nullptr;
   // The loop may be waiting: what ends the dialog need not have come out of the queue.
   PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);

@@ -229,6 +229,8 @@ long long Window::HandleMessage(unsigned message, unsigned long long wParam, lon
   case WM_SIZE:
     if (wParam != SIZE_MINIMIZED)
       Resize({LOWORD(lParam), HIWORD(lParam)});
+    if (detail::windowOf(handle) != this) // it has died in its handler
+      return 0;
     break;
   case WM_ERASEBKGND:
     if (fillBackground(reinterpret_cast<HDC>(wParam)))
