@@ -2,7 +2,7 @@
 # Debian packages, installed only when one is missing.
 
 build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest doxygen python3 openssl libclang1-14
-  libz-mingw-w64-dev)
+  libz-mingw-w64-dev librsvg2-bin)
 run_packages=(wine wine64 xvfb openbox fonts-wine fonts-liberation)
 test_packages=(winbind) # Wine runs its ntlm_auth for NTLM; the service in it is not needed
 screenshot_packages=(xdotool wmctrl imagemagick x11-utils)
