@@ -41,6 +41,8 @@
 #include "aregex.hpp"
 #include "aselfchk.hpp"
 #include "asgml.hpp"
+#include "atheme.hpp"
+#include "atheme_manager.hpp"
 #include "atools.hpp"
 #include "atools_errors.hpp"
 #include "atrace.hpp"
