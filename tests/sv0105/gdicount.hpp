@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library holds: counted through what it imports, since the system's own
+/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library, or another module, holds: counted through what it imports, since the system's own
 /// count is 0 under Wine.
 
 #include "support/import_hook.hpp"
@@ -62,9 +62,9 @@ inline BOOL WINAPI countDeleted(HGDIOBJ object) {
 }
 
 /// Begins to count; the count stays on for the rest of the process.
-inline void countGdiObjects() {
+inline void countGdiObjects(char const * module = "SV0105.dll") {
   gdiObjects() = 0;
-  support::replaceImports(GetModuleHandleA("SV0105.dll"), "GDI32.dll",
+  support::replaceImports(GetModuleHandleA(module), "GDI32.dll",
                           {{"CreatePen", reinterpret_cast<void *>(countPen)},
                            {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
                            {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
