@@ -289,6 +289,14 @@ TEST_F(ClientArea, OfMode1ShrinksThePictureAsTheSystemDoesByItself) {
   DeleteDC(source);
 }
 
+TEST_F(ClientArea, OfMode3CountsTheMiddleFromTheCornerOfTheWindow) {
+  make({10, 10}, KIV_MDI_CLIENT_CENTER);
+  support::Pixels const pixels = paint({32, 32}); // 30 inside of the frame, so that 10 are left on each side
+  EXPECT_EQ(pixels.at(10, 10), pictureColor(0, 0));
+  EXPECT_EQ(pixels.at(19, 19), pictureColor(9, 9));
+  EXPECT_EQ(pixels.at(20, 20), pixels.at(1, 1)) << "11 of them are left at the right and below";
+}
+
 TEST_F(ClientArea, OfMode1IsAFrameAloneWithoutAPicture) {
   EXPECT_TRUE(make({0, 0}, KIV_MDI_CLIENT_STRETCH));
   EXPECT_TRUE(isAsTheModel(paint({50, 40}), 1, {{0, 0}, nullptr}, {50, 40}));
