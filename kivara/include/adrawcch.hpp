@@ -14,11 +14,8 @@
 #include "aevent.hpp"
 #include "export.hpp"
 #include "sv/bitmap.hpp"
+#include "sv/virtualdevice.hpp"
 #include "tools/containers.hpp"
-
-namespace SV {
-class VirtualDevice;
-}
 
 namespace kivara {
 template <class T> class CleanedUp;

@@ -2,7 +2,6 @@
 
 #include "base/textids.hpp"
 #include "sv/system.hpp"
-#include "sv/virtualdevice.hpp"
 #include "ui/cleanedup.hpp"
 
 #include <memory>
