@@ -14,6 +14,7 @@
 #include "adattime_duration.hpp"
 #include "ades.hpp"
 #include "adll.hpp"
+#include "adrawcch.hpp"
 #include "aebox.hpp"
 #include "aentry.hpp"
 #include "aevent.hpp"

@@ -6,6 +6,7 @@
 #include "commands/documents.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
+#include "program/parts.hpp"
 #include "windows/eventswindow.hpp"
 #include "windows/factswindow.hpp"
 
@@ -18,13 +19,20 @@ namespace modeler {
 /// It brings the parts of the program together: each part has its commands, the window puts them into the menus.
 class MainWindow : public SV::MDIFrame {
 public:
-  /// \param events, journal, plugins  outlive the window
-  MainWindow(EventLog & events, Journal & journal, Plugins const & plugins);
+  /// \param events, journal, plugins, settings  outlive the window
+  MainWindow(EventLog & events, Journal & journal, Plugins const & plugins, Settings const & settings);
   ~MainWindow() override;
 
   Documents & GetDocuments() { return documents_; }
 
+  void Resize(SV::Size const & size) override;
+
+protected:
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override;
+  long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) override;
+
 private:
+  ISequence<ToolButton> toolButtons();
   Commands raiseCommands() const;
   Commands windowCommands();
   void showFacts();
@@ -36,6 +44,7 @@ private:
   Plugins const & plugins_;
   Menus menus_;
   Documents documents_;
+  std::unique_ptr<Parts> parts_;
   PluginCommands pluginCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
