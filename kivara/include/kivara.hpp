@@ -40,6 +40,7 @@
 #include "aregex.hpp"
 #include "aselfchk.hpp"
 #include "asgml.hpp"
+#include "asystray.hpp"
 #include "atools.hpp"
 #include "atools_errors.hpp"
 #include "atrace.hpp"
