@@ -140,4 +140,22 @@ TEST_F(TrayLimits, UnderSuppressionOfDialogsAreLinesOfTheDebugOutput) {
   EXPECT_EQ(debug.of("[assertion]"), Lines{"[assertion] asystray (112): uTimeout >= 10 && uTimeout <= 30\n"});
 }
 
+// In programs of their own, with the runtime's own reaction
+
+TEST(TrayLimitsProcess, EndAProgramOfTheConsoleThatViolatesOne) {
+  support::ProgramResult const result = support::runProgram({.program = "tray_violation"});
+  EXPECT_EQ(result.exitCode, 3u);
+  EXPECT_EQ(result.output, "");
+  EXPECT_TRUE(result.errors.find("Assertion failed: uTimeout >= 10 && uTimeout <= 30, file asystray, line 112") !=
+              std::string::npos)
+      << result.errors;
+}
+
+TEST(TrayLimitsProcess, LetAProgramThatViolatesOneGoOnUnderSuppressionOfDialogs) {
+  support::ProgramResult const result = support::runProgram({.program = "tray_violation", .arguments = "quiet"});
+  EXPECT_EQ(result.exitCode, 0u);
+  EXPECT_EQ(result.output, "goes on\r\n");
+  EXPECT_EQ(result.errors, "");
+}
+
 } // namespace

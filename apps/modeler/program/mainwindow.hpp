@@ -6,6 +6,7 @@
 #include "commands/documents.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
+#include "commands/traycommands.hpp"
 #include "windows/eventswindow.hpp"
 #include "windows/factswindow.hpp"
 
@@ -37,6 +38,7 @@ private:
   Menus menus_;
   Documents documents_;
   PluginCommands pluginCommands_;
+  TrayCommands trayCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
 };
