@@ -41,6 +41,7 @@
 #include "aregex.hpp"
 #include "aselfchk.hpp"
 #include "asgml.hpp"
+#include "asystray.hpp"
 #include "atheme.hpp"
 #include "atheme_manager.hpp"
 #include "atools.hpp"
