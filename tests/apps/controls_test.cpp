@@ -1,6 +1,7 @@
 // The sample of dialogs and controls, as its user has it.
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/pixels.hpp"
 #include "support/windows.hpp"
 #include "tools/winapi.hpp"
 
@@ -80,6 +81,26 @@ void expectYearStart(char const * option, char const * title, char const * april
 TEST(ControlsSample, AsksForADayAndAMonth) { expectYearStart("-lang2057", "Controls", "April"); }
 
 TEST(ControlsSample, AsksForADayAndAMonthInGerman) { expectYearStart("-lang1031", "Bedienelemente", "April"); }
+
+TEST(ControlsSample, FieldsKeepTheirButtonsWhenTheyGetAndLoseTheKeyboard) {
+  support::ChildProcess child({.program = "controls", .arguments = "-lang2057"});
+  HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = "Controls"});
+  ASSERT_NE(dialog, nullptr);
+  HWND const field = lastOf(dialog, "Edit");
+  HWND const spin = lastOf(dialog, "msctls_updown32");
+  ASSERT_EQ(GetParent(spin), field);
+  auto const shown = [&] { return support::readWindow(spin).colours(); };
+  ASSERT_TRUE(support::eventually([&] { return shown() > 1; }));
+  std::size_t const before = shown();
+  for (HWND const focused : {field, lastOf(dialog, "ComboBox")}) {
+    SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(focused), TRUE);
+    EXPECT_TRUE(support::eventually([&] { return shown() == before; }, 3)) << "only one colour is left";
+    Sleep(100); // drawn over later
+    EXPECT_EQ(shown(), before);
+  }
+  support::pressButton(dialog, IDOK);
+  EXPECT_EQ(child.waitForEnd(), 0u);
+}
 
 TEST(ControlsSample, ShowsNothingUnderSuppression) {
   support::ChildProcess child({.program = "controls", .arguments = "-lang2057 -no_dialogs -log_dialogslog.txt"});
