@@ -166,7 +166,7 @@ protected:
     SV::SetProcessData(GetModuleHandleA(nullptr), GetCurrentThreadId(), SW_SHOWNORMAL);
     EXPECT_TRUE(SV::InitSV(0, nullptr));
     canvas = device_;
-    svtest::countGdiObjects("kivara.dll");
+    svtest::countGdiObjects({"kivara.dll"});
     support::replaceImports(
         GetModuleHandleA("kivara.dll"), "USER32.dll",
         {{"GetDC", reinterpret_cast<void *>(canvasOf)}, {"ReleaseDC", reinterpret_cast<void *>(giveCanvasBack)}});

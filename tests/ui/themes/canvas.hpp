@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <ostream>
 #include <vector>
@@ -49,10 +50,14 @@ public:
   /// Each pixel has another colour than those beside it, so that it shows what was drawn, and half drawn.
   void reset() {
     GdiFlush();
-    for (int y = 0; y < height_; ++y)
-      for (int x = 0; x < width_; ++x)
-        at(x, y) = quadOf(x * 7 & 0xFF, y * 5 & 0xFF, (x + y) * 3 & 0xFF);
+    if (pattern_.empty())
+      for (int y = 0; y < height_; ++y)
+        for (int x = 0; x < width_; ++x)
+          pattern_.push_back(patternAt(x, y));
+    std::memcpy(bits_, pattern_.data(), pattern_.size() * sizeof(Quad));
   }
+
+  static Quad patternAt(int x, int y) { return quadOf(x * 7 & 0xFF, y * 5 & 0xFF, (x + y) * 3 & 0xFF); }
 
   HDC context() const { return context_; }
   int width() const { return width_; }
@@ -65,10 +70,14 @@ public:
   /// The first place that differs by more than one in a channel.
   std::optional<POINT> difference(Canvas const & other) const {
     GdiFlush();
-    for (int y = 0; y < height_; ++y)
+    for (int y = 0; y < height_; ++y) {
+      if (std::memcmp(&bits_[y * width_], &other.bits_[y * width_], static_cast<std::size_t>(width_) * sizeof(Quad)) ==
+          0)
+        continue;
       for (int x = 0; x < width_; ++x)
         if (!alike(at(x, y), other.at(x, y)))
           return POINT{x, y};
+    }
     return std::nullopt;
   }
 
@@ -81,6 +90,7 @@ private:
   HBITMAP bitmap_;
   HGDIOBJ former_;
   Quad * bits_;
+  std::vector<Quad> pattern_;
 };
 
 /// A real window that draws on a canvas in place of the screen.

@@ -81,7 +81,7 @@ protected:
     auto const place = drawn.difference(expected);
     EXPECT_FALSE(place) << what << ": at " << place->x << ", " << place->y << " is " << std::hex
                         << drawn.at(place->x, place->y) << ", expected " << expected.at(place->x, place->y)
-                        << ", before " << Canvas().at(place->x, place->y);
+                        << ", before " << Canvas::patternAt(place->x, place->y);
   }
 
   static std::string describe(SV::Rectangle const & area) {
