@@ -44,7 +44,8 @@ TEST(ArrangedParts, GiveAPaneTheRoomOfTheOther) {
 }
 
 TEST(ArrangedParts, TakeNoMoreThanThereIs) {
-  for (SV::Size const size : {SV::Size{0, 0}, SV::Size{1, 1}, SV::Size{100, 25}, SV::Size{100, 40}, SV::Size{300, 60}}) {
+  for (SV::Size const size :
+       {SV::Size{0, 0}, SV::Size{1, 1}, SV::Size{100, 25}, SV::Size{100, 40}, SV::Size{300, 60}}) {
     Arrangement const all = arrange(size, {30, 20, 210, true, true});
     long heights = all.toolBar.GetHeight() + all.documents.GetHeight() + all.statusBar.GetHeight();
     EXPECT_EQ(heights, size.height);

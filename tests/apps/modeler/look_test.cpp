@@ -64,10 +64,12 @@ TEST(ModelerLook, HidesAndShowsPartsByTheMenuAndKeepsThat) {
     --parts;
     EXPECT_TRUE(support::eventually([&] { return visibleParts(window) == parts; })) << item;
   }
-  RECT all = {};
-  GetClientRect(window, &all);
-  RECT const documents = documentsIn(window);
-  EXPECT_TRUE(EqualRect(&documents, &all));
+  EXPECT_TRUE(support::eventually([&] {
+    RECT all = {};
+    GetClientRect(window, &all);
+    RECT const documents = documentsIn(window);
+    return EqualRect(&documents, &all) != FALSE;
+  })) << "the documents have their room";
   for (char const * const line : {"ToolBar=0", "Outline=0", "Notes=0", "StatusBar=0"})
     EXPECT_TRUE(keeps(run, line)) << kept(run);
   PostMessageA(window, WM_COMMAND, kNotes, 0);

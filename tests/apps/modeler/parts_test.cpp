@@ -225,8 +225,7 @@ TEST_F(ModelerPane, TakesAnySize) {
 }
 
 TEST_F(ModelerParts, NotesWrapTheirLines) {
-  modeler::ProcessModel model = order();
-  model.flows.push_back({0, 1, ""});
+  modeler::ProcessModel const model = order();
   modeler::NotesPane notes(frame(), [&model] { return &model; }, {});
   notes.SetPosSizePixel({0, 0}, {400, 200});
   auto const inkBelow = [&notes](int top) {
@@ -244,8 +243,10 @@ TEST_F(ModelerParts, NotesWrapTheirLines) {
 }
 
 TEST_F(ModelerParts, StatusBarHasATextAtEachEnd) {
-  modeler::StatusBar empty(frame(), [] { return String(); }, [] { return String(); });
-  modeler::StatusBar bar(frame(), [] { return String("Left"); }, [] { return String("Right"); });
+  modeler::StatusBar empty(
+      frame(), [] { return String(); }, [] { return String(); });
+  modeler::StatusBar bar(
+      frame(), [] { return String("Left"); }, [] { return String("Right"); });
   for (modeler::StatusBar * const each : {&empty, &bar})
     each->SetPosSizePixel({0, 0}, {400, each->GetHeight()});
   support::Pixels const without = painted(empty);
