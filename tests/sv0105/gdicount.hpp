@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library, or another module, holds: counted through what it imports, since the system's own
+/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library holds: counted through what it imports, since the system's own
 /// count is 0 under Wine.
 
 #include "support/import_hook.hpp"

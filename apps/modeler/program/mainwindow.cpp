@@ -14,7 +14,7 @@ namespace modeler {
 namespace {
 
 constexpr SV::Point kStart = {40, 40}; // at 96 dots per inch, as is the size
-constexpr SV::Size kSize = {1000, 700};
+constexpr SV::Size kSize = {1200, 740};
 
 String productName() { return "KIVARA Modeler " + Kiv_GetVersionString(); }
 
