@@ -13,14 +13,6 @@ protected:
     create(tray);
   }
 
-  /// Runs the event loop until that holds.
-  template <class Condition> static bool runUntil(Condition const & condition) {
-    return support::eventually([&] {
-      settle();
-      return condition();
-    });
-  }
-
   void useList() {
     HICON icons[] = {red.get(), green.get(), blue.get()};
     ASSERT_TRUE(tray.SetIconList(icons, 2));

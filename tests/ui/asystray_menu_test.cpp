@@ -18,20 +18,10 @@ protected:
     };
   }
 
-  /// The window of the open menu; null when none is open.
-  static HWND openMenu() {
-    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, "#32768", nullptr)) != nullptr;)
-      if (IsWindowVisible(window))
-        return window;
-    return nullptr;
-  }
-
-  static void postMenuKey(WPARAM key) { PostMessageA(openMenu(), WM_KEYDOWN, key, 1); }
-
-  /// Clicks with the right button and does what the script says, until the icon has answered.
+  /// Clicks with the right button, and waits until the menu has been open and is closed.
   void clickRight() {
     shell->mouseLater(kNumber, WM_RBUTTONUP);
-    play();
+    EXPECT_TRUE(runUntil([this] { return tray.menus == 1 && script->isDone() && openMenu() == nullptr; }));
   }
 
   Tray tray;
@@ -39,13 +29,7 @@ protected:
 };
 
 TEST_F(TrayMenu, OpensByARightClickAndGivesTheItemThatIsChosenByKeys) {
-  script->then([] {
-    EXPECT_TRUE(support::eventually([] {
-      settle();
-      return openMenu() != nullptr;
-    }));
-  });
-  script->then([] { postMenuKey(VK_DOWN); }).then([] { postMenuKey(VK_DOWN); }).then([] { postMenuKey(VK_RETURN); });
+  pressInMenu({VK_DOWN, VK_DOWN, VK_RETURN});
   clickRight();
   EXPECT_EQ(selected, (std::vector<unsigned short>{12}));
   EXPECT_EQ(tray.menus, 1);
@@ -54,13 +38,7 @@ TEST_F(TrayMenu, OpensByARightClickAndGivesTheItemThatIsChosenByKeys) {
 }
 
 TEST_F(TrayMenu, IsDismissedByEscape) {
-  script->then([] {
-    EXPECT_TRUE(support::eventually([] {
-      settle();
-      return openMenu() != nullptr;
-    }));
-  });
-  script->then([] { postMenuKey(VK_ESCAPE); });
+  pressInMenu({VK_ESCAPE});
   clickRight();
   EXPECT_EQ(tray.menus, 1);
   EXPECT_TRUE(selected.empty());
@@ -73,7 +51,7 @@ TEST_F(TrayMenu, OpensAtThePointerWithTheWindowInFront) {
   script->then([&] {
     EXPECT_EQ(GetForegroundWindow(), tray.GetNotificationWnd());
     GetWindowRect(openMenu(), &area);
-    postMenuKey(VK_ESCAPE);
+    pressInMenu({VK_ESCAPE});
   });
   EXPECT_EQ(tray.OnTrayNotification(kNumber, WM_RBUTTONUP), 1);
   POINT pointer = {};
