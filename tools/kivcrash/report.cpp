@@ -8,7 +8,7 @@
 namespace kivcrash {
 namespace {
 
-constexpr std::string_view kHeader = "\r\n# [dump v4] ";
+constexpr std::string_view kCrash = "\r\n# [dump v4] Crash dump";
 constexpr std::string_view kAsked = "# === [Mini Dump for ";
 constexpr std::string_view kEnd = "[DONE]\r\n";
 constexpr std::string_view kFailed = "# [failed to create the minidump";
@@ -34,24 +34,13 @@ bool isAt(std::string_view bytes, std::size_t at, std::string_view text) {
   return true;
 }
 
-/// The line of a report that was asked for comes first, and then the header that all have.
-bool belongsTo(Start const & asked, std::size_t header, unsigned char key) {
-  constexpr std::size_t kLongestLine = 4'096;
-  return asked.key == key && header - asked.at <= kLongestLine;
-}
-
+/// Each report has one of the two at its beginning, and no other report's beginning in it.
 std::vector<Start> startsOf(std::string_view bytes) {
   std::vector<Start> starts;
-  bool isAsked = false;
-  for (std::size_t at = 0; at < bytes.size(); ++at) {
-    bool const beginsAsked = isAt(bytes, at, kAsked);
-    if (!beginsAsked && !isAt(bytes, at, kHeader))
-      continue;
-    auto const key = static_cast<unsigned char>(bytes[at] ^ (beginsAsked ? kAsked : kHeader)[0]);
-    if (beginsAsked || !isAsked || !belongsTo(starts.back(), at, key))
-      starts.push_back({at, key});
-    isAsked = beginsAsked;
-  }
+  for (std::size_t at = 0; at < bytes.size(); ++at)
+    for (std::string_view const beginning : {kCrash, kAsked})
+      if (isAt(bytes, at, beginning))
+        starts.push_back({at, static_cast<unsigned char>(bytes[at] ^ beginning[0])});
   return starts;
 }
 
@@ -104,7 +93,7 @@ std::optional<std::int64_t> readTime(std::string_view text) {
 
 Report readReport(std::string text) {
   Report report{std::move(text), false, false, std::nullopt};
-  report.isCrash = report.text.starts_with(kHeader);
+  report.isCrash = report.text.starts_with(kCrash);
   report.isComplete = report.text.find(kEnd) != std::string::npos || report.text.find(kFailed) != std::string::npos;
   report.time = readTime(lineAfter(report, kSystemTime));
   return report;
