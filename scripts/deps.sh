@@ -34,6 +34,15 @@ need_dependency() {
   dependency_prefixes+=("$prefix")
 }
 
+# want_dependency NAME: the same, but what needs it is left out where it cannot be fetched.
+want_dependency() {
+  if (need_dependency "$1"); then
+    need_dependency "$1"
+  else
+    say "going on without $1"
+  fi
+}
+
 # is_built PREFIX VERSION: any version will do where none is known.
 is_built() { [[ -e $1/.complete && (-z $2 || $(<"$1/.complete") == "$2") ]]; }
 
@@ -173,6 +182,18 @@ build_peers() {
     package_version libboost-dev >"$1/version"
 }
 
+# The archiver that products ship beside their programs, for tests alone: it is neither shipped nor part of the package.
+build_archiver() {
+  local version=5.2.0 sum=04f9738ee00be8be53f5d06254a9e6e4b5117b17f8b74058477d870e62764a7d
+  need_packages curl ca-certificates
+  curl -fsSL --retry 3 -o "$1/7zip-bin.tgz" "https://registry.npmjs.org/7zip-bin/-/7zip-bin-$version.tgz" &&
+    printf '%s  %s\n' "$sum" "$1/7zip-bin.tgz" | sha256sum --check --quiet &&
+    tar -xzf "$1/7zip-bin.tgz" -C "$1" package/win/x64/7za.exe package/LICENSE.txt &&
+    mkdir -p "$2/share/archiver" &&
+    cp "$1/package/win/x64/7za.exe" "$1/package/LICENSE.txt" "$2/share/archiver/" &&
+    printf '%s\n' "$version" >"$1/version"
+}
+
 # Versions. version_NAME tells which version a build of today would have; nothing where that is not known. It takes no
 # time but for the first call after the machine's package lists have changed.
 
@@ -181,6 +202,7 @@ version_openssl() { source_version openssl openssl; }
 version_minizip() { source_version minizip minizip; }
 version_tre() { source_version tre libtre-dev; }
 version_benchmark() { source_version benchmark libbenchmark-dev; }
+version_archiver() { printf '5.2.0'; } # that of the recipe
 version_peers() { :; } # links, which follow what is installed
 
 package_version() { dpkg-query -W -f='${Version}' "$1" | tr -c 'A-Za-z0-9.\n' '_'; }
@@ -191,7 +213,10 @@ need_library_dependencies() {
   need_dependency tre
 }
 
-need_test_dependencies() { need_dependency googletest; }
+need_test_dependencies() {
+  need_dependency googletest
+  want_dependency archiver
+}
 
 need_bench_dependencies() {
   need_dependency benchmark
