@@ -34,6 +34,15 @@ need_dependency() {
   dependency_prefixes+=("$prefix")
 }
 
+# want_dependency NAME: the same, but what needs it is left out where it cannot be fetched.
+want_dependency() {
+  if (need_dependency "$1"); then
+    need_dependency "$1"
+  else
+    say "going on without $1"
+  fi
+}
+
 # is_built PREFIX VERSION: any version will do where none is known.
 is_built() { [[ -e $1/.complete && (-z $2 || $(<"$1/.complete") == "$2") ]]; }
 
@@ -91,7 +100,10 @@ need_library_dependencies() {
   need_dependency libdwarf
 }
 
-need_test_dependencies() { need_dependency googletest; }
+need_test_dependencies() {
+  need_dependency googletest
+  want_dependency archiver
+}
 
 need_bench_dependencies() {
   need_dependency benchmark
