@@ -3,12 +3,14 @@
 # The engine of regular expressions, for single bytes, without approximate matching. As it stands, it goes over a
 # pattern by recursion, has a stack for patterns of some 1,000 characters, and takes memory and time without limit: the
 # changes give it a larger stack, a walk without recursion, and limits that end in "out of memory". The others mend
-# negated brackets whose items overlap, and repetitions in repetitions, whose copies got the same places.
+# negated brackets whose items overlap, and repetitions in repetitions, whose copies got the same places. The last ones save
+# time: places where no match can begin are passed by, and who asks for no offsets has a search without them.
 build_tre() {
-  local tools=x86_64-w64-mingw32 walk source
+  local tools=x86_64-w64-mingw32 walk search source
   local sources=(regcomp regerror regexec tre-ast tre-compile tre-match-backtrack tre-match-parallel tre-mem tre-parse
     tre-stack)
-  walk=$(<"$root/scripts/deps/tre_walk.c") && debian_source tre "$1" && cd "$1/source/lib" &&
+  walk=$(<"$root/scripts/deps/tre_walk.c") && search=$(<"$root/scripts/deps/tre_search.c") &&
+    debian_source tre "$1" && cd "$1/source/lib" &&
     printf '#define HAVE_SYS_TYPES_H 1\n' >tre-config.h &&
     replace_in tre-compile.c 'tre_stack_new(512, 10240, 128)' 'tre_stack_new(512, 4000000, 4096)' &&
     replace_in tre-compile.c $'tre_ast_to_tnfa(tre_ast_node_t *node,' 'tre_walk_by_recursion(tre_ast_node_t *node,' &&
@@ -35,7 +37,17 @@ build_tre() {
     replace_in tre-mem.c $'\t  int block_size;' 'int block_size;
           if (size > (size_t)1 << 25 || mem->total > (size_t)1 << 28) { mem->failed = 1; return NULL; }' &&
     replace_in tre-mem.c $'\t  mem->n = block_size;\n' \
-      $'\t  mem->n = block_size;\n\t  mem->total += block_size;\n' || return
+      $'\t  mem->n = block_size;\n\t  mem->total += block_size;\n' &&
+    replace_in tre-match-parallel.c $'reg_errcode_t\ntre_tnfa_run_parallel(' \
+      "$search"$'\n\nreg_errcode_t\ntre_tnfa_run_parallel(' &&
+    replace_in tre-match-parallel.c $'  if (!match_tags)\n    num_tags = 0;' 'if (!match_tags) num_tags = 0;
+  if (!match_tags && type == STR_BYTE && len < 0) {
+    reg_errcode_t result = tre_search(tnfa, string, eflags, match_end_ofs);
+    if (result != REG_BADPAT) return result;
+  }' &&
+    replace_in tre-match-parallel.c 'DPRINT((" init >"));' \
+      'if (reach_next_i == reach_next && type == STR_BYTE && len < 0)
+            tre_pass_by(tnfa, &str_byte, &prev_c, &next_c, &pos);' || return
   for source in "${sources[@]}"; do
     "$tools-gcc-posix" -O2 -g -DNDEBUG -fno-ipa-ra -Wno-unused-function -DHAVE_ISBLANK -DTRE_REGEX_T_FIELD=value \
       -DTRE_VERSION='"0.8.0"' -c "$source.c" || return
