@@ -12,7 +12,7 @@ foreach(file IN ITEMS
     bin/.debug/kivara.dll.debug bin/.debug/SV0105.dll.debug bin/.debug/TL0105.dll.debug bin/plugins/textcommands.dll
     bin/plugins/userwatch.dll bin/plugins/.debug/textcommands.dll.debug bin/words.exe bin/modeler.exe bin/service.exe
     bin/kivml.exe bin/kivuser.exe bin/.debug/re00005.dll.debug bin/charmaps/central-european.map
-    bin/lang.ini bin/language/1031/kivara72.dll bin/language/2057/kivara72.dll
+    bin/lang.ini bin/agfx.zip bin/language/1031/kivara72.dll bin/language/2057/kivara72.dll
     include/kivara/kivara.hpp include/kivara/kivara_version.hpp include/kivara/tools.hpp include/kivara/tools/string.hpp include/kivara/sv/sv.hpp include/kivara/re00005.hpp
     lib/libkivara.dll.a lib/libSV0105.dll.a lib/libTL0105.dll.a lib/libre00005.dll.a lib/libkivara_main.a
     lib/cmake/kivara/kivaraConfig.cmake lib/cmake/kivara/kivaraConfigVersion.cmake

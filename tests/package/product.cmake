@@ -28,7 +28,7 @@ function(expect_files folder)
 endfunction()
 
 # The same lies beside the program in the build and in the installation.
-set(beside data/prices.txt lang.ini language/1031/kivara72.dll language/1031/orders72.dll language/2057/kivara72.dll
+set(beside agfx.zip data/prices.txt lang.ini language/1031/kivara72.dll language/1031/orders72.dll language/2057/kivara72.dll
   language/2057/kivml.dll language/2057/orders72.dll)
 foreach(file IN LISTS beside)
   if(NOT EXISTS ${build}/${file})

@@ -1,9 +1,11 @@
 #pragma once
 /// \file
-/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library holds: counted through what it imports, since the system's own
+/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library, or another module, holds: counted through what it imports, since the system's own
 /// count is 0 under Wine.
 
 #include "support/import_hook.hpp"
+
+#include <initializer_list>
 
 namespace svtest {
 
@@ -61,18 +63,19 @@ inline BOOL WINAPI countDeleted(HGDIOBJ object) {
   return deleted;
 }
 
-/// Begins to count; the count stays on for the rest of the process.
-inline void countGdiObjects() {
+/// Begins to count in these modules; the count stays on for the rest of the process.
+inline void countGdiObjects(std::initializer_list<char const *> modules = {"SV0105.dll"}) {
   gdiObjects() = 0;
-  support::replaceImports(GetModuleHandleA("SV0105.dll"), "GDI32.dll",
-                          {{"CreatePen", reinterpret_cast<void *>(countPen)},
-                           {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
-                           {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
-                           {"CreateRectRgnIndirect", reinterpret_cast<void *>(countRegion)},
-                           {"CreateDIBSection", reinterpret_cast<void *>(countBitmap)},
-                           {"CreateCompatibleDC", reinterpret_cast<void *>(countDevice)},
-                           {"DeleteDC", reinterpret_cast<void *>(countDeletedDevice)},
-                           {"DeleteObject", reinterpret_cast<void *>(countDeleted)}});
+  for (char const * const module : modules)
+    support::replaceImports(GetModuleHandleA(module), "GDI32.dll",
+                            {{"CreatePen", reinterpret_cast<void *>(countPen)},
+                             {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
+                             {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
+                             {"CreateRectRgnIndirect", reinterpret_cast<void *>(countRegion)},
+                             {"CreateDIBSection", reinterpret_cast<void *>(countBitmap)},
+                             {"CreateCompatibleDC", reinterpret_cast<void *>(countDevice)},
+                             {"DeleteDC", reinterpret_cast<void *>(countDeletedDevice)},
+                             {"DeleteObject", reinterpret_cast<void *>(countDeleted)}});
 }
 
 } // namespace svtest
