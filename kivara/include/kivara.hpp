@@ -38,6 +38,7 @@
 #include "aplatfrm.hpp"
 #include "aplugin.hpp"
 #include "aplugin_exports.hpp"
+#include "aprint.hpp"
 #include "aproc.hpp"
 #include "areader.hpp"
 #include "aregex.hpp"
