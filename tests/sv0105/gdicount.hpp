@@ -38,6 +38,12 @@ inline HRGN WINAPI countRegion(RECT const * area) {
   return region;
 }
 
+inline HRGN WINAPI countPlainRegion(int left, int top, int right, int bottom) {
+  HRGN const region = CreateRectRgn(left, top, right, bottom);
+  gdiObjects() += region ? 1 : 0;
+  return region;
+}
+
 inline HBITMAP WINAPI countBitmap(HDC device, BITMAPINFO const * info, UINT use, void ** bits, HANDLE section,
                                   DWORD offset) {
   HBITMAP const bitmap = CreateDIBSection(device, info, use, bits, section, offset);
@@ -72,6 +78,7 @@ inline void countGdiObjects(std::initializer_list<char const *> modules = {"SV01
                              {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
                              {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
                              {"CreateRectRgnIndirect", reinterpret_cast<void *>(countRegion)},
+                             {"CreateRectRgn", reinterpret_cast<void *>(countPlainRegion)},
                              {"CreateDIBSection", reinterpret_cast<void *>(countBitmap)},
                              {"CreateCompatibleDC", reinterpret_cast<void *>(countDevice)},
                              {"DeleteDC", reinterpret_cast<void *>(countDeletedDevice)},

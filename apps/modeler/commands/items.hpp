@@ -16,6 +16,8 @@ enum Item : unsigned short {
   FILE_OPEN_MODEL = 102, ///< FILE_OPEN is a macro of the platform
   FILE_OPEN_SAMPLE = 103,
   FILE_SAVE_AS = 104,
+  WINDOW_MINIMISE = 121,
+  FILE_TRIAL_RUN = 122,
   WINDOW_START = 201,
   WINDOW_CASCADE = 202,
   WINDOW_TILE = 203,

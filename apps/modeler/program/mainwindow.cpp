@@ -33,7 +33,7 @@ SV::Size startSize() {
 MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plugins, Settings const & settings)
     : MDIFrame(productName()), eventLog_(events), plugins_(plugins), documents_(*this, journal),
       parts_(std::make_unique<Parts>(*this, documents_, settings, [this] { menus_.Refresh(); })),
-      pluginCommands_(*this, menus_, plugins, documents_, journal) {
+      pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   menus_.Add(documents_.GetCommands());
   menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
@@ -43,6 +43,7 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
   menus_.Add(parts_->GetCommands());
   menus_.Add(lookCommands(settings));
   menus_.Add(windowCommands());
+  menus_.Add(trayCommands_.GetCommands());
   menus_.Add(languageCommands(journal, [this] { retext(); }));
   menus_.Add({{MENU_HELP, HELP_ABOUT, named(Text::About), [this] { showAbout(); }}});
   SetMenuBar(&menus_.GetBar());

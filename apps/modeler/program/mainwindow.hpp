@@ -6,6 +6,7 @@
 #include "commands/documents.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
+#include "commands/traycommands.hpp"
 #include "program/parts.hpp"
 #include "windows/eventswindow.hpp"
 #include "windows/factswindow.hpp"
@@ -46,6 +47,7 @@ private:
   Documents documents_;
   std::unique_ptr<Parts> parts_;
   PluginCommands pluginCommands_;
+  TrayCommands trayCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
 };

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <vector>
 
 using SV::Color;
 using SV::String;
@@ -52,15 +53,24 @@ void drawStyled(void * theme, SV::Window & window, KivThemeClass part, SV::Recta
                                            hasFrame ? withFrame(area) : area);
 }
 
-/// Every other line, the first one below the top edge.
+/// Every other line, the first one below the top edge, in one call of the system.
 void drawStripes(SV::Window & window, SV::Rectangle const & area, Color const & color) {
-  kivara::PenAndBrush const drawing(window, SV::Pen(color), SV::Brush());
   SV::Rectangle const seen = area.GetIntersection(kivara::wholeOf(window));
-  std::int64_t line = seen.Top();
-  if ((line - area.Top()) % 2 == 0)
-    ++line;
-  for (; line <= seen.Bottom(); line += 2)
-    window.DrawLine({area.Left(), static_cast<long>(line)}, {area.Right(), static_cast<long>(line)});
+  if (seen.IsEmpty())
+    return;
+  std::vector<POINT> ends;
+  std::int64_t const offset = std::int64_t{seen.Top()} - area.Top();
+  for (long line = seen.Top() + (offset % 2 == 0 ? 1 : 0); line <= seen.Bottom(); line += 2) {
+    ends.push_back({seen.Left(), line});
+    ends.push_back({seen.Right() + 1, line});
+  }
+  std::vector<DWORD> const pairs(ends.size() / 2, 2);
+  HDC const device = window.GethDC();
+  HGDIOBJ const former = SelectObject(device, GetStockObject(DC_PEN));
+  COLORREF const formerColor = SetDCPenColor(device, static_cast<COLORREF>(color.GetRGB()));
+  PolyPolyline(device, ends.data(), pairs.data(), static_cast<DWORD>(pairs.size()));
+  SetDCPenColor(device, formerColor);
+  SelectObject(device, former);
 }
 
 /// Light captions have a dark text.
