@@ -43,6 +43,21 @@ TEST(ArrangedParts, GiveAPaneTheRoomOfTheOther) {
   EXPECT_EQ(notes.documents, Rectangle({210, 0}, {790, 700}));
 }
 
+TEST(ModelerKeyboard, GoesAroundThePartsThatAreShown) {
+  using enum modeler::KeyboardPlace;
+  struct Row {
+    modeler::KeyboardPlace now;
+    bool hasOutline;
+    bool hasNotes;
+    modeler::KeyboardPlace next;
+  };
+  for (Row const & row :
+       {Row{Documents, true, true, Outline}, Row{Outline, true, true, Notes}, Row{Notes, true, true, Documents},
+        Row{Documents, false, true, Notes}, Row{Notes, false, true, Documents}, Row{Documents, true, false, Outline},
+        Row{Outline, true, false, Documents}, Row{Documents, false, false, Documents}})
+    EXPECT_EQ(modeler::nextPlace(row.now, row.hasOutline, row.hasNotes), row.next);
+}
+
 TEST(ArrangedParts, TakeNoMoreThanThereIs) {
   for (SV::Size const size :
        {SV::Size{0, 0}, SV::Size{1, 1}, SV::Size{100, 25}, SV::Size{100, 40}, SV::Size{300, 60}}) {
