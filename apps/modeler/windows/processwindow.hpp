@@ -6,12 +6,15 @@
 #include "sv/mdi.hpp"
 #include "windows/scrolling.hpp"
 
+#include <functional>
+
 namespace modeler {
 
 /// It is as large as the picture, as far as the frame has room, and can be scrolled otherwise.
 class ProcessWindow : public SV::MDIChild {
 public:
-  ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model);
+  /// \param frontChanged  called when it has come to the front, or left it
+  ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model, std::function<void()> frontChanged);
   ~ProcessWindow() override;
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
@@ -33,6 +36,7 @@ private:
   SV::Size wholeSize() const;
 
   ProcessModel model_;
+  std::function<void()> frontChanged_;
   Layout layout_;
   SV::String headline_;
   ISequence<SV::String> notes_; ///< one below the other
