@@ -93,6 +93,9 @@ TEST_F(TrayAnimation, RunsByTheTimerUntilItIsStoppedAndBringsTheFormerIconBack) 
   EXPECT_EQ(tray.m_uIDTimer, 0u);
   settle();
   EXPECT_EQ(tray.GetIcon(), former);
+  tray.SetIcon(red.get());
+  EXPECT_EQ(tray.StopAnimation(), 0);
+  EXPECT_EQ(tray.GetIcon(), red.get()); // there is nothing to bring back any more
   std::string all;
   for (std::string const & call : shell->calls())
     all += call;

@@ -79,10 +79,13 @@ TEST_F(TrayMenu, OfTheBaseIsEmptyAndItsDoubleClickDoesNothing) {
   EXPECT_EQ(openMenu(), nullptr);
 }
 
-TEST_F(TrayMenu, IsTheUsersAndADoubleClickBringsTheWindowToTheFrontFirst) {
+TEST_F(TrayMenu, ADoubleClickBringsTheWindowToTheFrontBeforeTheAction) {
   SV::Window parent(nullptr, SV::WB_TITLE);
   parent.Show();
-  SetForegroundWindow(GetDesktopWindow());
+  SV::Window other(nullptr, SV::WB_TITLE);
+  other.Show();
+  SetForegroundWindow(other.GethWnd());
+  ASSERT_EQ(GetForegroundWindow(), other.GethWnd());
   tray.SetNotificationWnd(parent.GethWnd());
   HWND front = nullptr;
   tray.act = [&] { front = GetForegroundWindow(); };
@@ -122,6 +125,23 @@ TEST_F(TrayMenu, AnExceptionOfADerivedClassReachesTheApplication) {
   EXPECT_EQ(shell->mouse(kNumber, WM_LBUTTONDBLCLK), 0);
   ASSERT_EQ(application.exceptions.size(), 1u);
   EXPECT_EQ(application.exceptions[0].code, SV::EXC_HANDLER_FAILED);
+}
+
+TEST_F(TrayMenu, MayDeleteItsIconInAnActionAndInTheMenu) {
+  for (bool const byMenu : {false, true}) {
+    auto mortal = std::make_unique<Tray>();
+    mortal->Create(nullptr, kMessage, "Tip", SV::Icon(), 7);
+    mortal->act = [&] { mortal.reset(); };
+    mortal->build = [&](SV::PopupMenu & menu) {
+      menu.InsertItem(1, "~End");
+      menu.ChangeSelectHdl([&](unsigned short) { mortal.reset(); });
+    };
+    if (byMenu)
+      pressInMenu({VK_DOWN, VK_RETURN});
+    EXPECT_EQ(mortal->OnTrayNotification(7, byMenu ? WM_RBUTTONUP : WM_LBUTTONDBLCLK), 1);
+    EXPECT_EQ(mortal, nullptr);
+    EXPECT_EQ(shell->count(), 1); // the one of the test
+  }
 }
 
 // The default item
