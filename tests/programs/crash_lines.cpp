@@ -3,6 +3,7 @@
 #include "crash_lines.hpp"
 #include "acmdline.hpp"
 #include "aplugin.hpp"
+#include "support/import_hook.hpp"
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
 
@@ -85,9 +86,17 @@ constexpr Way kWays[] = {
     {"nowhere", callNowhere}, {"plugin", failInPlugin},           {"moved", failInMovedModule},
 };
 
+/// The report's search for symbols takes seconds under Wine, and adds a line.
+void refuseSearchForSymbols() {
+  BOOL(WINAPI * const refuse)(HANDLE, PCSTR, BOOL) = [](HANDLE, PCSTR, BOOL) -> BOOL { return FALSE; };
+  support::replaceImports(GetModuleHandleA("kivara.dll"), "dbghelp.dll",
+                          {{"SymInitialize", reinterpret_cast<void *>(refuse)}});
+}
+
 } // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR word, int) {
+  refuseSearchForSymbols();
   SV::Application::SetModalDialogSuppression(true);
   for (Way const & way : kWays)
     if (std::string(word) == way.word)

@@ -76,7 +76,7 @@ std::string_view DumpReader::bytesOf(MINIDUMP_LOCATION_DESCRIPTOR const & place,
 std::optional<CONTEXT> DumpReader::context(MINIDUMP_LOCATION_DESCRIPTOR const & place) const {
   std::optional<Bytes> const bytes = file_.part(place.Rva, place.DataSize);
   auto found = bytes ? bytes->read<CONTEXT>(0) : std::nullopt;
-  constexpr DWORD kNeeded = CONTEXT_CONTROL | CONTEXT_INTEGER;
+  constexpr DWORD kNeeded = CONTEXT_CONTROL + (CONTEXT_INTEGER - CONTEXT_AMD64);
   if (!found || (found->ContextFlags & kNeeded) != kNeeded) {
     damaged("registers are not there");
     return std::nullopt;

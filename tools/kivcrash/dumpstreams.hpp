@@ -16,7 +16,7 @@ using Streams = std::map<std::uint32_t, Bytes>;
 /// Each operation returns what can be read and tells the problems that it was made with.
 class DumpReader {
 public:
-  DumpReader(Bytes file, Streams const & streams, Problems & problems)
+  DumpReader(Bytes const & file, Streams const & streams, Problems & problems)
       : file_(file), streams_(streams), problems_(problems) {}
 
   std::optional<System> system() const;

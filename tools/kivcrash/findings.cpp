@@ -59,6 +59,8 @@ private:
     FoundFile const & found = files_.symbols(module);
     tellOthers(file);
     tellOthers(found);
+    if (!file.image && file.others.empty())
+      problems_.push_back(module.path + ": no such file on this machine; --symbols names folders where it lies");
     std::unique_ptr<DebugSymbols> & symbols = symbols_[module.base];
     if (found.image)
       try {

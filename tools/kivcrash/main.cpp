@@ -9,6 +9,8 @@
 
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
+#include <io.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -46,10 +48,12 @@ std::vector<std::filesystem::path> foldersOf(Options const & options) {
 }
 
 int printReport(CrashFile const & file, std::string const & name, Problems problems) {
-  if (file.report)
+  if (file.report) {
+    _setmode(_fileno(stdout), _O_BINARY); // it has the ends of its lines already
     print(stdout, fromSystem(file.report->text));
-  else
+  } else {
     problems.emplace_back("there is no report");
+  }
   return tellProblems(name, problems);
 }
 

@@ -59,8 +59,8 @@ std::string faultText(Fault const & fault) {
 std::string modulesText(std::vector<ModuleFacts> const & modules) {
   std::string text = "\nModules:\n";
   for (ModuleFacts const & each : modules) {
-    text += hex(each.module.base, 16) + "  " + padded(each.module.version.empty() ? "-" : each.module.version, 16) +
-            ' ' + each.module.path + '\n';
+    text += hex(each.module.base, 16) + "  ";
+    text += padded(each.module.version.empty() ? "-" : each.module.version, 16) + ' ' + each.module.path + '\n';
     text += "    file:    " + (each.file.empty() ? "none that fits" : each.file) + '\n';
     text += "    symbols: " + (each.symbols.empty() ? "none" : each.symbols) + '\n';
   }
@@ -75,7 +75,7 @@ std::string asText(Findings const & findings, bool withModules) {
   if (findings.fault)
     text += padded("what happened:", kWidth) + faultText(*findings.fault) + '\n';
   for (auto const & [name, value] : findings.facts)
-    text += padded(name + ':', kWidth) + value + '\n';
+    text += padded(name + ':', kWidth).append(value).append("\n");
   for (std::string const & plugin : findings.plugins)
     text += padded("plug-in:", kWidth) + plugin + '\n';
   for (Stack const & stack : findings.stacks)
