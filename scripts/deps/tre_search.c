@@ -124,8 +124,7 @@ static reg_errcode_t tre_search(tre_tnfa_t const * tnfa, char const * string, in
     for (; at[1] != '\0' && (next = search.next[index][*at]) != TRE_SEARCH_UNKNOWN; at++)
       index = next;
     set = tre_search_step(&search, search.sets[index], *at, at[1] == '\0');
-    /* What ends the loop is not kept: the inner one would pass it by. */
-    if (at[1] != '\0' && !(set & final) && (set | search.starts_at_end) != 0)
+    if (at[1] != '\0')
       index = tre_search_keep(&search, index, *at, set);
     at++;
   }

@@ -378,9 +378,11 @@ TEST_F(Drawing, LeavesTheContextAsItWasAndNoObjects) {
   DWORD const before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
   for (int i = 0; i < 20; ++i) {
     SV::OutputDevice device(context());
-    device.ChangePen(SV::Pen(SV::COL_RED));
+    device.ChangePen(SV::Pen(SV::COL_RED, 3));
     device.ChangeFillInBrush(SV::Brush(SV::COL_RED));
     device.ChangeFont(SV::Font("Arial", {0, 12}));
+    device.DrawRect({{1, 1}, {9, 9}});
+    device.DrawText({1, 1}, "text");
   }
   EXPECT_EQ(GetCurrentObject(context(), OBJ_PEN), pen);
   EXPECT_EQ(GetCurrentObject(context(), OBJ_BRUSH), brush);
