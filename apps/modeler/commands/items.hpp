@@ -11,10 +11,13 @@ enum Item : unsigned short {
   MENU_RAISE = 4,
   MENU_LANGUAGE = 5,
   MENU_PLUGINS = 6,
+  MENU_EDIT = 7,
   FILE_EXIT = 101,
   FILE_OPEN_MODEL = 102, ///< FILE_OPEN is a macro of the platform
   FILE_OPEN_SAMPLE = 103,
   FILE_SAVE_AS = 104,
+  EDIT_COPY = 131,
+  EDIT_PASTE = 132,
   WINDOW_START = 201,
   WINDOW_CASCADE = 202,
   WINDOW_TILE = 203,

@@ -4,6 +4,7 @@
 
 #include "background/journal.hpp"
 #include "commands/documents.hpp"
+#include "commands/dragcommands.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
 #include "windows/eventswindow.hpp"
@@ -27,15 +28,17 @@ public:
 private:
   Commands raiseCommands() const;
   Commands windowCommands();
-  void showFacts();
+  FactsWindow & showFacts();
   void showEvents();
   void showAbout();
   void retext();
 
   EventLog & eventLog_;
+  Journal & journal_;
   Plugins const & plugins_;
   Menus menus_;
   Documents documents_;
+  DragCommands dragCommands_;
   PluginCommands pluginCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
