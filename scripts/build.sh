@@ -17,7 +17,7 @@ TEXT
 check_setup() { check_no_arguments "$@"; }
 
 verb_setup() {
-  need_packages "${build_packages[@]}" "${run_packages[@]}" "${screenshot_packages[@]}" "${test_packages[@]}"
+  need_packages "${build_packages[@]}" "${run_packages[@]}" "${screenshot_packages[@]}" "${test_packages[@]}" "${print_packages[@]}"
   need_library_dependencies
   need_test_dependencies
   has_display || start_virtual_display
@@ -154,8 +154,9 @@ verb_long() {
 
 ready_for_tests() {
   build
-  need_packages "${run_packages[@]}" "${screenshot_packages[@]}" "${test_packages[@]}"
+  need_packages "${run_packages[@]}" "${screenshot_packages[@]}" "${test_packages[@]}" "${print_packages[@]}"
   start_virtual_display
+  start_print_server
   need_prefix
   keep_wine_alive
 }

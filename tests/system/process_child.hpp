@@ -8,6 +8,7 @@
 #include "tools/winapi.hpp"
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace kivtest {
@@ -39,11 +40,12 @@ public:
   /// Waits for the child's facts, and forgets them for the next one.
   std::string take() {
     std::string const name = folder_ / "facts.txt";
-    if (!support::eventually([&name] { return support::exists(name); }, 30))
+    std::optional<std::string> text;
+    // While the child still holds the file that it renames, the file is there and cannot be opened.
+    if (!support::eventually([&] { return (text = support::readFile(name)).has_value(); }, 30))
       return "(no child wrote any)";
-    std::string const text = *support::readFile(name);
     DeleteFileA(name.c_str());
-    return text;
+    return *text;
   }
 
   /// The value of one of them.

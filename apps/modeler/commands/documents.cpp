@@ -48,7 +48,10 @@ void Documents::Open(String const & fileName) {
 
 void Documents::show(ProcessModel const & model) {
   std::erase_if(windows_, [](auto const & window) { return window->GethWnd() == nullptr; });
-  windows_.push_back(std::make_unique<ProcessWindow>(frame_, model));
+  windows_.push_back(std::make_unique<ProcessWindow>(frame_, model, [this] {
+    if (frontChanged_)
+      frontChanged_();
+  }));
   windows_.back()->Show();
 }
 

@@ -30,6 +30,9 @@ public:
   /// The file that was opened last; empty before.
   SV::String const & GetLastFile() const { return lastFile_; }
 
+  /// Called when another model may be in front; null for nobody.
+  void ChangeFrontHdl(std::function<void()> handler) { frontChanged_ = std::move(handler); }
+
   /// To be called when the language has changed.
   void Retext();
 
@@ -41,6 +44,7 @@ private:
   SV::MDIFrame & frame_;
   Journal & journal_;
   SV::String lastFile_;
+  std::function<void()> frontChanged_;
   ISequence<std::unique_ptr<ProcessWindow>> windows_;
 };
 

@@ -11,11 +11,14 @@ enum Item : unsigned short {
   MENU_RAISE = 4,
   MENU_LANGUAGE = 5,
   MENU_PLUGINS = 6,
-  MENU_EDIT = 7,
+  MENU_VIEW = 7,
+  MENU_EDIT = 8,
   FILE_EXIT = 101,
   FILE_OPEN_MODEL = 102, ///< FILE_OPEN is a macro of the platform
   FILE_OPEN_SAMPLE = 103,
   FILE_SAVE_AS = 104,
+  WINDOW_MINIMISE = 121,
+  FILE_TRIAL_RUN = 122,
   EDIT_COPY = 131,
   EDIT_PASTE = 132,
   WINDOW_START = 201,
@@ -26,7 +29,15 @@ enum Item : unsigned short {
   RAISE_USER = 401,
   RAISE_USER_GROUP = 402,
   LANGUAGE_FIRST = 501, ///< one for each installed language, in the order of the list
-  PLUGIN_FIRST = 1001   ///< one for each command of a script plug-in
+  VIEW_TOOLBAR = 601,
+  VIEW_OUTLINE = 602,
+  VIEW_NOTES = 603,
+  VIEW_STATUSBAR = 604,
+  VIEW_STYLES = 605,
+  VIEW_NEXT = 606,
+  VIEW_CLASSIC = 607, ///< the themes, in the order of the library
+  VIEW_MODERN = 608,
+  PLUGIN_FIRST = 1001 ///< one for each command of a script plug-in
 };
 
 } // namespace modeler

@@ -14,7 +14,7 @@ Menus::Menus() {
   AddMenu(MENU_RAISE, Text::MenuRaise);
   AddMenu(MENU_WINDOW, Text::MenuWindow);
   AddMenu(MENU_LANGUAGE, Text::MenuLanguage);
-  bar_.ChangeSelectHdl([this](unsigned short id) { select(id); });
+  bar_.ChangeSelectHdl([this](unsigned short id) { Choose(id); });
 }
 
 void Menus::AddMenu(Item menu, Text text) {
@@ -46,11 +46,28 @@ void Menus::Refresh() {
     menu.CheckItem(command.id, command.isChecked());
     menu.EnableItem(command.id, command.isEnabled());
   }
+  if (refreshed_)
+    refreshed_();
 }
 
-void Menus::select(unsigned short id) {
+Command const * Menus::find(unsigned short id) const {
   auto const command = std::find_if(commands_.begin(), commands_.end(), [id](Command const & c) { return c.id == id; });
-  if (command == commands_.end())
+  return command != commands_.end() ? &*command : nullptr;
+}
+
+SV::String Menus::GetName(unsigned short id) const {
+  Command const * const command = find(id);
+  return command != nullptr ? command->name() : SV::String();
+}
+
+bool Menus::IsChecked(unsigned short id) const {
+  Command const * const command = find(id);
+  return command != nullptr && command->isChecked();
+}
+
+void Menus::Choose(unsigned short id) {
+  Command const * const command = find(id);
+  if (command == nullptr)
     return;
   // A command may end the program, or change the commands.
   std::function<void()> const execute = command->execute;

@@ -1,6 +1,8 @@
 #include "program/mainwindow.hpp"
 
 #include "commands/languagecommands.hpp"
+#include "commands/lookcommands.hpp"
+#include "texts/viewtexts.hpp"
 #include "tools/winapi.hpp"
 #include "windows/scaling.hpp"
 
@@ -12,7 +14,7 @@ namespace modeler {
 namespace {
 
 constexpr SV::Point kStart = {40, 40}; // at 96 dots per inch, as is the size
-constexpr SV::Size kSize = {1000, 700};
+constexpr SV::Size kSize = {1200, 740};
 
 String productName() { return "KIVARA Modeler " + Kiv_GetVersionString(); }
 
@@ -28,26 +30,77 @@ SV::Size startSize() {
 
 } // namespace
 
-MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plugins)
+MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plugins, Settings const & settings)
     : MDIFrame(productName()), eventLog_(events), journal_(journal), plugins_(plugins), documents_(*this, journal),
       dragCommands_(*this, documents_, [this]() -> TextTarget & { return showFacts(); }),
-      pluginCommands_(*this, menus_, plugins, documents_, journal) {
+      parts_(std::make_unique<Parts>(*this, documents_, settings, [this] { menus_.Refresh(); })),
+      pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   menus_.Add(documents_.GetCommands());
   menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
   menus_.Add(dragCommands_.GetCommands());
   menus_.Add(raiseCommands());
+  menus_.AddMenu(MENU_VIEW, kMenuView);
+  parts_->MakeToolBar(toolButtons());
+  menus_.Add(parts_->GetCommands());
+  menus_.Add(lookCommands(settings));
   menus_.Add(windowCommands());
+  menus_.Add(trayCommands_.GetCommands());
   menus_.Add(languageCommands(journal, [this] { retext(); }));
   menus_.Add({{MENU_HELP, HELP_ABOUT, named(Text::About), [this] { showAbout(); }}});
   SetMenuBar(&menus_.GetBar());
+  auto const refreshParts = [this] { parts_->Refresh(); };
+  menus_.ChangeRefreshHdl(refreshParts);
+  documents_.ChangeFrontHdl(refreshParts);
+  parts_->Arrange();
   Kiv_PushParentWindow(this);
   showFacts();
 }
 
 MainWindow::~MainWindow() {
   Kiv_PopParentWindow(this);
+  menus_.ChangeRefreshHdl(nullptr);
+  documents_.ChangeFrontHdl(nullptr);
   SetMenuBar(nullptr);
+}
+
+void MainWindow::Resize(SV::Size const &) {
+  if (parts_)
+    parts_->Arrange();
+}
+
+long long MainWindow::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
+  long long const result = MDIFrame::HandleMessage(message, wParam, lParam);
+  if (message == WM_SETFONT)
+    Resize(GetOutputSizePixel()); // the bars grow with the font
+  return result;
+}
+
+/// The system would give all of the window to the documents.
+long long MainWindow::DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) {
+  return message == WM_SIZE ? 0 : MDIFrame::DefaultProcedure(message, wParam, lParam);
+}
+
+/// What is used often, and what is worth a mark. They are the commands of the menus.
+ISequence<ToolButton> MainWindow::toolButtons() {
+  struct Place {
+    unsigned short id;
+    bool beginsGroup;
+  };
+  ISequence<ToolButton> buttons;
+  for (Place const place : {Place{FILE_OPEN_MODEL, false},
+                            {FILE_OPEN_SAMPLE, false},
+                            {FILE_SAVE_AS, false},
+                            {VIEW_OUTLINE, true},
+                            {VIEW_NOTES, false},
+                            {VIEW_CLASSIC, true},
+                            {VIEW_MODERN, false}}) {
+    auto const name = [this, place] { return plain(menus_.GetName(place.id)); };
+    auto const press = [this, place] { menus_.Choose(place.id); };
+    auto const isChecked = [this, place] { return menus_.IsChecked(place.id); };
+    buttons.push_back({name, press, isChecked, place.beginsGroup});
+  }
+  return buttons;
 }
 
 Commands MainWindow::raiseCommands() const {

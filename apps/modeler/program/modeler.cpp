@@ -6,6 +6,7 @@
 #include "background/startupphase.hpp"
 #include "model/modelxml.hpp"
 #include "program/mainwindow.hpp"
+#include "sv/imagepool.hpp"
 #include "texts/modelreport.hpp"
 
 #include <cstdio>
@@ -50,7 +51,10 @@ int Modeler::runApplication() {
   if (String const file = KivCmdline::Instance().getValue("xml"); file.Len() > 0)
     return exportModel(KivCmdline::Instance().getValue("model"), file);
   StartupPhaseEvent("[kiv] Opening the main window").trigger();
-  MainWindow window(events_, journal_, plugins_);
+  MakeMDIClientImg(false);
+  Settings const settings;
+  applyLook(settings);
+  MainWindow window(events_, journal_, plugins_, settings);
   if (KivCmdline::Instance().isFlag("watch"))
     KivWindowsMessageWatcher::addHookWindow(window.GethWnd(), "main window");
   window.Show();
@@ -67,7 +71,21 @@ int Modeler::runApplication() {
   return Execute();
 }
 
-bool Modeler::getMDIClientImage(SV::Image &, int &) { return false; }
+/// The pictures of the program are in an archive of their own; that of the library has to be the current one at all other times.
+bool Modeler::getMDIClientImage(SV::Image & image, int & mode) {
+  String const ofLibrary = SV::ImagePool::GetPoolFile();
+  SV::ImagePool::SetPoolFile(Kiv_GetProgramPathFilename("modeler.zip"));
+  image = SV::ImagePool::GetImage("background.png");
+  SV::ImagePool::SetPoolFile(ofLibrary);
+  mode = KIV_MDI_CLIENT_COVER;
+  return !image.IsEmpty();
+}
+
+void Modeler::SysChange(SV::SysChangeType type) {
+  KivMDIApplication::SysChange(type);
+  if (type == SV::SYSCHANGE_DISPLAY && MakeMDIClientImg(false))
+    InvalidateMDIClient();
+}
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include "background/eventlog.hpp"
 #include "background/journal.hpp"
 #include "background/plugins.hpp"
+#include "background/settings.hpp"
 #include "kivara.hpp"
 
 namespace modeler {
@@ -21,8 +22,11 @@ public:
   /// it then ends once all is set up. With "-xml" it writes the model to the file of that name instead; 1 when that fails.
   int runApplication() override;
 
-  /// There is no picture.
+  /// The picture behind the windows, which the build has drawn.
   bool getMDIClientImage(SV::Image & image, int & mode) override;
+
+  /// The picture follows the size of the screen.
+  void SysChange(SV::SysChangeType type) override;
 
 private:
   EventLog events_;

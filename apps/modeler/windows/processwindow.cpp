@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 using SV::Point;
 using SV::Size;
@@ -38,8 +39,8 @@ private:
 
 } // namespace
 
-ProcessWindow::ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model)
-    : MDIChild(frame, model.name), model_(model) {
+ProcessWindow::ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model, std::function<void()> frontChanged)
+    : MDIChild(frame, model.name), model_(model), frontChanged_(std::move(frontChanged)) {
   arrange();
   fitToPicture(frame.GetClient().GetOutputSizePixel());
 }
@@ -130,6 +131,8 @@ long long ProcessWindow::HandleMessage(unsigned message, unsigned long long wPar
   long long const result = MDIChild::HandleMessage(message, wParam, lParam);
   if (message == WM_SETFONT)
     arrange();
+  if (message == WM_MDIACTIVATE || message == WM_DESTROY)
+    frontChanged_();
   return result;
 }
 

@@ -7,6 +7,8 @@
 #include "windows/scrolling.hpp"
 #include "windows/textdrag.hpp"
 
+#include <functional>
+
 namespace modeler {
 
 /// Tab, and a click, select an activity, whose text can be dragged to another window.
@@ -14,7 +16,8 @@ namespace modeler {
 /// It is as large as the picture, as far as the frame has room, and can be scrolled otherwise.
 class ProcessWindow : public SV::MDIChild {
 public:
-  ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model);
+  /// \param frontChanged  called when it has come to the front, or left it
+  ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model, std::function<void()> frontChanged);
   ~ProcessWindow() override;
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
@@ -51,6 +54,7 @@ private:
   bool selectNext(bool forwards);
 
   ProcessModel model_;
+  std::function<void()> frontChanged_;
   Layout layout_;
   SV::String headline_;
   ISequence<SV::String> notes_; ///< one below the other
