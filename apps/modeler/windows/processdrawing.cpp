@@ -23,16 +23,54 @@ char const * colourOf(NodeKind kind) {
   }
 }
 
-SV::Font fontIn(SV::Font font, char const * colour) {
-  font.ChangeColor(getColorOfColorName(colour));
-  font.ChangeTransparent(true);
-  return font;
-}
-
 bool touch(SV::Rectangle const & a, SV::Rectangle const & b) {
   return a.TopLeft().x < b.TopLeft().x + b.GetSize().width && b.TopLeft().x < a.TopLeft().x + a.GetSize().width &&
          a.TopLeft().y < b.TopLeft().y + b.GetSize().height && b.TopLeft().y < a.TopLeft().y + a.GetSize().height;
 }
+
+/// A pen and a brush for shapes that the system draws: a device selects its own only when it draws itself.
+class Shape {
+public:
+  Shape(HDC context, SV::Color const & pen, long width, SV::Color const & fill)
+      : context_(context), pen_(CreatePen(PS_SOLID, width, pen.GetRGB())), brush_(CreateSolidBrush(fill.GetRGB())),
+        formerPen_(SelectObject(context, pen_)), formerBrush_(SelectObject(context, brush_)) {}
+  Shape(Shape const &) = delete;
+  Shape & operator=(Shape const &) = delete;
+  ~Shape() {
+    SelectObject(context_, formerPen_);
+    SelectObject(context_, formerBrush_);
+    DeleteObject(pen_);
+    DeleteObject(brush_);
+  }
+
+private:
+  HDC context_;
+  HPEN pen_;
+  HBRUSH brush_;
+  HGDIOBJ formerPen_;
+  HGDIOBJ formerBrush_;
+};
+
+/// The same for the font of texts.
+class Letters {
+public:
+  Letters(HDC context, SV::Font const & font, char const * colour)
+      : context_(context), font_(font.CreateSystemFont()), former_(SelectObject(context, font_)) {
+    SetTextColor(context, getColorOfColorName(colour).GetRGB());
+    SetBkMode(context, TRANSPARENT);
+  }
+  Letters(Letters const &) = delete;
+  Letters & operator=(Letters const &) = delete;
+  ~Letters() {
+    SelectObject(context_, former_);
+    DeleteObject(font_);
+  }
+
+private:
+  HDC context_;
+  HFONT font_;
+  HGDIOBJ former_;
+};
 
 POINT systemPoint(Point const & point) { return {point.x, point.y}; }
 
@@ -51,8 +89,7 @@ public:
 
   void drawArrow(Arrow const & arrow) {
     SV::Color const colour = getColorOfColorName(arrow.leadsBack ? kArrowBack : kArrow);
-    device_.ChangePen(SV::Pen(colour, thickness_));
-    device_.ChangeFillInBrush(SV::Brush(colour));
+    Shape const shape(device_.GethDC(), colour, thickness_, colour);
     std::vector<POINT> points;
     std::transform(arrow.points.begin(), arrow.points.end(), std::back_inserter(points), systemPoint);
     drawHead(points[points.size() - 2], points.back());
@@ -61,14 +98,13 @@ public:
 
   void drawBox(Box const & box) {
     SV::Color const fill = getColorOfColorName(colourOf(box.kind));
-    device_.ChangePen(SV::Pen(mulColor(fill, 0.6), thickness_));
-    device_.ChangeFillInBrush(SV::Brush(fill));
+    Shape const shape(device_.GethDC(), mulColor(fill, 0.6), thickness_, fill);
     if (box.kind == NodeKind::Decision)
       drawDiamond(box.area);
     else
       drawRounded(box);
     for (TextLine const & line : box.lines) {
-      device_.ChangeFont(fontIn(font_, line.isDuration ? kFaint : kInk));
+      Letters const letters(device_.GethDC(), font_, line.isDuration ? kFaint : kInk);
       drawLine(device_, line);
     }
   }
@@ -127,7 +163,7 @@ void drawProcess(SV::OutputDevice & device, SV::Font const & font, Layout const 
   for (Box const & box : layout.boxes)
     if (touch(box.area, area))
       painter.drawBox(box);
-  device.ChangeFont(fontIn(font, kInk));
+  Letters const letters(device.GethDC(), font, kInk);
   for (TextLine const & label : layout.labels)
     if (touch(label.area, area))
       drawLine(device, label);
