@@ -1,7 +1,7 @@
 # What users get, and where it goes. Only what is shipped by name is installed.
 #
 #   bin/                    DLLs with the compiler's runtime, tools; .debug/ holds their debug symbols, where debuggers look
-#   bin/language/ID/        language packs, and words that are recognised in every language; bin/lang.ini lists the languages
+#   bin/language/ID/        language packs, and words that are recognised in every language; bin/lang.ini lists the languages, bin/agfx.zip holds the pictures
 #   include/kivara/         the public headers of the library and of the toolkit
 #   lib/, lib/cmake/kivara/ import libraries, kivara::main, the CMake package with the toolchain file
 #   share/doc/kivara/       pages, API pages (api/), sources of the samples (apps/), changes, and the notices of what others wrote

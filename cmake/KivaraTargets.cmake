@@ -59,15 +59,20 @@ function(kivara_program name)
   endif()
 endfunction()
 
-# kivara_test(NAME SOURCES file... [LINKS target...] [PROGRAMS target...] [PROPERTIES ctest property...]): a GoogleTest
-# program; each of its cases is a ctest case of its own, found when the tests run. PROGRAMS are the child programs that it starts.
+# kivara_test(NAME SOURCES file... [LINKS target...] [PROGRAMS target...] [PROPERTIES ctest property...] [OWN_DISPLAY monitors]):
+# a GoogleTest program; each of its cases is a ctest case of its own, found when the tests run. PROGRAMS are the child programs that it
+# starts. OWN_DISPLAY runs each case in a display and a prefix of its own, with 1 or 2 monitors; under Wine alone.
 function(kivara_test name)
-  cmake_parse_arguments(arg "" "" "SOURCES;LINKS;PROGRAMS;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(arg "" "OWN_DISPLAY" "SOURCES;LINKS;PROGRAMS;PROPERTIES" ${ARGN})
+  set(emulator ${KIVARA_EMULATOR})
+  if(arg_OWN_DISPLAY)
+    set(emulator ${PROJECT_SOURCE_DIR}/tests/support/in-own-display ${arg_OWN_DISPLAY})
+  endif()
   kivara_program(${name} CONSOLE SOURCES ${arg_SOURCES} LINKS ${arg_LINKS} kivara_test_support)
   if(arg_PROGRAMS)
     add_dependencies(${name} ${arg_PROGRAMS})
   endif()
-  set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${KIVARA_EMULATOR}")
+  set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${emulator}")
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300 ${arg_PROPERTIES})
 endfunction()
 

@@ -18,11 +18,12 @@ TEXT
 }
 
 verb_mutants() {
-  need_packages "${build_packages[@]}" "${run_packages[@]}" "${screenshot_packages[@]}" "${test_packages[@]}" "${mutants_packages[@]}"
+  need_packages "${build_packages[@]}" "${run_packages[@]}" "${screenshot_packages[@]}" "${test_packages[@]}" "${print_packages[@]}" "${mutants_packages[@]}"
   need_library_dependencies
   need_test_dependencies
   need_space "$root" 4000 "a copy of the checkout with its build"
   start_virtual_display
+  start_print_server
   need_prefix
   local system
   mapfile -t system < <(compiler_folders)

@@ -2,9 +2,10 @@
 # Debian packages, installed only when one is missing.
 
 build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest doxygen python3 openssl libclang1-14
-  libz-mingw-w64-dev)
+  libz-mingw-w64-dev librsvg2-bin)
 run_packages=(wine wine64 xvfb openbox fonts-wine fonts-liberation)
-test_packages=(winbind) # Wine runs its ntlm_auth for NTLM; the service in it is not needed
+# Wine runs ntlm_auth of winbind for NTLM, whose service is not needed; xrandr makes two monitors of a display.
+test_packages=(winbind x11-xserver-utils)
 screenshot_packages=(xdotool wmctrl imagemagick x11-utils)
 
 missing_packages() {

@@ -6,13 +6,17 @@ namespace controls {
 namespace {
 
 // All places are in units of dialogs, so that they grow with the font and the scale of the screen.
-constexpr SV::Size kArea = {290, 172};
+constexpr SV::Size kArea = {290, 200};
 constexpr long kMargin = 7;
 constexpr long kLabelTop = 38;
 constexpr long kFieldTop = 48;
 constexpr long kPadTop = 68;
-constexpr long kBoxesTop = 130;
-constexpr long kBottom = 151;
+constexpr long kYearStartLabelTop = 114;
+constexpr long kTimeTop = 143;
+constexpr long kBoxesTop = 158;
+constexpr long kBottom = 179;
+constexpr int kDayWidth = 32;
+constexpr int kMonthWidth = 58;
 constexpr SV::Size kButton = {60, 14};
 constexpr long kButtonStep = kButton.width + 4;
 
@@ -21,7 +25,8 @@ enum MenuItem : unsigned short { kLonger = 1, kShorter, kReset };
 } // namespace
 
 ControlsDialog::ControlsDialog()
-    : ModalDialog(nullptr), pad_(this, [this](SV::Point const & position) { menu_.Execute(position); }) {
+    : ModalDialog(nullptr), pad_(this, [this](SV::Point const & position) { menu_.Execute(position); }),
+      yearStart_(this, resource(Record::YearStart), kDayWidth, kMonthWidth) {
   SetText(text(Text::Title));
   ChangeOutputSizePixel(LogicToPixel(kArea, SV::MAP_APPFONT));
   makeTop();
@@ -76,7 +81,9 @@ void ControlsDialog::makeFields() {
   length_.ChangeCustomUnitText(text(Text::Days));
   place(length_, {lengthLeft, kFieldTop}, {83, 13});
   place(pad_, {departmentLeft, kPadTop}, {kArea.width - departmentLeft - kMargin, 40});
-  place(time_, {kMargin, 115}, {kArea.width - 2 * kMargin, 8});
+  yearStartLabel_.SetText(text(Text::YearStart));
+  place(yearStartLabel_, {kMargin, kYearStartLabelTop}, {93, 8});
+  place(time_, {kMargin, kTimeTop}, {kArea.width - 2 * kMargin, 8});
 }
 
 void ControlsDialog::makeBoxButtons() {
@@ -128,6 +135,8 @@ void ControlsDialog::reset() {
   phase_.SelectEntryPos(0);
   department_.SelectEntryPos(1);
   length_.SetValue(14);
+  yearStart_.SetMonth(3);
+  yearStart_.SetDay(1);
   time_.SetText(text(Text::OpenFor, SV::String(seconds_)));
 }
 

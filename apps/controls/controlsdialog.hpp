@@ -3,6 +3,7 @@
 /// The dialog with every control.
 
 #include "inputpad.hpp"
+#include "kivara.hpp"
 #include "sv/sv.hpp"
 
 #include <vector>
@@ -34,6 +35,8 @@ private:
   SV::FixedText lengthLabel_{this};
   SV::MetricField length_{this, SV::WB_BORDER | SV::WB_SPIN | SV::WB_SPIN_REPEAT | SV::WB_DIGITS_ONLY};
   InputPad pad_;
+  SV::FixedText yearStartLabel_{this};
+  KivDayMonthControl yearStart_; // its place is in the language packs
   SV::FixedText time_{this};
   SV::PushButton information_{this, SV::WB_GROUP};
   SV::PushButton question_{this};

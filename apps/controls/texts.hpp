@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The program's texts, by their numbers in its language packs.
+/// The program's texts and the places of its controls, by their numbers in its language packs.
 
 #include "kivara.hpp"
 #include "sv/resource.hpp"
@@ -35,13 +35,18 @@ enum class Text : unsigned long {
   HelpText,
   Reset,
   Longer,
-  Shorter
+  Shorter,
+  YearStart
 };
+
+enum class Record : unsigned long { YearStart = 50 };
 
 inline SV::String text(Text id) {
   return SV::Resource::LoadString(
       SV::ResId(0x2000000 | static_cast<unsigned long>(id), KivInternational::getNextResMgr()));
 }
+
+inline SV::ResId resource(Record id) { return {static_cast<unsigned long>(id), KivInternational::getNextResMgr()}; }
 
 /// A text in which \p value takes the place of "%s".
 inline SV::String text(Text id, SV::String const & value) {

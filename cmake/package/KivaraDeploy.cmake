@@ -27,7 +27,7 @@ function(kivara_copy_beside program file place)
 endfunction()
 
 # kivara_copy_dlls(PROGRAM [WITH target...] [FILES file...]): puts what the program loads into its folder whenever it is linked: the
-# DLLs that it links, the compiler's runtime, the library's language packs, and a lang.ini where it brings none. WITH names what it
+# DLLs that it links, the compiler's runtime, the library's language packs, and a lang.ini and agfx.zip where it brings none. WITH names what it
 # loads at run time, such as packs and DLLs of this project; FILES, counted from the folder of the project's file, keep their folders.
 function(kivara_copy_dlls program)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "WITH;FILES")

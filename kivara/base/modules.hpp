@@ -9,6 +9,7 @@ namespace kivara::modules {
 inline constexpr char kAapp[] = "aapp.cpp";
 inline constexpr char kAacceler[] = "aacceler.cpp";
 inline constexpr char kAcmdline[] = "acmdline.cpp";
+inline constexpr char kAdattime[] = "adattime.cpp"; ///< of the control for a day and a month
 inline constexpr char kAebox[] = "aebox.cpp";
 inline constexpr char kAevent[] = "aevent.cpp";
 inline constexpr char kAfileman[] = "afileman.cpp";

@@ -4,6 +4,7 @@
 #include "aevents.hpp"
 #include "ainter.hpp"
 #include "amlstr.hpp"
+#include "atheme_manager.hpp"
 #include "atrace.hpp"
 #include "frame/appfont.hpp"
 #include "frame/console.hpp"
@@ -85,7 +86,8 @@ bool KivApplicationInterface::_handleException(long code, unsigned long arg) {
 }
 
 void KivApplicationInterface::_onSystemSettingsChange(SV::SysChangeType type) {
-  // JOIN atheme: if (type == SV::SYSCHANGE_THEME) KivThemeManager::Instance().SysThemeChanged()
+  if (type == SV::SYSCHANGE_THEME)
+    KivThemeManager::SysThemeChanged();
   KivSystemSettingsChangedEvent(type).trigger();
 }
 

@@ -3,6 +3,7 @@
 #include "frame/arguments.hpp"
 #include "frame/lowmemory.hpp"
 #include "sv/application.hpp"
+#include "sv/printer.hpp"
 #include "sv/systembox.hpp"
 #include "tools/winapi.hpp"
 
@@ -10,7 +11,7 @@
 
 namespace {
 
-kivara::PrinterSwitches printerSwitches;
+SV::PrinterSwitches printerSwitches;
 
 int refuse(char const * text) {
   SV::ShowBoxOrLog(text, "Severe SV error", MB_OK | MB_ICONHAND);
@@ -23,6 +24,7 @@ int runApplicationObject(int argc, char ** argv) {
   if (!SV::InitSV(argc, argv))
     return refuse("Severe error: failed to init program (InitSV)!\n\nPlease contact your vendor!");
   printerSwitches = kivara::readPrinterSwitches(argc, argv);
+  SV::SetPrinterSwitches(printerSwitches);
   SV::GetpApp()->Main(argc, argv);
   SV::DeInitSV();
   return 0;

@@ -129,8 +129,8 @@ ArgumentBlock splitCommandLine(char const * line, unsigned codePage) {
   return {static_cast<int>(copied.wordCount()), words};
 }
 
-PrinterSwitches readPrinterSwitches(int argc, char const * const * argv) {
-  PrinterSwitches switches;
+SV::PrinterSwitches readPrinterSwitches(int argc, char const * const * argv) {
+  SV::PrinterSwitches switches;
   for (int i = 1; i < argc; ++i) {
     if (*argv[i] != '-' && *argv[i] != '/')
       continue;

@@ -2,6 +2,8 @@
 /// \file
 /// The words of a process's command line: splitting them, and the switches that the toolkit entry reads from them.
 
+#include "sv/printer.hpp"
+
 namespace kivara {
 
 /// argc and argv in one block from malloc: the array of words with a null after the last one, then the characters.
@@ -22,14 +24,7 @@ struct ArgumentBlock {
 /// \param codePage  of the line, so that both bytes of a double-byte character stay together; 0 is the system's
 ArgumentBlock splitCommandLine(char const * line, unsigned codePage = 0);
 
-/// The switches for printing.
-struct PrinterSwitches {
-  bool registryPrinters = false;
-  bool caseSensitivePrinters = false;
-  bool currentPrinting = true;
-};
-
-/// Reads the switches from the options among the words after the program; other words are ignored.
-PrinterSwitches readPrinterSwitches(int argc, char const * const * argv);
+/// Reads the switches for printers from the options among the words after the program; other words are ignored.
+SV::PrinterSwitches readPrinterSwitches(int argc, char const * const * argv);
 
 } // namespace kivara

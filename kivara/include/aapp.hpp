@@ -72,6 +72,16 @@ private:
   bool afterMain = false;
 };
 
+/// How the picture behind the MDI windows is laid out, see KivMDIApplication::getMDIClientImage. Any other number: neither
+/// picture nor background, only the line around the area.
+enum KivMDIClientMode : int {
+  KIV_MDI_CLIENT_COLOR = 0,   ///< no picture, the theme's colour alone
+  KIV_MDI_CLIENT_STRETCH = 1, ///< stretched to the area in both directions
+  KIV_MDI_CLIENT_COVER = 2,   ///< its middle, of a picture that covers the screen
+  KIV_MDI_CLIENT_CENTER = 3,  ///< in the middle of the theme's colour
+  KIV_MDI_CLIENT_TILE = 4     ///< side by side from the upper left corner
+};
+
 /// The frame of an MDI application. An executable derives one class from it and defines one static object of that
 /// class; the toolkit entry calls its Main.
 ///
@@ -105,9 +115,12 @@ public:
   /// Passes what _handleException does not settle on to the toolkit, which ends the process.
   void Exception(long code, unsigned long arg) override;
 
-  // JOIN aclient: bool MakeMDIClientImg(bool multiMonitor), for the derived class to call
-  // JOIN aclient: bool IsUserDefPaintMDIClient() override, which answers true
-  // JOIN aclient: void PaintMDIClient(HWND) override, which draws mdiClientBitmap as mdiClientImageMode says
+  /// True: the area behind the MDI windows is painted by PaintMDIClient.
+  bool IsUserDefPaintMDIClient() override;
+
+  /// Paints the whole area behind the MDI windows as the mode of the last call of MakeMDIClientImg says, in colours of the
+  /// current theme, and a line around it. A null window, or one without a client area, is left alone.
+  void PaintMDIClient(HWND hwnd) override;
 
   /// The program itself; the result is the exit code.
   virtual int runApplication() = 0;
@@ -115,8 +128,20 @@ public:
   /// Called before runApplication: 0 to go on; any other value skips it and becomes the exit code.
   virtual int prepareApplication() = 0;
 
-  /// The picture behind the MDI windows: fills the image and sets how it is laid out. False when there is no picture.
+  /// The picture behind the MDI windows, for MakeMDIClientImg. False when there is no picture.
+  /// \param image  empty; to be filled
+  /// \param mode   how it is laid out, see KivMDIClientMode; as it was, and kept even when the result is false
   virtual bool getMDIClientImage(SV::Image & image, int & mode) = 0;
+
+  /// Asks getMDIClientImage for the picture and keeps it for PaintMDIClient, cut to the size of the screen; with
+  /// KIV_MDI_CLIENT_COVER it is scaled first, so that it covers the screen. For the derived class, before its window is
+  /// shown and when the picture, the mode or the screen has changed: the library never calls it. The area is not painted
+  /// anew: see InvalidateMDIClient.
+  /// \param multiMonitor  false: the size is that of the main screen. True: the width is that of all screens less that of
+  ///                      the main one, so with one screen there is no picture; the height is the larger one
+  /// \return false when there is no picture, or when the kept one has the size of the screen already: it is then kept, also
+  ///         if the picture is another one now. The mode is taken all the same
+  bool MakeMDIClientImg(bool multiMonitor);
 
   bool isAppInitialized() const { return appInitialized; } ///< what the derived class set
 

@@ -35,7 +35,7 @@ KIV_API int Kiv_ToolkitEntry(HINSTANCE__ * instance, HINSTANCE__ * previous, cha
 /// exactly. Until the entry has run, the values are those of a line without such words.
 /// @{
 
-/// "registry-printers": printers are taken from the registry.
+/// "registry-printers": printers are taken from the registry; see SV::PrinterSwitches for the three.
 KIV_API bool Kiv_HasRegistryPrinters();
 /// "case-sensitive-printers": names of printers differ by their case.
 KIV_API bool Kiv_HasCaseSensitivePrinters();

@@ -6,6 +6,26 @@
 
 namespace kivara {
 
+/// Has the registry of the clean-up delete an object, and then clear the variable that points to it, so that nobody gets
+/// what has been deleted.
+/// \param object  a variable of static storage that holds an object from operator new
+template <class T> void deleteAtCleanUp(T *& object) {
+  class Forgetting : public KivCleanUpAction {
+  public:
+    explicit Forgetting(T *& variable) : variable_(variable) {}
+    bool execute() override {
+      variable_ = nullptr;
+      return true;
+    }
+
+  private:
+    T *& variable_;
+  };
+
+  KivCleanUp::Instance().AddAction(new KivSingletonDeleteAction<T>(object));
+  KivCleanUp::Instance().AddAction(new Forgetting(object));
+}
+
 /// One object that is made when it is first asked for and that the registry of the clean-up deletes. Whoever asks after
 /// that gets a new one, which the end of the process deletes. Meant for a variable of static storage: it has no
 /// destructor, since objects that are destroyed late may ask it. Main thread.
@@ -23,8 +43,7 @@ public:
   T & get() {
     if (object_ == nullptr) {
       object_ = new T;
-      KivCleanUp::Instance().AddAction(new KivSingletonDeleteAction<T>(object_));
-      KivCleanUp::Instance().AddAction(new Forgetting(object_));
+      deleteAtCleanUp(object_);
     }
     return *object_;
   }
@@ -33,19 +52,6 @@ public:
   T * existing() const { return object_; }
 
 private:
-  /// Comes right after the deletion, so that nobody gets what has been deleted.
-  class Forgetting : public KivCleanUpAction {
-  public:
-    explicit Forgetting(T *& object) : object_(object) {}
-    bool execute() override {
-      object_ = nullptr;
-      return true;
-    }
-
-  private:
-    T *& object_;
-  };
-
   T * object_ = nullptr;
 };
 

@@ -39,6 +39,10 @@ class Sandbox:
         walls = ["bwrap", "--die-with-parent", "--ro-bind", "/", "/", "--dev-bind", "/dev", "/dev",
                  "--bind", str(self.temporary), "/tmp", "--ro-bind", str(self.root), str(self.root),
                  "--ro-bind-try", "/tmp/.X11-unix", "/tmp/.X11-unix"]
+        printed = os.environ.get("KIVARA_PRINTED")  # the print server is beside it
+        if printed:
+            walls += ["--ro-bind", str(Path(printed).parent), str(Path(printed).parent)]
+            writable = (*writable, printed)
         for folder in (self.prefix, *writable):
             walls += ["--bind", str(folder), str(folder)]
         return [*walls, "--chdir", str(self.work), *limits, *words]

@@ -1,6 +1,7 @@
 // The sample of dialogs and controls, as its user has it.
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/pixels.hpp"
 #include "support/windows.hpp"
 #include "tools/winapi.hpp"
 
@@ -25,11 +26,11 @@ TEST(ControlsSample, ShowsEachKindOfControl) {
   ASSERT_NE(dialog, nullptr);
   std::map<std::string, int> const classes = classesIn(dialog);
   EXPECT_EQ(classes.at("Button"), 7);
-  EXPECT_EQ(classes.at("Static"), 6);
+  EXPECT_EQ(classes.at("Static"), 7);
   EXPECT_EQ(classes.at("ListBox"), 1);
-  EXPECT_EQ(classes.at("ComboBox"), 1);
-  EXPECT_EQ(classes.at("Edit"), 1);
-  EXPECT_EQ(classes.at("msctls_updown32"), 1);
+  EXPECT_EQ(classes.at("ComboBox"), 2);
+  EXPECT_EQ(classes.at("Edit"), 2);
+  EXPECT_EQ(classes.at("msctls_updown32"), 2);
   support::pressButton(dialog, IDOK);
   EXPECT_EQ(child.waitForEnd(), 0u);
 }
@@ -39,6 +40,65 @@ TEST(ControlsSample, SpeaksGermanToo) {
   HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = "Bedienelemente"});
   ASSERT_NE(dialog, nullptr);
   support::closeWindow(dialog);
+  EXPECT_EQ(child.waitForEnd(), 0u);
+}
+
+/// The last control of a class: that of the beginning of the year.
+HWND lastOf(HWND dialog, std::string const & className) {
+  HWND last = nullptr;
+  for (HWND const child : support::children(dialog))
+    if (support::windowClass(child) == className)
+      last = child;
+  return last;
+}
+
+/// What the list reports when the user selects an entry.
+void choose(HWND dialog, HWND list, WPARAM entry) {
+  SendMessageA(list, CB_SETCURSEL, entry, 0);
+  SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(list), CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+void expectYearStart(char const * option, char const * title, char const * april) {
+  support::ChildProcess child({.program = "controls", .arguments = option});
+  HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = title});
+  ASSERT_NE(dialog, nullptr);
+  HWND const day = lastOf(dialog, "Edit");
+  HWND const month = lastOf(dialog, "ComboBox");
+  EXPECT_EQ(support::windowText(day), "1.");
+  EXPECT_EQ(support::windowText(month), april);
+  choose(dialog, month, 1);
+  for (int step = 0; step < 40; ++step)
+    SendMessageA(day, WM_KEYDOWN, VK_UP, 1);
+  EXPECT_EQ(support::windowText(day), "28.") << "the days of February";
+  RECT const field = support::windowRectangle(day);
+  RECT const list = support::windowRectangle(month);
+  EXPECT_EQ(field.top, list.top);
+  EXPECT_LT(field.right, list.left) << "they do not lie on each other";
+  support::pressButton(dialog, IDOK);
+  EXPECT_EQ(child.waitForEnd(), 0u);
+}
+
+TEST(ControlsSample, AsksForADayAndAMonth) { expectYearStart("-lang2057", "Controls", "April"); }
+
+TEST(ControlsSample, AsksForADayAndAMonthInGerman) { expectYearStart("-lang1031", "Bedienelemente", "April"); }
+
+TEST(ControlsSample, FieldsKeepTheirButtonsWhenTheyGetAndLoseTheKeyboard) {
+  support::ChildProcess child({.program = "controls", .arguments = "-lang2057"});
+  HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = "Controls"});
+  ASSERT_NE(dialog, nullptr);
+  HWND const field = lastOf(dialog, "Edit");
+  HWND const spin = lastOf(dialog, "msctls_updown32");
+  ASSERT_EQ(GetParent(spin), field);
+  auto const shown = [&] { return support::readWindow(spin).colours(); };
+  ASSERT_TRUE(support::eventually([&] { return shown() > 1; }));
+  std::size_t const before = shown();
+  for (HWND const focused : {field, lastOf(dialog, "ComboBox")}) {
+    SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(focused), TRUE);
+    EXPECT_TRUE(support::eventually([&] { return shown() == before; }, 3)) << "only one colour is left";
+    Sleep(100); // drawn over later
+    EXPECT_EQ(shown(), before);
+  }
+  support::pressButton(dialog, IDOK);
   EXPECT_EQ(child.waitForEnd(), 0u);
 }
 

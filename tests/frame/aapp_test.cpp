@@ -4,6 +4,7 @@
 #include "aevents.hpp"
 #include "amlstr.hpp"
 #include "aplatfrm.hpp"
+#include "atheme_manager.hpp"
 #include "atrace.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
@@ -343,6 +344,24 @@ TEST(Application, TellsListenersOfEachChangeOfTheSystemsSettings) {
   for (int change = 1; change <= 6; ++change)
     application.SysChange(static_cast<SV::SysChangeType>(change));
   EXPECT_EQ(changes, (std::vector<int>{1, 2, 3, 4, 5, 6}));
+}
+
+TEST(Application, MakesTheImagesOfThemesAnewBeforeListenersHearOfAnotherLook) {
+  RecordingApplication application;
+  std::vector<bool> forgotten;
+  HBITMAP before = nullptr;
+  auto const image = [] { return KivThemeManager::Instance().GetCheckBoxIconImg(true).GetBitmap().GethBitmap(); };
+  Observer const observer(KIV_EVENT_SystemSettingsChanged, [&](KivEvent *) { forgotten.push_back(image() != before); });
+  application.onRun = [&] {
+    for (int change = 1; change <= 6; ++change) {
+      SV::Image const kept = KivThemeManager::Instance().GetCheckBoxIconImg(true);
+      before = kept.GetBitmap().GethBitmap();
+      application.SysChange(static_cast<SV::SysChangeType>(change));
+    }
+    return 0;
+  };
+  runMain(application);
+  EXPECT_EQ(forgotten, (std::vector<bool>{false, false, false, true, false, false}));
 }
 
 TEST(Application, WithoutAnObjectThereIsNeitherGUINorEnd) {

@@ -142,7 +142,7 @@ TEST(Split, AnswersAsTheRuntimesStartUpDoes) {
     EXPECT_EQ(support::runProgram({.program = "argv_rules", .arguments = line}).exitCode, 0u) << '[' << line << ']';
 }
 
-kivara::PrinterSwitches switches(Words const & words) {
+SV::PrinterSwitches switches(Words const & words) {
   std::vector<char const *> argv;
   for (std::string const & word : words)
     argv.push_back(word.c_str());
@@ -150,36 +150,35 @@ kivara::PrinterSwitches switches(Words const & words) {
 }
 
 TEST(PrinterSwitches, AreOffButForCurrentPrintingWithoutAWord) {
-  kivara::PrinterSwitches const found = switches({"p", "a"});
+  SV::PrinterSwitches const found = switches({"p", "a"});
   EXPECT_FALSE(found.registryPrinters);
   EXPECT_FALSE(found.caseSensitivePrinters);
   EXPECT_TRUE(found.currentPrinting);
 }
 
 TEST(PrinterSwitches, RegistryPrintersClearCurrentPrintingToo) {
-  kivara::PrinterSwitches const found = switches({"p", "-registry-printers"});
+  SV::PrinterSwitches const found = switches({"p", "-registry-printers"});
   EXPECT_TRUE(found.registryPrinters);
   EXPECT_FALSE(found.caseSensitivePrinters);
   EXPECT_FALSE(found.currentPrinting);
 }
 
 TEST(PrinterSwitches, CaseSensitivePrintersStandAlone) {
-  kivara::PrinterSwitches const found = switches({"p", "/case-sensitive-printers"});
+  SV::PrinterSwitches const found = switches({"p", "/case-sensitive-printers"});
   EXPECT_FALSE(found.registryPrinters);
   EXPECT_TRUE(found.caseSensitivePrinters);
   EXPECT_TRUE(found.currentPrinting);
 }
 
 TEST(PrinterSwitches, LegacyPrintingClearsCurrentPrintingAlone) {
-  kivara::PrinterSwitches const found = switches({"p", "/legacy-printing"});
+  SV::PrinterSwitches const found = switches({"p", "/legacy-printing"});
   EXPECT_FALSE(found.registryPrinters);
   EXPECT_FALSE(found.currentPrinting);
 }
 
 TEST(PrinterSwitches, AreReadFromExactOptionsBehindTheProgramOnly) {
-  kivara::PrinterSwitches const found =
-      switches({"-legacy-printing", "registry-printers", "-registry-printersx", "-Registry-Printers",
-                "--case-sensitive-printers", "-legacy", "", "-"});
+  SV::PrinterSwitches const found = switches({"-legacy-printing", "registry-printers", "-registry-printersx",
+                                              "-Registry-Printers", "--case-sensitive-printers", "-legacy", "", "-"});
   EXPECT_FALSE(found.registryPrinters);
   EXPECT_FALSE(found.caseSensitivePrinters);
   EXPECT_TRUE(found.currentPrinting);

@@ -91,6 +91,24 @@ class Dev(unittest.TestCase):
             self.assertEqual(model(*arguments), "")
         self.assertTrue((ROOT / "apps/modeler/models/order.txt").exists())
 
+    def TestsAloneWhatFailedBesideOthers(self):
+        def test(failures, alone):
+            """The end of a run in which so many tests fail, and then pass alone or not."""
+            with tempfile.TemporaryDirectory() as build:
+                log = Path(build) / "Testing/Temporary/LastTestsFailed.log"
+                log.parent.mkdir(parents=True)
+                script = (f"set -euo pipefail; root={ROOT}; source {ROOT}/scripts/common.sh; source {ROOT}/scripts/build.sh; "
+                          f"ready_for_tests() {{ :; }}; build_dir() {{ echo {build}; }}; "
+                          f"ctest() {{ case $* in *--rerun-failed*) return {alone};; esac; "
+                          f"seq {failures} | sed 's/.*/&:Test.&/' >{log}; (({failures} == 0)); }}; verb_test")
+                ended = subprocess.run(["bash", "-c", script], capture_output=True, text=True, check=False)
+                return ended.returncode, ended.stderr.splitlines()[-1]
+
+        self.assertEqual(test(0, alone=1), (0, "dev: testing (release)"))
+        self.assertEqual(test(2, alone=0), (0, "dev: PASSED ONLY ALONE: Test.1 Test.2"))
+        self.assertEqual(test(2, alone=8), (1, "dev: failed side by side with others, and tried alone now: Test.1 Test.2"))
+        self.assertEqual(test(6, alone=0), (1, "dev: testing (release)"))
+
     def SaysHowFarALongStepIs(self):
         with tempfile.NamedTemporaryFile() as log:
             script = (f"set -euo pipefail; root={ROOT}; source {ROOT}/scripts/common.sh; progress_every=1; "

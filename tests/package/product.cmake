@@ -28,7 +28,7 @@ function(expect_files folder)
 endfunction()
 
 # The same lies beside the program in the build and in the installation.
-set(beside data/prices.txt lang.ini language/1031/kivara72.dll language/1031/orders72.dll language/2057/kivara72.dll
+set(beside agfx.zip data/prices.txt lang.ini language/1031/kivara72.dll language/1031/orders72.dll language/2057/kivara72.dll
   language/2057/kivml.dll language/2057/orders72.dll)
 foreach(file IN LISTS beside)
   if(NOT EXISTS ${build}/${file})
@@ -37,7 +37,7 @@ foreach(file IN LISTS beside)
 endforeach()
 run_in(${source} works ${CMAKE_COMMAND} --install ${build} --prefix ${shipped})
 expect_files(${shipped}/bin .debug/orders.exe.debug ${beside})
-expect_files(${shipped}/share/doc/kivara notices/NOTICES.txt notices/gcc-runtime.txt notices/minizip.txt notices/openssl.txt notices/tre.txt
+expect_files(${shipped}/share/doc/kivara notices/NOTICES.txt notices/gcc-runtime.txt notices/libdwarf.txt notices/minizip.txt notices/openssl.txt notices/tre.txt
   notices/winpthreads.txt notices/zlib.txt)
 
 run_in(${source} works ${EMULATOR} ${shipped}/bin/orders.exe)

@@ -149,6 +149,8 @@ std::string ChildProcess::Stream::text(bool ended) const {
 ChildProcess::ChildProcess(ProgramStart const & start) : job_(makeJob()) {
   STARTUPINFOA startup{};
   startup.cb = sizeof(startup);
+  std::string desktop = start.desktop;
+  startup.lpDesktop = desktop.empty() ? nullptr : desktop.data();
   // A program that is given handles, even none, keeps them when it opens a console.
   startup.dwFlags = start.withoutStreams ? 0 : STARTF_USESTDHANDLES;
   std::vector<HANDLE> handedOn;

@@ -38,6 +38,8 @@ struct ProgramStart {
   std::string input = {};
   /// True: the three standard streams are closed instead of collected, as for a program started from the desktop.
   bool withoutStreams = false;
+  /// The window station and desktop that it runs on, "station\desktop"; empty: those of this process.
+  std::string desktop = {};
   /// Further flags for CreateProcess. The program has no console unless CREATE_NEW_CONSOLE is among them.
   unsigned long creationFlags = 0;
 };

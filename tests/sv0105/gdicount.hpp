@@ -5,6 +5,8 @@
 
 #include "support/import_hook.hpp"
 
+#include <initializer_list>
+
 namespace svtest {
 
 inline int & gdiObjects() {
@@ -36,6 +38,12 @@ inline HRGN WINAPI countRegion(RECT const * area) {
   return region;
 }
 
+inline HRGN WINAPI countPlainRegion(int left, int top, int right, int bottom) {
+  HRGN const region = CreateRectRgn(left, top, right, bottom);
+  gdiObjects() += region ? 1 : 0;
+  return region;
+}
+
 inline HBITMAP WINAPI countBitmap(HDC device, BITMAPINFO const * info, UINT use, void ** bits, HANDLE section,
                                   DWORD offset) {
   HBITMAP const bitmap = CreateDIBSection(device, info, use, bits, section, offset);
@@ -61,18 +69,20 @@ inline BOOL WINAPI countDeleted(HGDIOBJ object) {
   return deleted;
 }
 
-/// Begins to count; the count stays on for the rest of the process.
-inline void countGdiObjects() {
+/// Begins to count in these modules; the count stays on for the rest of the process.
+inline void countGdiObjects(std::initializer_list<char const *> modules = {"SV0105.dll"}) {
   gdiObjects() = 0;
-  support::replaceImports(GetModuleHandleA("SV0105.dll"), "GDI32.dll",
-                          {{"CreatePen", reinterpret_cast<void *>(countPen)},
-                           {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
-                           {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
-                           {"CreateRectRgnIndirect", reinterpret_cast<void *>(countRegion)},
-                           {"CreateDIBSection", reinterpret_cast<void *>(countBitmap)},
-                           {"CreateCompatibleDC", reinterpret_cast<void *>(countDevice)},
-                           {"DeleteDC", reinterpret_cast<void *>(countDeletedDevice)},
-                           {"DeleteObject", reinterpret_cast<void *>(countDeleted)}});
+  for (char const * const module : modules)
+    support::replaceImports(GetModuleHandleA(module), "GDI32.dll",
+                            {{"CreatePen", reinterpret_cast<void *>(countPen)},
+                             {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
+                             {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
+                             {"CreateRectRgnIndirect", reinterpret_cast<void *>(countRegion)},
+                             {"CreateRectRgn", reinterpret_cast<void *>(countPlainRegion)},
+                             {"CreateDIBSection", reinterpret_cast<void *>(countBitmap)},
+                             {"CreateCompatibleDC", reinterpret_cast<void *>(countDevice)},
+                             {"DeleteDC", reinterpret_cast<void *>(countDeletedDevice)},
+                             {"DeleteObject", reinterpret_cast<void *>(countDeleted)}});
 }
 
 } // namespace svtest

@@ -3,9 +3,11 @@
 #include "aappinfo.hpp"
 #include "aplatfrm.hpp"
 #include "aplugin.hpp"
+#include "aprint.hpp"
 #include "diagnostics/crash/report.hpp"
 #include "diagnostics/crash/times.hpp"
 #include "diagnostics/crash/windowsname.hpp"
+#include "sv/system.hpp"
 #include "tools/string.hpp"
 
 #include <cstdlib>
@@ -117,9 +119,9 @@ void writeEnvironment() {
 }
 
 void writePrinter() {
-  // JOIN aprint: the name and the driver of Kiv_GetPrinter(false)
-  write("  Printer: %s\r\n", "(NULL)");
-  write("  Printer driver: %s\r\n", "");
+  KivPrinter const * const printer = Kiv_GetPrinter(false);
+  write("  Printer: %s\r\n", printer != nullptr ? printer->GetName().c_str() : "(NULL)");
+  write("  Printer driver: %s\r\n", SV::System::GetPrinterDriverName().c_str());
 }
 
 constexpr void (*kSections[])() = {

@@ -14,7 +14,6 @@
 
 #include "tools/winnames.hpp"
 
-#undef GetUserName
 #undef GetMessage
 #undef MessageBox
 #undef LoadImage

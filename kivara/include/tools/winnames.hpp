@@ -4,5 +4,6 @@
 #define KIVARA_ENDS_WINDOWS_NAMES
 
 #undef DrawText
+#undef GetUserName
 #undef LoadLibrary
 #undef LoadString

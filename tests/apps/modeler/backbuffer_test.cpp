@@ -1,4 +1,4 @@
-#include "backbuffer.hpp"
+#include "windows/backbuffer.hpp"
 
 #include "support/pixels.hpp"
 

@@ -1,4 +1,4 @@
-#include "excerpt.hpp"
+#include "model/excerpt.hpp"
 
 #include <gtest/gtest.h>
 

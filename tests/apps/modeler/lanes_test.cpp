@@ -1,4 +1,4 @@
-#include "lanes.hpp"
+#include "model/lanes.hpp"
 
 #include <gtest/gtest.h>
 

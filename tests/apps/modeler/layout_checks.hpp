@@ -2,7 +2,7 @@
 /// \file
 /// What holds for every layout of a process model.
 
-#include "layout.hpp"
+#include "model/layout.hpp"
 
 #include <ostream>
 #include <string>

@@ -1,4 +1,4 @@
-#include "linecheck.hpp"
+#include "model/linecheck.hpp"
 
 #include "support/files.hpp"
 

@@ -1,4 +1,4 @@
-#include "modeltime.hpp"
+#include "model/modeltime.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "plugins.hpp"
+#include "background/plugins.hpp"
 
 #include "support/files.hpp"
 

@@ -1,4 +1,4 @@
-#include "scrolling.hpp"
+#include "windows/scrolling.hpp"
 
 #include "tools/winapi.hpp"
 

@@ -1,4 +1,4 @@
-#include "wrapping.hpp"
+#include "model/wrapping.hpp"
 
 #include <gtest/gtest.h>
 

@@ -45,6 +45,28 @@ TEST_F(MenuTest, HasItsItemsInOrderAlsoForTheSystem) {
   EXPECT_EQ(menu.GetItemPos(13), 2);
 }
 
+UINT systemState(Menu const & menu, UINT id) { return GetMenuState(menu.GetHMENU(), id, MF_BYCOMMAND); }
+
+TEST_F(MenuTest, MarksAndDisablesItemsWhichANewTextLeaves) {
+  PopupMenu menu;
+  menu.InsertItem(1, "One");
+  menu.InsertItem(2, "Two");
+  EXPECT_FALSE(menu.IsItemChecked(2));
+  EXPECT_TRUE(menu.IsItemEnabled(2));
+  EXPECT_TRUE(menu.CheckItem(2));
+  EXPECT_TRUE(menu.EnableItem(2, false));
+  menu.SetItemText(2, "Deux");
+  EXPECT_TRUE(menu.IsItemChecked(2));
+  EXPECT_FALSE(menu.IsItemEnabled(2));
+  EXPECT_EQ(systemState(menu, 2), UINT{MF_CHECKED | MF_GRAYED | MF_DISABLED});
+  EXPECT_EQ(systemState(menu, 1), 0u);
+  EXPECT_TRUE(menu.CheckItem(2, false));
+  EXPECT_TRUE(menu.EnableItem(2));
+  EXPECT_FALSE(menu.IsItemChecked(2));
+  EXPECT_TRUE(menu.IsItemEnabled(2));
+  EXPECT_EQ(systemState(menu, 2), 0u);
+}
+
 TEST_F(MenuTest, AnswersWithNothingForItemsThatItDoesNotHave) {
   PopupMenu menu;
   menu.InsertSeparator();
@@ -57,6 +79,10 @@ TEST_F(MenuTest, AnswersWithNothingForItemsThatItDoesNotHave) {
   EXPECT_EQ(menu.GetPopupMenu(6), nullptr);
   EXPECT_FALSE(menu.SetItemText(6, "x"));
   EXPECT_FALSE(menu.SetPopupMenu(6, nullptr));
+  EXPECT_FALSE(menu.CheckItem(6));
+  EXPECT_FALSE(menu.IsItemChecked(6));
+  EXPECT_FALSE(menu.EnableItem(6));
+  EXPECT_FALSE(menu.IsItemEnabled(6));
   EXPECT_FALSE(menu.RemoveItem(2));
   EXPECT_EQ(menu.GetItemCount(), 2);
 }

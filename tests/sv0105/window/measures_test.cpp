@@ -51,6 +51,67 @@ TEST_F(Measures, PointOfAControlIsFoundOnTheScreen) {
   ClientToScreen(button.GethWnd(), &expected);
   EXPECT_EQ(button.OutputToScreenPixel({5, 6}), (SV::Point{expected.x, expected.y}));
   EXPECT_GT(expected.x, 120);
+  EXPECT_EQ(button.ScreenToOutputPixel({expected.x, expected.y}), (SV::Point{5, 6}));
+  EXPECT_EQ(button.ScreenToOutputPixel({0, 0}), (SV::Point{5 - expected.x, 6 - expected.y}));
+  DestroyWindow(button.GethWnd());
+  EXPECT_EQ(button.ScreenToOutputPixel({5, 6}), (SV::Point{5, 6}));
+}
+
+/// Two windows, the second of which floats over the right half of the first; with controls in it.
+class WindowAtAPoint : public Measures {
+protected:
+  WindowAtAPoint() {
+    below.SetPosSizePixel({100, 100}, {400, 200});
+    above.SetPosSizePixel({300, 100}, {300, 200});
+    day.SetPosSizePixel({50, 50}, {100, 24});
+    label.SetPosSizePixel({50, 100}, {100, 24});
+    day.Show();
+    label.Show();
+    for (SV::Window * const window : {&below, &above}) {
+      window->Show();
+      SetWindowPos(window->GethWnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+  }
+
+  static SV::Window * at(SV::Window const & window, SV::Point const & point) {
+    return SV::Window::FindAt(window.OutputToScreenPixel(point));
+  }
+
+  SV::Window below{nullptr, SV::WB_TITLE};
+  SV::Window above{&below, SV::WB_TITLE};
+  SV::MetricField day{&above, 0x4C11};
+  SV::FixedText label{&above};
+};
+
+TEST_F(WindowAtAPoint, IsTheInnermostOfTheFrontOne) {
+  EXPECT_EQ(at(below, {10, 10}), &below);
+  EXPECT_EQ(at(above, {10, 10}), &above);
+  EXPECT_EQ(at(below, {250, 10}), &above) << "lies over it";
+  EXPECT_EQ(at(above, {60, 60}), &day);
+  EXPECT_EQ(at(day, {95, 5}), &day) << "its buttons are windows of the system";
+}
+
+TEST_F(WindowAtAPoint, IsTheOneThatTheMouseReaches) {
+  EXPECT_EQ(at(above, {60, 110}), &above) << "the mouse goes through a label";
+  day.Disable();
+  EXPECT_EQ(at(above, {60, 60}), &above);
+  day.Hide();
+  EXPECT_EQ(at(above, {60, 60}), &above);
+  above.Disable();
+  EXPECT_EQ(at(above, {60, 60}), nullptr) << "nor through it to the one below";
+  above.Hide();
+  EXPECT_EQ(at(below, {250, 10}), &below);
+  above.CaptureMouse();
+  EXPECT_EQ(at(below, {10, 10}), &below) << "whoever has captured the mouse";
+}
+
+TEST_F(WindowAtAPoint, IsNoneOutsideOfTheProgram) {
+  EXPECT_EQ(SV::Window::FindAt({-30000, -30000}), nullptr);
+  HWND const foreign = CreateWindowExA(WS_EX_TOPMOST, "STATIC", "", WS_POPUP | WS_VISIBLE | SS_NOTIFY, 100, 100, 50,
+                                       200, nullptr, nullptr, nullptr, nullptr);
+  SetWindowPos(foreign, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  EXPECT_EQ(SV::Window::FindAt({120, 200}), nullptr) << "no window of the toolkit";
+  DestroyWindow(foreign);
 }
 
 /// What a screen reader reads out for a window.

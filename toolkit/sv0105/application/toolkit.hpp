@@ -4,6 +4,7 @@
 
 #include "drawing/picturepool.hpp"
 #include "sv/application.hpp"
+#include "sv/printer.hpp"
 #include "sv/resource.hpp"
 #include "sv/sysdepen.hpp"
 #include "sv/timer.hpp"
@@ -45,6 +46,9 @@ struct Toolkit {
   HDC sourceDevice = nullptr; ///< see SourceDevice
   Size dialogCharacter;       ///< of the application font; 0 by 0 until it has been measured
   ResMgr * resManager = nullptr;
+
+  PrinterSwitches printers;
+  std::vector<Printer const *> livingPrinters; ///< oldest first
 
   int modalDepth = 0;                            ///< the number of nested modal dialogs
   std::vector<InsertedAccelerator> accelerators; ///< the last one inserted is at the end

@@ -36,6 +36,10 @@ ULONG_PTR keyAt(HMENU menu, int position) {
   return GetMenuItemInfoA(menu, static_cast<UINT>(position), TRUE, &info) ? info.dwItemData : 0;
 }
 
+UINT systemState(bool isChecked, bool isEnabled) {
+  return static_cast<UINT>((isChecked ? MFS_CHECKED : MFS_UNCHECKED) | (isEnabled ? MFS_ENABLED : MFS_DISABLED));
+}
+
 unsigned long nextKey() {
   static unsigned long key = 0;
   return ++key;
@@ -118,6 +122,34 @@ bool Menu::SetItemText(unsigned short id, String const & text) {
   return true;
 }
 
+bool Menu::CheckItem(unsigned short id, bool isChecked) { return setState(id, &Item::isChecked, isChecked); }
+
+bool Menu::IsItemChecked(unsigned short id) const {
+  Item const * const item = find(id);
+  return item && item->isChecked;
+}
+
+bool Menu::EnableItem(unsigned short id, bool isEnabled) { return setState(id, &Item::isEnabled, isEnabled); }
+
+bool Menu::IsItemEnabled(unsigned short id) const {
+  Item const * const item = find(id);
+  return item && item->isEnabled;
+}
+
+bool Menu::setState(unsigned short id, bool Item::*state, bool isOn) {
+  unsigned short const position = GetItemPos(id);
+  if (position == MENU_ITEM_NOT_FOUND)
+    return false;
+  items_[position].*state = isOn;
+  MENUITEMINFOA info = {};
+  info.cbSize = sizeof info;
+  info.fMask = MIIM_STATE;
+  info.fState = systemState(items_[position].isChecked, items_[position].isEnabled);
+  SetMenuItemInfoA(handle_, static_cast<UINT>(systemPosition(items_[position].key)), TRUE, &info);
+  Changed();
+  return true;
+}
+
 bool Menu::SetPopupMenu(unsigned short id, PopupMenu * popup) {
   unsigned short const position = GetItemPos(id);
   if (position == MENU_ITEM_NOT_FOUND || (popup && hangsBelow(*popup)))
@@ -152,9 +184,10 @@ void Menu::insertIntoSystem(std::size_t index) {
   text.makeUnique();
   MENUITEMINFOA info = {};
   info.cbSize = sizeof info;
-  info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_DATA | MIIM_SUBMENU;
+  info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_DATA | MIIM_SUBMENU | MIIM_STATE;
   info.fType = item.id == 0 ? MFT_SEPARATOR : MFT_STRING;
   info.wID = item.id;
+  info.fState = systemState(item.isChecked, item.isEnabled);
   info.dwItemData = item.key;
   info.hSubMenu = item.popup ? item.popup->handle_ : nullptr;
   if (item.id != 0) {

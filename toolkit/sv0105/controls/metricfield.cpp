@@ -197,6 +197,8 @@ long long MetricField::HandleMessage(unsigned message, unsigned long long wParam
     placeSpin();
   else if (message == WM_ENABLE && spin_)
     EnableWindow(spin_, static_cast<BOOL>(wParam));
+  else if (message == WM_PAINT && spin_)
+    InvalidateRect(spin_, nullptr, FALSE); // a field in a visual style is drawn over the windows in it
   return result;
 }
 

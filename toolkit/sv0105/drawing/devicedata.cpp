@@ -4,6 +4,16 @@
 
 namespace SV::detail {
 
+namespace {
+
+/// Whether the system would make the same font of both: colours are not part of it.
+bool isSameFont(Font const & a, Font const & b) {
+  return a.GetSize() == b.GetSize() && a.GetWeight() == b.GetWeight() && a.GetCharSet() == b.GetCharSet() &&
+         a.GetPitch() == b.GetPitch() && a.GetName() == b.GetName();
+}
+
+} // namespace
+
 void DeviceData::open(HDC context) {
   context_ = context;
   saved_ = SaveDC(context);
@@ -96,10 +106,13 @@ void DeviceData::selectFont(Size const & size) {
   Font const & font = state_.font;
   Font scaled = font;
   scaled.ChangeSize(size);
-  HFONT const former = std::exchange(font_, scaled.CreateSystemFont());
-  SelectObject(context_, font_ ? font_ : GetStockObject(SYSTEM_FONT));
-  if (former)
-    DeleteObject(former);
+  if (!font_ || !isSameFont(scaled, made_)) {
+    HFONT const former = std::exchange(font_, scaled.CreateSystemFont());
+    SelectObject(context_, font_ ? font_ : GetStockObject(SYSTEM_FONT));
+    if (former)
+      DeleteObject(former);
+    made_ = scaled;
+  }
   SetTextColor(context_, font.GetColor().GetRGB());
   SetBkColor(context_, font.GetFillColor().GetRGB());
   SetBkMode(context_, font.IsTransparent() ? TRANSPARENT : OPAQUE);

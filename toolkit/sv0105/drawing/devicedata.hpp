@@ -78,6 +78,7 @@ private:
   int saved_ = 0;
   HPEN pen_ = nullptr;
   HFONT font_ = nullptr;
+  Font made_;         ///< what it was made from; it stays selected until another one is needed
   Region ownersClip_; ///< in which the context was found; known once there has been a limit of ours
   bool ownersClipKnown_ = false;
   bool penIn_ = false;

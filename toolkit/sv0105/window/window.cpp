@@ -258,13 +258,6 @@ long long Window::HandleMessage(unsigned message, unsigned long long wParam, lon
   return DefaultProcedure(message, wParam, lParam);
 }
 
-Point Window::OutputToScreenPixel(Point const & point) const {
-  POINT onScreen = {point.x, point.y};
-  if (hwnd_)
-    ClientToScreen(hwnd_, &onScreen);
-  return {onScreen.x, onScreen.y};
-}
-
 long long Window::DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) {
   if (controlProcedure_)
     return CallWindowProcA(controlProcedure_, hwnd_, message, wParam, lParam);

@@ -2,6 +2,7 @@
 
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
+#include "window/handlemap.hpp"
 
 #include <utility>
 
@@ -41,6 +42,28 @@ bool Window::fillBackground(HDC device) const {
   SetDCBrushColor(device, background_.GetColor().GetRGB());
   FillRect(device, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
   return true;
+}
+
+Point Window::OutputToScreenPixel(Point const & point) const {
+  POINT onScreen = {point.x, point.y};
+  if (hwnd_)
+    ClientToScreen(hwnd_, &onScreen);
+  return {onScreen.x, onScreen.y};
+}
+
+Point Window::ScreenToOutputPixel(Point const & point) const {
+  POINT inside = {point.x, point.y};
+  if (hwnd_)
+    ScreenToClient(hwnd_, &inside);
+  return {inside.x, inside.y};
+}
+
+Window * Window::FindAt(Point const & onScreen) {
+  // The system passes over a disabled child by itself, but not over a disabled window of the desktop.
+  for (HWND each = WindowFromPoint({onScreen.x, onScreen.y}); each; each = GetAncestor(each, GA_PARENT))
+    if (Window * const window = detail::windowOf(each))
+      return IsWindowEnabled(each) ? window : nullptr;
+  return nullptr;
 }
 
 unsigned long Window::ChangeHelpId(unsigned long id) { return std::exchange(helpId_, id); }

@@ -58,6 +58,14 @@ public:
   String GetItemText(unsigned short id) const;
   bool SetItemText(unsigned short id, String const & text);
 
+  /// The mark beside a text, which says that something is on or chosen. Items come without one.
+  bool CheckItem(unsigned short id, bool isChecked = true);
+  bool IsItemChecked(unsigned short id) const;
+
+  /// A disabled item is gray and cannot be chosen. Items come enabled.
+  bool EnableItem(unsigned short id, bool isEnabled = true);
+  bool IsItemEnabled(unsigned short id) const;
+
   /// Hangs a menu under an item; null takes it away. A menu hangs in one place: it leaves its former one. False also
   /// when it would hang below itself.
   bool SetPopupMenu(unsigned short id, PopupMenu * popup);
@@ -83,6 +91,8 @@ private:
     unsigned short id;
     String text;
     PopupMenu * popup;
+    bool isChecked = false;
+    bool isEnabled = true;
   };
 
   void insert(Item const & item, unsigned short position);
@@ -91,6 +101,7 @@ private:
   void removeForeignItems();
   int systemPosition(unsigned long key) const;
   Item const * find(unsigned short id) const;
+  bool setState(unsigned short id, bool Item::*state, bool isOn);
   friend class PopupMenu;
 
   bool hangsBelow(Menu const & menu) const;

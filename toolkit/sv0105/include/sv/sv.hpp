@@ -30,6 +30,7 @@
 #include "sv/metricfield.hpp"
 #include "sv/outputdevice.hpp"
 #include "sv/pen.hpp"
+#include "sv/printer.hpp"
 #include "sv/region.hpp"
 #include "sv/resource.hpp"
 #include "sv/sysdepen.hpp"

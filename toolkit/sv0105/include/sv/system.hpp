@@ -4,6 +4,7 @@
 
 #include "sv/export.hpp"
 #include "sv/geometry.hpp"
+#include "tools/string.hpp"
 
 namespace SV {
 
@@ -15,6 +16,10 @@ public:
 
   /// Of the smallest rectangle around all screens.
   static Size GetVirtualScreenSizePixel();
+
+  /// The driver of the Printer that was made last and still lives; empty when none does. The system is not asked, so that the
+  /// report of a crash can name it. Main thread.
+  static String GetPrinterDriverName();
 };
 
 } // namespace SV

@@ -126,8 +126,13 @@ public:
   Size GetOutputSizePixel() const override;
   void ChangeOutputSizePixel(Size const & size);
 
-  /// A point of the client area, counted on the screen.
+  /// A point of the client area, counted on the screen, and the other way round. As it is when there is no system window.
   Point OutputToScreenPixel(Point const & point) const;
+  Point ScreenToOutputPixel(Point const & point) const;
+
+  /// The innermost of the program's windows that the mouse would reach at a point of the screen, also while another one
+  /// has captured it. Null over all that is not this program's.
+  static Window * FindAt(Point const & onScreen);
 
   /// The font that Paint begins with: the application's until one is set here. The change gives the former one, and has
   /// the window painted anew; the font that it draws with at the moment is changed by OutputDevice::ChangeFont.

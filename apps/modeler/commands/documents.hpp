@@ -1,0 +1,51 @@
+#pragma once
+/// \file
+/// The models that are open, and what is done with their files.
+
+#include "background/journal.hpp"
+#include "commands/command.hpp"
+#include "windows/processwindow.hpp"
+
+#include <memory>
+
+namespace modeler {
+
+class Documents {
+public:
+  /// \param frame, journal  outlive it
+  Documents(SV::MDIFrame & frame, Journal & journal) : frame_(frame), journal_(journal) {}
+
+  /// Opening and saving.
+  Commands GetCommands();
+
+  /// Shows the process model of a file in a window of its own; says so where that cannot be done.
+  void Open(SV::String const & fileName);
+
+  /// Writes the model in front to a file; asks before it overwrites one, and says so where that cannot be done.
+  void Save(SV::String const & fileName);
+
+  /// The window of the model in front; null when another window is, or none.
+  ProcessWindow * GetFront() const;
+
+  /// The file that was opened last; empty before.
+  SV::String const & GetLastFile() const { return lastFile_; }
+
+  /// Called when another model may be in front; null for nobody.
+  void ChangeFrontHdl(std::function<void()> handler) { frontChanged_ = std::move(handler); }
+
+  /// To be called when the language has changed.
+  void Retext();
+
+private:
+  void show(ProcessModel const & model);
+  bool mayWrite(SV::String const & fileName);
+  void sayError(SV::String const & message);
+
+  SV::MDIFrame & frame_;
+  Journal & journal_;
+  SV::String lastFile_;
+  std::function<void()> frontChanged_;
+  ISequence<std::unique_ptr<ProcessWindow>> windows_;
+};
+
+} // namespace modeler

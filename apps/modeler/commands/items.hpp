@@ -1,0 +1,40 @@
+#pragma once
+/// \file
+/// The identifiers of the menus and their items.
+
+namespace modeler {
+
+enum Item : unsigned short {
+  MENU_FILE = 1,
+  MENU_WINDOW = 2,
+  MENU_HELP = 3,
+  MENU_RAISE = 4,
+  MENU_LANGUAGE = 5,
+  MENU_PLUGINS = 6,
+  MENU_VIEW = 7,
+  FILE_EXIT = 101,
+  FILE_OPEN_MODEL = 102, ///< FILE_OPEN is a macro of the platform
+  FILE_OPEN_SAMPLE = 103,
+  FILE_SAVE_AS = 104,
+  WINDOW_MINIMISE = 121,
+  FILE_TRIAL_RUN = 122,
+  WINDOW_START = 201,
+  WINDOW_CASCADE = 202,
+  WINDOW_TILE = 203,
+  WINDOW_EVENTS = 204,
+  HELP_ABOUT = 301,
+  RAISE_USER = 401,
+  RAISE_USER_GROUP = 402,
+  LANGUAGE_FIRST = 501, ///< one for each installed language, in the order of the list
+  VIEW_TOOLBAR = 601,
+  VIEW_OUTLINE = 602,
+  VIEW_NOTES = 603,
+  VIEW_STATUSBAR = 604,
+  VIEW_STYLES = 605,
+  VIEW_NEXT = 606,
+  VIEW_CLASSIC = 607, ///< the themes, in the order of the library
+  VIEW_MODERN = 608,
+  PLUGIN_FIRST = 1001 ///< one for each command of a script plug-in
+};
+
+} // namespace modeler

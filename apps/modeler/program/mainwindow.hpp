@@ -1,0 +1,55 @@
+#pragma once
+/// \file
+/// The main window with its menus and documents.
+
+#include "background/journal.hpp"
+#include "commands/documents.hpp"
+#include "commands/menus.hpp"
+#include "commands/plugincommands.hpp"
+#include "commands/traycommands.hpp"
+#include "program/parts.hpp"
+#include "windows/eventswindow.hpp"
+#include "windows/factswindow.hpp"
+
+#include "sv/mdi.hpp"
+
+#include <memory>
+
+namespace modeler {
+
+/// It brings the parts of the program together: each part has its commands, the window puts them into the menus.
+class MainWindow : public SV::MDIFrame {
+public:
+  /// \param events, journal, plugins, settings  outlive the window
+  MainWindow(EventLog & events, Journal & journal, Plugins const & plugins, Settings const & settings);
+  ~MainWindow() override;
+
+  Documents & GetDocuments() { return documents_; }
+
+  void Resize(SV::Size const & size) override;
+
+protected:
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override;
+  long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam) override;
+
+private:
+  ISequence<ToolButton> toolButtons();
+  Commands raiseCommands() const;
+  Commands windowCommands();
+  void showFacts();
+  void showEvents();
+  void showAbout();
+  void retext();
+
+  EventLog & eventLog_;
+  Plugins const & plugins_;
+  Menus menus_;
+  Documents documents_;
+  std::unique_ptr<Parts> parts_;
+  PluginCommands pluginCommands_;
+  TrayCommands trayCommands_;
+  std::unique_ptr<FactsWindow> facts_;
+  std::unique_ptr<EventsWindow> events_;
+};
+
+} // namespace modeler

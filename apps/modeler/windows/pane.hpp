@@ -1,0 +1,67 @@
+#pragma once
+/// \file
+/// A pane beside the documents: a caption with a button to close it, and lines of text below.
+
+#include "windows/themedwindow.hpp"
+
+#include <functional>
+
+namespace modeler {
+
+/// The caption shows whether the pane has the keyboard. Lines that have no room are scrolled to by the wheel and the arrow keys;
+/// Escape leaves the pane.
+class Pane : public ThemedWindow {
+public:
+  struct Line {
+    SV::String text;
+    ISequence<SV::Image const *> images = {}; ///< before the text, from the left
+    long depth = 0;                           ///< how far to the right
+  };
+
+  struct Handlers {
+    std::function<void()> close; ///< the button has been pressed
+    std::function<void()> leave; ///< the keyboard belongs to the documents again
+  };
+
+  /// The caption's height, whatever the scale of the screen: the library draws its text and its button in one size.
+  static constexpr long kCaption = 20;
+
+  Pane(SV::Window & frame, std::function<SV::String()> title, Handlers handlers);
+
+  void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
+  void MouseMove(SV::MouseEvent const & event) override;
+  void MouseButtonDown(SV::MouseEvent const & event) override;
+  void MouseButtonUp(SV::MouseEvent const & event) override;
+  bool MouseWheel(SV::MouseEvent const & event) override;
+  void CaptureLost() override;
+  bool KeyInput(SV::KeyEvent const & event) override;
+  void GotFocus() override;
+  void LostFocus() override;
+
+protected:
+  virtual ISequence<Line> lines() const = 0;
+
+  /// The room for a line of text, in pixels.
+  long lineWidth() const;
+
+  /// The user has clicked on a line.
+  virtual void PressLine(std::size_t) {}
+  void MouseLeft() override;
+
+private:
+  SV::Rectangle caption() const;
+  SV::Rectangle closeButton() const;
+  void paintCaption();
+  void paintLines(SV::OutputDevice & device);
+  void scroll(long lines);
+  void setHot(bool isHot);
+
+  std::function<SV::String()> title_;
+  Handlers handlers_;
+  long first_ = 0; ///< the line at the top
+  bool isActive_ = false;
+  bool isHot_ = false;
+  bool isPressed_ = false;
+};
+
+} // namespace modeler

@@ -1,0 +1,106 @@
+#pragma once
+/// \file
+/// Printing: the printer of the process, and TextPrinter, which prints lines of text on it.
+///
+/// \code
+///   TextPrinter report("Report");
+///   if (!report.Start())
+///     return false; // there is no printer, or it refuses
+///   report.PrintHeader("Report");
+///   report.PrintLine("All is well.");
+///   report.End();
+/// \endcode
+///
+/// All of it is for the main thread.
+
+#include "export.hpp"
+#include "sv/printer.hpp"
+#include "tools/string.hpp"
+
+/// A printer that remembers two sizes of its page.
+class KIV_API KivPrinter : public SV::Printer {
+public:
+  /// The user's default printer.
+  /// \throws std::runtime_error when there is none, or it cannot be drawn on
+  KivPrinter();
+  /// \param printerName  the printer's name; how it is compared is told at SV::PrinterSwitches
+  /// \throws std::runtime_error when there is no such printer, or it cannot be drawn on
+  explicit KivPrinter(SV::String const & printerName);
+  ~KivPrinter() override;
+
+  /// While the paper lies in portrait, (0, 0). Otherwise the size of the page in pixels as it is at the first call, in landscape
+  /// therefore; later calls return it again, in portrait too.
+  SV::Size GetPortraitOutputSizePixel();
+  /// While the paper does not lie in landscape, (0, 0). Otherwise the size of the page in pixels as it is at the first call; later
+  /// calls return it again, in portrait too.
+  SV::Size GetLandscapeOutputSizePixel();
+
+private:
+  SV::Size portraitSize;
+  SV::Size landscapeSize;
+};
+
+/// The printer of the process, which stays the library's. With \p create, one that was taken away from the system is deleted,
+/// and if there is none then, one is made: the printer of KivCmdline::getPrinterName, or the default printer if that is empty.
+/// If it cannot be made, no later call tries again.
+/// \param create  false: the printer as it is, without a look at whether it can still be used
+/// \return null when there is none
+KIV_API KivPrinter * Kiv_GetPrinter(bool create);
+
+/// Deletes the printer of the process and takes this one, which the library then owns; null for none. The printer that it is
+/// already stays. A job on the former printer is cancelled.
+KIV_API void Kiv_ReplacePrinter(KivPrinter * printer);
+
+/// Deletes the printer of the process. The next Kiv_GetPrinter(true) makes one again.
+KIV_API void Kiv_DeletePrinter();
+
+/// Prints lines of text on the printer of the process, in Courier New of 4 mm, each indented by four spaces. Lines that are too long
+/// are wrapped at spaces, words that are too long at the edge of the page. A page ends two lines before it would be full.
+///
+/// Where there is no printer, all operations do nothing. One object prints at a time.
+class KIV_API TextPrinter {
+public:
+  /// \param jobName  what the printer's queue shows
+  explicit TextPrinter(SV::String const & jobName);
+  TextPrinter(TextPrinter const &) = delete;
+  TextPrinter & operator=(TextPrinter const &) = delete;
+  /// Ends a job that is running.
+  ~TextPrinter();
+
+  /// Begins the job and its first page, on Kiv_GetPrinter(true). If the job is running, nothing happens.
+  /// \return false, and nothing has begun, when there is no printer or it refuses
+  bool Start();
+  /// Prints what has been collected, as NewLine does, and hands the job to the printer.
+  void End();
+
+  /// Adds to the line that is being collected, without the carriage returns.
+  void Print(SV::String const & text);
+  /// The same, and then NewLine.
+  void PrintLine(SV::String const & text);
+  /// Adds GetHeader(title).
+  void PrintHeader(SV::String const & title);
+  /// Prints the line that has been collected; it is several if it has line feeds. With nothing collected, a line stays empty.
+  void NewLine();
+
+  /// The title, the user's name, the date with four digits for the year and the time with seconds, in the formats of the
+  /// application, with spaces between them and two line feeds at the end.
+  static SV::String GetHeader(SV::String const & title);
+
+  /// The name that headers show; empty at first.
+  static void SetUserName(SV::String const & name);
+  static SV::String const & GetUserName();
+
+private:
+  bool beginJob(KivPrinter & printer);
+  void layOut(KivPrinter & printer);
+  void printPiece(KivPrinter & printer, char const * piece, std::int32_t length);
+  void drawLine(KivPrinter & printer, SV::String const & line);
+  void countLine(KivPrinter & printer);
+
+  SV::String jobName;
+  bool started = false;
+  unsigned int currentLine = 0;
+  SV::String pending;
+  int lineHeight = 0;
+  int linesPerPage = 0;
+};

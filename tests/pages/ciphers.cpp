@@ -1,0 +1,7 @@
+#include "kivara.hpp"
+
+int fail(int reason);
+
+int hides() {
+  //[[1]]
+}

@@ -1,0 +1,5 @@
+#include "kivara.hpp"
+
+void mixes() {
+  //[[1]]
+}

@@ -1,0 +1,6 @@
+#include "kivara.hpp"
+
+void aTemporaryFile() {
+  //[[1]]
+  //[[2]]
+}

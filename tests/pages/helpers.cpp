@@ -1,0 +1,5 @@
+#include "kivara.hpp"
+
+void reads(double total, SV::String out) {
+  //[[1]]
+}

@@ -1,0 +1,7 @@
+#include "kivara.hpp"
+
+void askForTheDayFirst();
+
+void facts() {
+  //[[1]]
+}

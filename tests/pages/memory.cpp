@@ -1,0 +1,7 @@
+#include "kivara.hpp"
+
+void paint(void * row);
+
+void blocks(std::size_t width) {
+  //[[1]]
+}

@@ -1,0 +1,8 @@
+#include "kivara.hpp"
+
+class Frame : public SV::Window {
+  void readAgain();
+  void read() {
+    //[[1]]
+  }
+};

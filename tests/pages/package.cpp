@@ -1,0 +1,3 @@
+#include "kivara.hpp"
+
+//[[1]]

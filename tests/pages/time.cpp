@@ -1,0 +1,5 @@
+#include "kivara.hpp"
+
+void durations() {
+  //[[1]]
+}

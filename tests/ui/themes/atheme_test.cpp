@@ -1,0 +1,97 @@
+// What the themes draw, pixel by pixel beside a model.
+
+#include "atheme.hpp"
+
+#include "ui/themes/themetest.hpp"
+
+namespace {
+
+using namespace themetest;
+
+INSTANTIATE_TEST_SUITE_P(Themes, ThemeDrawing, allCases(), caseName);
+
+TEST_P(ThemeDrawing, HasTheColoursOfItsPalette) {
+  for (long index = -2; index < 15; ++index)
+    EXPECT_TRUE(alike(quadOf(static_cast<COLORREF>(theme.GetColor(index).GetRGB())),
+                      quadOf(model.color(static_cast<int>(index)))))
+        << index << std::hex << ' ' << theme.GetColor(index).GetRGB();
+}
+
+TEST_P(ThemeDrawing, DrawsCaptionsAndFrames) {
+  for (int part = -1; part <= 11; ++part)
+    for (SV::Rectangle const & area : areas())
+      compare(
+          "part " + std::to_string(part) + ", " + describe(area),
+          [&] { theme.Draw(window, static_cast<KivThemeClass>(part), area); },
+          [&] { model.caption(part, area.ToSystem()); });
+}
+
+TEST_P(ThemeDrawing, DrawsTextsOfCaptions) {
+  for (int part = -1; part <= 10; ++part)
+    for (char const * const text :
+         {"", "i", "Properties", "A long title of a pane that has quite some room \xE4\xF6\xFC"})
+      for (SV::Rectangle const & area : areas())
+        compare(
+            "part " + std::to_string(part) + ", " + text + ", " + describe(area),
+            [&] { theme.DrawText(window, static_cast<KivThemeClass>(part), area, text); },
+            [&] { model.text(part, area.ToSystem(), text); });
+}
+
+TEST_P(ThemeDrawing, CutsTextsWhereTheyStopToFit) {
+  std::string const text = "A long title";
+  for (long width = 1; width < 110; ++width) {
+    SV::Rectangle const area({10, 9}, {width, 18});
+    compare(
+        describe(area), [&] { theme.DrawText(window, CaptionActive, area, text.c_str()); },
+        [&] { model.text(CaptionActive, area.ToSystem(), text); });
+  }
+}
+
+TEST_P(ThemeDrawing, DrawsCloseButtons) {
+  for (int part = -1; part <= 10; ++part)
+    for (bool const hot : {false, true})
+      for (bool const pressed : {false, true})
+        for (SV::Rectangle const & area : areas())
+          compare(
+              "part " + std::to_string(part) + (hot ? ", hot, " : ", ") + (pressed ? "pressed, " : "") + describe(area),
+              [&] { theme.DrawCloseButton(window, static_cast<KivThemeClass>(part), area, hot, pressed); },
+              [&] { model.closeButton(part, area.ToSystem(), hot, pressed); });
+}
+
+TEST_P(ThemeDrawing, DrawsBackgroundsOfMenus) {
+  compare(
+      "menu", [&] { theme.DrawMenuBackground(window); }, [&] { model.menu(); });
+}
+
+TEST_P(ThemeDrawing, DrawsBackgroundsOfToolbars) {
+  for (bool const vertical : {false, true})
+    for (SV::Rectangle const & area : areas())
+      compare((vertical ? "vertical, " : "") + describe(area),
+              [&] { theme.DrawToolbarBackground(window, vertical, area); },
+              [&] { model.toolbar(vertical, area.ToSystem()); });
+}
+
+TEST_P(ThemeDrawing, DrawsBackgroundsOfStatusBars) {
+  for (SV::Rectangle const & area : areas())
+    compare(
+        describe(area), [&] { theme.DrawStatusBarBackground(window, area); },
+        [&] { model.statusBar(area.ToSystem()); });
+}
+
+TEST_P(ThemeDrawing, DrawsButtonsOfToolbars) {
+  for (bool const enabled : {true, false}) {
+    window.SetEnabled(enabled);
+    for (int look = 0; look < 16; ++look)
+      for (SV::Rectangle const & area : areas()) {
+        ButtonLook const state = {(look & 1) != 0, (look & 2) != 0, (look & 4) != 0, (look & 8) != 0};
+        compare(
+            std::to_string(look) + (enabled ? ", " : ", disabled, ") + describe(area),
+            [&] {
+              theme.DrawToolbarButton(window, window, area, state.checked, state.hot, state.pressed, state.white);
+            },
+            [&] { model.button(area.ToSystem(), state, enabled); });
+      }
+  }
+}
+
+} // namespace
