@@ -5,6 +5,8 @@
 
 #include <dbghelp.h>
 
+#include <initializer_list>
+
 namespace {
 
 LONG WINAPI filter(EXCEPTION_POINTERS * exception) {
