@@ -93,6 +93,31 @@ TEST(Crash, OfTwoProcessesAtOnceInOneFolderLeavesWholeReports) {
   EXPECT_TRUE(areWhole(lines));
 }
 
+TEST(Crash, WhileAnotherProcessWritesTheReportHasNone) {
+  support::TempFolder const folder;
+  std::string const event = "kivara-crash-pause-" + std::to_string(GetCurrentProcessId());
+  HANDLE const gate = CreateEventA(nullptr, TRUE, FALSE, event.c_str());
+  std::map<std::string, std::optional<std::string>> const environment = {{"KIVDUMP_NO_ENCRYPT", "1"},
+                                                                         {"TMP", folder.path()}};
+  support::ChildProcess const writing(
+      {.program = "crash_ways",
+       .arguments = "suppress fail:MiniDumpWriteDump pauseinreport:" + event + " read",
+       .environment = environment});
+  EXPECT_TRUE(writing.waitForOutput("waiting", 60)) << "in the middle of the report";
+  auto const other = support::runProgram({.program = "crash_ways",
+                                          .arguments = "suppress fail:MiniDumpWriteDump minidump read",
+                                          .environment = environment});
+  EXPECT_EQ(support::linesOf(other.output), (Lines{"ready", "minidump 59"}));
+  EXPECT_EQ(other.exitCode, static_cast<unsigned long>(STATUS_ACCESS_VIOLATION));
+  EXPECT_EQ(other.errors.find("creating CrashDump"), std::string::npos);
+  SetEvent(gate);
+  CloseHandle(gate);
+  EXPECT_EQ(writing.waitForEnd(), static_cast<unsigned long>(STATUS_ACCESS_VIOLATION));
+  Lines const lines = linesOfReport(folder.path());
+  EXPECT_EQ(count(lines, "# [dump v4] Crash dump"), 1);
+  EXPECT_EQ(count(lines, "  [Cleaned up symbols]"), 1);
+}
+
 /// The lines without what differs from run to run: digits, and the values of variables.
 Lines comparable(std::string const & report) {
   Lines lines;

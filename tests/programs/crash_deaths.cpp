@@ -190,6 +190,14 @@ void waitForEvent(char const * name) {
   CloseHandle(event);
 }
 
+/// The event that the middle of a report waits for.
+std::string pauseName;
+
+void pauseInReport(char const * name) {
+  pauseName = name;
+  support::spyOnImport("kivara.dll", "GetSystemTime", [](support::SpiedCall &) { waitForEvent(pauseName.c_str()); });
+}
+
 /// Windows for 64 bits with a version that has a name and a service pack.
 BOOL WINAPI beWindows7(OSVERSIONINFOA * version) {
   version->dwMajorVersion = 6;
@@ -253,6 +261,7 @@ constexpr DeathWith kDeathsWith[] = {
     {"inattach:", actWhileAttached},
     {"indetach:", actWhileDetached},
     {"event:", waitForEvent},
+    {"pauseinreport:", pauseInReport},
 };
 
 } // namespace
