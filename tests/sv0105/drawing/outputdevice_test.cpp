@@ -58,6 +58,7 @@ TEST_F(Drawing, WithoutAPenLeavesLinesOut) {
   SV::OutputDevice device(context());
   device.ChangePen(SV::Pen());
   device.DrawLine({3, 4}, {12, 4});
+  device.DrawLine({3, 6}, {3, 6});
   EXPECT_EQ(drawn(), 0);
 }
 
