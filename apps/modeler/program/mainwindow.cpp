@@ -33,9 +33,11 @@ SV::Size startSize() {
 MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plugins, Settings const & settings)
     : MDIFrame(productName()), eventLog_(events), plugins_(plugins), documents_(*this, journal),
       parts_(std::make_unique<Parts>(*this, documents_, settings, [this] { menus_.Refresh(); })),
-      pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal) {
+      pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal),
+      printCommands_(*this, documents_, journal) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   menus_.Add(documents_.GetCommands());
+  menus_.Add(printCommands_.GetCommands());
   menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
   menus_.Add(raiseCommands());
   menus_.AddMenu(MENU_VIEW, kMenuView);

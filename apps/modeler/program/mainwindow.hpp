@@ -6,6 +6,7 @@
 #include "commands/documents.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
+#include "commands/printcommands.hpp"
 #include "commands/traycommands.hpp"
 #include "program/parts.hpp"
 #include "windows/eventswindow.hpp"
@@ -25,6 +26,7 @@ public:
   ~MainWindow() override;
 
   Documents & GetDocuments() { return documents_; }
+  PrintCommands & GetPrintCommands() { return printCommands_; }
 
   void Resize(SV::Size const & size) override;
 
@@ -48,6 +50,7 @@ private:
   std::unique_ptr<Parts> parts_;
   PluginCommands pluginCommands_;
   TrayCommands trayCommands_;
+  PrintCommands printCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
 };
