@@ -7,6 +7,8 @@
 #include "texts/modelreport.hpp"
 #include "tools/winapi.hpp"
 
+#include <algorithm>
+
 using SV::String;
 
 namespace modeler {
@@ -70,6 +72,12 @@ void Documents::Save(String const & fileName) {
 }
 
 ProcessWindow * Documents::GetFront() const { return dynamic_cast<ProcessWindow *>(frame_.GetActiveChild()); }
+
+ProcessWindow * Documents::GetNewest() const {
+  auto const isOpen = [](auto const & window) { return window->GethWnd() != nullptr; };
+  auto const newest = std::find_if(windows_.rbegin(), windows_.rend(), isOpen);
+  return newest != windows_.rend() ? newest->get() : nullptr;
+}
 
 void Documents::Retext() {
   for (auto const & window : windows_)

@@ -27,6 +27,9 @@ public:
   /// The window of the model in front; null when another window is, or none.
   ProcessWindow * GetFront() const;
 
+  /// The window that was opened last and is still open, also where windows are suppressed and none is in front; null for none.
+  ProcessWindow * GetNewest() const;
+
   /// The file that was opened last; empty before.
   SV::String const & GetLastFile() const { return lastFile_; }
 

@@ -17,6 +17,8 @@ enum Item : unsigned short {
   FILE_OPEN_MODEL = 102, ///< FILE_OPEN is a macro of the platform
   FILE_OPEN_SAMPLE = 103,
   FILE_SAVE_AS = 104,
+  FILE_PRINT_TEXT = 110,
+  FILE_PRINT_DRAWING = 111,
   WINDOW_MINIMISE = 121,
   FILE_TRIAL_RUN = 122,
   EDIT_COPY = 131,

@@ -34,9 +34,11 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
     : MDIFrame(productName()), eventLog_(events), journal_(journal), plugins_(plugins), documents_(*this, journal),
       dragCommands_(*this, documents_, [this]() -> TextTarget & { return showFacts(); }),
       parts_(std::make_unique<Parts>(*this, documents_, settings, [this] { menus_.Refresh(); })),
-      pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal) {
+      pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal),
+      printCommands_(*this, documents_, journal) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   menus_.Add(documents_.GetCommands());
+  menus_.Add(printCommands_.GetCommands());
   menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
   menus_.Add(dragCommands_.GetCommands());
   menus_.Add(raiseCommands());

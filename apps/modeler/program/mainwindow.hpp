@@ -7,6 +7,7 @@
 #include "commands/dragcommands.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
+#include "commands/printcommands.hpp"
 #include "commands/traycommands.hpp"
 #include "program/parts.hpp"
 #include "windows/eventswindow.hpp"
@@ -26,6 +27,7 @@ public:
   ~MainWindow() override;
 
   Documents & GetDocuments() { return documents_; }
+  PrintCommands & GetPrintCommands() { return printCommands_; }
 
   void Resize(SV::Size const & size) override;
 
@@ -51,6 +53,7 @@ private:
   std::unique_ptr<Parts> parts_;
   PluginCommands pluginCommands_;
   TrayCommands trayCommands_;
+  PrintCommands printCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
 };

@@ -63,6 +63,8 @@ int Modeler::runApplication() {
     window.GetDocuments().Open(model);
   if (String const target = KivCmdline::Instance().getValue("save"); target.Len() > 0)
     window.GetDocuments().Save(target);
+  if (String const way = KivCmdline::Instance().getValue("topaper"); way.Len() > 0)
+    window.GetPrintCommands().Print(way);
   appInitialized = true;
   InitializedEvent().trigger();
   KivDebugOut("[kiv] Main window shown\n");

@@ -1,0 +1,7 @@
+#include "kivara.hpp"
+
+namespace {
+
+//[[1]]
+
+} // namespace
