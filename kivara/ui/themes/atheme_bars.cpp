@@ -7,6 +7,7 @@
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 #include "ui/themes/bars.hpp"
+#include "ui/themes/directfill.hpp"
 #include "ui/themes/filling.hpp"
 #include "ui/themes/themehandle.hpp"
 
@@ -113,18 +114,17 @@ constexpr struct {
   double toBottom[5]; ///< the last one is the lowest line
 } kStatusLines = {{0.632, 0.815, 0.912, 0.984, 1.011}, {0.991, 0.975, 0.942, 0.919, 0.945}};
 
-void drawStatusLine(SV::OutputDevice & device, long row, Color const & color) {
-  device.ChangePen(SV::Pen(color));
-  device.DrawLine({0, row}, {device.GetOutputSizePixel().width - 1, row});
-}
-
-void drawStatusLines(SV::OutputDevice & device, Color const & base) {
-  kivara::PenAndBrush const drawing(device, SV::Pen(), SV::Brush());
-  long const height = device.GetOutputSizePixel().height;
+void drawStatusBar(SV::OutputDevice & device, SV::Rectangle const & area, Color const & base) {
+  SV::Size const size = device.GetOutputSizePixel();
+  kivara::DirectFill const drawing(device.GethDC());
+  if (SV::Rectangle const seen = area.GetIntersection({{0, 0}, size}); !seen.IsEmpty())
+    drawing.fill(seen, base);
+  if (!KivThemeManager::IsThemed())
+    return;
   for (long i = 0; i < 5; ++i)
-    drawStatusLine(device, i, mulColor(base, kStatusLines.fromTop[i]));
+    drawing.fill({{0, i}, {size.width, 1}}, mulColor(base, kStatusLines.fromTop[i]));
   for (long i = 0; i < 5; ++i)
-    drawStatusLine(device, height - 5 + i, mulColor(base, kStatusLines.toBottom[i]));
+    drawing.fill({{0, size.height - 5 + i}, {size.width, 1}}, mulColor(base, kStatusLines.toBottom[i]));
 }
 
 } // namespace
@@ -151,7 +151,5 @@ void KivTheme::DrawStatusBarBackground(SV::OutputDevice & device, SV::Rectangle 
   if (area.IsEmpty())
     return;
   SV::DrawingScope const scope(device);
-  kivara::fill(device, area, GetColor(0));
-  if (KivThemeManager::IsThemed())
-    drawStatusLines(device, GetColor(0));
+  drawStatusBar(device, area, GetColor(0));
 }
