@@ -122,13 +122,15 @@ TEST_F(ModelerToolBar, ShowsWhichButtonIsHotPressedAndChecked) {
   bar->MouseMove(at({kOne, middle}));
   support::Pixels const hot = painted(*bar);
   EXPECT_FALSE(hot == plain);
+  SendMessageA(bar->GethWnd(), WM_MOUSELEAVE, 0, 0);
+  EXPECT_TRUE(painted(*bar) == plain);
+  bar->MouseMove(at({kOne, middle}));
   bar->MouseButtonDown(at({kOne, middle}, SV::MOUSE_LEFT));
   support::Pixels const down = painted(*bar);
   EXPECT_FALSE(down == hot);
   bar->MouseMove(at({kTwo, middle}));
   EXPECT_TRUE(painted(*bar) == plain) << "while one is held down, no other one is hot";
   bar->MouseButtonUp(at({kTwo, middle}, SV::MOUSE_LEFT));
-  SendMessageA(bar->GethWnd(), WM_MOUSELEAVE, 0, 0);
   EXPECT_TRUE(painted(*bar) == plain);
   checked = "One";
   EXPECT_FALSE(painted(*bar) == plain);
