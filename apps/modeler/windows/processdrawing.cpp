@@ -23,18 +23,60 @@ char const * colourOf(NodeKind kind) {
   }
 }
 
-SV::Font fontIn(SV::Font font, char const * colour) {
-  font.ChangeColor(getColorOfColorName(colour));
-  font.ChangeTransparent(true);
-  return font;
-}
-
 bool touch(SV::Rectangle const & a, SV::Rectangle const & b) {
   return a.TopLeft().x < b.TopLeft().x + b.GetSize().width && b.TopLeft().x < a.TopLeft().x + a.GetSize().width &&
          a.TopLeft().y < b.TopLeft().y + b.GetSize().height && b.TopLeft().y < a.TopLeft().y + a.GetSize().height;
 }
 
 POINT systemPoint(Point const & point) { return {point.x, point.y}; }
+
+/// A pen and a brush for the system's functions: those of the device are selected only when it draws itself.
+class Ink {
+public:
+  Ink(SV::OutputDevice const & device, SV::Color const & edge, long thickness, SV::Color const & fill)
+      : context_(device.GethDC()), pen_(CreatePen(PS_SOLID, static_cast<int>(thickness), edge.GetRGB())),
+        brush_(CreateSolidBrush(fill.GetRGB())), formerPen_(SelectObject(context_, pen_)),
+        formerBrush_(SelectObject(context_, brush_)) {}
+  Ink(Ink const &) = delete;
+  Ink & operator=(Ink const &) = delete;
+  ~Ink() {
+    SelectObject(context_, formerBrush_);
+    SelectObject(context_, formerPen_);
+    DeleteObject(brush_);
+    DeleteObject(pen_);
+  }
+
+private:
+  HDC context_;
+  HPEN pen_;
+  HBRUSH brush_;
+  HGDIOBJ formerPen_;
+  HGDIOBJ formerBrush_;
+};
+
+/// The same for texts.
+class Letters {
+public:
+  Letters(SV::OutputDevice const & device, SV::Font const & font, char const * colour)
+      : context_(device.GethDC()), font_(font.CreateSystemFont()), former_(SelectObject(context_, font_)),
+        formerColour_(SetTextColor(context_, getColorOfColorName(colour).GetRGB())),
+        formerMode_(SetBkMode(context_, TRANSPARENT)) {}
+  Letters(Letters const &) = delete;
+  Letters & operator=(Letters const &) = delete;
+  ~Letters() {
+    SetBkMode(context_, formerMode_);
+    SetTextColor(context_, formerColour_);
+    SelectObject(context_, former_);
+    DeleteObject(font_);
+  }
+
+private:
+  HDC context_;
+  HFONT font_;
+  HGDIOBJ former_;
+  COLORREF formerColour_;
+  int formerMode_;
+};
 
 /// A line that is too wide ends in an ellipsis. Nothing is clipped: some letters reach beyond the width that is measured.
 void drawLine(SV::OutputDevice & device, TextLine const & line) {
@@ -51,8 +93,7 @@ public:
 
   void drawArrow(Arrow const & arrow) {
     SV::Color const colour = getColorOfColorName(arrow.leadsBack ? kArrowBack : kArrow);
-    device_.ChangePen(SV::Pen(colour, thickness_));
-    device_.ChangeFillInBrush(SV::Brush(colour));
+    Ink const ink(device_, colour, thickness_, colour);
     std::vector<POINT> points;
     std::transform(arrow.points.begin(), arrow.points.end(), std::back_inserter(points), systemPoint);
     drawHead(points[points.size() - 2], points.back());
@@ -61,14 +102,13 @@ public:
 
   void drawBox(Box const & box) {
     SV::Color const fill = getColorOfColorName(colourOf(box.kind));
-    device_.ChangePen(SV::Pen(mulColor(fill, 0.6), thickness_));
-    device_.ChangeFillInBrush(SV::Brush(fill));
+    Ink const ink(device_, mulColor(fill, 0.6), thickness_, fill);
     if (box.kind == NodeKind::Decision)
       drawDiamond(box.area);
     else
       drawRounded(box);
     for (TextLine const & line : box.lines) {
-      device_.ChangeFont(fontIn(font_, line.isDuration ? kFaint : kInk));
+      Letters const letters(device_, font_, line.isDuration ? kFaint : kInk);
       drawLine(device_, line);
     }
   }
@@ -127,7 +167,7 @@ void drawProcess(SV::OutputDevice & device, SV::Font const & font, Layout const 
   for (Box const & box : layout.boxes)
     if (touch(box.area, area))
       painter.drawBox(box);
-  device.ChangeFont(fontIn(font, kInk));
+  Letters const letters(device, font, kInk);
   for (TextLine const & label : layout.labels)
     if (touch(label.area, area))
       drawLine(device, label);
