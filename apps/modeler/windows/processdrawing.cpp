@@ -28,19 +28,22 @@ bool touch(SV::Rectangle const & a, SV::Rectangle const & b) {
          a.TopLeft().y < b.TopLeft().y + b.GetSize().height && b.TopLeft().y < a.TopLeft().y + a.GetSize().height;
 }
 
-/// A pen and a brush for shapes that the system draws: a device selects its own only when it draws itself.
-class Shape {
+POINT systemPoint(Point const & point) { return {point.x, point.y}; }
+
+/// A pen and a brush for the system's functions: those of the device are selected only when it draws itself.
+class Ink {
 public:
-  Shape(HDC context, SV::Color const & pen, long width, SV::Color const & fill)
-      : context_(context), pen_(CreatePen(PS_SOLID, width, pen.GetRGB())), brush_(CreateSolidBrush(fill.GetRGB())),
-        formerPen_(SelectObject(context, pen_)), formerBrush_(SelectObject(context, brush_)) {}
-  Shape(Shape const &) = delete;
-  Shape & operator=(Shape const &) = delete;
-  ~Shape() {
-    SelectObject(context_, formerPen_);
+  Ink(SV::OutputDevice const & device, SV::Color const & edge, long thickness, SV::Color const & fill)
+      : context_(device.GethDC()), pen_(CreatePen(PS_SOLID, static_cast<int>(thickness), edge.GetRGB())),
+        brush_(CreateSolidBrush(fill.GetRGB())), formerPen_(SelectObject(context_, pen_)),
+        formerBrush_(SelectObject(context_, brush_)) {}
+  Ink(Ink const &) = delete;
+  Ink & operator=(Ink const &) = delete;
+  ~Ink() {
     SelectObject(context_, formerBrush_);
-    DeleteObject(pen_);
+    SelectObject(context_, formerPen_);
     DeleteObject(brush_);
+    DeleteObject(pen_);
   }
 
 private:
@@ -51,17 +54,18 @@ private:
   HGDIOBJ formerBrush_;
 };
 
-/// The same for the font of texts.
+/// The same for texts.
 class Letters {
 public:
-  Letters(HDC context, SV::Font const & font, char const * colour)
-      : context_(context), font_(font.CreateSystemFont()), former_(SelectObject(context, font_)) {
-    SetTextColor(context, getColorOfColorName(colour).GetRGB());
-    SetBkMode(context, TRANSPARENT);
-  }
+  Letters(SV::OutputDevice const & device, SV::Font const & font, char const * colour)
+      : context_(device.GethDC()), font_(font.CreateSystemFont()), former_(SelectObject(context_, font_)),
+        formerColour_(SetTextColor(context_, getColorOfColorName(colour).GetRGB())),
+        formerMode_(SetBkMode(context_, TRANSPARENT)) {}
   Letters(Letters const &) = delete;
   Letters & operator=(Letters const &) = delete;
   ~Letters() {
+    SetBkMode(context_, formerMode_);
+    SetTextColor(context_, formerColour_);
     SelectObject(context_, former_);
     DeleteObject(font_);
   }
@@ -70,9 +74,9 @@ private:
   HDC context_;
   HFONT font_;
   HGDIOBJ former_;
+  COLORREF formerColour_;
+  int formerMode_;
 };
-
-POINT systemPoint(Point const & point) { return {point.x, point.y}; }
 
 /// A line that is too wide ends in an ellipsis. Nothing is clipped: some letters reach beyond the width that is measured.
 void drawLine(SV::OutputDevice & device, TextLine const & line) {
@@ -89,7 +93,7 @@ public:
 
   void drawArrow(Arrow const & arrow) {
     SV::Color const colour = getColorOfColorName(arrow.leadsBack ? kArrowBack : kArrow);
-    Shape const shape(device_.GethDC(), colour, thickness_, colour);
+    Ink const ink(device_, colour, thickness_, colour);
     std::vector<POINT> points;
     std::transform(arrow.points.begin(), arrow.points.end(), std::back_inserter(points), systemPoint);
     drawHead(points[points.size() - 2], points.back());
@@ -98,13 +102,13 @@ public:
 
   void drawBox(Box const & box) {
     SV::Color const fill = getColorOfColorName(colourOf(box.kind));
-    Shape const shape(device_.GethDC(), mulColor(fill, 0.6), thickness_, fill);
+    Ink const ink(device_, mulColor(fill, 0.6), thickness_, fill);
     if (box.kind == NodeKind::Decision)
       drawDiamond(box.area);
     else
       drawRounded(box);
     for (TextLine const & line : box.lines) {
-      Letters const letters(device_.GethDC(), font_, line.isDuration ? kFaint : kInk);
+      Letters const letters(device_, font_, line.isDuration ? kFaint : kInk);
       drawLine(device_, line);
     }
   }
@@ -163,7 +167,7 @@ void drawProcess(SV::OutputDevice & device, SV::Font const & font, Layout const 
   for (Box const & box : layout.boxes)
     if (touch(box.area, area))
       painter.drawBox(box);
-  Letters const letters(device.GethDC(), font, kInk);
+  Letters const letters(device, font, kInk);
   for (TextLine const & label : layout.labels)
     if (touch(label.area, area))
       drawLine(device, label);
