@@ -38,17 +38,17 @@ public:
   KivSystemTray();
   /// The same, followed by Create.
   KivSystemTray(SV::Window * parent, unsigned int uCallbackMessage, SV::String const & tip, SV::Icon const & icon,
-                unsigned int uID, int bHidden = 0, SV::String const & balloonTip = SV::String(),
-                SV::String const & balloonTitle = SV::String(), unsigned long dwBalloonIcon = 0,
+                unsigned int uID, int bHidden = 0, SV::String const & balloonTip = {},
+                SV::String const & balloonTitle = {}, unsigned long dwBalloonIcon = 0,
                 unsigned int uBalloonTimeout = 10);
   KivSystemTray(KivSystemTray const &) = delete;
   KivSystemTray & operator=(KivSystemTray const &) = delete;
   /// Removes the icon and destroys the hidden window.
   ~KivSystemTray() override;
 
-  /// What the shell tells of the icon: a click with the right button opens the menu at the pointer, unless it is empty, and a
-  /// double-click calls DoDoubleClickAction. The window of SetNotificationWnd comes to the front before. A program that has given a
-  /// parent calls it from there when the callback message arrives.
+  /// What the shell reports about the icon. A right click opens the menu at the pointer, unless it is empty, and a double-click
+  /// calls DoDoubleClickAction; before either, the notification window comes to the front. The menu and the action may delete
+  /// this object. A program that has given a parent calls this when the parent gets the callback message.
   /// \param wParam  the number of the icon; anything else is ignored
   /// \param lParam  the mouse message
   /// \return 0 if the message was ignored, otherwise 1
@@ -72,9 +72,8 @@ public:
   /// \param uBalloonTimeout   10 to 30 seconds
   /// \return 0 if there was no shell to take it: it is then added as soon as one reports that it has begun
   int Create(SV::Window * parent, unsigned int uCallbackMessage, SV::String const & tip, SV::Icon const & icon,
-             unsigned int uID, int bHidden = 0, SV::String const & balloonTip = SV::String(),
-             SV::String const & balloonTitle = SV::String(), unsigned long dwBalloonIcon = 0,
-             unsigned int uBalloonTimeout = 10);
+             unsigned int uID, int bHidden = 0, SV::String const & balloonTip = {},
+             SV::String const & balloonTitle = {}, unsigned long dwBalloonIcon = 0, unsigned int uBalloonTimeout = 10);
 
   int Enabled() const { return m_bEnabled; } ///< whether Create has found a system that has notification areas
   int Visible() const { return !m_bHidden; } ///< also true if it is behind the button for more icons
@@ -87,14 +86,13 @@ public:
 
   int SetIcon(SV::Icon const & icon);
   int SetIcon(HICON icon);
-  /// Reads an icon file of that name, although the name is meant to be that of a resource. The handle is destroyed at once, so
+  /// Reads an icon file of that name, or "#5" for the number 5, although a resource is meant. The handle is destroyed at once, so
   /// that GetIcon then gives one that has died. Without such a file the icon has no picture.
   int SetIcon(char const * resource);
-  /// As with a name, for a number: there is no such file.
   int SetIcon(unsigned int resource);
-  int SetStandardIcon(char const * name);     ///< one of the system's, such as IDI_WARNING
-  int SetStandardIcon(unsigned int resource); ///< the same by its number: 32512 to 32517
-  HICON GetIcon() const { return m_tnd.hIcon; }
+  int SetStandardIcon(char const * name);       ///< one of the system's, such as IDI_WARNING
+  int SetStandardIcon(unsigned int resource);   ///< the same by its number: 32512 to 32517
+  HICON GetIcon() const { return m_tnd.hIcon; } ///< null for none
   /// @}
 
   /// \name Presence
@@ -131,7 +129,7 @@ public:
   /// \name Default item of the menu resource
   /// @{
   void GetMenuDefaultItem(unsigned int & item, int & byPosition) const;
-  /// Stores the pair, and marks the item in a copy of the menu with the number of the icon, which is given up at once.
+  /// Stores the pair, and marks the item in a copy of the menu with the number of the icon, which is destroyed at once.
   /// \return 0 if the program has no such menu, or that has no sub-menu; 1 for the pair that is stored already
   int SetMenuDefaultItem(unsigned int item, int byPosition);
   /// @}
@@ -153,7 +151,8 @@ public:
   static void MaximizeFromTray(HWND window);
 
   static long long WindowProc(HWND window, unsigned int message, unsigned long long wParam, long long lParam);
-  void OnTimer(unsigned long long id);
+  void OnTimer(unsigned long long id); ///< shows the next icon of an animation, or ends it
+  /// Add an icon that is waiting for the shell; the second one only if \p flags is 47, the number of the work area.
   long long OnTaskbarCreated(unsigned long long wParam, long long lParam);
   void OnSettingChange(unsigned int flags, char const * section);
   /// @}

@@ -25,11 +25,6 @@ std::string hex(unsigned long value) {
   return text;
 }
 
-Lines errorLines(unsigned long code) {
-  return {"[exception] An exception of type 0x" + hex(code) + " occured", "Minidump dmp created.",
-          "[exception] creating CrashDump", "[exception] finished dumpfile creation"};
-}
-
 class CrashFault : public testing::TestWithParam<Fault> {};
 
 TEST_P(CrashFault, LeavesReportAndMinidumpAndEndsTheProcessWithItsCode) {

@@ -14,18 +14,6 @@ using namespace kivtest;
 
 namespace {
 
-/// Without a minidump, which takes seconds under Wine, and without boxes.
-CrashStart quick(std::string const & words, Environment const & environment = {}) {
-  return {.words = "suppress fail:MiniDumpWriteDump " + words, .environment = environment};
-}
-
-/// The text with each digit as 9, to compare the forms of lines.
-std::string form(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c) != 0; }, '9');
-  return text;
-}
-
 Lines forms(Lines lines) {
   for (auto & line : lines)
     line = form(line);
@@ -85,6 +73,11 @@ TEST(CrashReport, HasALineForEachLineOfTheApplicationsInfo) {
   EXPECT_EQ(section[5], "    user: " + std::string(5000, 'u'));
 }
 
+TEST(CrashReport, SaysThatThereIsNoCommandLine) {
+  EXPECT_EQ(sectionOf(CrashRun(quick("fail:GetCommandLineA read")).lines(), "  KIVARA").back(),
+            "    Command line: '[null]'");
+}
+
 TEST(CrashReport, WritesALongCommandLineWhole) {
   std::string const words = "read " + std::string(20000, 'x');
   CrashRun const run(quick(words));
@@ -108,12 +101,16 @@ TEST(CrashReport, SaysThatAProgramFor64BitsRunsOn32) {
   EXPECT_EQ(sectionOf(CrashRun(quick("read")).lines(), "  Windows version: ").back(), "  Architecture: Windows 32-bit");
 }
 
+TEST(CrashReport, NamesAnEarlierSystemWithItsServicePackAnd64Bits) {
+  EXPECT_EQ(sectionOf(CrashRun(quick("windows7 64bits read")).lines(), "  Windows version: "),
+            (Lines{"  Windows version: Windows 7 or Windows Server 2008 R2 Service Pack 1 (6.1.7601 [2])",
+                   "  Architecture: Windows 64-bit"}));
+}
+
 TEST(CrashReport, NamesTheFolders) {
   CrashRun const run(quick("read"));
-  char current[MAX_PATH] = "";
-  GetCurrentDirectoryA(MAX_PATH, current);
   EXPECT_EQ(sectionOf(run.lines(), "  Current directory: "),
-            (Lines{"  Current directory: " + std::string(current), "  Module directory: " + support::binFolder()}));
+            (Lines{"  Current directory: " + run.workingFolder(), "  Module directory: " + support::binFolder()}));
 }
 
 TEST(CrashReport, SaysThatThereIsNoCurrentFolder) {
@@ -127,6 +124,13 @@ TEST(CrashReport, NumbersThePluginsInTheOrderOfLoading) {
   CrashRun const run(quick("plugin:" + path + " plugin:" + path + " read"));
   EXPECT_EQ(sectionOf(run.lines(), "  2 loaded plugins:"),
             (Lines{"  2 loaded plugins:", "    01 " + path + " [General]", "    02 " + path + " [General]"}));
+}
+
+TEST(CrashReport, SaysThatAPluginIsNull) {
+  std::string const path = support::binFolder() + "plugin_fixture.dll";
+  CrashRun const run(quick("plugin:" + path + " plugin:" + path + " forgetplugin read"));
+  EXPECT_EQ(sectionOf(run.lines(), "  2 loaded plugins:"),
+            (Lines{"  2 loaded plugins:", "    01 - NULL pointer", "    02 " + path + " [General]"}));
 }
 
 TEST(CrashReport, HasTheTimesOfTheCrash) {
@@ -162,7 +166,7 @@ TEST(CrashReport, SaysThatTheFactsOfTheExecutableAreNotThere) {
 }
 
 TEST(CrashReport, HasEachVariableOfTheEnvironmentWhole) {
-  std::string const value(20000, 'v');
+  std::string const value(32000, 'v');
   Lines const section =
       sectionOf(CrashRun(quick("read", {{"KIVARA_LONG", value}})).lines(), "  Environment variables:");
   EXPECT_EQ(section[0], "  Environment variables:");
@@ -267,6 +271,15 @@ TEST(CrashReport, SaysThatAnAddressInDataHasNoModule) {
   EXPECT_NE(report.find("\r\n# [GetModuleFileName ((HMODULE) hMod, szModule, len) != 0 failed with EC "),
             std::string::npos);
   EXPECT_NE(report.find("h 0000h:00000000h \r\n"), std::string::npos);
+}
+
+TEST(CrashReport, SaysThatAnAddressIsInNoSection) {
+  std::string const report = CrashRun(quick("header")).report();
+  std::string const beginning =
+      "ILLEGAL_INSTRUCTION\r\n\r\n# '" + support::binFolder().substr(0, 7) + "': Could not find RVA 00000010h in ";
+  EXPECT_NE(report.find(beginning), std::string::npos) << report;
+  EXPECT_NE(report.find(" PE sections\r\n  Fault address:  "), std::string::npos);
+  EXPECT_NE(report.find("h 0000h:00000000h \r\n\r\n"), std::string::npos);
 }
 
 TEST(CrashReport, SaysThatNothingIsKnownOfAnAddress) {

@@ -31,11 +31,12 @@ public:
     device.ChangeFillInBrush(SV::Brush(SV::COL_LIGHTBLUE));
     device.DrawRect({{size.width / 2, 0}, {size.width - size.width / 2, size.height}});
     image = SV::Image(device.GetBitmap({0, 0}, size));
-    mode = KIV_MDI_CLIENT_COVER;
+    mode = layout;
     return true;
   }
 
   Size size = {40, 20};
+  int layout = KIV_MDI_CLIENT_COVER;
 };
 
 class TwoMonitors : public testing::Test {
@@ -64,6 +65,7 @@ TEST_F(TwoMonitors, AreThere) {
 
 TEST_F(TwoMonitors, GiveThePictureTheSizeOfTheOtherOne) {
   application.size = {800, 1024};
+  application.layout = KIV_MDI_CLIENT_CENTER; // in which no picture is scaled
   EXPECT_TRUE(application.MakeMDIClientImg(true));
   EXPECT_FALSE(application.MakeMDIClientImg(true)) << "it has that size";
   EXPECT_TRUE(application.MakeMDIClientImg(false)) << "but not that of the main one";

@@ -5,6 +5,7 @@
 #include "acolor.hpp"
 #include "atheme_manager.hpp"
 #include "support/import_hook.hpp"
+#include "support/import_spy.hpp"
 #include "support/pixels.hpp"
 #include "sv/image.hpp"
 #include "sv/mdi.hpp"
@@ -322,7 +323,21 @@ TEST_F(ClientArea, OfAModeAbove4OrBelow0IsAFrameAlone) {
 }
 
 TEST_F(ClientArea, OfScreenSizeInMode2IsNeitherScaledNorCut) {
+  static int scaled; // the spies stay for the rest of the process
+  static int cut;
+  ASSERT_TRUE(support::spyOnImport("kivara.dll", "Rescale", [](support::SpiedCall &) { ++scaled; }));
+  ASSERT_TRUE(support::spyOnImport("kivara.dll", "Crop", [](support::SpiedCall &) { ++cut; }));
+  make({65, 30}, KIV_MDI_CLIENT_COVER);
+  EXPECT_EQ(scaled, 1);
+  EXPECT_EQ(cut, 1);
+  arrange({65, 49}, {65, 49});
+  make({130, 97}, KIV_MDI_CLIENT_TILE);
+  EXPECT_EQ(scaled, 1) << "other modes do not scale";
+  scaled = cut = 0;
+  arrange({64, 48}, {64, 48});
   EXPECT_TRUE(make({64, 48}, KIV_MDI_CLIENT_COVER));
+  EXPECT_EQ(scaled, 0);
+  EXPECT_EQ(cut, 0);
   support::Pixels const pixels = paint({66, 50});
   EXPECT_EQ(pixels.at(1, 1), pictureColor(0, 0));
   EXPECT_EQ(pixels.at(64, 48), pictureColor(63, 47));

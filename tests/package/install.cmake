@@ -10,7 +10,8 @@ foreach(file IN ITEMS
     bin/kivara.dll bin/SV0105.dll bin/TL0105.dll bin/re00005.dll
     bin/libstdc++-6.dll bin/libgcc_s_seh-1.dll bin/libwinpthread-1.dll
     bin/.debug/kivara.dll.debug bin/.debug/SV0105.dll.debug bin/.debug/TL0105.dll.debug bin/plugins/textcommands.dll
-    bin/plugins/userwatch.dll bin/plugins/.debug/textcommands.dll.debug bin/words.exe bin/modeler.exe bin/service.exe
+    bin/plugins/userwatch.dll bin/plugins/.debug/textcommands.dll.debug bin/words.exe bin/modeler.exe bin/modeler.zip bin/service.exe
+    bin/kivcrash.exe bin/libdwarf.dll bin/.debug/kivcrash.exe.debug bin/.debug/libdwarf.dll.debug
     bin/kivml.exe bin/kivuser.exe bin/.debug/re00005.dll.debug bin/charmaps/central-european.map
     bin/lang.ini bin/agfx.zip bin/language/1031/kivara72.dll bin/language/2057/kivara72.dll
     include/kivara/kivara.hpp include/kivara/kivara_version.hpp include/kivara/tools.hpp include/kivara/tools/string.hpp include/kivara/sv/sv.hpp include/kivara/re00005.hpp
@@ -19,7 +20,7 @@ foreach(file IN ITEMS
     lib/cmake/kivara/KivaraPlugins.cmake lib/cmake/kivara/plugin.cpp.in lib/cmake/kivara/presets.json lib/cmake/kivara/toolchain-mingw64.cmake
     share/doc/kivara/api/index.html share/doc/kivara/api/classKivMDIApplication.html share/doc/kivara/api/modeler.png
     share/doc/kivara/README.md share/doc/kivara/docs/package.md share/doc/kivara/docs/frame.svg
-    share/doc/kivara/CHANGELOG.md share/doc/kivara/notices/NOTICES.txt share/doc/kivara/notices/gcc-runtime.txt
+    share/doc/kivara/CHANGELOG.md share/doc/kivara/notices/NOTICES.txt share/doc/kivara/notices/gcc-runtime.txt share/doc/kivara/notices/libdwarf.txt
     share/doc/kivara/notices/minizip.txt share/doc/kivara/notices/openssl.txt share/doc/kivara/notices/winpthreads.txt
     share/doc/kivara/notices/zlib.txt share/doc/kivara/notices/tre.txt)
   if(NOT EXISTS ${INSTALLED}/${file})

@@ -37,7 +37,7 @@ foreach(file IN LISTS beside)
 endforeach()
 run_in(${source} works ${CMAKE_COMMAND} --install ${build} --prefix ${shipped})
 expect_files(${shipped}/bin .debug/orders.exe.debug ${beside})
-expect_files(${shipped}/share/doc/kivara notices/NOTICES.txt notices/gcc-runtime.txt notices/minizip.txt notices/openssl.txt notices/tre.txt
+expect_files(${shipped}/share/doc/kivara notices/NOTICES.txt notices/gcc-runtime.txt notices/libdwarf.txt notices/minizip.txt notices/openssl.txt notices/tre.txt
   notices/winpthreads.txt notices/zlib.txt)
 
 run_in(${source} works ${EMULATOR} ${shipped}/bin/orders.exe)

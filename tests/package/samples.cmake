@@ -29,7 +29,7 @@ run_in(${all} works ${EMULATOR} ${all}/build/bin/search.exe -w t?o ${DRIVE}${all
 expect_words("text.txt:1:one two")
 run_in(${all} works ${EMULATOR} ${all}/build/bin/words.exe ${DRIVE}${all}/text.txt)
 expect_words("1:5 4 two")
-foreach(file IN ITEMS controls.exe language/1031/controls72.dll plugins/textcommands.dll plugins/userwatch.dll fetch.exe modeler.exe service.exe minimal.exe models/order.txt language/1031/modeler72.dll language/2057/modeler72.dll
+foreach(file IN ITEMS controls.exe language/1031/controls72.dll plugins/textcommands.dll plugins/userwatch.dll fetch.exe modeler.exe service.exe minimal.exe models/order.txt modeler.zip language/1031/modeler72.dll language/2057/modeler72.dll
     language/1031/minimal72.dll language/2057/kivara72.dll lang.ini)
   if(NOT EXISTS ${all}/build/bin/${file})
     message(SEND_ERROR "${file} was not built")

@@ -3,6 +3,7 @@
 namespace {
 
 void restore() {}
+void choose(unsigned short) { restore(); }
 
 //[[1]]
 

@@ -1,5 +1,5 @@
 // Sets a filter of its own, loads the library after that and raises two exceptions. "crash_late continue" lets its filter
-// continue after each; otherwise the first one ends the process.
+// continue after each; otherwise the first one ends the process. "crash_late break" stops at a breakpoint before.
 
 #include "tools/winapi.hpp"
 
@@ -24,6 +24,12 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
   SetUnhandledExceptionFilter(filterOfProgram);
   if (LoadLibraryA("kivara.dll") == nullptr)
     return 3;
+  if (std::strcmp(arguments, "break") == 0) {
+    answer = EXCEPTION_CONTINUE_EXECUTION;
+    RaiseException(static_cast<DWORD>(EXCEPTION_BREAKPOINT), 0, 0, nullptr);
+    std::puts("after the breakpoint");
+    answer = EXCEPTION_CONTINUE_SEARCH;
+  }
   RaiseException(0xE1234567, 0, 0, nullptr);
   std::puts("first");
   RaiseException(0xE1234568, 0, 0, nullptr);

@@ -1,4 +1,7 @@
-// Fails in the ways that its words name, one after the other: see kWays and kFailing. It prints "ready" first and flushes each line.
+// Fails in the ways that its words name, one after the other: see kWays, kFailing and crash_deaths.cpp. It prints "ready" first and
+// flushes each line.
+
+#include "crash_ways.hpp"
 
 #include "aappinfo.hpp"
 #include "acmdline.hpp"
@@ -18,12 +21,9 @@
 
 namespace {
 
-void say(char const * text, unsigned long value) { std::printf("%s %lx\n", text, value); }
-
-void readNowhere() {
-  int const volatile * const volatile nowhere = reinterpret_cast<int *>(16);
-  say("read", static_cast<unsigned long>(*nowhere));
-}
+using kivtest::onThread;
+using kivtest::readNowhere;
+using kivtest::say;
 
 void writeNowhere() {
   int volatile * const volatile nowhere = reinterpret_cast<int *>(16);
@@ -66,19 +66,6 @@ void runData() {
   void (*run)();
   std::memcpy(&run, &page, sizeof run);
   run();
-}
-
-/// On a thread of the system's own, since those of the library may stop what leaves them.
-void onThread(void (*work)()) {
-  HANDLE const thread = CreateThread(
-      nullptr, 0,
-      [](void * argument) -> DWORD {
-        reinterpret_cast<void (*)()>(argument)();
-        return 0;
-      },
-      reinterpret_cast<void *>(work), 0, nullptr);
-  WaitForSingleObject(thread, INFINITE);
-  CloseHandle(thread);
 }
 
 DWORD exceptionCode;
@@ -178,6 +165,7 @@ constexpr Failing kFailing[] = {
     {"CreateFileA", "KERNEL32.dll", static_cast<std::uintptr_t>(-1)},
     {"CreateThread", "KERNEL32.dll", 0},
     {"DuplicateHandle", "KERNEL32.dll", 0},
+    {"GetCommandLineA", "KERNEL32.dll", 0},
     {"GetCurrentDirectoryA", "KERNEL32.dll", 0},
     {"GetFileInformationByHandle", "KERNEL32.dll", 0},
     {"GetModuleFileNameA", "KERNEL32.dll", 0},
@@ -190,6 +178,7 @@ constexpr Failing kFailing[] = {
     {"SymInitialize", "dbghelp.dll", 0},
     {"SymSetOptions", "dbghelp.dll", 0},
     {"VirtualQuery", "KERNEL32.dll", 0},
+    {"WriteFile", "KERNEL32.dll", 0},
 };
 
 /// Resumes the thread all the same: the program could not end otherwise.
@@ -276,20 +265,24 @@ constexpr Way kWays[] = {
 
 } // namespace
 
+void kivtest::act(char const * word) {
+  if (std::strncmp(word, "fail:", 5) == 0)
+    letFail(word + 5);
+  if (std::strncmp(word, "code:", 5) == 0)
+    raiseOnThread(word + 5);
+  if (std::strncmp(word, "plugin:", 7) == 0)
+    loadPlugin(word + 7);
+  for (auto const & way : kWays)
+    if (std::strcmp(word, way.word) == 0)
+      way.go();
+  die(word);
+}
+
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   std::puts("ready");
-  for (char * word = std::strtok(arguments, " "); word != nullptr; word = std::strtok(nullptr, " ")) {
-    if (std::strncmp(word, "fail:", 5) == 0)
-      letFail(word + 5);
-    if (std::strncmp(word, "code:", 5) == 0)
-      raiseOnThread(word + 5);
-    if (std::strncmp(word, "plugin:", 7) == 0)
-      loadPlugin(word + 7);
-    for (auto const & way : kWays)
-      if (std::strcmp(word, way.word) == 0)
-        way.go();
-  }
+  for (char * word = std::strtok(arguments, " "); word != nullptr; word = std::strtok(nullptr, " "))
+    kivtest::act(word);
   std::puts("end");
   return 0;
 }

@@ -1,12 +1,14 @@
 // tray_shell: a shell with a notification area for one desktop: it owns the windows that programs look for, takes their calls,
 // writes a line for each, and counts the icons. The calls come in the form in which Wine sends them.
-// With the word "side" the clock stands below the icons, as in a taskbar at the side of the screen.
+// With the word "side" the clock stands above the icons, as in a taskbar at the side of the screen; with "gap" and a number it ends so many
+// pixels above the lower edge.
 #include "programs/tray_shell.hpp"
 
 #include <shellapi.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -138,10 +140,11 @@ HWND make(char const * name, WNDPROC procedureOfIt, HWND parent, RECT const & ar
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR words, int) {
   bool const atSide = std::strcmp(words, "side") == 0;
+  int const gap = std::strncmp(words, "gap", 3) == 0 ? std::atoi(words + 3) : 0;
   created = RegisterWindowMessageA("TaskbarCreated");
   HWND const bar = make("Shell_TrayWnd", procedure, nullptr, atSide ? RECT{0, 0, 60, 600} : RECT{0, 570, 800, 600});
   HWND const area = make("TrayNotifyWnd", DefWindowProcA, bar, atSide ? RECT{0, 400, 60, 600} : RECT{600, 0, 800, 30});
-  make("TrayClockWClass", DefWindowProcA, area, atSide ? RECT{0, 0, 60, 40} : RECT{120, 0, 200, 30});
+  make("TrayClockWClass", DefWindowProcA, area, atSide ? RECT{0, 0, 60, 40} : RECT{120, 0, 200, 30 - gap});
   begin();
   std::printf("begun\n"); // what was broadcast is with everybody now
   std::fflush(stdout);

@@ -116,6 +116,18 @@ TEST(GuardPages, AHundredThousandBlocksOfAllSizesComeAndGo) {
   }
 }
 
+TEST(GuardPages, MoreBlocksThanASystemHasMappingsForAreNotAllGuarded) {
+  GuardPages const guard;
+  std::vector<std::unique_ptr<char[]>> blocks(70'000);
+  for (auto & block : blocks)
+    block.reset(new char[10]);
+  EXPECT_TRUE(GuardPages::guards(blocks.front().get()));
+  EXPECT_FALSE(GuardPages::guards(blocks.back().get()));
+  blocks.clear();
+  std::unique_ptr<char[]> const next(new char[10]);
+  EXPECT_TRUE(GuardPages::guards(next.get()));
+}
+
 TEST(AllocationCount, CountsNewAndMallocOfTheProgramAndTheDlls) {
   AllocationCount const count;
   EXPECT_EQ(count.value(), 0u);

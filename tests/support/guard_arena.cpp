@@ -91,7 +91,7 @@ void * GuardArena::take(std::size_t size) {
     return nullptr;
   Shape const shape(size, kPageSize);
   Locked const locked(lock_);
-  std::uint32_t const slot = takeSlot(shape.slotSize);
+  std::uint32_t const slot = live_ < kMostLive ? takeSlot(shape.slotSize) : kNone;
   if (slot == kNone)
     return nullptr;
   std::size_t const guard = slot + (std::size_t{2} << shape.slotSize) - 1;
@@ -105,6 +105,7 @@ void * GuardArena::take(std::size_t size) {
   Page & page = pages_[pageOf(block)];
   page.size = size;
   page.live = true;
+  ++live_;
   return block;
 }
 
@@ -118,6 +119,7 @@ void GuardArena::giveBack(void * block) {
     stop("is freed, but it is none or was freed before", block);
   checkSlack(static_cast<char const *>(block), page.size);
   page.live = false;
+  --live_;
   VirtualFree(end - shape.pages * kPageSize, shape.pages * kPageSize, MEM_DECOMMIT);
   putSlot(shape.slotSize, static_cast<std::uint32_t>(guard + 1 - (std::size_t{2} << shape.slotSize)));
 }

@@ -11,6 +11,8 @@ namespace support {
 
 /// A reserved range of addresses that is handed out in slots of 2, 4, 8, ... pages: unused pages, the pages of one
 /// block, a page without access. A freed slot waits behind those of its size that were freed earlier. Any thread.
+/// Of blocks that live at the same time, 20,000 are guarded: each is a mapping with another behind it, of which Linux allows a process
+/// 65,530, and Wine ends one that can have no more.
 class GuardArena {
 public:
   /// The one arena; it never dies.
@@ -32,6 +34,7 @@ private:
   static constexpr std::uint32_t kNone = 0;
   static constexpr std::uint32_t kWaiting = 4096;
   static constexpr int kSlotSizes = 20;
+  static constexpr std::uint32_t kMostLive = 20'000;
 
   /// What is known of a page; it counts for a slot's first page (next) and for a block's first page (the others).
   struct Page {
@@ -54,6 +57,7 @@ private:
   char * base_;
   Page * pages_;
   std::uint32_t fresh_ = 2;
+  std::uint32_t live_ = 0;
   Queue queues_[kSlotSizes] = {};
   SRWLOCK lock_ = SRWLOCK_INIT;
 };

@@ -56,8 +56,9 @@ int portOf(SOCKET socket) {
 }
 
 void startPython(std::string const & arguments) {
-  // Nothing but the sockets connects the two: a program outside of Wine has no handle, and gets no pipe.
-  std::string commandLine = "python3 -I -S \"" KIVARA_HTTP_SERVER "\" " + arguments;
+  // Nothing but the sockets connects the two: a program outside of Wine has no handle, and gets no pipe. By its first argument
+  // it finds its modules: without a folder there, it would take those of the first python3 in PATH, which may be another.
+  std::string commandLine = "\"" KIVARA_PYTHON "\" -I -S \"" KIVARA_HTTP_SERVER "\" " + arguments;
   STARTUPINFOA start = {};
   start.cb = sizeof start;
   PROCESS_INFORMATION process = {};

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library, or another module, holds: counted through what it imports, since the system's own
+/// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library holds: counted through what it imports, since the system's own
 /// count is 0 under Wine.
 
 #include "support/import_hook.hpp"
@@ -34,6 +34,12 @@ inline HFONT WINAPI countFont(LOGFONTA const * description) {
 
 inline HRGN WINAPI countRegion(RECT const * area) {
   HRGN const region = CreateRectRgnIndirect(area);
+  gdiObjects() += region ? 1 : 0;
+  return region;
+}
+
+inline HRGN WINAPI countPlainRegion(int left, int top, int right, int bottom) {
+  HRGN const region = CreateRectRgn(left, top, right, bottom);
   gdiObjects() += region ? 1 : 0;
   return region;
 }
@@ -72,6 +78,7 @@ inline void countGdiObjects(std::initializer_list<char const *> modules = {"SV01
                              {"CreateSolidBrush", reinterpret_cast<void *>(countBrush)},
                              {"CreateFontIndirectA", reinterpret_cast<void *>(countFont)},
                              {"CreateRectRgnIndirect", reinterpret_cast<void *>(countRegion)},
+                             {"CreateRectRgn", reinterpret_cast<void *>(countPlainRegion)},
                              {"CreateDIBSection", reinterpret_cast<void *>(countBitmap)},
                              {"CreateCompatibleDC", reinterpret_cast<void *>(countDevice)},
                              {"DeleteDC", reinterpret_cast<void *>(countDeletedDevice)},

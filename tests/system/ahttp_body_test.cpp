@@ -200,6 +200,40 @@ TEST_F(HttpBody, Of64MegabytesTakesItsBufferAndItsText) {
   EXPECT_LE(Heap::held, kBuffer + kText + kRest);
 }
 
+TEST_F(HttpBody, IsFreedForTheNextAndWithTheClient) {
+  constexpr std::size_t kSize = 100'000;
+  server.answer("/", filled(kSize, lengthHeader(kSize)));
+  Heap::watch();
+  std::size_t const before = Heap::held;
+  {
+    KivHTTPClient other(wide(server.url("/")), nullptr);
+    EXPECT_TRUE(get(other));
+    std::size_t const afterOne = Heap::held;
+    EXPECT_GE(afterOne, before + 3 * kSize); // bytes and text
+    EXPECT_TRUE(get(other));
+    EXPECT_LT(Heap::held, afterOne + kSize);
+  }
+  EXPECT_EQ(Heap::held, before);
+}
+
+TEST_F(HttpBody, DataToSendAreFreedForTheNextByResetAndWithTheClient) {
+  std::string data(100'000, 'x');
+  auto * const bytes = reinterpret_cast<unsigned char *>(data.data());
+  Heap::watch();
+  std::size_t const before = Heap::held;
+  {
+    KivHTTPClient other(L"", nullptr);
+    std::size_t const without = Heap::held;
+    EXPECT_TRUE(other.SetAdditionalDataToSend(bytes, 100'000));
+    EXPECT_TRUE(other.SetAdditionalDataToSend(bytes, 100'000));
+    EXPECT_LT(Heap::held, without + 150'000);
+    EXPECT_TRUE(other.ResetAdditionalDataToSend());
+    EXPECT_EQ(Heap::held, without);
+    EXPECT_TRUE(other.SetAdditionalDataToSend(bytes, 100'000));
+  }
+  EXPECT_EQ(Heap::held, before);
+}
+
 TEST_F(HttpBody, WithoutAnyMemoryIsFalseAndNothing) {
   ClientWithFormerAnswer former(server);
   server.answer("/other", okWith("other"));

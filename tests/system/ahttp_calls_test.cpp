@@ -208,6 +208,17 @@ TEST_F(HttpCalls, SendTheDataAgainInEachAttempt) {
   EXPECT_EQ(http.callsOf({"write"}), (Calls{"write 12345", "write 12345"}));
 }
 
+TEST_F(HttpCalls, SendNoDataAfterAnotherUrlOrAReset) {
+  KivHTTPClient client(kUrl, nullptr);
+  unsigned char data[] = "12345";
+  for (bool const byUrl : {false, true}) {
+    client.SetAdditionalDataToSend(data, 5);
+    EXPECT_TRUE(byUrl ? client.UpdateUrl(kUrl) : client.ResetAdditionalDataToSend());
+    EXPECT_TRUE(client.SendHttpRequest(L"POST", false));
+  }
+  EXPECT_EQ(http.callsOf({"write"}), Calls{});
+}
+
 // The body
 
 TEST_F(HttpCalls, TakeAPartThatIsLargerThanTwiceTheBuffer) {

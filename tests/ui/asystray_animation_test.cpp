@@ -13,14 +13,6 @@ protected:
     create(tray);
   }
 
-  /// Runs the event loop until that holds.
-  template <class Condition> static bool runUntil(Condition const & condition) {
-    return support::eventually([&] {
-      settle();
-      return condition();
-    });
-  }
-
   void useList() {
     HICON icons[] = {red.get(), green.get(), blue.get()};
     ASSERT_TRUE(tray.SetIconList(icons, 2));
@@ -101,6 +93,9 @@ TEST_F(TrayAnimation, RunsByTheTimerUntilItIsStoppedAndBringsTheFormerIconBack) 
   EXPECT_EQ(tray.m_uIDTimer, 0u);
   settle();
   EXPECT_EQ(tray.GetIcon(), former);
+  tray.SetIcon(red.get());
+  EXPECT_EQ(tray.StopAnimation(), 0);
+  EXPECT_EQ(tray.GetIcon(), red.get()); // there is nothing to bring back any more
   std::string all;
   for (std::string const & call : shell->calls())
     all += call;

@@ -18,20 +18,10 @@ protected:
     };
   }
 
-  /// The window of the open menu; null when none is open.
-  static HWND openMenu() {
-    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, "#32768", nullptr)) != nullptr;)
-      if (IsWindowVisible(window))
-        return window;
-    return nullptr;
-  }
-
-  static void postMenuKey(WPARAM key) { PostMessageA(openMenu(), WM_KEYDOWN, key, 1); }
-
-  /// Clicks with the right button and does what the script says, until the icon has answered.
+  /// Clicks with the right button, and waits until the menu has been open and is closed.
   void clickRight() {
     shell->mouseLater(kNumber, WM_RBUTTONUP);
-    play();
+    EXPECT_TRUE(runUntil([this] { return tray.menus == 1 && script->isDone() && openMenu() == nullptr; }));
   }
 
   Tray tray;
@@ -39,13 +29,7 @@ protected:
 };
 
 TEST_F(TrayMenu, OpensByARightClickAndGivesTheItemThatIsChosenByKeys) {
-  script->then([] {
-    EXPECT_TRUE(support::eventually([] {
-      settle();
-      return openMenu() != nullptr;
-    }));
-  });
-  script->then([] { postMenuKey(VK_DOWN); }).then([] { postMenuKey(VK_DOWN); }).then([] { postMenuKey(VK_RETURN); });
+  pressInMenu({VK_DOWN, VK_DOWN, VK_RETURN});
   clickRight();
   EXPECT_EQ(selected, (std::vector<unsigned short>{12}));
   EXPECT_EQ(tray.menus, 1);
@@ -54,13 +38,7 @@ TEST_F(TrayMenu, OpensByARightClickAndGivesTheItemThatIsChosenByKeys) {
 }
 
 TEST_F(TrayMenu, IsDismissedByEscape) {
-  script->then([] {
-    EXPECT_TRUE(support::eventually([] {
-      settle();
-      return openMenu() != nullptr;
-    }));
-  });
-  script->then([] { postMenuKey(VK_ESCAPE); });
+  pressInMenu({VK_ESCAPE});
   clickRight();
   EXPECT_EQ(tray.menus, 1);
   EXPECT_TRUE(selected.empty());
@@ -73,7 +51,7 @@ TEST_F(TrayMenu, OpensAtThePointerWithTheWindowInFront) {
   script->then([&] {
     EXPECT_EQ(GetForegroundWindow(), tray.GetNotificationWnd());
     GetWindowRect(openMenu(), &area);
-    postMenuKey(VK_ESCAPE);
+    pressInMenu({VK_ESCAPE});
   });
   EXPECT_EQ(tray.OnTrayNotification(kNumber, WM_RBUTTONUP), 1);
   POINT pointer = {};
@@ -101,10 +79,13 @@ TEST_F(TrayMenu, OfTheBaseIsEmptyAndItsDoubleClickDoesNothing) {
   EXPECT_EQ(openMenu(), nullptr);
 }
 
-TEST_F(TrayMenu, IsTheUsersAndADoubleClickBringsTheWindowToTheFrontFirst) {
+TEST_F(TrayMenu, ADoubleClickBringsTheWindowToTheFrontBeforeTheAction) {
   SV::Window parent(nullptr, SV::WB_TITLE);
   parent.Show();
-  SetForegroundWindow(GetDesktopWindow());
+  SV::Window other(nullptr, SV::WB_TITLE);
+  other.Show();
+  SetForegroundWindow(other.GethWnd());
+  ASSERT_EQ(GetForegroundWindow(), other.GethWnd());
   tray.SetNotificationWnd(parent.GethWnd());
   HWND front = nullptr;
   tray.act = [&] { front = GetForegroundWindow(); };
@@ -144,6 +125,23 @@ TEST_F(TrayMenu, AnExceptionOfADerivedClassReachesTheApplication) {
   EXPECT_EQ(shell->mouse(kNumber, WM_LBUTTONDBLCLK), 0);
   ASSERT_EQ(application.exceptions.size(), 1u);
   EXPECT_EQ(application.exceptions[0].code, SV::EXC_HANDLER_FAILED);
+}
+
+TEST_F(TrayMenu, MayDeleteItsIconInAnActionAndInTheMenu) {
+  for (bool const byMenu : {false, true}) {
+    auto mortal = std::make_unique<Tray>();
+    mortal->Create(nullptr, kMessage, "Tip", SV::Icon(), 7);
+    mortal->act = [&] { mortal.reset(); };
+    mortal->build = [&](SV::PopupMenu & menu) {
+      menu.InsertItem(1, "~End");
+      menu.ChangeSelectHdl([&](unsigned short) { mortal.reset(); });
+    };
+    if (byMenu)
+      pressInMenu({VK_DOWN, VK_RETURN});
+    EXPECT_EQ(mortal->OnTrayNotification(7, byMenu ? WM_RBUTTONUP : WM_LBUTTONDBLCLK), 1);
+    EXPECT_EQ(mortal, nullptr);
+    EXPECT_EQ(shell->count(), 1); // the one of the test
+  }
 }
 
 // The default item

@@ -159,6 +159,27 @@ TEST_F(TrayWindows, StayWhereTheyAreButHiddenWhenThereIsNoHiddenWindow) {
   EXPECT_TRUE(IsWindowVisible(hwnd()));
 }
 
+std::vector<HWND> activated;
+HWND inFront;
+HWND WINAPI keepActive(HWND window) {
+  activated.push_back(window);
+  return nullptr;
+}
+BOOL WINAPI keepFront(HWND window) {
+  inFront = window;
+  return TRUE;
+}
+
+TEST_F(TrayWindows, AreMadeActiveAfterTheHiddenOneAndThenComeToTheFront) {
+  minimiseAnimation = false;
+  KivSystemTray::MinimizeToTray(hwnd());
+  replace("USER32.dll", {{"SetActiveWindow", reinterpret_cast<void *>(keepActive)},
+                         {"SetForegroundWindow", reinterpret_cast<void *>(keepFront)}});
+  KivSystemTray::MaximizeFromTray(hwnd());
+  EXPECT_EQ(activated, (std::vector<HWND>{Tray::m_hWndInvisible, hwnd()}));
+  EXPECT_EQ(inFront, hwnd());
+}
+
 // Where the tray is
 
 TEST_F(TrayWindows, TrayIsTheAreaFromTheClockOn) {
@@ -169,6 +190,14 @@ TEST_F(TrayWindows, TrayIsTheAreaFromTheClockOn) {
 TEST_F(TrayWindows, TrayBesideTheScreenIsTheAreaBelowTheClock) {
   start("side"); // the bar is (0, 0, 60, 600), the area begins at 400, the clock ends at 440
   EXPECT_EQ(trayArea(), "0 440 60 600");
+}
+
+TEST_F(TrayWindows, TrayHasTheClockBesideItUpToFivePixelsAboveItsEdge) {
+  start("gap5");
+  EXPECT_EQ(trayArea(), "720 570 800 600");
+  stop();
+  start("gap6");
+  EXPECT_EQ(trayArea(), "600 594 800 600");
 }
 
 UINT edge;

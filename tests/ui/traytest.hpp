@@ -160,7 +160,45 @@ private:
 
 using Lines = std::vector<std::string>;
 
-class TrayTest : private support::PrivateStation, public svtest::DialogTest {
+/// What a user does with an icon.
+class TrayUserTest : public svtest::DialogTest {
+protected:
+  /// Deals with what has been sent and posted to the windows of this thread.
+  static void settle() {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+      DispatchMessageA(&message);
+  }
+
+  /// Does so until that holds.
+  template <class Condition> static bool runUntil(Condition const & condition) {
+    return support::eventually([&] {
+      settle();
+      return condition();
+    });
+  }
+
+  /// The window of the open menu; null when none is open.
+  static HWND openMenu() {
+    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, "#32768", nullptr)) != nullptr;)
+      if (IsWindowVisible(window))
+        return window;
+    return nullptr;
+  }
+
+  /// Presses the keys in the menu as soon as it is open.
+  void pressInMenu(std::vector<WPARAM> const & keys) {
+    script->then([this, keys] {
+      if (openMenu() == nullptr)
+        pressInMenu(keys);
+      else
+        for (WPARAM const key : keys)
+          PostMessageA(openMenu(), WM_KEYDOWN, key, 1);
+    });
+  }
+};
+
+class TrayTest : private support::PrivateStation, public TrayUserTest {
 protected:
   static constexpr unsigned kMessage = WM_APP + 20;
   static constexpr unsigned kNumber = 5;
@@ -198,13 +236,6 @@ protected:
   void stop() {
     shell->end();
     shell.reset();
-  }
-
-  /// Deals with what has been sent and posted to the windows of this thread.
-  static void settle() {
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
-      DispatchMessageA(&message);
   }
 
   int create(Tray & tray, int hidden = FALSE) {

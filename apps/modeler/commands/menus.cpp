@@ -1,5 +1,7 @@
 #include "commands/menus.hpp"
 
+#include "texts/dragtexts.hpp"
+
 #include <algorithm>
 #include <utility>
 
@@ -8,6 +10,7 @@ namespace modeler {
 Menus::Menus() {
   AddMenu(MENU_HELP, Text::MenuHelp);
   AddMenu(MENU_FILE, Text::MenuFile);
+  AddMenu(MENU_EDIT, kMenuEdit);
   AddMenu(MENU_RAISE, Text::MenuRaise);
   AddMenu(MENU_WINDOW, Text::MenuWindow);
   AddMenu(MENU_LANGUAGE, Text::MenuLanguage);

@@ -14,7 +14,7 @@ namespace modeler {
 namespace {
 
 constexpr SV::Point kStart = {40, 40}; // at 96 dots per inch, as is the size
-constexpr SV::Size kSize = {1000, 700};
+constexpr SV::Size kSize = {1200, 740};
 
 String productName() { return "KIVARA Modeler " + Kiv_GetVersionString(); }
 
@@ -31,7 +31,8 @@ SV::Size startSize() {
 } // namespace
 
 MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plugins, Settings const & settings)
-    : MDIFrame(productName()), eventLog_(events), plugins_(plugins), documents_(*this, journal),
+    : MDIFrame(productName()), eventLog_(events), journal_(journal), plugins_(plugins), documents_(*this, journal),
+      dragCommands_(*this, documents_, [this]() -> TextTarget & { return showFacts(); }),
       parts_(std::make_unique<Parts>(*this, documents_, settings, [this] { menus_.Refresh(); })),
       pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal),
       printCommands_(*this, documents_, journal) {
@@ -39,6 +40,7 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
   menus_.Add(documents_.GetCommands());
   menus_.Add(printCommands_.GetCommands());
   menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
+  menus_.Add(dragCommands_.GetCommands());
   menus_.Add(raiseCommands());
   menus_.AddMenu(MENU_VIEW, kMenuView);
   parts_->MakeToolBar(toolButtons());
@@ -121,10 +123,11 @@ Commands MainWindow::windowCommands() {
           {MENU_WINDOW, WINDOW_TILE, named(Text::Tile), arrange(WM_MDITILE)}};
 }
 
-void MainWindow::showFacts() {
+FactsWindow & MainWindow::showFacts() {
   if (!facts_ || !facts_->GethWnd())
-    facts_ = std::make_unique<FactsWindow>(*this, plugins_);
+    facts_ = std::make_unique<FactsWindow>(*this, plugins_, journal_);
   facts_->Show();
+  return *facts_;
 }
 
 void MainWindow::showEvents() {

@@ -4,6 +4,7 @@
 
 #include "background/journal.hpp"
 #include "commands/documents.hpp"
+#include "commands/dragcommands.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
 #include "commands/printcommands.hpp"
@@ -38,15 +39,17 @@ private:
   ISequence<ToolButton> toolButtons();
   Commands raiseCommands() const;
   Commands windowCommands();
-  void showFacts();
+  FactsWindow & showFacts();
   void showEvents();
   void showAbout();
   void retext();
 
   EventLog & eventLog_;
+  Journal & journal_;
   Plugins const & plugins_;
   Menus menus_;
   Documents documents_;
+  DragCommands dragCommands_;
   std::unique_ptr<Parts> parts_;
   PluginCommands pluginCommands_;
   TrayCommands trayCommands_;

@@ -119,16 +119,19 @@ void Parts::giveKeyboardBack() const {
   SetFocus(front != nullptr ? front->GethWnd() : frame_.GethWnd());
 }
 
-/// From the documents to the outline, to the notes, and back, without those that are hidden.
-void Parts::focusNext() const {
+KeyboardPlace Parts::keyboardPlace() const {
   HWND const focus = GetFocus();
-  bool const isInOutline = focus == outline_.GethWnd();
-  if (!isInOutline && focus != notes_.GethWnd() && IsShown(outline_))
-    SetFocus(outline_.GethWnd());
-  else if (focus != notes_.GethWnd() && IsShown(notes_))
-    SetFocus(notes_.GethWnd());
-  else
-    giveKeyboardBack();
+  if (focus == outline_.GethWnd())
+    return KeyboardPlace::Outline;
+  return focus == notes_.GethWnd() ? KeyboardPlace::Notes : KeyboardPlace::Documents;
+}
+
+void Parts::focusNext() const {
+  switch (nextPlace(keyboardPlace(), IsShown(outline_), IsShown(notes_))) {
+  case KeyboardPlace::Outline: SetFocus(outline_.GethWnd()); break;
+  case KeyboardPlace::Notes: SetFocus(notes_.GethWnd()); break;
+  case KeyboardPlace::Documents: giveKeyboardBack(); break;
+  }
 }
 
 } // namespace modeler

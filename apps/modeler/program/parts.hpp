@@ -5,6 +5,7 @@
 #include "background/settings.hpp"
 #include "commands/command.hpp"
 #include "commands/documents.hpp"
+#include "windows/arrangement.hpp"
 #include "windows/modelpanes.hpp"
 #include "windows/statusbar.hpp"
 #include "windows/toolbar.hpp"
@@ -46,6 +47,7 @@ private:
   void add(SV::Window & window, char const * setting);
   void show(Part const & part, bool isShown);
   void giveKeyboardBack() const;
+  KeyboardPlace keyboardPlace() const;
   void focusNext() const;
 
   SV::MDIFrame & frame_;

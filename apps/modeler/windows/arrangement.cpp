@@ -19,4 +19,10 @@ Arrangement arrange(SV::Size const & frame, PartSizes const & sizes) {
           {{panes, top}, {frame.width - panes, height}}};
 }
 
+KeyboardPlace nextPlace(KeyboardPlace now, bool hasOutline, bool hasNotes) {
+  if (now == KeyboardPlace::Documents && hasOutline)
+    return KeyboardPlace::Outline;
+  return now != KeyboardPlace::Notes && hasNotes ? KeyboardPlace::Notes : KeyboardPlace::Documents;
+}
+
 } // namespace modeler

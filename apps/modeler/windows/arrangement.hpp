@@ -27,4 +27,10 @@ struct Arrangement {
 /// left. A part that is hidden, or has no room, is empty.
 Arrangement arrange(SV::Size const & frame, PartSizes const & sizes);
 
+/// Who can have the keyboard.
+enum class KeyboardPlace { Documents, Outline, Notes };
+
+/// Who has it next: from the documents to the outline, to the notes, and back, without those that are hidden.
+KeyboardPlace nextPlace(KeyboardPlace now, bool hasOutline, bool hasNotes);
+
 } // namespace modeler

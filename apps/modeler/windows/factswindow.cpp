@@ -2,7 +2,7 @@
 
 #include "background/startfacts.hpp"
 #include "sv/outputdevice.hpp"
-#include "texts/texts.hpp"
+#include "texts/dragtexts.hpp"
 #include "windows/scaling.hpp"
 
 #include <algorithm>
@@ -17,13 +17,21 @@ constexpr long kLineGap = 6;
 
 } // namespace
 
-FactsWindow::FactsWindow(SV::MDIFrame & frame, Plugins const & plugins)
-    : MDIChild(frame, text(Text::TitleStart)), plugins_(plugins) {}
+FactsWindow::FactsWindow(SV::MDIFrame & frame, Plugins const & plugins, Journal & journal)
+    : MDIChild(frame, text(Text::TitleStart)), plugins_(plugins), journal_(journal) {}
+
+void FactsWindow::TakeText(SV::String const & activity) {
+  activities_.push_back(activity);
+  journal_.Add("taken: " + activity);
+  Invalidate();
+}
 
 void FactsWindow::Paint(SV::OutputDevice & device, SV::Rectangle const &) {
   ISequence<Fact> facts = startFacts();
   for (Fact const & fact : plugins_.Facts())
     facts.push_back(fact);
+  for (SV::String const & activity : activities_)
+    facts.push_back({text(kActivityTaken), activity});
   long nameWidth = 0;
   long lineHeight = 0;
   for (Fact const & fact : facts) {

@@ -2,20 +2,26 @@
 /// \file
 /// The document window that shows the facts of the start, in the language of the moment.
 
+#include "background/journal.hpp"
 #include "background/plugins.hpp"
 #include "sv/mdi.hpp"
+#include "windows/textdrag.hpp"
 
 namespace modeler {
 
-class FactsWindow : public SV::MDIChild {
+/// Activities can be dropped on it; they are listed below the facts.
+class FactsWindow : public SV::MDIChild, public TextTarget {
 public:
-  /// \param plugins  outlive the window
-  FactsWindow(SV::MDIFrame & frame, Plugins const & plugins);
+  /// \param plugins, journal  outlive the window
+  FactsWindow(SV::MDIFrame & frame, Plugins const & plugins, Journal & journal);
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
+  void TakeText(SV::String const & activity) override;
 
 private:
   Plugins const & plugins_;
+  Journal & journal_;
+  ISequence<SV::String> activities_;
 };
 
 } // namespace modeler

@@ -67,13 +67,13 @@ ISequence<Pane::Line> NotesPane::lines() const {
   ProcessModel const * const model = front_();
   if (model == nullptr)
     return {{text(kNoModel)}};
+  ISequence<SV::String> notes = notesOf(*model);
+  if (notes.empty())
+    notes.push_back(text(kNoNotes));
   ISequence<Line> result;
-  for (SV::String const & note : notesOf(*model))
-    for (SV::String const & line :
-         wrapped(note, lineWidth(), [this](SV::String const & text) { return textSize(text); }))
+  for (SV::String const & note : notes)
+    for (SV::String const & line : wrapped(note, lineWidth(), [this](SV::String const & t) { return textSize(t); }))
       result.push_back({line});
-  if (result.empty())
-    result.push_back({text(kNoNotes)});
   return result;
 }
 

@@ -96,9 +96,10 @@ SV::Font ProcessWindow::noteFont() const {
 
 /// Headline and notes stand above the picture, with a line's room around them.
 Size ProcessWindow::wholeSize() const {
-  return {std::max(layout_.size.width, headSize_.width + 2 * layout_.line),
-          layout_.size.height + headSize_.height + layout_.line};
+  return {std::max(layout_.size.width, headSize_.width + 2 * layout_.line), layout_.size.height + pictureTop()};
 }
+
+long ProcessWindow::pictureTop() const { return headSize_.height + layout_.line; }
 
 void ProcessWindow::Paint(SV::OutputDevice & device, SV::Rectangle const & area) {
   BackBuffer const buffer(device.GethDC(), area);
@@ -113,15 +114,18 @@ void ProcessWindow::Paint(SV::OutputDevice & device, SV::Rectangle const & area)
   paper.ChangeFont(noteFont());
   for (std::size_t note = 0; note < notes_.size(); ++note)
     paper.DrawText({layout_.line, notesTop_ + static_cast<long>(note) * layout_.line}, notes_[note]);
-  long const top = headSize_.height + layout_.line;
+  long const top = pictureTop();
   OffsetWindowOrgEx(paper.GethDC(), 0, -top, nullptr);
   drawProcess(paper, GetFont(), layout_,
               {{area.TopLeft().x + scrolled.x, area.TopLeft().y + scrolled.y - top}, area.GetSize()});
+  drawSelection(paper);
 }
 
 long long ProcessWindow::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
   if (message == WM_ERASEBKGND)
     return 1; // Paint draws all, at once
+  if (message == WM_DESTROY)
+    drag_.Cancel(); // a window that goes is not told that it has lost the mouse
   if (bars_.Handle(GethWnd(), message, wParam))
     return 0;
   long long const result = MDIChild::HandleMessage(message, wParam, lParam);

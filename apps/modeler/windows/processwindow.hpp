@@ -5,11 +5,14 @@
 #include "model/layout.hpp"
 #include "sv/mdi.hpp"
 #include "windows/scrolling.hpp"
+#include "windows/textdrag.hpp"
 
 #include <functional>
 
 namespace modeler {
 
+/// Tab, and a click, select an activity, whose text can be dragged to another window.
+///
 /// It is as large as the picture, as far as the frame has room, and can be scrolled otherwise.
 class ProcessWindow : public SV::MDIChild {
 public:
@@ -19,21 +22,36 @@ public:
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
   void Resize(SV::Size const & size) override;
+  void MouseMove(SV::MouseEvent const & event) override;
+  void MouseButtonDown(SV::MouseEvent const & event) override;
+  void MouseButtonUp(SV::MouseEvent const & event) override;
+  void CaptureLost() override;
+  bool KeyInput(SV::KeyEvent const & event) override;
 
   /// To be called when the language has changed.
   void Retext();
 
   ProcessModel const & GetModel() const { return model_; }
 
+  /// The text of the activity that is selected, by this call the first one if none was; empty if the model has none.
+  SV::String SelectedActivity();
+
 protected:
   long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override;
 
 private:
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
   void arrange();
   void fitToPicture(SV::Size const & room);
   SV::Font headlineFont() const;
   SV::Font noteFont() const;
   SV::Size wholeSize() const;
+  long pictureTop() const;
+  void drawSelection(SV::OutputDevice & paper) const;
+  std::size_t activityAt(SV::Point const & position) const;
+  void select(std::size_t node);
+  bool selectNext(bool forwards);
 
   ProcessModel model_;
   std::function<void()> frontChanged_;
@@ -43,6 +61,8 @@ private:
   long notesTop_ = 0;
   SV::Size headSize_; ///< of headline and notes
   ScrollBars bars_;
+  std::size_t selected_ = kNone; ///< a node's place in the model
+  TextDrag drag_{*this};
 };
 
 } // namespace modeler

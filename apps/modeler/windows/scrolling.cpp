@@ -58,6 +58,11 @@ long scrolledPosition(Scroll const & scroll, unsigned command, long track) {
   }
 }
 
+long revealedPosition(Scroll const & scroll, long start, long length) {
+  long const last = std::max(start + length - scroll.page, 0L);
+  return clampedPosition(scroll, std::min(std::max(scroll.position, last), start));
+}
+
 void ScrollBars::SetWhole(HWND window, SV::Size const & whole, long line) {
   across_.whole = whole.width;
   down_.whole = whole.height;
@@ -83,6 +88,11 @@ void ScrollBars::Fit(HWND window) {
   }
   isFitting_ = false;
   InvalidateRect(window, nullptr, FALSE);
+}
+
+void ScrollBars::Reveal(HWND window, SV::Rectangle const & part) {
+  move(window, false, revealedPosition(across_, part.Left(), part.GetWidth()));
+  move(window, true, revealedPosition(down_, part.Top(), part.GetHeight()));
 }
 
 bool ScrollBars::Handle(HWND window, unsigned message, unsigned long long wParam) {

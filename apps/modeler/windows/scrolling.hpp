@@ -21,6 +21,10 @@ long clampedPosition(Scroll const & scroll, long position);
 /// \param track  where the user holds the thumb
 long scrolledPosition(Scroll const & scroll, unsigned command, long track);
 
+/// The position nearest to that of \p scroll at which \p length pixels from \p start on are seen, or as many of them as
+/// there is room for, from their beginning.
+long revealedPosition(Scroll const & scroll, long start, long length);
+
 /// Both directions, moved by bars, wheel and keys. A bar is there while something is out of sight.
 class ScrollBars {
 public:
@@ -32,6 +36,9 @@ public:
   void Fit(HWND window);
 
   SV::Point GetPosition() const { return {across_.position, down_.position}; }
+
+  /// Moves so that a part of the whole is seen.
+  void Reveal(HWND window, SV::Rectangle const & part);
 
   /// Deals with messages for scroll bars, wheel and keys; those have the window drawn anew when it has moved.
   /// \return false for any other message

@@ -7,36 +7,6 @@
 namespace kivara::crash {
 namespace {
 
-struct ExceptionName {
-  DWORD code;
-  char const * name;
-};
-
-constexpr ExceptionName kNames[] = {
-    {EXCEPTION_ACCESS_VIOLATION, "ACCESS_VIOLATION"},
-    {EXCEPTION_DATATYPE_MISALIGNMENT, "DATATYPE_MISALIGNMENT"},
-    {EXCEPTION_BREAKPOINT, "BREAKPOINT"},
-    {EXCEPTION_SINGLE_STEP, "SINGLE_STEP"},
-    {EXCEPTION_ARRAY_BOUNDS_EXCEEDED, "ARRAY_BOUNDS_EXCEEDED"},
-    {EXCEPTION_FLT_DENORMAL_OPERAND, "FLT_DENORMAL_OPERAND"},
-    {EXCEPTION_FLT_DIVIDE_BY_ZERO, "FLT_DIVIDE_BY_ZERO"},
-    {EXCEPTION_FLT_INEXACT_RESULT, "FLT_INEXACT_RESULT"},
-    {EXCEPTION_FLT_INVALID_OPERATION, "FLT_INVALID_OPERATION"},
-    {EXCEPTION_FLT_OVERFLOW, "FLT_OVERFLOW"},
-    {EXCEPTION_FLT_STACK_CHECK, "FLT_STACK_CHECK"},
-    {EXCEPTION_FLT_UNDERFLOW, "FLT_UNDERFLOW"},
-    {EXCEPTION_INT_DIVIDE_BY_ZERO, "INT_DIVIDE_BY_ZERO"},
-    {EXCEPTION_INT_OVERFLOW, "INT_OVERFLOW"},
-    {EXCEPTION_PRIV_INSTRUCTION, "PRIV_INSTRUCTION"},
-    {EXCEPTION_IN_PAGE_ERROR, "IN_PAGE_ERROR"},
-    {EXCEPTION_ILLEGAL_INSTRUCTION, "ILLEGAL_INSTRUCTION"},
-    {EXCEPTION_NONCONTINUABLE_EXCEPTION, "NONCONTINUABLE_EXCEPTION"},
-    {EXCEPTION_STACK_OVERFLOW, "STACK_OVERFLOW"},
-    {EXCEPTION_INVALID_DISPOSITION, "INVALID_DISPOSITION"},
-    {EXCEPTION_GUARD_PAGE, "GUARD_PAGE"},
-    {EXCEPTION_INVALID_HANDLE, "INVALID_HANDLE"},
-};
-
 /// The sections of a module, none where its headers are not those of one.
 struct Sections {
   IMAGE_SECTION_HEADER const * first = nullptr;
@@ -73,17 +43,6 @@ void findSection(FaultLocation & location, Sections const & sections, std::uint3
 }
 
 } // namespace
-
-char const * exceptionName(unsigned long code) {
-  for (auto const & each : kNames)
-    if (each.code == code)
-      return each.name;
-  static char text[512];
-  text[0] = '\0';
-  FormatMessageA(FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_FROM_HMODULE | FORMAT_MESSAGE_FROM_SYSTEM,
-                 GetModuleHandleA("NTDLL.DLL"), code, 0, text, sizeof text, nullptr);
-  return text;
-}
 
 FaultLocation locateFault(void const * address) {
   FaultLocation location;

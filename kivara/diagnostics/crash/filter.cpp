@@ -48,6 +48,8 @@ bool isMinidumpWritten(char const * path, EXCEPTION_POINTERS * exception) {
     writeError("CreateMiniDump dmp file failed\n");
     return false;
   }
+  // Under Wine the dump would read the debug information of every module otherwise, and use none of it.
+  SymSetOptions(SYMOPT_DEFERRED_LOADS);
   MINIDUMP_EXCEPTION_INFORMATION information{GetCurrentThreadId(), exception, FALSE};
   bool const isWritten = MiniDumpWriteDump(GetCurrentProcess(), GetCurrentProcessId(), file.get(), MiniDumpNormal,
                                            &information, nullptr, nullptr) != FALSE;

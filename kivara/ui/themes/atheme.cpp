@@ -7,6 +7,7 @@
 #include "ui/themes/captionparts.hpp"
 #include "ui/themes/captiontext.hpp"
 #include "ui/themes/closebutton.hpp"
+#include "ui/themes/directfill.hpp"
 #include "ui/themes/filling.hpp"
 #include "ui/themes/systemcolor.hpp"
 #include "ui/themes/themehandle.hpp"
@@ -52,15 +53,16 @@ void drawStyled(void * theme, SV::Window & window, KivThemeClass part, SV::Recta
                                            hasFrame ? withFrame(area) : area);
 }
 
-/// Every other line, the first one below the top edge.
-void drawStripes(SV::Window & window, SV::Rectangle const & area, Color const & color) {
-  kivara::PenAndBrush const drawing(window, SV::Pen(color), SV::Brush());
+/// An area with every other line in another colour, the first of them below the top edge.
+void drawStripes(SV::Window & window, SV::Rectangle const & area, Color const & ground, Color const & stripe) {
   SV::Rectangle const seen = area.GetIntersection(kivara::wholeOf(window));
-  std::int64_t line = seen.Top();
-  if ((line - area.Top()) % 2 == 0)
-    ++line;
-  for (; line <= seen.Bottom(); line += 2)
-    window.DrawLine({area.Left(), static_cast<long>(line)}, {area.Right(), static_cast<long>(line)});
+  if (seen.IsEmpty())
+    return;
+  kivara::DirectFill const drawing(window.GethDC());
+  drawing.fill(seen, ground);
+  std::int64_t const offset = std::int64_t{seen.Top()} - area.Top();
+  for (long line = seen.Top() + (offset % 2 == 0 ? 1 : 0); line <= seen.Bottom(); line += 2)
+    drawing.fill({{seen.Left(), line}, {seen.GetWidth(), 1}}, stripe);
 }
 
 /// Light captions have a dark text.
@@ -103,8 +105,7 @@ void KivTheme::Draw(SV::Window & window, KivThemeClass part, SV::Rectangle const
     drawStyled(theme.get(), window, part, area);
   } else if (kivara::isCaption(part)) {
     bool const active = kivara::isActive(part);
-    kivara::fill(window, area, GetColor(active ? 7 : 5));
-    drawStripes(window, area, GetColor(active ? 8 : 6));
+    drawStripes(window, area, GetColor(active ? 7 : 5), GetColor(active ? 8 : 6));
   }
 }
 

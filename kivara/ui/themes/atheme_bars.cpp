@@ -2,12 +2,16 @@
 
 #include "acolor.hpp"
 #include "atheme.hpp"
+#include "handles/handle.hpp"
 #include "sv/visualstyles.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 #include "ui/themes/bars.hpp"
+#include "ui/themes/directfill.hpp"
 #include "ui/themes/filling.hpp"
 #include "ui/themes/themehandle.hpp"
+
+#include <optional>
 
 using SV::Color;
 
@@ -17,26 +21,40 @@ namespace {
 
 constexpr int kToolbarButton = 1; // of the visual style "Toolbar"
 
-/// Nothing is drawn outside of a rectangle, nor of the limit that the device has; afterwards that holds again.
+/// Nothing is drawn outside of some lines or columns, nor outside of the limits that a device has; afterwards only those hold.
 class ClippedTo {
 public:
-  ClippedTo(SV::OutputDevice & device, SV::Rectangle const & area)
-      : device_(device), former_(device.ChangeClipRegion(SV::Region())) {
-    SV::Region clip = former_;
-    clip.Intersect(area);
-    device.ChangeClipRegion(clip);
+  ClippedTo(HDC device, SV::Rectangle const & area) : device_(device) {
+    hadLimits_ = GetClipRgn(device, former_.get()) == 1;
+    RECT const edges = area.ToSystem();
+    IntersectClipRect(device, edges.left, edges.top, edges.right, edges.bottom);
   }
   ClippedTo(ClippedTo const &) = delete;
   ClippedTo & operator=(ClippedTo const &) = delete;
-  ~ClippedTo() { device_.ChangeClipRegion(former_); }
+  ~ClippedTo() { SelectClipRgn(device_, hadLimits_ ? former_.get() : nullptr); }
 
 private:
-  SV::OutputDevice & device_;
-  SV::Region former_;
+  HDC device_;
+  handles::RegionObject former_{CreateRectRgn(0, 0, 0, 0)};
+  bool hadLimits_;
 };
 
 TRIVERTEX vertex(SV::Point const & place, Color const & color) {
   return {place.x, place.y, color.GetRed(), color.GetGreen(), color.GetBlue(), 0};
+}
+
+/// \param seen  lies within the size, over which the colours run
+void drawGradientWithin(HDC device, KivTheme const & theme, bool vertical, SV::Rectangle const & seen,
+                        SV::Size const & size) {
+  std::optional<ClippedTo> clip;
+  if (vertical ? seen.GetHeight() < size.height : seen.GetWidth() < size.width)
+    clip.emplace(device, seen);
+  // Across, where the colour stays the same, the fill itself ends at the edges.
+  SV::Point const first = vertical ? SV::Point{seen.Left(), 0} : SV::Point{0, seen.Top()};
+  SV::Point const last = vertical ? SV::Point{seen.Right() + 1, size.height} : SV::Point{size.width, seen.Bottom() + 1};
+  TRIVERTEX corners[] = {vertex(first, theme.GetColor(1)), vertex(last, theme.GetColor(2))};
+  GRADIENT_RECT mesh = {0, 1};
+  GradientFill(device, corners, 2, &mesh, 1, vertical ? GRADIENT_FILL_RECT_V : GRADIENT_FILL_RECT_H);
 }
 
 int buttonState(ButtonState const & state) {
@@ -53,11 +71,10 @@ void drawBarGradient(KivTheme const & theme, SV::OutputDevice & device, bool ver
   if (area.IsEmpty())
     return;
   SV::DrawingScope const scope(device);
-  ClippedTo const clip(device, area);
-  SV::Size const size = device.GetOutputSizePixel();
-  TRIVERTEX corners[] = {vertex({0, 0}, theme.GetColor(1)), vertex({size.width, size.height}, theme.GetColor(2))};
-  GRADIENT_RECT whole = {0, 1};
-  GradientFill(device.GethDC(), corners, 2, &whole, 1, vertical ? GRADIENT_FILL_RECT_V : GRADIENT_FILL_RECT_H);
+  SV::Rectangle const whole = wholeOf(device);
+  SV::Rectangle const seen = area.GetIntersection(whole);
+  if (!seen.IsEmpty())
+    drawGradientWithin(device.GethDC(), theme, vertical, seen, whole.GetSize());
 }
 
 bool drawStyledButton(SV::Window const & window, SV::OutputDevice & device, SV::Rectangle const & area,
@@ -97,18 +114,17 @@ constexpr struct {
   double toBottom[5]; ///< the last one is the lowest line
 } kStatusLines = {{0.632, 0.815, 0.912, 0.984, 1.011}, {0.991, 0.975, 0.942, 0.919, 0.945}};
 
-void drawStatusLine(SV::OutputDevice & device, long row, Color const & color) {
-  device.ChangePen(SV::Pen(color));
-  device.DrawLine({0, row}, {device.GetOutputSizePixel().width - 1, row});
-}
-
-void drawStatusLines(SV::OutputDevice & device, Color const & base) {
-  kivara::PenAndBrush const drawing(device, SV::Pen(), SV::Brush());
-  long const height = device.GetOutputSizePixel().height;
+void drawStatusBar(SV::OutputDevice & device, SV::Rectangle const & area, Color const & base) {
+  SV::Size const size = device.GetOutputSizePixel();
+  kivara::DirectFill const drawing(device.GethDC());
+  if (SV::Rectangle const seen = area.GetIntersection({{0, 0}, size}); !seen.IsEmpty())
+    drawing.fill(seen, base);
+  if (!KivThemeManager::IsThemed())
+    return;
   for (long i = 0; i < 5; ++i)
-    drawStatusLine(device, i, mulColor(base, kStatusLines.fromTop[i]));
+    drawing.fill({{0, i}, {size.width, 1}}, mulColor(base, kStatusLines.fromTop[i]));
   for (long i = 0; i < 5; ++i)
-    drawStatusLine(device, height - 5 + i, mulColor(base, kStatusLines.toBottom[i]));
+    drawing.fill({{0, size.height - 5 + i}, {size.width, 1}}, mulColor(base, kStatusLines.toBottom[i]));
 }
 
 } // namespace
@@ -135,7 +151,5 @@ void KivTheme::DrawStatusBarBackground(SV::OutputDevice & device, SV::Rectangle 
   if (area.IsEmpty())
     return;
   SV::DrawingScope const scope(device);
-  kivara::fill(device, area, GetColor(0));
-  if (KivThemeManager::IsThemed())
-    drawStatusLines(device, GetColor(0));
+  drawStatusBar(device, area, GetColor(0));
 }

@@ -91,7 +91,7 @@ void KivThemeManager::InvalidateWindows() {
 }
 
 void * KivThemeManager::openTheme(SV::Window const & window, char const * classes) const {
-  if (!SV::CVisualStylesXP::IsAppThemed() || !visualStylesXPEnabled)
+  if (!visualStylesXPEnabled || !SV::CVisualStylesXP::IsAppThemed())
     return nullptr;
   return SV::CVisualStylesXP::OpenThemeData(window.GethWnd(), classes);
 }

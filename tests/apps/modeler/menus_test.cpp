@@ -31,9 +31,10 @@ protected:
 TEST_F(ModelerMenus, StandInTheirOrderWithHelpLast) {
   modeler::Menus menus;
   menus.AddMenu(modeler::MENU_PLUGINS, modeler::Text::MenuFile);
-  modeler::Item const order[] = {modeler::MENU_FILE,     modeler::MENU_RAISE,   modeler::MENU_WINDOW,
-                                 modeler::MENU_LANGUAGE, modeler::MENU_PLUGINS, modeler::MENU_HELP};
-  for (unsigned short i = 0; i < 6; ++i)
+  modeler::Item const order[] = {modeler::MENU_FILE,   modeler::MENU_EDIT,     modeler::MENU_RAISE,
+                                 modeler::MENU_WINDOW, modeler::MENU_LANGUAGE, modeler::MENU_PLUGINS,
+                                 modeler::MENU_HELP};
+  for (unsigned short i = 0; i < 7; ++i)
     EXPECT_EQ(menus.GetBar().GetItemId(i), order[i]);
 }
 

@@ -35,5 +35,14 @@ TEST(LayoutScrollOfAll, HasNowhereToGoWhenAllIsSeen) {
     EXPECT_EQ(scrolledPosition({0, 300, 250, 20}, command, 77), 0) << command;
 }
 
+TEST(LayoutScrollOfAPart, IsTheNearestPositionAtWhichThePartIsSeen) {
+  Scroll const scroll = {50, 100, 250, 20}; // from 50 to 149
+  EXPECT_EQ(revealedPosition(scroll, 50, 100), 50) << "all of it is seen already";
+  EXPECT_EQ(revealedPosition(scroll, 140, 20), 60);
+  EXPECT_EQ(revealedPosition(scroll, 30, 10), 30);
+  EXPECT_EQ(revealedPosition(scroll, 20, 200), 20) << "too large: its beginning";
+  EXPECT_EQ(revealedPosition(scroll, 240, 50), 150) << "no farther than the end";
+}
+
 } // namespace
 } // namespace modeler

@@ -116,12 +116,12 @@ TEST_F(ModelerTray, ReportsTheEndOfATrialRunInABalloonWhileTheWindowIsAway) {
   startModeler();
   choose(kTrialRun);
   EXPECT_TRUE(waitForJournal("trial run: a > b > c"));
-  EXPECT_TRUE(shell->waitForOutput("tip 'Trial run of Short'"));
+  EXPECT_TRUE(shell->waitForOutput("tip 'Trial run of 'Short''"));
   choose(kMinimise);
   EXPECT_TRUE(waitUntilVisible(false));
   EXPECT_TRUE(waitForJournal("trial run ended: Short"));
   EXPECT_TRUE(
-      shell->waitForOutput("info 'The trial run of Short has ended.' title 'KIVARA Modeler' kind 1 time 10000 "));
+      shell->waitForOutput("info 'The trial run of 'Short' has ended.' title 'KIVARA Modeler' kind 1 time 10000 "));
   EXPECT_EQ(icons(), 1);
   mouse(WM_LBUTTONDBLCLK);
   EXPECT_TRUE(waitUntilVisible(true));
@@ -132,7 +132,7 @@ TEST_F(ModelerTray, ReportsTheEndInGermanToo) {
   startShell();
   startModeler(kModel, "-langde");
   choose(kTrialRun);
-  EXPECT_TRUE(shell->waitForOutput("info 'Der Probelauf von Short ist beendet.' title 'KIVARA Modeler' "));
+  EXPECT_TRUE(shell->waitForOutput("info 'Der Probelauf von 'Short' ist beendet.' title 'KIVARA Modeler' "));
 }
 
 TEST_F(ModelerTray, BlinksDuringATrialRun) {

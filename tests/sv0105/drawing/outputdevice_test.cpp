@@ -58,6 +58,7 @@ TEST_F(Drawing, WithoutAPenLeavesLinesOut) {
   SV::OutputDevice device(context());
   device.ChangePen(SV::Pen());
   device.DrawLine({3, 4}, {12, 4});
+  device.DrawLine({3, 6}, {3, 6});
   EXPECT_EQ(drawn(), 0);
 }
 
@@ -378,9 +379,11 @@ TEST_F(Drawing, LeavesTheContextAsItWasAndNoObjects) {
   DWORD const before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
   for (int i = 0; i < 20; ++i) {
     SV::OutputDevice device(context());
-    device.ChangePen(SV::Pen(SV::COL_RED));
+    device.ChangePen(SV::Pen(SV::COL_RED, 3));
     device.ChangeFillInBrush(SV::Brush(SV::COL_RED));
     device.ChangeFont(SV::Font("Arial", {0, 12}));
+    device.DrawRect({{1, 1}, {9, 9}});
+    device.DrawText({1, 1}, "text");
   }
   EXPECT_EQ(GetCurrentObject(context(), OBJ_PEN), pen);
   EXPECT_EQ(GetCurrentObject(context(), OBJ_BRUSH), brush);

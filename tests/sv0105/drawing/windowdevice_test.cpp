@@ -1,5 +1,6 @@
 // A window as what is drawn on.
 
+#include "support/allocation.hpp"
 #include "sv0105/drawing/page.hpp"
 
 #include <memory>
@@ -170,7 +171,18 @@ TEST_F(WindowDevice, MayBePaintedWithinItsPaint) {
   EXPECT_EQ(window->GethDC(), nullptr);
 }
 
+int faults = 0;
+LONG CALLBACK countFault(EXCEPTION_POINTERS * raised) {
+  faults += raised->ExceptionRecord->ExceptionCode == EXCEPTION_ACCESS_VIOLATION ? 1 : 0;
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
 TEST_F(WindowDevice, MayDieWithItsWindowInPaint) {
+  support::GuardPages const guard; // what is read after its end would go unnoticed
+  window = std::make_unique<PaintedWindow>(nullptr);
+  window->SetPosSizePixel({100, 100}, {60, 40});
+  window->Show();
+  Application::Reschedule();
   bool painted = false;
   window->onPaint = [&](OutputDevice & device) {
     device.ChangePen(SV::Pen(SV::COL_LIGHTRED, 3));
@@ -180,7 +192,11 @@ TEST_F(WindowDevice, MayDieWithItsWindowInPaint) {
   };
   HWND const handle = window->GethWnd();
   window->Invalidate();
+  // The system ends a window procedure at a fault, and goes on.
+  void * const counting = AddVectoredExceptionHandler(1, countFault);
   UpdateWindow(handle);
+  RemoveVectoredExceptionHandler(counting);
+  EXPECT_EQ(faults, 0);
   EXPECT_TRUE(painted);
   EXPECT_FALSE(IsWindow(handle));
   EXPECT_TRUE(application.exceptions.empty());

@@ -83,6 +83,7 @@ void drawByDevice(SV::OutputDevice & device) {
 }
 
 TEST_P(ThemeDevice, LeavesTheDeviceAsItWas) {
+  SV::DrawingScope const scope(window); // as in a Paint: otherwise each drawing begins anew
   setUp(window);
   drawAll(theme, window, {{10, 9}, {16, 16}});
   drawn.reset();
@@ -94,6 +95,7 @@ TEST_P(ThemeDevice, LeavesTheDeviceAsItWas) {
 }
 
 TEST_P(ThemeDevice, DrawsNothingOutsideOfTheDevicesRegion) {
+  SV::DrawingScope const scope(window); // as in a Paint: otherwise each drawing begins anew
   SV::Rectangle const limit(20, 15, 60, 40);
   window.ChangeClipRegion(SV::Region(limit));
   drawAll(theme, window, {{10, 9}, {300, 300}});

@@ -121,6 +121,23 @@ TEST_F(ThemeImageCalls, MakeBothGlyphsAtOnceAndTheMixedBoxByItself) {
   EXPECT_EQ(styleCalls().open, 0);
 }
 
+// Some styles draw a box in the middle of any area, so that it looks the same in another one.
+TEST_F(ThemeImageCalls, LeaveAnEdgeOfOnePixel) {
+  manager().GetCheckBoxIconImg(true);
+  manager().GetMixedCheckBoxIconImg();
+  manager().GetTreeGlyphImg(true);
+  ASSERT_EQ(styleCalls().areas.size(), 5u);
+  for (RECT const & area : styleCalls().areas)
+    EXPECT_EQ(SV::Rectangle(area), SV::Rectangle(1, 1, 14, 14));
+}
+
+TEST_F(ThemeImageCalls, ThatNobodyAskedForAreNotForgottenEither) {
+  manager();
+  KivThemeManager::SysThemeChanged();
+  EXPECT_TRUE(styleCalls().opened.empty());
+  EXPECT_FALSE(manager().GetCheckBoxIconImg(true).IsEmpty());
+}
+
 TEST_F(ThemeImageCalls, AreMadeAnewAfterAChangeOfTheSystem) {
   KivThemeManager::SysThemeChanged(); // before any of them is there
   for (int round = 0; round < 2; ++round) {

@@ -11,10 +11,14 @@ using namespace themetest;
 INSTANTIATE_TEST_SUITE_P(Themes, ThemeDrawing, allCases(), caseName);
 
 TEST_P(ThemeDrawing, HasTheColoursOfItsPalette) {
-  for (long index = -2; index < 15; ++index)
-    EXPECT_TRUE(alike(quadOf(static_cast<COLORREF>(theme.GetColor(index).GetRGB())),
-                      quadOf(model.color(static_cast<int>(index)))))
-        << index << std::hex << ' ' << theme.GetColor(index).GetRGB();
+  for (long index = -2; index < 15; ++index) {
+    COLORREF const color = static_cast<COLORREF>(theme.GetColor(index).GetRGB());
+    COLORREF const listed = model.color(static_cast<int>(index));
+    EXPECT_TRUE(alike(quadOf(color), quadOf(listed))) << index << std::hex << ' ' << color;
+    if (GetParam().theme == 1) { // numbers of a table, not computed
+      EXPECT_EQ(color, listed) << index;
+    }
+  }
 }
 
 TEST_P(ThemeDrawing, DrawsCaptionsAndFrames) {

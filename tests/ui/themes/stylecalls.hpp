@@ -15,6 +15,7 @@ struct StyleCalls {
   std::vector<std::string> opened; ///< names of classes
   std::vector<HWND> windows;       ///< for which they were
   std::vector<std::string> drawn;  ///< "part,state"
+  std::vector<RECT> areas;         ///< into which it was
   int open = 0;                    ///< handles that were not closed
 };
 
@@ -40,6 +41,7 @@ inline HRESULT WINAPI closeNoted(HTHEME theme) {
 
 inline HRESULT WINAPI drawNoted(HTHEME theme, HDC device, int part, int state, RECT const * area, RECT const * clip) {
   styleCalls().drawn.push_back(std::to_string(part) + "," + std::to_string(state));
+  styleCalls().areas.push_back(*area);
   return DrawThemeBackground(theme, device, part, state, area, clip);
 }
 

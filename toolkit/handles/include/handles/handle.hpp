@@ -74,6 +74,7 @@ struct MemoryDeviceKind : NullKind<HDC>            { static void close(HDC devic
 struct ScreenDeviceKind : NullKind<HDC>            { static void close(HDC device) { ReleaseDC(nullptr, device); } };
 struct BitmapKind       : NullKind<HBITMAP>        { static void close(HBITMAP bitmap) { DeleteObject(bitmap); } };
 struct FontKind         : NullKind<HFONT>          { static void close(HFONT font) { DeleteObject(font); } };
+struct RegionKind       : NullKind<HRGN>           { static void close(HRGN region) { DeleteObject(region); } };
 struct StreamKind       : NullKind<std::FILE *>    { static void close(std::FILE * stream) { std::fclose(stream); } };
 // clang-format on
 
@@ -87,6 +88,7 @@ using MemoryDevice = Handle<MemoryDeviceKind>; ///< from CreateCompatibleDC
 using ScreenDevice = Handle<ScreenDeviceKind>; ///< from GetDC(nullptr)
 using BitmapObject = Handle<BitmapKind>;       ///< from CreateBitmap and its like; selected into no device when it goes
 using FontObject = Handle<FontKind>;           ///< from CreateFont and its like; selected into no device when it goes
+using RegionObject = Handle<RegionKind>;       ///< from CreateRectRgn and its like
 using Stream = Handle<StreamKind>; ///< from fopen; who wants to know whether all was written closes it by hand
 
 } // namespace handles

@@ -1,0 +1,268 @@
+// The bars and panes of the sample product in a window of the test, with a mouse of the test's own.
+
+#include "windows/modelpanes.hpp"
+#include "windows/statusbar.hpp"
+#include "windows/toolbar.hpp"
+
+#include "acmdline.hpp"
+#include "support/pixels.hpp"
+#include "tools/winapi.hpp"
+
+#include <gtest/gtest.h>
+
+using SV::Point;
+using SV::String;
+
+namespace {
+
+SV::MouseEvent at(Point const & point, unsigned short button = 0) { return {point, button}; }
+
+class ModelerParts : public testing::Test {
+protected:
+  ModelerParts() {
+    static char program[] = "modeler.exe";
+    static char * words[] = {program};
+    KivCmdline::init(1, words, true, "log");
+    SV::SetProcessData(GetModuleHandleA(nullptr), GetCurrentThreadId(), SW_SHOWNORMAL);
+    EXPECT_TRUE(SV::InitSV(0, nullptr));
+    KivInternational::InitAvailableLanguages();
+    KivInternational::SetCurrentLanguageID(2057);
+    KivInternational::createResourceManager("kivara", true);
+    KivInternational::createResourceManager("modeler", true);
+    frame_ = std::make_unique<SV::Window>(nullptr);
+    frame_->ChangeOutputSizePixel({600, 300});
+    KivThemeManager::Instance().SetVisualStylesXPEnabled(false);
+    KivThemeManager::Instance().SetCurrentTheme("Modern");
+  }
+  ~ModelerParts() override {
+    frame_.reset();
+    KivExitAppEvent("end").trigger();
+    SV::DeInitSV();
+  }
+
+  SV::Window & frame() { return *frame_; }
+
+  /// What the window paints, in a device of its size.
+  static support::Pixels painted(SV::Window & window) {
+    SV::Size const size = window.GetOutputSizePixel();
+    SV::Bitmap const bitmap(size);
+    HDC const memory = CreateCompatibleDC(nullptr);
+    HGDIOBJ const former = SelectObject(memory, bitmap.GethBitmap());
+    {
+      SV::OutputDevice device(memory);
+      window.Paint(device, {{0, 0}, size});
+    }
+    support::Pixels pixels = support::readPixels(memory, {0, 0, size.width, size.height});
+    SelectObject(memory, former);
+    DeleteDC(memory);
+    return pixels;
+  }
+
+  static modeler::ProcessModel order() {
+    modeler::ProcessModel model;
+    model.name = "Order";
+    model.nodes.push_back({modeler::NodeKind::Start, "a", "Begin", 0});
+    model.nodes.push_back({modeler::NodeKind::Activity, "b", "Check", 20});
+    return model;
+  }
+
+private:
+  std::unique_ptr<SV::Window> frame_;
+};
+
+class ModelerToolBar : public ModelerParts {
+protected:
+  ModelerToolBar() {
+    auto const button = [this](char const * name, bool beginsGroup) {
+      return modeler::ToolButton{[name] { return String(name); }, [this, name] { pressed += name; },
+                                 [this, name] { return checked == name; }, beginsGroup};
+    };
+    bar = std::make_unique<modeler::ToolBar>(
+        frame(), ISequence<modeler::ToolButton>{button("One", false), button("Two", false), button("Three", true)});
+    bar->SetPosSizePixel({0, 0}, {400, bar->GetHeight()});
+    middle = bar->GetHeight() / 2;
+  }
+
+  void click(long from, long to) {
+    bar->MouseButtonDown(at({from, middle}, SV::MOUSE_LEFT));
+    bar->MouseButtonUp(at({to, middle}, SV::MOUSE_LEFT));
+  }
+
+  /// Within the first button, the second, and the third.
+  static constexpr long kOne = 8;
+  static constexpr long kTwo = 60;
+
+  std::string pressed;
+  std::string checked;
+  std::unique_ptr<modeler::ToolBar> bar;
+  long middle = 0;
+};
+
+TEST_F(ModelerToolBar, PressesTheButtonThatTheMouseGoesDownAndUpOn) {
+  click(kOne, kOne);
+  EXPECT_EQ(pressed, "One");
+  click(kTwo, kTwo);
+  EXPECT_EQ(pressed, "OneTwo");
+}
+
+TEST_F(ModelerToolBar, PressesNothingWhenTheMouseHasLeftTheButton) {
+  click(kOne, kTwo);
+  click(kOne, 390);
+  click(390, kOne);
+  bar->MouseButtonDown(at({kOne, middle}, SV::MOUSE_LEFT));
+  bar->CaptureLost();
+  bar->MouseButtonUp(at({kOne, middle}, SV::MOUSE_LEFT));
+  bar->MouseButtonDown(at({kOne, middle}, SV::MOUSE_RIGHT));
+  bar->MouseButtonUp(at({kOne, middle}, SV::MOUSE_RIGHT));
+  EXPECT_EQ(pressed, "");
+}
+
+TEST_F(ModelerToolBar, ShowsWhichButtonIsHotPressedAndChecked) {
+  support::Pixels const plain = painted(*bar);
+  bar->MouseMove(at({kOne, middle}));
+  support::Pixels const hot = painted(*bar);
+  EXPECT_FALSE(hot == plain);
+  SendMessageA(bar->GethWnd(), WM_MOUSELEAVE, 0, 0);
+  EXPECT_TRUE(painted(*bar) == plain);
+  bar->MouseMove(at({kOne, middle}));
+  bar->MouseButtonDown(at({kOne, middle}, SV::MOUSE_LEFT));
+  support::Pixels const down = painted(*bar);
+  EXPECT_FALSE(down == hot);
+  bar->MouseMove(at({kTwo, middle}));
+  EXPECT_TRUE(painted(*bar) == plain) << "while one is held down, no other one is hot";
+  bar->MouseButtonUp(at({kTwo, middle}, SV::MOUSE_LEFT));
+  EXPECT_TRUE(painted(*bar) == plain);
+  checked = "One";
+  EXPECT_FALSE(painted(*bar) == plain);
+  EXPECT_FALSE(painted(*bar) == hot);
+}
+
+TEST_F(ModelerToolBar, LooksAsTheThemeSays) {
+  support::Pixels const modern = painted(*bar);
+  KivThemeManager::Instance().SetCurrentTheme("Classic");
+  EXPECT_FALSE(painted(*bar) == modern);
+}
+
+class ModelerPane : public ModelerParts {
+protected:
+  ModelerPane()
+      : outline(frame(), [this] { return model.name.Len() > 0 ? &model : nullptr; },
+                {[this] { ++closed; }, [this] { ++left; }}) {
+    outline.SetPosSizePixel({0, 0}, {kWidth, 200});
+  }
+
+  static constexpr long kWidth = 200;
+  static constexpr Point kButton = {kWidth - 8, 8};
+  static constexpr Point kName = {60, 34};
+
+  modeler::ProcessModel model = order();
+  int closed = 0;
+  int left = 0;
+  modeler::OutlinePane outline;
+};
+
+TEST_F(ModelerPane, ClosesWhenItsButtonIsPressed) {
+  outline.MouseButtonDown(at(kButton, SV::MOUSE_LEFT));
+  EXPECT_EQ(closed, 0);
+  outline.MouseButtonUp(at(kButton, SV::MOUSE_LEFT));
+  EXPECT_EQ(closed, 1);
+}
+
+TEST_F(ModelerPane, StaysWhenTheMouseGoesUpBesideTheButton) {
+  outline.MouseButtonDown(at(kButton, SV::MOUSE_LEFT));
+  outline.MouseButtonUp(at({20, 8}, SV::MOUSE_LEFT));
+  outline.MouseButtonUp(at(kButton, SV::MOUSE_LEFT));
+  outline.MouseButtonDown(at(kButton, SV::MOUSE_LEFT));
+  outline.CaptureLost();
+  outline.MouseButtonUp(at(kButton, SV::MOUSE_LEFT));
+  EXPECT_EQ(closed, 0);
+}
+
+TEST_F(ModelerPane, GivesTheKeyboardBackWithEscape) {
+  EXPECT_TRUE(outline.KeyInput({SV::KEY_ESCAPE}));
+  EXPECT_EQ(left, 1);
+  EXPECT_FALSE(outline.KeyInput({SV::KEY_F1}));
+}
+
+TEST_F(ModelerPane, FoldsItsNodesUpByMouseAndKeyboard) {
+  support::Pixels const open = painted(outline);
+  outline.MouseButtonDown(at(kName, SV::MOUSE_LEFT));
+  support::Pixels const folded = painted(outline);
+  EXPECT_GT(folded.count(0xFFFFFF), open.count(0xFFFFFF));
+  outline.KeyInput({SV::KEY_RIGHT});
+  EXPECT_TRUE(painted(outline) == open);
+  outline.KeyInput({SV::KEY_LEFT});
+  EXPECT_TRUE(painted(outline) == folded);
+}
+
+TEST_F(ModelerPane, ScrollsByKeysAndWheelUpToItsLastLine) {
+  support::Pixels const top = painted(outline);
+  outline.KeyInput({SV::KEY_DOWN});
+  support::Pixels const second = painted(outline);
+  EXPECT_FALSE(second == top);
+  SV::MouseEvent wheel;
+  wheel.notches = -100;
+  EXPECT_TRUE(outline.MouseWheel(wheel));
+  support::Pixels const last = painted(outline);
+  EXPECT_NE(last.count(0xFFFFFF), kWidth * 180u) << "the last line is there";
+  outline.KeyInput({SV::KEY_DOWN});
+  EXPECT_TRUE(painted(outline) == last);
+  wheel.notches = 100;
+  outline.MouseWheel(wheel);
+  EXPECT_TRUE(painted(outline) == top);
+}
+
+TEST_F(ModelerPane, SaysSoWhenNoModelIsInFront) {
+  support::Pixels const with = painted(outline);
+  model.name = "";
+  EXPECT_FALSE(painted(outline) == with);
+  outline.MouseButtonDown(at(kName, SV::MOUSE_LEFT));
+}
+
+TEST_F(ModelerPane, TakesAnySize) {
+  for (SV::Size const size : {SV::Size{0, 0}, SV::Size{1, 1}, SV::Size{5, 20}, SV::Size{20, 21}, SV::Size{600, 300}}) {
+    outline.SetPosSizePixel({0, 0}, size);
+    painted(outline);
+  }
+}
+
+TEST_F(ModelerParts, NotesWrapTheirLines) {
+  modeler::ProcessModel const model = order();
+  modeler::NotesPane notes(frame(), [&model] { return &model; }, {});
+  notes.SetPosSizePixel({0, 0}, {400, 200});
+  auto const inkBelow = [&notes](int top) {
+    support::Pixels const pixels = painted(notes);
+    int ink = 0;
+    for (int y = top; y < pixels.height() - 1; ++y)
+      for (int x = 1; x < pixels.width() - 1; ++x)
+        ink += pixels.at(x, y) != 0xFFFFFF ? 1 : 0;
+    return ink;
+  };
+  int const below = 20 + 6 + 20;
+  EXPECT_EQ(inkBelow(below), 0) << "all is in one line";
+  notes.SetPosSizePixel({0, 0}, {60, 200});
+  EXPECT_GT(inkBelow(below), 0);
+}
+
+TEST_F(ModelerParts, StatusBarHasATextAtEachEnd) {
+  modeler::StatusBar empty(
+      frame(), [] { return String(); }, [] { return String(); });
+  modeler::StatusBar bar(
+      frame(), [] { return String("Left"); }, [] { return String("Right"); });
+  for (modeler::StatusBar * const each : {&empty, &bar})
+    each->SetPosSizePixel({0, 0}, {400, each->GetHeight()});
+  support::Pixels const without = painted(empty);
+  support::Pixels const with = painted(bar);
+  auto const differ = [&](int from, int to) {
+    for (int y = 0; y < with.height(); ++y)
+      for (int x = from; x < to; ++x)
+        if (with.at(x, y) != without.at(x, y))
+          return true;
+    return false;
+  };
+  EXPECT_TRUE(differ(0, 60));
+  EXPECT_FALSE(differ(100, 300));
+  EXPECT_TRUE(differ(340, 400));
+}
+
+} // namespace

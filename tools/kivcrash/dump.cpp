@@ -1,0 +1,128 @@
+#include "dump.hpp"
+
+#include "bytes.hpp"
+#include "dumpstreams.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kivcrash {
+namespace {
+
+constexpr std::uint32_t kSignature = 0x504D444D; // "MDMP"
+constexpr std::uint32_t kVersion = 0xA793;       // in the low half; the rest is the writer's own
+constexpr std::uint32_t kMostStreams = 1'000;
+
+/// The contents by kind. Of two of one kind, the first counts.
+std::optional<Streams> readStreams(Bytes const & file, MINIDUMP_HEADER const & header, Problems & problems) {
+  if (header.NumberOfStreams == 0 || header.NumberOfStreams > kMostStreams ||
+      !file.part(header.StreamDirectoryRva, std::uint64_t{header.NumberOfStreams} * sizeof(MINIDUMP_DIRECTORY))) {
+    problems.emplace_back("the minidump is damaged or cut off: its list of contents is not there");
+    return std::nullopt;
+  }
+  Streams streams;
+  for (std::uint32_t i = 0; i < header.NumberOfStreams; ++i) {
+    auto const entry = *file.read<MINIDUMP_DIRECTORY>(header.StreamDirectoryRva + i * sizeof(MINIDUMP_DIRECTORY));
+    if (entry.StreamType == UnusedStream)
+      continue;
+    std::optional<Bytes> const content = file.part(entry.Location.Rva, entry.Location.DataSize);
+    if (!content)
+      problems.push_back("the minidump is damaged or cut off: part " + std::to_string(entry.StreamType) +
+                         " goes beyond its end");
+    else
+      streams.emplace(entry.StreamType, *content);
+  }
+  return streams;
+}
+
+/// A thread's stack may also lie among the memory; readers of memory look there alone.
+void joinStacks(Dump & dump) {
+  for (Thread const & thread : dump.threads)
+    if (!thread.stack.bytes.empty())
+      dump.memory.push_back(thread.stack);
+  std::ranges::sort(dump.memory, {}, &MemoryRange::address);
+}
+
+void checkModules(Dump & dump, Problems & problems) {
+  for (std::size_t i = 0; i < dump.modules.size(); ++i)
+    for (std::size_t k = 0; k < i; ++k) {
+      Module const & one = dump.modules[i];
+      Module const & other = dump.modules[k];
+      if (one.base < other.base + other.size && other.base < one.base + one.size) {
+        problems.push_back("the minidump is damaged: the modules " + one.path + " and " + other.path + " overlap");
+        return;
+      }
+    }
+}
+
+void checkThreads(Dump const & dump, Problems & problems) {
+  for (Thread const & thread : dump.threads) {
+    if (!thread.context)
+      continue;
+    std::uint64_t const top = thread.context->Rsp;
+    // A thread that was stopped within the system may be on another stack; the one of the fault is checked by its walk.
+    if (thread.stack.bytes.empty() && top != 0)
+      problems.push_back("the minidump has no stack of thread " + std::to_string(thread.id));
+  }
+  if (dump.exception && dump.thread(dump.exception->threadId) == nullptr)
+    problems.push_back("the minidump is damaged: its exception is of thread " +
+                       std::to_string(dump.exception->threadId) + ", which it does not have");
+}
+
+} // namespace
+
+Module const * Dump::moduleAt(std::uint64_t address) const {
+  for (Module const & module : modules)
+    if (address >= module.base && address - module.base < module.size)
+      return &module;
+  return nullptr;
+}
+
+Thread const * Dump::thread(std::uint32_t id) const {
+  auto const found = std::ranges::find(threads, id, &Thread::id);
+  return found == threads.end() ? nullptr : &*found;
+}
+
+std::size_t Dump::readMemory(std::uint64_t address, void * to, std::size_t size) const {
+  std::size_t done = 0;
+  while (done < size) {
+    std::uint64_t const at = address + done;
+    auto range = std::ranges::upper_bound(memory, at, {}, &MemoryRange::address);
+    while (range != memory.begin() && at - std::prev(range)->address >= std::prev(range)->bytes.size())
+      --range;
+    if (range == memory.begin())
+      break;
+    std::string_view const found = std::prev(range)->bytes.substr(at - std::prev(range)->address, size - done);
+    std::memcpy(static_cast<char *>(to) + done, found.data(), found.size());
+    done += found.size();
+  }
+  return done;
+}
+
+bool isDump(std::string_view bytes) { return Bytes(bytes).read<std::uint32_t>(0) == kSignature; }
+
+std::optional<Dump> readDump(std::string_view bytes, Problems & problems) {
+  Bytes const file(bytes);
+  auto const header = file.read<MINIDUMP_HEADER>(0);
+  if (!header || header->Signature != kSignature || (header->Version & 0xFFFF) != kVersion) {
+    problems.emplace_back(header ? "this is no minidump" : "the minidump is cut off");
+    return std::nullopt;
+  }
+  std::optional<Streams> const streams = readStreams(file, *header, problems);
+  if (!streams)
+    return std::nullopt;
+  DumpReader const reader(file, *streams, problems);
+  Dump dump;
+  dump.time = header->TimeDateStamp;
+  dump.system = reader.system();
+  dump.modules = reader.modules();
+  dump.threads = reader.threads();
+  dump.memory = reader.memory();
+  dump.exception = reader.exception();
+  joinStacks(dump);
+  checkModules(dump, problems);
+  checkThreads(dump, problems);
+  return dump;
+}
+
+} // namespace kivcrash
