@@ -112,11 +112,9 @@ TEST_F(Job, ThatCannotStartLeavesNothingBehind) {
     EXPECT_FALSE(text.Start());
   }
   EXPECT_EQ(printer.GetMapMode().GetMapUnit(), SV::MAP_10TH_MM);
-  printer.Push();
   printer.ChangeMapMode(SV::MAP_PIXEL);
-  printer.Pop();
   printer.Pop(); // nothing is left to be put back
-  EXPECT_EQ(printer.GetMapMode().GetMapUnit(), SV::MAP_10TH_MM);
+  EXPECT_EQ(printer.GetMapMode().GetMapUnit(), SV::MAP_PIXEL);
   ASSERT_TRUE(printer.StartPage()) << "the other job goes on";
   EXPECT_TRUE(printer.EndJob());
 }
