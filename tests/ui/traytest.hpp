@@ -170,10 +170,12 @@ protected:
       DispatchMessageA(&message);
   }
 
-  /// Does so until that holds.
+  /// Does so until that holds. It is asked after each message: a timer that is due each time would never end settle().
   template <class Condition> static bool runUntil(Condition const & condition) {
     return support::eventually([&] {
-      settle();
+      MSG message;
+      while (!condition() && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageA(&message);
       return condition();
     });
   }
