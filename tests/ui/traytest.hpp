@@ -228,7 +228,7 @@ protected:
       replaced_.emplace_back(dll, each.name);
   }
 
-  /// Starts the shell, and gives it time to tell all windows so.
+  /// Starts the shell, and handles what it has broadcast.
   Shell & start(std::string const & words = "") {
     shell = std::make_unique<Shell>(words);
     settle();
