@@ -7,7 +7,9 @@
 /// the format tells a target that the data of the system comes from such a drag.
 ///
 /// \code
-///   void Picture::MouseMove(SV::MouseEvent const & event) {       // with the left button held
+///   void Picture::MouseMove(SV::MouseEvent const & event) {
+///     if (KivDragManager::ExistsDragContent() || !(event.held & SV::MOUSE_LEFT))
+///       return; // each further move would begin another drag
 ///     KivDragManager::BeginDragAction(textUnder(event.position));
 ///     CaptureMouse();
 ///   }

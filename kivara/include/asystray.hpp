@@ -16,7 +16,7 @@
 ///
 /// **Limits.** A text that is too long is cut. But first each violated limit calls the runtime's `_wassert`, in release builds
 /// too, which shows a box or a line and may end the process; under dialog suppression it is a line of KivDebugOut. docs/tray.md
-/// names the limits, and what the icon is in after each operation.
+/// names the limits, and the state of the icon after each operation.
 ///
 /// All of it is for the main thread. Each object has a hidden window of its own, but only the object that was constructed last
 /// gets messages there.

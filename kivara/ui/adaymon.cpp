@@ -21,7 +21,7 @@ constexpr int kFirstDay = 1;
 constexpr int kLastDay = 31;
 constexpr int kFebruary = 1;
 
-// What support looks the code of the failed assertion up by.
+// The line by which support looks up the failed assertion.
 constexpr int kLineNoMonth = 1;
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "acmdline.hpp"
 #include "adattime.hpp"
+#include "support/child_process.hpp"
 #include "support/files.hpp"
 #include "support/import_spy.hpp"
 #include "sv0105/controls/dialogtest.hpp"
@@ -351,6 +352,19 @@ TEST_F(DayMonthTest, DayIsSteppedByTheButtonsWithinTheMonth) {
   pressSpin(false);
   script->then([this] { EXPECT_EQ(start().GetDay(), 1); });
   run();
+}
+
+TEST_F(DayMonthTest, DayIsSteppedOnWhileAButtonIsHeld) {
+  dialog->Show();
+  RECT area = {};
+  GetClientRect(spin(), &area);
+  LPARAM const up = MAKELPARAM(area.right / 2, area.bottom / 4);
+  SendMessageA(spin(), WM_LBUTTONDOWN, MK_LBUTTON, up);
+  EXPECT_TRUE(support::eventually([this] {
+    SV::Application::Reschedule();
+    return start().GetDay() >= 4;
+  }));
+  SendMessageA(spin(), WM_LBUTTONUP, 0, up);
 }
 
 TEST_F(DayMonthTest, DayIsSteppedByTheArrowKeysAndTheWheel) {

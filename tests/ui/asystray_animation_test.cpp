@@ -153,12 +153,21 @@ TEST_F(TrayAnimation, ATimerThatIsNotItsOwnIsReportedAndTaken) {
 }
 
 TEST_F(TrayAnimation, WithoutATimerIsNone) {
-  Tray other; // its window has not been made: the timer gets another number, and OnTimer another caller
-  HICON icons[] = {red.get()};
-  other.SetIconList(icons, 0);
+  useList();
+  HICON const former = tray.GetIcon();
   replace("USER32.dll",
           {{"SetTimer", reinterpret_cast<void *>(+[](HWND, UINT_PTR, UINT, TIMERPROC) -> UINT_PTR { return 0; })}});
+  EXPECT_FALSE(tray.Animate(10, 0));
+  EXPECT_EQ(tray.StopAnimation(), 0);
+  EXPECT_EQ(tray.GetIcon(), former);
+}
+
+TEST_F(TrayAnimation, BeforeTheCreationHasNoWindowForATimer) {
+  Tray other;
+  HICON icons[] = {red.get()};
+  other.SetIconList(icons, 0);
   EXPECT_FALSE(other.Animate(10, 0));
+  EXPECT_EQ(other.m_uIDTimer, 0u);
   EXPECT_EQ(other.m_hSavedIcon, nullptr);
   EXPECT_EQ(other.StopAnimation(), 0);
 }

@@ -157,7 +157,7 @@ TEST_F(TrayShell, TellsItsBeginningByTheMessageOfThatName) {
   EXPECT_EQ(Tray::m_nTaskbarCreatedMsg, RegisterWindowMessageA("TaskbarCreated"));
 }
 
-TEST_F(TrayShell, LosesTheIconOfAProgramThatEnds) {
+TEST_F(TrayShell, KeepsNothingOfManyObjectsWhoseIconsItForgot) {
   start();
   std::size_t const windows = ownTopLevelWindows().size();
   for (int i = 0; i < 20; ++i) {

@@ -458,6 +458,7 @@ TEST_F(SystemTray, ShowsNoBalloonWithoutAnIcon) {
   create(tray);
   tray.RemoveIcon();
   EXPECT_FALSE(tray.ShowBalloon("Text", "", NIIF_NONE, 10));
+  EXPECT_EQ(tray.m_tnd.szInfo[0], '\0') << "or a later change would show it";
 }
 
 // Older systems

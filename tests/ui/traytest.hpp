@@ -170,10 +170,12 @@ protected:
       DispatchMessageA(&message);
   }
 
-  /// Does so until that holds.
+  /// Does so until that holds. It is asked after each message: a timer that is due each time would never end settle().
   template <class Condition> static bool runUntil(Condition const & condition) {
     return support::eventually([&] {
-      settle();
+      MSG message;
+      while (!condition() && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageA(&message);
       return condition();
     });
   }
@@ -226,7 +228,7 @@ protected:
       replaced_.emplace_back(dll, each.name);
   }
 
-  /// Starts the shell, and gives it time to tell all windows so.
+  /// Starts the shell, and handles what it has broadcast.
   Shell & start(std::string const & words = "") {
     shell = std::make_unique<Shell>(words);
     settle();

@@ -1,3 +1,4 @@
+#include "support/child_process.hpp"
 #include "sv0105/controls/dialogtest.hpp"
 
 #include <climits>
@@ -39,13 +40,30 @@ protected:
       SendMessageA(field.GethWnd(), WM_CHAR, static_cast<WPARAM>(static_cast<unsigned char>(*text)), 1);
   }
 
-  static void pressSpin(SV::MetricField const & field, bool up) {
-    HWND const spin = spinOf(field);
+  static LPARAM placeInSpin(HWND spin, bool up) {
     RECT area;
     GetClientRect(spin, &area);
-    LPARAM const place = MAKELPARAM(area.right / 2, up ? area.bottom / 4 : area.bottom * 3 / 4);
-    SendMessageA(spin, WM_LBUTTONDOWN, MK_LBUTTON, place);
-    SendMessageA(spin, WM_LBUTTONUP, 0, place);
+    return MAKELPARAM(area.right / 2, up ? area.bottom / 4 : area.bottom * 3 / 4);
+  }
+
+  static void pressSpin(SV::MetricField const & field, bool up) {
+    HWND const spin = spinOf(field);
+    SendMessageA(spin, WM_LBUTTONDOWN, MK_LBUTTON, placeInSpin(spin, up));
+    SendMessageA(spin, WM_LBUTTONUP, 0, placeInSpin(spin, up));
+  }
+
+  /// Holds the upper button until the field has that value, or for so long.
+  static bool holdUp(SV::MetricField const & field, long value, double seconds) {
+    HWND const spin = spinOf(field);
+    SendMessageA(spin, WM_LBUTTONDOWN, MK_LBUTTON, placeInSpin(spin, true));
+    bool const reached = support::eventually(
+        [&] {
+          Application::Reschedule();
+          return field.GetValue() >= value;
+        },
+        seconds);
+    SendMessageA(spin, WM_LBUTTONUP, 0, placeInSpin(spin, true));
+    return reached;
   }
 };
 
@@ -66,6 +84,7 @@ TEST_F(MetricField, KeepsValuesWithinMinimumAndMaximum) {
   DayDialog dialog;
   dialog.day.SetValue(32);
   EXPECT_EQ(dialog.day.GetValue(), 31);
+  EXPECT_STREQ(dialog.day.GetText().c_str(), "31.");
   dialog.day.SetValue(LONG_MIN);
   EXPECT_EQ(dialog.day.GetValue(), 1);
 }
@@ -107,10 +126,27 @@ TEST_F(MetricField, IsSteppedByTheArrowKeysAndTheWheel) {
     EXPECT_EQ(dialog.day.GetValue(), 2);
     SendMessageA(dialog.day.GethWnd(), WM_MOUSEWHEEL, MAKEWPARAM(0, 3 * WHEEL_DELTA), 0);
     EXPECT_EQ(dialog.day.GetValue(), 3);
+    SendMessageA(dialog.day.GethWnd(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+    EXPECT_EQ(dialog.day.GetValue(), 2);
     dialog.EndDialog();
   });
   dialog.Execute();
-  EXPECT_EQ(dialog.changes, 4);
+  EXPECT_EQ(dialog.changes, 5);
+}
+
+TEST_F(MetricField, IsSteppedOnWhileAButtonIsHeld) {
+  DayDialog dialog;
+  dialog.Show();
+  EXPECT_TRUE(holdUp(dialog.day, 4, support::kTimeLimit));
+}
+
+TEST_F(MetricField, WithoutTheBitForThatIsSteppedOnceForEachPress) {
+  DayDialog dialog(SV::WB_BORDER | SV::WB_SPIN);
+  dialog.Show();
+  EXPECT_FALSE(holdUp(dialog.day, 3, 1));
+  EXPECT_EQ(dialog.day.GetValue(), 2);
+  pressSpin(dialog.day, true);
+  EXPECT_EQ(dialog.day.GetValue(), 3);
 }
 
 TEST_F(MetricField, StepsOnlyBetweenFirstAndLast) {
@@ -124,6 +160,64 @@ TEST_F(MetricField, StepsOnlyBetweenFirstAndLast) {
     dialog.EndDialog();
   });
   dialog.Execute();
+}
+
+TEST_F(MetricField, StepsOnlyBackFromAValueBeyondFirstAndLast) {
+  DayDialog dialog;
+  dialog.day.ChangeFirst(3);
+  dialog.day.ChangeLast(5);
+  struct {
+    long value;
+    WPARAM key;
+    long result;
+  } const rows[] = {{20, VK_UP, 20}, {20, VK_DOWN, 19}, {2, VK_DOWN, 2}, {2, VK_UP, 3}, {3, VK_DOWN, 3}};
+  for (auto const & row : rows) {
+    dialog.day.SetValue(row.value);
+    SendMessageA(dialog.day.GethWnd(), WM_KEYDOWN, row.key, 1);
+    EXPECT_EQ(dialog.day.GetValue(), row.result) << row.value << " " << row.key;
+  }
+}
+
+TEST_F(MetricField, TakesAMinusOnlyWhereTheMinimumIsNegative) {
+  DayDialog dialog;
+  type(dialog.day, "-7");
+  EXPECT_STREQ(dialog.day.GetText().c_str(), "7");
+  dialog.day.ChangeMin(-10);
+  type(dialog.day, "-7");
+  EXPECT_STREQ(dialog.day.GetText().c_str(), "-7");
+  EXPECT_EQ(dialog.day.GetValue(), -7);
+}
+
+TEST_F(MetricField, CountsATextThatIsDeletedAsTheNumberThatWasTypedBefore) {
+  DayDialog dialog;
+  type(dialog.day, "24");
+  SetWindowTextA(dialog.day.GethWnd(), "");
+  EXPECT_EQ(dialog.day.GetValue(), 24);
+}
+
+TEST_F(MetricField, TellsThatItHasLostTheKeyboardWithItsTextCorrected) {
+  DayDialog dialog;
+  std::string text;
+  dialog.day.ChangeLoseFocusHdl([&](SV::Control * field) { text = textOf(field->GetText()); });
+  script->then([&] {
+    dialog.day.GrabFocus();
+    type(dialog.day, "99");
+    dialog.ok.GrabFocus();
+    dialog.EndDialog();
+  });
+  dialog.Execute();
+  EXPECT_EQ(text, "31.");
+}
+
+TEST_F(MetricField, LeavesRoomForItsButtonsInEachFont) {
+  DayDialog dialog;
+  RECT spin = {};
+  GetClientRect(spinOf(dialog.day), &spin);
+  ASSERT_GT(spin.right, 0);
+  for (int const font : {DEFAULT_GUI_FONT, SYSTEM_FONT}) {
+    SendMessageA(dialog.day.GethWnd(), WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(font)), TRUE);
+    EXPECT_GE(HIWORD(SendMessageA(dialog.day.GethWnd(), EM_GETMARGINS, 0, 0)), spin.right);
+  }
 }
 
 TEST_F(MetricField, TakesWhatIsTyped) {
