@@ -154,8 +154,9 @@ TEST_F(Text, ASpaceThatWouldBeginALineIsLeftOut) {
 /// Whether the first line ends at its only space, where \p before characters stand before it.
 bool endsAtSpace(support::PrintQueue const & queue, int before, int perLine) {
   std::string const first(static_cast<std::size_t>(before), 'a');
+  std::size_t const former = queue.jobCount();
   EXPECT_TRUE(printLines({first + ' ' + std::string(static_cast<std::size_t>(perLine), 'b')}));
-  return queue.job(queue.jobCount() + 1).lines().at(0) == first;
+  return queue.job(former + 1).lines().at(0) == first;
 }
 
 TEST_F(Text, ASpaceWithinTheFirstTenCharactersDoesNotEndALine) {
@@ -217,8 +218,9 @@ Lines beginningsOfPages(support::PrintQueue const & queue, int count) {
   Lines lines;
   for (int i = 1; i <= count; ++i)
     lines.push_back(std::to_string(i));
+  std::size_t const former = queue.jobCount();
   EXPECT_TRUE(printLines(lines));
-  support::PrintedJob const job = queue.job(queue.jobCount() + 1);
+  support::PrintedJob const job = queue.job(former + 1);
   Lines beginnings;
   for (std::size_t page = 0; page < job.papers.size(); ++page) {
     Lines const ofPage = page < job.pages.size() ? job.lines(page) : Lines();
