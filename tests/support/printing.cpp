@@ -151,6 +151,7 @@ PrintedJob PrintQueue::job(std::size_t number) const {
     throw std::runtime_error("nothing was printed");
   std::string const file = printedFile(printedFiles()[number - 1]);
   PrintedJob job;
+  job.title = readFile(file + ".title").value_or("");
   job.pages = splitAt(readFile(file + ".txt").value_or(""), '\f');
   job.papers = papersIn(readFile(file + ".html").value_or(""));
   std::string const picture = readFile(file + ".pgm").value_or("");

@@ -44,6 +44,7 @@ struct PrintedJob {
   /// The first page as a picture with a pixel a point: 0 is black, 255 white. Outside of the paper it is white.
   int grayAt(int x, int y) const;
 
+  std::string title; ///< what the queue showed
   std::string pixels;
   int pictureWidth = 0;
 };
