@@ -7,8 +7,8 @@ namespace {
 
 class DoubleByteText : public support::PrintTest {};
 
-/// A word of several lines, which begins with so many letters; the second byte of all its other characters is that of an A. Where no face has
-/// them, each is printed as two Western letters.
+/// A word of several lines, which begins with so many letters; the second byte of all its other characters is that of an A.
+/// Where no face has them, each is printed as two Western letters.
 std::string longWord(int letters) {
   std::string word(static_cast<std::size_t>(letters), 'x');
   for (int i = 0; i < 200; ++i)
