@@ -45,7 +45,8 @@ bench::Body crash(std::string const & program) {
   return [program](benchmark::State & state) {
     Folder const folder;
     for (auto _ : state)
-      if (bench::runProgram(bench::commandOf(program, ""), folder.path()) != static_cast<long>(STATUS_ACCESS_VIOLATION)) {
+      if (bench::runProgram(bench::commandOf(program, ""), folder.path()) !=
+          static_cast<long>(STATUS_ACCESS_VIOLATION)) {
         state.SkipWithError((program + " did not end by its fault").c_str());
         break;
       }

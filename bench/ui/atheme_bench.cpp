@@ -45,8 +45,6 @@ struct Scene {
       each->SetOutputSizePixel({kPage, kPage});
     scope.emplace(window);
     edges = area.ToSystem();
-    SelectObject(context, GetStockObject(DC_PEN));
-    SelectObject(context, GetStockObject(DC_BRUSH));
     SetBkMode(context, TRANSPARENT);
   }
   Scene(Scene const &) = delete;
@@ -81,6 +79,25 @@ struct Scene {
   HDC memory = CreateCompatibleDC(nullptr);
 };
 
+/// What lines and areas are drawn with; the context has afterwards what it had, as ours has.
+class PenAndBrush {
+public:
+  explicit PenAndBrush(HDC context)
+      : context_(context), pen_(SelectObject(context, GetStockObject(DC_PEN))),
+        brush_(SelectObject(context, GetStockObject(DC_BRUSH))) {}
+  PenAndBrush(PenAndBrush const &) = delete;
+  PenAndBrush & operator=(PenAndBrush const &) = delete;
+  ~PenAndBrush() {
+    SelectObject(context_, pen_);
+    SelectObject(context_, brush_);
+  }
+
+private:
+  HDC context_;
+  HGDIOBJ pen_;
+  HGDIOBJ brush_;
+};
+
 void styledPart(Scene const & s, HDC device, wchar_t const * classes, int part, int state, RECT const & area) {
   HTHEME const handle = IsAppThemed() ? OpenThemeData(s.window.GethWnd(), classes) : nullptr;
   DrawThemeBackground(handle, device, part, state, &area, nullptr);
@@ -101,6 +118,7 @@ void drawFramedCaption(Scene & s) { s.theme.Draw(s.window, CaptionActive, s.area
 void peerStyledCaption(Scene & s) { styledPart(s, s.context, L"Window", 2, 1, s.edges); }
 void peerGradientCaption(Scene & s) { gradient(s, s.edges, true, s.theme.GetColor(7), s.theme.GetColor(8)); }
 void peerStripes(Scene & s) {
+  PenAndBrush const drawing(s.context);
   s.fill(s.edges, s.color(7));
   SetDCPenColor(s.context, s.color(8));
   for (int y = s.edges.top + 1; y < s.edges.bottom; y += 2)
@@ -172,6 +190,7 @@ void peerHalfImage(Scene & s) {
 
 void peerHandMade(Scene & s) {
   static SV::Bitmap const cross{SV::ResId(0x2002BBB, &s.pack)};
+  PenAndBrush const drawing(s.context);
   s.fill(kButton.ToSystem(), GetSysColor(COLOR_BTNFACE));
   SetDCPenColor(s.context, GetSysColor(COLOR_BTNHIGHLIGHT));
   s.line(4, 4, 20, 4);
@@ -192,7 +211,10 @@ void peerHandMade(Scene & s) {
 RECT const kWhole = {0, 0, kPage, kPage};
 
 void drawMenu(Scene & s) { s.theme.DrawMenuBackground(s.window); }
-void peerFill(Scene & s) { s.fill(kWhole, s.color(0)); }
+void peerFill(Scene & s) {
+  PenAndBrush const drawing(s.context);
+  s.fill(kWhole, s.color(0));
+}
 void peerMenuGradient(Scene & s) {
   SV::Color left;
   SV::Color right;
@@ -213,6 +235,7 @@ void peerToolbar(Scene & s) {
 void drawButton(Scene & s) { s.theme.DrawToolbarButton(s.window, s.window, kButton, false, true, false, false); }
 void peerStyledButton(Scene & s) { styledPart(s, s.context, L"Toolbar", 1, 2, kButton.ToSystem()); }
 void peerButton(Scene & s) {
+  PenAndBrush const drawing(s.context);
   SV::Color const color = srcOver(srcOver(s.theme.GetColor(0), SV::COL_HIGHLIGHT, 0.3), SV::COL_WHITE, 0.5);
   SetDCBrushColor(s.context, static_cast<COLORREF>(color.GetRGB()));
   SetDCPenColor(s.context,
@@ -222,6 +245,7 @@ void peerButton(Scene & s) {
 
 void drawStatus(Scene & s) { s.theme.DrawStatusBarBackground(s.window, s.area); }
 void peerStatus(Scene & s) {
+  PenAndBrush const drawing(s.context);
   s.fill(s.edges, s.color(0));
   if (!IsAppThemed())
     return;

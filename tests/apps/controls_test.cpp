@@ -86,6 +86,7 @@ TEST(ControlsSample, FieldsKeepTheirButtonsWhenTheyGetAndLoseTheKeyboard) {
   support::ChildProcess child({.program = "controls", .arguments = "-lang2057"});
   HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = "Controls"});
   ASSERT_NE(dialog, nullptr);
+  SetWindowPos(dialog, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   HWND const field = lastOf(dialog, "Edit");
   HWND const spin = lastOf(dialog, "msctls_updown32");
   ASSERT_EQ(GetParent(spin), field);

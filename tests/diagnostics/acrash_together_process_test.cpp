@@ -99,10 +99,9 @@ TEST(Crash, WhileAnotherProcessWritesTheReportHasNone) {
   HANDLE const gate = CreateEventA(nullptr, TRUE, FALSE, event.c_str());
   std::map<std::string, std::optional<std::string>> const environment = {{"KIVDUMP_NO_ENCRYPT", "1"},
                                                                          {"TMP", folder.path()}};
-  support::ChildProcess const writing(
-      {.program = "crash_ways",
-       .arguments = "suppress fail:MiniDumpWriteDump pauseinreport:" + event + " read",
-       .environment = environment});
+  support::ChildProcess const writing({.program = "crash_ways",
+                                       .arguments = "suppress fail:MiniDumpWriteDump pauseinreport:" + event + " read",
+                                       .environment = environment});
   EXPECT_TRUE(writing.waitForOutput("waiting", 60)) << "in the middle of the report";
   auto const other = support::runProgram({.program = "crash_ways",
                                           .arguments = "suppress fail:MiniDumpWriteDump minidump read",

@@ -42,7 +42,7 @@ def by_addr2line(tool, symbols, addresses):
         chain = []
         while at < len(text) and not text[at].startswith("0x"):
             file, _, line = text[at + 1].partition(" (discriminator")[0].rpartition(":")
-            chain.append((text[at], normal(file), int(line) if line.isdigit() else 0))
+            chain.append((text[at].replace("??", ""), normal(file), int(line) if line.isdigit() else 0))
             at += 2
         answers.append(chain)
     return answers

@@ -75,10 +75,12 @@ std::vector<Location> DebugSymbols::at(std::uint64_t offset) {
   std::vector<Location> locations;
   std::uint64_t const address = base_ + offset;
   DwarfUnit const * const unit = unitAt(address);
-  Scope const * scope = unit ? unit->innermost(address) : nullptr;
-  if (!scope)
+  if (!unit)
     return locations;
+  Scope const * scope = unit->innermost(address);
   Place place = unit->lineAt(address);
+  if (!scope && place.line != 0) // code of the compiler's own, such as that of an initialisation
+    locations.push_back({"", place});
   while (scope) {
     locations.push_back(locationOf(scope->die, place));
     place = scope->call;

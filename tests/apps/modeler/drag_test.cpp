@@ -112,25 +112,6 @@ TEST_F(ModelerDrag, DropsAnActivityOnTheStartWindowWhichShowsIt) {
   EXPECT_TRUE(support::eventually([&] { return !(support::readWindow(facts) == before); }));
 }
 
-TEST_F(ModelerDrag, WithTheMouseOfTheDisplay) {
-  ASSERT_NO_FATAL_FAILURE(start());
-  std::optional<POINT> const from = activity();
-  ASSERT_TRUE(from);
-  POINT const to = middleOfStart();
-  SetCursorPos(from->x, from->y);
-  mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-  bool const begins = support::eventually([&] {
-    POINT now = {};
-    GetCursorPos(&now);
-    SetCursorPos(now.x == from->x ? from->x + 20 : from->x, from->y);
-    return capture() == document;
-  });
-  EXPECT_TRUE(begins);
-  SetCursorPos(to.x, to.y);
-  mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-  EXPECT_TRUE(takes("First"));
-}
-
 TEST_F(ModelerDrag, AClickSelectsAndDragsNothing) {
   ASSERT_NO_FATAL_FAILURE(start());
   std::optional<POINT> const from = activity();

@@ -153,7 +153,8 @@ TEST(Kivcrash, WithSymbolsAloneNamesTheFaultAndGuessesTheRest) {
   expectFirst(result, {"line", "failAtLine", "crash_lines.cpp", "crash_lines.exe"}, crash.line());
   EXPECT_NE(result.output.find("\r\n1   ? "), std::string::npos) << result.output;
   EXPECT_NE(result.errors.find("has guesses in it"), std::string::npos) << result.errors;
-  EXPECT_NE(result.errors.find("other\\crash_lines.exe: no such file on this machine"), std::string::npos) << result.errors;
+  EXPECT_NE(result.errors.find("other\\crash_lines.exe: no such file on this machine"), std::string::npos)
+      << result.errors;
 }
 
 TEST(Kivcrash, NamesAFileOfAnotherBuildAndTellsTheRest) {
