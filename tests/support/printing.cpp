@@ -44,6 +44,14 @@ void askServer(std::string const & what, std::string const & queue) {
     throw std::runtime_error("print-queue " + what + ' ' + queue + ": " + text);
 }
 
+/// Wine keeps this mutex as long as any process of the prefix has winspool.drv, and reads the server's list only when there is none.
+bool isSpoolerInUse() {
+  HANDLE const mutex = OpenMutexA(SYNCHRONIZE, FALSE, "__WINE_WINSPOOL_MUTEX__");
+  if (mutex != nullptr)
+    CloseHandle(mutex);
+  return mutex != nullptr;
+}
+
 std::string ownName(std::string const & ending) {
   static int count = 0;
   return "q" + std::to_string(GetCurrentProcessId()) + '-' + std::to_string(GetTickCount()) + '-' +
@@ -102,9 +110,11 @@ int PrintedJob::grayAt(int x, int y) const {
 }
 
 PrintQueue::PrintQueue(std::string const & ending) : name_(ownName(ending)) {
-  askServer("add", name_);
   if (GetModuleHandleA("winspool.drv") != nullptr)
-    runProgram({.program = "printer_facts", .arguments = "names"});
+    throw std::runtime_error("a queue has to be made before this process uses printers: run each test by itself");
+  if (!eventually([] { return !isSpoolerInUse(); }))
+    throw std::runtime_error("another program uses printers, so that a new queue would not be seen");
+  askServer("add", name_);
 }
 
 PrintQueue::~PrintQueue() {
@@ -141,6 +151,7 @@ PrintedJob PrintQueue::job(std::size_t number) const {
     throw std::runtime_error("nothing was printed");
   std::string const file = printedFile(printedFiles()[number - 1]);
   PrintedJob job;
+  job.title = readFile(file + ".title").value_or("");
   job.pages = splitAt(readFile(file + ".txt").value_or(""), '\f');
   job.papers = papersIn(readFile(file + ".html").value_or(""));
   std::string const picture = readFile(file + ".pgm").value_or("");

@@ -9,9 +9,10 @@
 ///       EXPECT_EQ(queue.job(1).pages.front(), "Hello");
 ///     }
 ///
-/// ./dev starts the server; without one these tests are skipped. Wine brings its list of printers up to date when a process loads
-/// winspool.drv: a queue that is made before is there at once, one that is made later costs a process that loads it. All such tests share
-/// the lock `printers`, since there is one list. What cannot be done throws std::runtime_error, which fails the test.
+/// ./dev starts the server; without one these tests are skipped. Wine reads the server's list of printers when a process loads
+/// winspool.drv while no other one has it. So a test makes its queues before it uses printers, each test has a process of its own, and
+/// such tests run with RESOURCE_LOCK printers and RUN_SERIAL: the sample product, for one, loads winspool.drv at its start. What cannot be
+/// done throws std::runtime_error, which fails the test.
 
 #include <gtest/gtest.h>
 
@@ -43,11 +44,12 @@ struct PrintedJob {
   /// The first page as a picture with a pixel a point: 0 is black, 255 white. Outside of the paper it is white.
   int grayAt(int x, int y) const;
 
+  std::string title; ///< what the queue showed
   std::string pixels;
   int pictureWidth = 0;
 };
 
-/// A queue with a name of its own, which goes away with this object.
+/// A queue with a name of its own, which goes away with this object. It waits until no other program uses printers.
 class PrintQueue {
 public:
   PrintQueue() : PrintQueue("") {}

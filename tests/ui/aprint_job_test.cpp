@@ -3,6 +3,7 @@
 #include "printtest.hpp"
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/import_hook.hpp"
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
 
@@ -92,13 +93,51 @@ TEST_F(Job, LeavesTheStateOfThePrinterAsItWas) {
   support::PrintQueue const queue;
   choosePrinter(queue.name());
   KivPrinter & printer = *Kiv_GetPrinter(true);
+  ASSERT_TRUE(printLines({"line"}));
   printer.ChangeMapMode(SV::MAP_10TH_MM);
   printer.ChangeFont(SV::Font("Arial", {0, 70}));
   SV::Size const size = printer.GetTextSize("text");
   ASSERT_TRUE(printLines({"line"}));
   EXPECT_EQ(printer.GetMapMode().GetMapUnit(), SV::MAP_10TH_MM);
   EXPECT_EQ(printer.GetTextSize("text"), size);
-  EXPECT_EQ(queue.job().lines(), Lines{"line"}) << "whatever unit the printer had";
+  support::PrintedWord const before = queue.job(1).papers.at(0).words.at(0);
+  support::PrintedWord const after = queue.job(2).papers.at(0).words.at(0);
+  EXPECT_NEAR(after.x, before.x, 0.1) << "whatever unit the printer had";
+  EXPECT_NEAR(after.y, before.y, 0.1);
+}
+
+int WINAPI noPage(HDC) { return 0; }
+
+/// What the window library calls to begin a page.
+void beginPagesBy(int(WINAPI * function)(HDC)) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "gdi32.dll",
+                          {{"StartPage", reinterpret_cast<void *>(function)}});
+}
+
+TEST_F(Job, WhoseFirstPageDoesNotBeginIsCancelled) {
+  support::PrintQueue const queue;
+  choosePrinter(queue.name());
+  KivPrinter & printer = *Kiv_GetPrinter(true);
+  beginPagesBy(noPage);
+  TextPrinter text("refused");
+  EXPECT_FALSE(text.Start());
+  beginPagesBy(StartPage);
+  printer.ChangeMapMode(SV::MAP_10TH_MM);
+  printer.Pop(); // nothing is left to be put back
+  EXPECT_EQ(printer.GetMapMode().GetMapUnit(), SV::MAP_10TH_MM);
+  EXPECT_TRUE(printLines({"kept"}));
+  EXPECT_EQ(queue.job().lines(), Lines{"kept"});
+  EXPECT_EQ(queue.jobCount(), 1u);
+}
+
+TEST_F(Job, HasItsNameInTheQueue) {
+  support::PrintQueue const queue;
+  choosePrinter(queue.name());
+  TextPrinter printer("Name of the job");
+  ASSERT_TRUE(printer.Start());
+  printer.PrintLine("text");
+  printer.End();
+  EXPECT_EQ(queue.job().title, "Name of the job");
 }
 
 TEST_F(Job, ThatCannotStartLeavesNothingBehind) {
@@ -220,11 +259,10 @@ TEST_F(SwitchesOfPrinting, ChooseTheListOfPrinters) {
 }
 
 TEST_F(SwitchesOfPrinting, PrintInEveryWay) {
-  support::PrintQueue const queue;
-  std::size_t number = 0;
   for (char const * const option : {"", "-legacy-printing ", "-registry-printers ", "-case-sensitive-printers "}) {
-    EXPECT_EQ(facts(option + ("-P" + queue.name()) + " start text end"), Lines{"start: yes"});
-    EXPECT_EQ(queue.job(++number).lines(), Lines{"text"});
+    support::PrintQueue const queue; // that no program has seen before
+    EXPECT_EQ(facts(option + ("-P" + queue.name()) + " start text end"), Lines{"start: yes"}) << option;
+    EXPECT_EQ(queue.job().lines(), Lines{"text"});
   }
 }
 

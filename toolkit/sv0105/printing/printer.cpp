@@ -71,8 +71,10 @@ bool Printer::openDevice() {
     return false;
   data_->driver = detail::driverNameOf(spooler);
   data_->settings = detail::PrinterSettings(spooler, data_->name);
-  if (!makeContext() || GetDeviceCaps(data_->device.get(), HORZRES) <= 0)
+  if (!makeContext() || GetDeviceCaps(data_->device.get(), HORZRES) <= 0) {
+    closeContext();
     return false;
+  }
   ChangeFont(fontOfText(*this));
   toolkit().livingPrinters.push_back(this);
   return true;

@@ -25,8 +25,8 @@ public:
   /// The system's default face and size, in the window colours, with an opaque background.
   SV_API Font();
   /// \param name  the face; the system compares its first 31 characters
-  /// \param size  width and height in the units of the device that draws, pixels at first; width 0 is the face's own. The height is that of the characters, without
-  ///              the room that the face leaves above them
+  /// \param size  width and height in the units of the device that draws, pixels at first; width 0 is the face's own. The
+  ///              height is that of the characters, without the room that the face leaves above them
   SV_API Font(String const & name, Size const & size);
 
   String const & GetName() const { return name_; } ///< the face
