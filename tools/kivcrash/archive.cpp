@@ -77,6 +77,28 @@ std::string unpackCurrent(unzFile zip, std::string const & name, std::uint64_t &
   return bytes;
 }
 
+/// A flag says whether the name is in UTF-8.
+std::string nameOf(char const * stored, unz_file_info64 const & info) {
+  constexpr uLong kUtf8 = 1 << 11;
+  return printable(fileName((info.flag & kUtf8) != 0 ? validUtf8(stored) : fromConsole(stored)));
+}
+
+/// False where not even the name of the current file can be read.
+bool addCurrent(Contents & contents, unzFile zip, std::uint64_t & left, Problems & problems) {
+  char stored[kLongestName + 1] = "";
+  unz_file_info64 info{};
+  if (unzGetCurrentFileInfo64(zip, &info, stored, kLongestName, nullptr, 0, nullptr, 0) != UNZ_OK)
+    return false;
+  std::string const name = nameOf(stored, info);
+  if (name.empty()) // a folder
+    return true;
+  if (contents.contains(name))
+    problems.push_back("the archive has two files of the name " + name + ": the first one is read");
+  else
+    contents.emplace(name, unpackCurrent(zip, name, left, problems));
+  return true;
+}
+
 } // namespace
 
 bool isArchive(std::string_view bytes) { return Bytes(bytes).read<std::uint32_t>(0) == kSignature; }
@@ -91,13 +113,13 @@ Contents unpackArchive(std::string_view bytes, Problems & problems) {
   }
   std::uint64_t left = kMostBytes;
   int found = unzGoToFirstFile(zip.get());
-  for (; found == UNZ_OK && contents.size() < kMostFiles; found = unzGoToNextFile(zip.get())) {
-    char name[kLongestName + 1] = "";
-    unz_file_info64 info{};
-    if (unzGetCurrentFileInfo64(zip.get(), &info, name, kLongestName, nullptr, 0, nullptr, 0) != UNZ_OK)
+  for (std::size_t i = 0; found == UNZ_OK; found = unzGoToNextFile(zip.get()), ++i) {
+    if (i == kMostFiles) {
+      problems.push_back("the archive has more than " + std::to_string(kMostFiles) + " files: the rest is left out");
+      return contents;
+    }
+    if (!addCurrent(contents, zip.get(), left, problems))
       break;
-    std::string const shown = printable(fileName(name));
-    contents.emplace(shown, unpackCurrent(zip.get(), shown, left, problems));
   }
   if (found != UNZ_END_OF_LIST_OF_FILE)
     problems.emplace_back("the archive is damaged: its list of files is not whole");

@@ -3,7 +3,7 @@
 #include "archive.hpp"
 #include "wholefile.hpp"
 
-#include <algorithm>
+#include <stdexcept>
 
 namespace kivcrash {
 namespace {
@@ -44,6 +44,16 @@ std::filesystem::path logBeside(std::filesystem::path const & dump) {
   return dump.parent_path() / dump.stem().replace_extension(L".log");
 }
 
+/// Where it cannot be read, the minidump is there all the same.
+void addLog(CrashFile & file, std::filesystem::path const & log, Problems & problems) {
+  try {
+    file.reports = readReports(readWhole(log), problems);
+    chooseReport(file, problems);
+  } catch (std::runtime_error const & error) { // its text names the log
+    problems.emplace_back(error.what());
+  }
+}
+
 } // namespace
 
 std::unique_ptr<CrashFile> readCrashFile(std::string bytes, Problems & problems) {
@@ -64,10 +74,8 @@ std::unique_ptr<CrashFile> readCrashFile(std::string bytes, Problems & problems)
 
 std::unique_ptr<CrashFile> openCrashFile(std::filesystem::path const & path, Problems & problems) {
   std::unique_ptr<CrashFile> file = readCrashFile(readWhole(path), problems);
-  if (file && file->dump && file->reports.empty() && isFile(logBeside(path))) {
-    file->reports = readReports(readWhole(logBeside(path)), problems);
-    chooseReport(*file, problems);
-  }
+  if (file && file->dump && file->reports.empty() && isFile(logBeside(path)))
+    addLog(*file, logBeside(path), problems);
   return file;
 }
 

@@ -35,24 +35,39 @@ std::optional<Streams> readStreams(Bytes const & file, MINIDUMP_HEADER const & h
   return streams;
 }
 
-/// A thread's stack may also lie among the memory; readers of memory look there alone.
+/// A thread's stack may also lie among the memory; readers of memory look there alone. Each byte is kept once: however many
+/// pieces a damaged dump has, one search finds an address.
 void joinStacks(Dump & dump) {
   for (Thread const & thread : dump.threads)
     if (!thread.stack.bytes.empty())
       dump.memory.push_back(thread.stack);
   std::ranges::sort(dump.memory, {}, &MemoryRange::address);
+  std::vector<MemoryRange> pieces;
+  std::uint64_t end = 0;
+  for (MemoryRange const & range : dump.memory) {
+    std::uint64_t const known = end > range.address ? end - range.address : 0;
+    if (known >= range.bytes.size())
+      continue;
+    pieces.push_back({range.address + known, range.bytes.substr(known)});
+    end = range.address + range.bytes.size();
+  }
+  dump.memory = std::move(pieces);
 }
 
-void checkModules(Dump & dump, Problems & problems) {
+void sortModules(Dump & dump, Problems & problems) {
+  std::vector<std::size_t> & order = dump.modulesByAddress;
   for (std::size_t i = 0; i < dump.modules.size(); ++i)
-    for (std::size_t k = 0; k < i; ++k) {
-      Module const & one = dump.modules[i];
-      Module const & other = dump.modules[k];
-      if (one.base < other.base + other.size && other.base < one.base + one.size) {
-        problems.push_back("the minidump is damaged: the modules " + one.path + " and " + other.path + " overlap");
-        return;
-      }
+    if (dump.modules[i].size != 0)
+      order.push_back(i);
+  std::ranges::sort(order, {}, [&](std::size_t i) { return dump.modules[i].base; });
+  for (std::size_t i = 1; i < order.size(); ++i) {
+    Module const & one = dump.modules[order[i - 1]];
+    Module const & other = dump.modules[order[i]];
+    if (other.base - one.base < one.size) {
+      problems.push_back("the minidump is damaged: the modules " + one.path + " and " + other.path + " overlap");
+      return;
     }
+  }
 }
 
 void checkThreads(Dump const & dump, Problems & problems) {
@@ -72,10 +87,12 @@ void checkThreads(Dump const & dump, Problems & problems) {
 } // namespace
 
 Module const * Dump::moduleAt(std::uint64_t address) const {
-  for (Module const & module : modules)
-    if (address >= module.base && address - module.base < module.size)
-      return &module;
-  return nullptr;
+  auto const after =
+      std::ranges::upper_bound(modulesByAddress, address, {}, [this](std::size_t i) { return modules[i].base; });
+  if (after == modulesByAddress.begin())
+    return nullptr;
+  Module const & module = modules[*std::prev(after)];
+  return address - module.base < module.size ? &module : nullptr;
 }
 
 Thread const * Dump::thread(std::uint32_t id) const {
@@ -87,12 +104,10 @@ std::size_t Dump::readMemory(std::uint64_t address, void * to, std::size_t size)
   std::size_t done = 0;
   while (done < size) {
     std::uint64_t const at = address + done;
-    auto range = std::ranges::upper_bound(memory, at, {}, &MemoryRange::address);
-    while (range != memory.begin() && at - std::prev(range)->address >= std::prev(range)->bytes.size())
-      --range;
-    if (range == memory.begin())
+    auto const after = std::ranges::upper_bound(memory, at, {}, &MemoryRange::address);
+    if (after == memory.begin() || at - std::prev(after)->address >= std::prev(after)->bytes.size())
       break;
-    std::string_view const found = std::prev(range)->bytes.substr(at - std::prev(range)->address, size - done);
+    std::string_view const found = std::prev(after)->bytes.substr(at - std::prev(after)->address, size - done);
     std::memcpy(static_cast<char *>(to) + done, found.data(), found.size());
     done += found.size();
   }
@@ -120,7 +135,7 @@ std::optional<Dump> readDump(std::string_view bytes, Problems & problems) {
   dump.memory = reader.memory();
   dump.exception = reader.exception();
   joinStacks(dump);
-  checkModules(dump, problems);
+  sortModules(dump, problems);
   checkThreads(dump, problems);
   return dump;
 }

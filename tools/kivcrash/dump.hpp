@@ -54,9 +54,10 @@ struct System {
 struct Dump {
   std::uint32_t time = 0; ///< seconds since 1970, UTC
   std::optional<System> system;
-  std::vector<Module> modules; ///< the program first
+  std::vector<Module> modules;               ///< the program first
+  std::vector<std::size_t> modulesByAddress; ///< their places in the list; without those at impossible addresses
   std::vector<Thread> threads;
-  std::vector<MemoryRange> memory; ///< by address
+  std::vector<MemoryRange> memory; ///< by address; none overlap
   std::optional<Exception> exception;
 
   /// Null where none has the address in it.

@@ -12,6 +12,8 @@ namespace {
 constexpr int kDeepest = 200;                // scopes within scopes
 constexpr int kMostOrigins = 16;             // declarations that a function refers to, one after the other
 constexpr std::size_t kMostScopes = 500'000; // in one unit
+/// Entries looked at in one unit. In a damaged one, an entry may be its own neighbour.
+constexpr std::size_t kMostEntries = 2'000'000;
 
 std::optional<std::uint64_t> numberOf(Dwarf_Debug debug, Dwarf_Die die, Dwarf_Half kind) {
   Attribute const attribute = attributeOf(debug, die, kind);
@@ -160,7 +162,7 @@ void DwarfUnit::readRows(Dwarf_Line_Context lines) {
 
 void DwarfUnit::readScopes(Dwarf_Die first, int parent, int depth) {
   DwarfError error(debug_);
-  for (Die die(first); die && scopes_.size() < kMostScopes;) {
+  for (Die die(first); die && scopes_.size() < kMostScopes && entries_ < kMostEntries; ++entries_) {
     Dwarf_Half tag = 0;
     dwarf_tag(die.get(), &tag, &error);
     bool const isInlined = tag == DW_TAG_inlined_subroutine;

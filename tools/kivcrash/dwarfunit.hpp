@@ -61,6 +61,7 @@ private:
   std::vector<std::string> files_;
   std::vector<Sequence> sequences_;
   std::vector<Scope> scopes_;
+  std::size_t entries_ = 0; ///< looked at so far
 };
 
 } // namespace kivcrash

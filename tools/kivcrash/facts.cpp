@@ -58,6 +58,14 @@ std::string timeOf(CrashFile const & file) {
   return file.report && file.report->time ? timeText(*file.report->time) : "";
 }
 
+/// "orders.log, notes.txt"
+std::string inOneLine(std::vector<std::string> const & names) {
+  std::string text;
+  for (std::string const & name : names)
+    text += (text.empty() ? "" : ", ") + name;
+  return text;
+}
+
 /// "writing 0x10"
 std::string accessOf(Exception const & exception) {
   bool const isAccess = exception.code == STATUS_ACCESS_VIOLATION || exception.code == STATUS_IN_PAGE_ERROR;
@@ -106,8 +114,7 @@ std::vector<std::pair<std::string, std::string>> factsOf(CrashFile const & file)
   add("system",
       file.dump && file.dump->system ? systemText(*file.dump->system) : ofReport(file, "  Windows version: "));
   add("current folder", ofReport(file, "  Current directory: "));
-  for (std::string const & name : file.others)
-    add("also in the archive", name);
+  add("also in the archive", inOneLine(file.others));
   return facts;
 }
 

@@ -59,8 +59,7 @@ private:
     FoundFile const & found = files_.symbols(module);
     tellOthers(file);
     tellOthers(found);
-    if (!file.image && file.others.empty())
-      problems_.push_back(module.path + ": no such file on this machine; --symbols names folders where it lies");
+    tellMissing(module, file, found);
     std::unique_ptr<DebugSymbols> & symbols = symbols_[module.base];
     if (found.image)
       try {
@@ -69,6 +68,15 @@ private:
         problems_.push_back(toUtf8(found.path) + ": " + error.what());
       }
     return symbols.get();
+  }
+
+  void tellMissing(Module const & module, FoundFile const & file, FoundFile const & symbols) {
+    if (!file.image && file.others.empty())
+      problems_.push_back(module.path + ": no such file on this machine; --symbols names folders where it lies");
+    auto const link = file.image && !symbols.image ? file.image->debugLink() : std::nullopt;
+    if (link && symbols.others.empty())
+      problems_.push_back(module.path + ": its debug symbols, " + link->name +
+                          ", are not on this machine; --symbols names folders where they lie");
   }
 
   /// What is in the way matters only where nothing else was found.

@@ -5,9 +5,9 @@
 namespace kivcrash {
 namespace {
 
-std::string inQuotes(std::string_view text) {
+std::string inQuotes(std::string const & text) {
   std::string result = "\"";
-  for (char const c : text)
+  for (char const c : validUtf8(text))
     if (c == '"' || c == '\\') {
       result += '\\';
       result += c;

@@ -35,10 +35,14 @@ std::vector<std::wstring> commandLine() {
 
 void print(std::FILE * stream, std::string const & text) { std::fwrite(text.data(), 1, text.size(), stream); }
 
+/// \return the exit code. The output may have gone to a full disk, or to a reader that has ended.
 int tellProblems(std::string const & file, Problems const & problems) {
+  bool const isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+  if (!isWritten)
+    print(stderr, "kivcrash: the answer cannot be written\n");
   for (std::string const & problem : problems)
     print(stderr, "kivcrash: " + file + ": " + printable(problem) + '\n');
-  return problems.empty() ? kDone : kFaulty;
+  return problems.empty() && isWritten ? kDone : kFaulty;
 }
 
 std::vector<std::filesystem::path> foldersOf(Options const & options) {
@@ -68,7 +72,6 @@ int run(Options const & options) {
   ModuleFiles files(foldersOf(options));
   Findings const findings = find(*file, files, {options.allThreads, options.modules}, problems);
   print(stdout, options.json ? asJson(findings) : asText(findings, options.modules));
-  std::fflush(stdout);
   return tellProblems(name, findings.problems);
 }
 

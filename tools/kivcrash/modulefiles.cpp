@@ -53,6 +53,11 @@ std::string faultOfSymbols(Image const & symbols, Module const & module) {
   return symbols.hasDebugSymbols() ? "" : "there are no debug symbols in it";
 }
 
+/// Anybody can write a path into a dump. One in the network would tell its owner who reads the dump.
+bool isOnDrive(std::filesystem::path const & path) {
+  return path.is_absolute() && path.root_name().native().ends_with(L':');
+}
+
 /// Where debuggers look for it, too.
 void addBothPlaces(std::vector<std::filesystem::path> & paths, std::filesystem::path const & folder,
                    std::filesystem::path const & name) {
@@ -75,7 +80,7 @@ ModuleFiles::Paths ModuleFiles::foldersOf(Module const & module) const {
   for (auto const & folder : folders_)
     for (auto const & ending : endings)
       folders.push_back(folder / ending);
-  if (original.is_absolute())
+  if (isOnDrive(original))
     folders.push_back(original.parent_path());
   return folders;
 }

@@ -25,7 +25,8 @@ struct FoundFile {
 /// Files are looked for once, and stay in memory.
 class ModuleFiles {
 public:
-  /// \param folders  where files are looked for, in this order; then where they were on the machine that failed
+  /// \param folders  where files are looked for, in this order; then where they were on the machine that failed, if that was
+  ///                 on a drive
   explicit ModuleFiles(std::vector<std::filesystem::path> folders) : folders_(std::move(folders)) {}
 
   /// The program or DLL; one of another build is not used.

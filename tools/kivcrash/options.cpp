@@ -79,8 +79,8 @@ char const * usage() {
          "                 the folders below DIR that the paths of the modules end in; may be repeated\n"
          "  --json         the same as one JSON object, in UTF-8\n"
          "\n"
-         "Modules are also looked for beside FILE, and where they were on the machine that failed. A file\n"
-         "of another build is named and not used.\n"
+         "Modules are also looked for beside FILE, and where they were on the machine that failed, unless\n"
+         "that was in the network. A file of another build is not used, and named where no other one fits.\n"
          "Exit code 0: all that was asked for is there; 1: FILE cannot be read, is damaged or foreign, or\n"
          "something is missing: messages say what, and what is known is printed; 2: wrong usage.\n";
 }

@@ -2,7 +2,11 @@
 #include "crashfile.hpp"
 #include "zip_builder.hpp"
 
+#include "support/files.hpp"
+
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 using namespace kivtest;
 using kivcrash::Problems;
@@ -75,6 +79,72 @@ TEST(CrashArchive, NamesOfFilesHaveNoControlCharacters) {
   Problems problems;
   auto const contents = kivcrash::unpackArchive(zipOf({{"a\x1B[2J.txt", "text"}}), problems);
   EXPECT_EQ(contents.begin()->first, "a?[2J.txt");
+}
+
+/// The archive with the flag of UTF-8 in both headers of its one file.
+std::string withUtf8(std::string archive) {
+  constexpr char kFlag = 8; // in the second byte
+  archive[7] = kFlag;
+  archive[archive.find("PK\1\2") + 9] = kFlag;
+  return archive;
+}
+
+TEST(CrashArchive, NamesOfFilesAreUtf8OrInTheCodePageOfConsoles) {
+  Problems problems;
+  auto const flagged = kivcrash::unpackArchive(withUtf8(zipOf({{"B\xC3\xA4r.txt", "text"}})), problems);
+  EXPECT_EQ(flagged.begin()->first, "B\xC3\xA4r.txt");
+  auto const broken = kivcrash::unpackArchive(withUtf8(zipOf({{"B\xFFr.txt", "text"}})), problems);
+  EXPECT_EQ(broken.begin()->first, "B\xEF\xBF\xBDr.txt");
+  wchar_t wide[2] = L"";
+  ASSERT_TRUE(OemToCharBuffW("\x84", wide, 1));
+  auto const plain = kivcrash::unpackArchive(zipOf({{"B\x84r.txt", "text"}}), problems);
+  EXPECT_EQ(plain.begin()->first, "B" + kivcrash::toUtf8(std::wstring_view(wide, 1)) + "r.txt");
+}
+
+TEST(CrashArchive, WritesNothingWhateverItsFilesAreCalled) {
+  support::TempFolder const folder;
+  std::filesystem::path const before = std::filesystem::current_path();
+  std::filesystem::create_directory(folder.path() + "\\work");
+  std::filesystem::current_path(folder.path() + "\\work");
+  Problems problems;
+  auto const contents = kivcrash::unpackArchive(
+      zipOf({{"..\\up.txt", "1"}, {folder / "root.txt", "2"}, {"/slash.txt", "3"}, {"below/", ""}}), problems);
+  std::filesystem::current_path(before);
+  EXPECT_EQ(contents, (kivcrash::Contents{{"up.txt", "1"}, {"root.txt", "2"}, {"slash.txt", "3"}}));
+  EXPECT_EQ(problems, Problems{});
+  EXPECT_EQ(support::entriesOf(folder.path()), std::vector<std::string>{"work"});
+  EXPECT_EQ(support::entriesOf(folder / "work"), std::vector<std::string>{});
+}
+
+TEST(CrashArchive, OfTwoFilesOfOneNameReadsTheFirstAndSaysSo) {
+  Problems problems;
+  auto const contents = kivcrash::unpackArchive(zipOf({{"a\\x.log", "first"}, {"b/x.log", "second"}}), problems);
+  EXPECT_EQ(contents, (kivcrash::Contents{{"x.log", "first"}}));
+  EXPECT_EQ(problems, Problems{"the archive has two files of the name x.log: the first one is read"});
+}
+
+TEST(CrashArchive, IsReadUpToAThousandFiles) {
+  std::vector<std::pair<std::string, std::string>> files;
+  for (int i = 0; i < 1'000; ++i)
+    files.emplace_back(std::to_string(i), "");
+  Problems problems;
+  EXPECT_EQ(kivcrash::unpackArchive(zipOf(files), problems).size(), 1'000u);
+  EXPECT_EQ(problems, Problems{});
+  files.emplace_back("more", "");
+  EXPECT_EQ(kivcrash::unpackArchive(zipOf(files), problems).size(), 1'000u);
+  EXPECT_EQ(problems, Problems{"the archive has more than 1000 files: the rest is left out"});
+}
+
+TEST(CrashFileKinds, AMinidumpIsReadThoughTheLogBesideItIsNot) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "a.exe.1.dmp", soundDump().bytes());
+  support::FileInUse const held(folder / "a.exe.log");
+  Problems problems;
+  auto const file = kivcrash::openCrashFile(folder / "a.exe.1.dmp", problems);
+  ASSERT_TRUE(file);
+  EXPECT_TRUE(file->dump);
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_NE(problems[0].find("a.exe.log: cannot be read: "), std::string::npos) << problems[0];
 }
 
 TEST(CrashFileKinds, AreKnownByTheirFirstBytes) {

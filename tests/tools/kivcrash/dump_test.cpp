@@ -71,6 +71,35 @@ TEST(CrashDump, ReadsSmallPiecesWithinALargeOne) {
   auto const dump = read(bytes, problems);
   char text[8] = "";
   EXPECT_EQ(dump->readMemory(0x30020, text, 4), 4u);
+  EXPECT_EQ(dump->memory.size(), 2u) << "the stacks alone";
+}
+
+TEST(CrashDump, ReadsPiecesThatOverlap) {
+  DumpBuilder builder = soundDump();
+  builder.addMemory(0x30030, std::string(32, 'c'));
+  Problems problems;
+  std::string const bytes = builder.bytes();
+  auto const dump = read(bytes, problems);
+  char text[9] = "";
+  EXPECT_EQ(dump->readMemory(0x3003C, text, 8), 8u);
+  EXPECT_STREQ(text, "bbbbcccc");
+  EXPECT_EQ(dump->readMemory(0x3004F, text, 8), 1u);
+}
+
+TEST(CrashDump, FindsModulesInWhateverOrderTheyAre) {
+  DumpBuilder builder = soundDump();
+  builder.addModule(0x50000, 0x1000, L"C:\\low.dll");
+  builder.addModule(0x7FF700000000, 0x1000, L"C:\\between.dll");
+  Problems problems;
+  std::string const bytes = builder.bytes();
+  auto const dump = read(bytes, problems);
+  EXPECT_EQ(problems, kNone);
+  EXPECT_EQ(dump->moduleAt(0x4FFFF), nullptr);
+  EXPECT_EQ(dump->moduleAt(0x50000), &dump->modules[2]);
+  EXPECT_EQ(dump->moduleAt(0x140000FFF), dump->modules.data());
+  EXPECT_EQ(dump->moduleAt(0x7FF700000FFF), &dump->modules[3]);
+  EXPECT_EQ(dump->moduleAt(0x7FF80001FFFF), &dump->modules[1]);
+  EXPECT_EQ(dump->moduleAt(0x7FF800020000), nullptr);
 }
 
 TEST(CrashDump, ReadsAllMemoryOfALargeDump) {

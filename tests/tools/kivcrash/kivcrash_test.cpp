@@ -183,6 +183,18 @@ TEST(Kivcrash, NamesDebugSymbolsThatAreDamaged) {
   EXPECT_NE(result.output.find("0     crash_lines.exe+0x"), std::string::npos) << result.output;
 }
 
+TEST(Kivcrash, SaysThatDebugSymbolsAreMissing) {
+  Crash const crash = splitCrash();
+  Kept const kept(crash);
+  kept.keep("crash_lines.exe", "crash_lines.exe");
+  auto const result = kivcrash(quoted(kept.dump()) + " --symbols " + quoted(kept.symbols()));
+  EXPECT_EQ(result.exitCode, 1u);
+  EXPECT_NE(
+      result.errors.find("other\\crash_lines.exe: its debug symbols, crash_lines.exe.debug, are not on this machine"),
+      std::string::npos)
+      << result.errors;
+}
+
 TEST(Kivcrash, ReadsAnArchiveWithAScrambledReport) {
   Crash const crash("line", {{"KIVDUMP_NO_ENCRYPT", std::nullopt}});
   support::TempFolder const folder;
@@ -254,6 +266,17 @@ TEST(Kivcrash, SaysThatADumpHasNoException) {
   EXPECT_EQ(result.exitCode, 1u);
   EXPECT_NE(result.errors.find("the minidump has no exception"), std::string::npos) << result.errors;
   EXPECT_NE(result.output.find("Stack of thread 7:"), std::string::npos) << result.output;
+}
+
+TEST(Kivcrash, FailsWhereItsAnswerCannotBeWritten) {
+  support::TempFolder const folder;
+  std::string const report =
+      "\r\n# [dump v4] Crash dump\r\n\r\n  System crash time: 22.11.2025, 08:30.16\r\n\r\n[DONE]\r\n";
+  support::writeFile(folder / "a.log", report);
+  support::ProgramStart start{.program = "kivcrash", .arguments = "a.log --report", .workingFolder = folder.path()};
+  EXPECT_EQ(support::runProgram(start).exitCode, 0u);
+  start.withoutStreams = true;
+  EXPECT_EQ(support::runProgram(start).exitCode, 1u);
 }
 
 TEST(Kivcrash, HelpsAndRefusesWrongUsage) {

@@ -88,6 +88,15 @@ TEST(CrashModuleFiles, AreFoundWhereTheyWere) {
   EXPECT_TRUE(files.file(product.module).image);
 }
 
+TEST(CrashModuleFiles, AreNotLookedForInTheNetwork) {
+  Product product;
+  product.put(L"crash_plug.dll", product.bytes());
+  product.module.path = "\\\\?\\" + (product.root() / L"crash_plug.dll").string(); // in the form of a share
+  ASSERT_TRUE(isFile(product.module.path));
+  ModuleFiles files({});
+  EXPECT_FALSE(files.file(product.module).image);
+}
+
 TEST(CrashModuleFiles, OfAnotherBuildAreNamedAndNotUsed) {
   Product product;
   product.put(L"crash_plug.dll", product.otherBuild());
@@ -141,6 +150,49 @@ TEST(CrashSymbolFiles, AreTheModuleItselfWhereTheyAreInIt) {
   ModuleFiles files({product.root()});
   EXPECT_EQ(files.symbols(product.module).path, product.root() / L"crash_plug.dll");
   EXPECT_TRUE(files.symbols(product.module).image);
+}
+
+/// A program without symbols in it, and the file of symbols that its link names.
+class Split {
+public:
+  Split() {
+    fs::path const folder = fs::path(support::binFolder()) / L"split";
+    std::string const bytes = readWhole(folder / L"crash_lines.exe");
+    Image const image = imageOf(bytes);
+    product.module.size = image.size();
+    product.module.timeStamp = image.timeStamp();
+    product.module.checkSum = image.checkSum();
+    product.module.path = "C:\\orders\\crash_lines.exe";
+    product.put(L"crash_lines.exe", bytes);
+    symbols = readWhole(folder / L".debug" / L"crash_lines.exe.debug");
+  }
+
+  /// Why the symbols are not used with another value there in their header.
+  std::string reasonWith(std::size_t place) {
+    std::uint32_t header = 0;
+    std::memcpy(&header, symbols.data() + 0x3C, sizeof header);
+    symbols[header + place] = static_cast<char>(symbols[header + place] ^ 1);
+    return reason();
+  }
+
+  std::string reason() const {
+    product.put(L".debug\\crash_lines.exe.debug", symbols);
+    ModuleFiles files({product.root()});
+    FoundFile const & found = files.symbols(product.module);
+    return found.image ? "used" : found.others.at(0).substr(found.others.at(0).find(".debug: ") + 8);
+  }
+
+  Product product;
+  std::string symbols;
+};
+
+TEST(CrashSymbolFiles, ThatTheLinkNamesFitByTimeSizeAndCheckSum) {
+  constexpr std::size_t kTimeStamp = 8;
+  constexpr std::size_t kSizeOfFirstSection = 24 + 240 + 8;
+  EXPECT_EQ(Split().reason(), "used");
+  EXPECT_TRUE(Split().reasonWith(kTimeStamp).starts_with("debug symbols of another build: their time stamp is "));
+  EXPECT_TRUE(Split().reasonWith(kSizeOfFirstSection).starts_with("damaged, or debug symbols of another build: "))
+      << "the size of the whole is that of the last section";
 }
 
 TEST(CrashSymbolFiles, WithoutTheModuleAreThoseOfItsNameAndTime) {

@@ -1,3 +1,4 @@
+#include "facts.hpp"
 #include "jsonoutput.hpp"
 #include "textoutput.hpp"
 
@@ -54,6 +55,38 @@ TEST(CrashText, SaysThatTheFaultIsInNoModule) {
   Findings findings;
   findings.fault = Fault{"X", 1, 0x10, "", 0, ""};
   EXPECT_EQ(asText(findings, false), "what happened:      X (0x00000001) at 0x0000000000000010, where no module was\n");
+}
+
+TEST(CrashFacts, NameTheOtherFilesOfAnArchiveTogether) {
+  CrashFile file;
+  file.others = {"orders.log", "notes.txt"};
+  EXPECT_EQ(factsOf(file),
+            (std::vector<std::pair<std::string, std::string>>{{"also in the archive", "orders.log, notes.txt"}}));
+}
+
+TEST(CrashTexts, HaveNoCharacterThatMovesTheCursor) {
+  EXPECT_EQ(printable("a\x1B[2J\x7F b\n"), "a?[2J? b?");
+  EXPECT_EQ(printable("\xC2\x80\xC2\x9B"
+                      "2J\xC2\xA0\xC3\x9B\xC2"),
+            "??2J\xC2\xA0\xC3\x9B\xC2")
+      << "those of two bytes too";
+  EXPECT_TRUE(hasControlCharacter("a\xC2\x9B"));
+  EXPECT_FALSE(hasControlCharacter("B\xC3\xA4r? "));
+}
+
+TEST(CrashTexts, OfMoreThanTheSystemCanConvertAreRefused) {
+  std::string_view const large("", std::size_t{1} << 31); // which is not looked at
+  EXPECT_THROW(fromSystem(large), std::runtime_error);
+  EXPECT_THROW(toUtf8(std::wstring_view(L"", std::size_t{1} << 31)), std::runtime_error);
+}
+
+TEST(CrashJson, IsUtf8WhateverTheNamesAre) {
+  Findings findings;
+  findings.plugins = {"B\xC3\xA4r", "a\xFF"
+                                    "b"};
+  EXPECT_EQ(asJson(findings), "{\"facts\": {}, \"plugins\": [\"B\xC3\xA4r\", \"a\xEF\xBF\xBD"
+                              "b\"], \"stacks\": [], "
+                              "\"modules\": [], \"problems\": []}\n");
 }
 
 TEST(CrashJson, HasAllOfItWithTextsEscaped) {
