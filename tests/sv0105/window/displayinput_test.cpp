@@ -126,7 +126,8 @@ protected:
     user.sees("the keyboard in " + textOf(window.GetText()), [&] { return GetFocus() == window.GethWnd(); });
   }
   void seesSelected(long position) {
-    user.sees("entry " + std::to_string(position), [this, position] { return order.phase.GetSelectEntryPos() == position; });
+    user.sees("entry " + std::to_string(position),
+              [this, position] { return order.phase.GetSelectEntryPos() == position; });
   }
   void seesLength(std::string const & text) {
     user.sees(text, [this, text] { return textOf(order.length.GetText()) == text; });
@@ -154,7 +155,8 @@ TEST_F(DisplayInput, TabGoesThroughTheControlsAndBackWithShift) {
     user.presses({VK_TAB});
     seesFocus(*control);
   }
-  for (SV::Control * const control : {static_cast<SV::Control *>(&order.cancel), static_cast<SV::Control *>(&order.ok)}) {
+  for (SV::Control * const control :
+       {static_cast<SV::Control *>(&order.cancel), static_cast<SV::Control *>(&order.ok)}) {
     user.presses({VK_SHIFT, VK_TAB});
     seesFocus(*control);
   }
