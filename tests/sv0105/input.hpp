@@ -5,6 +5,7 @@
 #include "tools/winapi.hpp"
 
 #include <initializer_list>
+#include <vector>
 
 namespace svtest {
 
@@ -42,11 +43,11 @@ private:
 };
 
 /// Presses and releases keys of the display; the window in front gets them.
-inline void pressKeys(std::initializer_list<WORD> keys) {
+inline void pressKeys(std::vector<WORD> const & keys) {
   for (WORD const key : keys)
     keybd_event(static_cast<BYTE>(key), 0, 0, 0);
-  for (auto key = keys.end(); key != keys.begin();)
-    keybd_event(static_cast<BYTE>(*--key), 0, KEYEVENTF_KEYUP, 0);
+  for (auto key = keys.rbegin(); key != keys.rend(); ++key)
+    keybd_event(static_cast<BYTE>(*key), 0, KEYEVENTF_KEYUP, 0);
 }
 
 /// A click with the left button, in the middle of a window.

@@ -62,6 +62,34 @@ TEST_P(ListBox, TellsWhatTheUserSelectsAndNotWhatTheProgramDoes) {
   EXPECT_EQ(list.GetSelectEntryPos(), SV::LISTBOX_ENTRY_NOTFOUND);
 }
 
+class DropDown : public svtest::DialogTest {
+protected:
+  static long fieldHeight(SV::ListBox const & list) {
+    return list.LogicToPixel(SV::Size{0, 13}, SV::MAP_APPFONT).height;
+  }
+};
+
+TEST_F(DropDown, IsAsHighAsAFieldWhenItIsClosed) {
+  for (long const height : {13L, 26L, 52L}) { // at 200 percent of the screen a font has twice as many pixels
+    SV::Application::ChangeAppFont(SV::Font("Arial", {0, height}));
+    SV::ModalDialog dialog(nullptr);
+    SV::ListBox list(&dialog, SV::WB_DROPDOWN);
+    list.SetPosSizePixel({10, 10}, {100, 200});
+    EXPECT_EQ(list.GetSizePixel().height, fieldHeight(list)) << height;
+    EXPECT_GE(list.GetSizePixel().height, height) << "room for a line";
+  }
+}
+
+TEST_F(DropDown, GrowsWithItsFont) {
+  SV::ModalDialog dialog(nullptr);
+  SV::ListBox list(&dialog, SV::WB_DROPDOWN);
+  list.SetPosSizePixel({10, 10}, {100, 200});
+  long const before = list.GetSizePixel().height;
+  list.ChangeFont(SV::Font("Arial", {0, 40}));
+  EXPECT_EQ(fieldHeight(list), before) << "units are those of the application's font";
+  EXPECT_GT(list.GetSizePixel().height, 40);
+}
+
 INSTANTIATE_TEST_SUITE_P(Kinds, ListBox, testing::Values(SV::WB_BORDER, 0x811));
 
 } // namespace

@@ -1,11 +1,13 @@
 // What is seldom used is loaded when it is first needed.
 
 #include "support/child_process.hpp"
+#include "support/import_hook.hpp"
 #include "support/windows.hpp"
 #include "sv0105/drawing/page.hpp"
 
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -42,6 +44,21 @@ std::set<std::string> importsOf(char const * module) {
   return names;
 }
 
+/// The functions that the window library asks a late library for from now on. That the process has the library says little:
+/// the system loads some for its windows.
+std::set<std::string> & functionsAskedFor() {
+  static std::set<std::string> names;
+  static bool const watched = [] {
+    support::watchLateImports(GetModuleHandleA("SV0105.dll"), [](HMODULE, std::string_view name, void * function) {
+      names.insert(std::string(name));
+      return function;
+    });
+    return true;
+  }();
+  static_cast<void>(watched);
+  return names;
+}
+
 class LateLoading : public ToolkitTest {};
 
 TEST(LateLibraries, AreNotAmongTheImports) {
@@ -63,6 +80,7 @@ TEST(LateLibraries, AreMissingInAStartedProgramThatDoesNotUseThem) {
 
 TEST(LateLibraries, AreNotLoadedByWindowsAndDevices) {
   std::set<std::string> const systems = loadedBySystemForWindows();
+  functionsAskedFor();
   SV::Window const window(nullptr);
   SV::VirtualDevice device;
   device.SetOutputSizePixel({20, 20});
@@ -70,18 +88,21 @@ TEST(LateLibraries, AreNotLoadedByWindowsAndDevices) {
   device.DrawBitmap({0, 0}, squares({2, 2}));
   for (char const * const library : kLate)
     EXPECT_TRUE(!isLoaded(library) || systems.contains(library)) << library;
+  EXPECT_TRUE(functionsAskedFor().empty()) << *functionsAskedFor().begin();
 }
 
 TEST_F(LateLoading, ComesWithTheFirstGradient) {
   SV::VirtualDevice device;
   device.SetOutputSizePixel({20, 20});
+  EXPECT_TRUE(functionsAskedFor().empty());
   device.GradientFill(true, {{0, 0}, {20, 20}}, SV::COL_RED, SV::COL_BLUE);
-  EXPECT_TRUE(isLoaded("msimg32.dll"));
+  EXPECT_TRUE(functionsAskedFor().contains("GradientFill"));
 }
 
 TEST_F(LateLoading, ComesWithTheFirstQuestionForVisualStyles) {
+  EXPECT_TRUE(functionsAskedFor().empty());
   SV::CVisualStylesXP::IsAppThemed();
-  EXPECT_TRUE(isLoaded("uxtheme.dll"));
+  EXPECT_EQ(functionsAskedFor(), (std::set<std::string>{"IsAppThemed"}));
 }
 
 TEST_F(LateLoading, IsNotNeededForAPictureThatIsNotThere) {

@@ -1,6 +1,7 @@
 #include "sv/listbox.hpp"
 
 #include "controls/controlspec.hpp"
+#include "controls/dialogunits.hpp"
 
 #include <cstring>
 #include <utility>
@@ -30,7 +31,23 @@ String inCodePage(wchar_t const * wide) {
 } // namespace
 
 ListBox::ListBox(Window * parent, WinBits style)
-    : Control(listSpec(parent, style)), isDropDown_((style & WB_DROPDOWN) != 0) {}
+    : Control(listSpec(parent, style)), isDropDown_((style & WB_DROPDOWN) != 0) {
+  fitClosedHeight();
+}
+
+/// The system adds the same few pixels to a line of any font, so that at a large scale the list would be lower than the
+/// fields in its row.
+void ListBox::fitClosedHeight() {
+  constexpr long kFieldHeight = 13; // in units of dialogs
+  if (!isDropDown_ || !GethWnd())
+    return;
+  auto const font = reinterpret_cast<HFONT>(SendMessageA(GethWnd(), WM_GETFONT, 0, 0));
+  long const wanted = detail::pixelsOfUnits(font, {0, kFieldHeight}).height;
+  constexpr auto closedLine = static_cast<WPARAM>(-1);
+  SendMessageA(GethWnd(), CB_SETITEMHEIGHT, closedLine, wanted);
+  long const frame = GetSizePixel().height - wanted;
+  SendMessageA(GethWnd(), CB_SETITEMHEIGHT, closedLine, wanted - frame);
+}
 
 /// The two classes of the system understand the same under different numbers.
 long long ListBox::send(unsigned listMessage, unsigned boxMessage, unsigned long long wParam, long long lParam) const {
@@ -110,6 +127,13 @@ bool ListBox::Notify(unsigned message, unsigned long long wParam, long long lPar
   if (HIWORD(wParam) == LBN_SELCHANGE)
     Select();
   return true;
+}
+
+long long ListBox::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
+  long long const result = Control::HandleMessage(message, wParam, lParam);
+  if (message == WM_SETFONT)
+    fitClosedHeight();
+  return result;
 }
 
 } // namespace SV

@@ -14,7 +14,7 @@ inline constexpr long LISTBOX_ENTRY_NOTFOUND = -1;
 
 /// Entries by position, counted from 0, in the order in which they were inserted. An operation on a position that is not
 /// there does nothing and gives false or the empty string. The height of one with WB_DROPDOWN is that of the open list;
-/// the closed one has the height of a line.
+/// the closed one is as high as a field of 13 units of dialogs in its font.
 class SV_API ListBox : public Control {
 public:
   using SelectHandler = std::function<void(ListBox *)>;
@@ -46,8 +46,10 @@ public:
 
 protected:
   bool Notify(unsigned message, unsigned long long wParam, long long lParam, long long & result) override;
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override;
 
 private:
+  void fitClosedHeight();
   long long send(unsigned listMessage, unsigned boxMessage, unsigned long long wParam = 0, long long lParam = 0) const;
 
   SelectHandler selectHandler_;
