@@ -72,6 +72,8 @@ TEST(Limits, GroupsCompileTo2500AndEndInACodeBeyond) {
   EXPECT_EQ(compile(nested(10'000)), REG_ESPACE);
   EXPECT_EQ(compileAndMatch(repeated("(a)", 2500), std::string(2500, 'a')), 0);
   EXPECT_EQ(compile(repeated("(a)", 2501)), REG_ESPACE);
+  for (char const * const place : {"^", "$", "\\b", "\\<"})
+    EXPECT_EQ(compile(repeated(place, 2501)), REG_ESPACE) << place;
 }
 
 TEST(Limits, RepetitionsAreMultiplied) {
@@ -88,6 +90,17 @@ TEST(Limits, GroupsTimesPositionsAreLimitedWithOffsetsOnly) {
   std::string const pattern = repeated("(a)", 2000) + std::string(4000, 'b');
   EXPECT_EQ(compile(pattern), REG_ESPACE);
   EXPECT_EQ(compile(pattern, REG_EXTENDED | REG_NOSUB), 0);
+}
+
+TEST(Limits, TransitionsAreAMillion) {
+  auto const star = [](int count) { return "(" + repeated("ab|", count) + "c)*"; };
+  EXPECT_EQ(compile(star(900), REG_EXTENDED | REG_NOSUB), 0);
+  EXPECT_EQ(compile(star(1000), REG_EXTENDED | REG_NOSUB), REG_ESPACE);
+}
+
+TEST(Limits, MemoryIs256Megabytes) {
+  EXPECT_EQ(compile(repeated("ab|", 1000) + "c", REG_EXTENDED | REG_NOSUB), 0);
+  EXPECT_EQ(compile(repeated("ab|", 30'000) + "c", REG_EXTENDED | REG_NOSUB), REG_ESPACE);
 }
 
 struct Row {

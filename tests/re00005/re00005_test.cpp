@@ -135,6 +135,21 @@ TEST(Match, FollowsBackReferences) {
   EXPECT_EQ(Expression("(a)(b)\\2\\1").exec("abab"), REG_NOMATCH);
 }
 
+TEST(Match, KnowsTheEscapesOfLetters) {
+  struct {
+    char const * pattern;
+    char const * text;
+    char const * other;
+  } const rows[] = {{"^\\w$", "_", "-"},   {"^\\W$", "-", "_"},     {"^\\s$", "\t", "x"},         {"^\\S$", "x", "\t"},
+                    {"^\\d$", "7", "x"},   {"^\\D$", "x", "7"},     {"^\\t$", "\t", "t"},         {"^\\n$", "\n", "n"},
+                    {"^\\r$", "\r", "r"},  {"^\\x41$", "A", "x41"}, {"\\Ba", "ba", "a"},          {"\\<a", "b a", "ba"},
+                    {"a\\>", "a b", "ab"}, {"\\ba", "b a", "ba"},   {"\\Qa.b\\E", "xa.bx", "axb"}};
+  for (auto const & row : rows) {
+    EXPECT_EQ(Expression(row.pattern).exec(row.text), 0) << row.pattern;
+    EXPECT_EQ(Expression(row.pattern).exec(row.other), REG_NOMATCH) << row.pattern;
+  }
+}
+
 TEST(Match, CountsRepetitionsWithinRepetitions) {
   EXPECT_EQ(Expression("((a{3}b)*c){2}").offsets("aaabcaaabc"), "0-10");
   EXPECT_EQ(Expression("((a{3}b)*c){2}").offsets("cc"), "0-2");

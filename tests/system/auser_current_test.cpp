@@ -31,6 +31,7 @@ protected:
     start("program");
     security.results["thread token"] = {ERROR_NO_TOKEN};
   }
+  ~CurrentUser() override { EXPECT_TRUE(security.nothingIsLeft()); } // on every way out
 
   /// The program was called with these words.
   void start(std::string const & words) {

@@ -105,6 +105,7 @@ TEST_F(Logon, UsesAFunctionWhoseNameDoesNotStandInTheLibrary) {
 class Negotiation : public Logon {
 protected:
   Negotiation() { security.windows = "5.0"; }
+  ~Negotiation() override { EXPECT_TRUE(security.nothingIsLeft()); } // on every way out
 };
 
 TEST_F(Negotiation, PlaysClientAndServerByTurns) {

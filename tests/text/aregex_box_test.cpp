@@ -63,6 +63,14 @@ private:
   SV::ResMgr pack_{String("language\\") + std::get<1>(GetParam()) + "\\kivara72.dll"};
 };
 
+class RegExNoMatchBox : public RegExBoxTest, public testing::WithParamInterface<char const *> {
+protected:
+  RegExNoMatchBox() { SV::Resource::SetResManager(&pack_); }
+
+private:
+  SV::ResMgr pack_{String("language\\") + GetParam() + "\\kivara72.dll"};
+};
+
 /// The engine's result of every match from now on.
 int resultOfMatch = 0;
 int pretendMatch(regex_t const *, char const *, std::size_t, regmatch_t *, int) { return resultOfMatch; }
@@ -83,6 +91,14 @@ TEST_P(RegExBox, OfTheMessageHasATopicOfTheHelp) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Codes, RegExBox, testing::Combine(testing::ValuesIn(kRows), testing::Values("2057", "1031")));
+
+TEST_P(RegExNoMatchBox, ShowsTheHeadingAndTheReason) {
+  KivRegEx const matcher("a", 0);
+  EXPECT_EQ(shownBy([&] { EXPECT_EQ(matcher.regExec("b", 1), KivRegEx::NoMatch); }),
+            text(950) + "\n\n" + textOf(matcher.fmtErrMsg(KivRegEx::NoMatch)) + buttons());
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, RegExNoMatchBox, testing::Values("2057", "1031"));
 
 TEST_F(RegExBoxTest, AppearsForConstructorsAndAssignedPatterns) {
   std::string const message = messageFor(8) + buttons();

@@ -297,6 +297,18 @@ TEST(RegExLocale, OtherCategoriesStay) {
   EXPECT_EQ(during, "C");
 }
 
+TEST(RegExLocale, IsThatOfTheRuntimeForWordsWhenItMatches) {
+  KivRegEx const word("\\<b", 0);
+  char const umlautFirst[] = {'\xE4', 'b', '\0'};
+  ASSERT_TRUE(std::setlocale(LC_CTYPE, "C"));
+  EXPECT_EQ(word.match(umlautFirst), 1);
+  ASSERT_TRUE(std::setlocale(LC_CTYPE, ".ACP"));
+  EXPECT_EQ(word.match(umlautFirst), 0);
+  std::setlocale(LC_CTYPE, "C");
+}
+
+TEST(RegExLocale, CountsTheTabAsPrintable) { EXPECT_EQ(KivRegEx("^[[:print:]]$", 0).match("\t"), 1); }
+
 // Texts of errors.
 
 namespace {
@@ -408,4 +420,26 @@ TEST(MatcherInterface, HasItsOperationsInTheirOrder) {
   EXPECT_EQ(reinterpret_cast<int (*)(KivMatcherI const *, char const *)>(table[2])(&held, "a"), 1);
   EXPECT_EQ(sizeof(KivMatcherI), sizeof(void *));
   EXPECT_EQ(sizeof(KivRegEx2), 2 * sizeof(void *));
+}
+
+namespace {
+
+/// How many expressions stay when a matcher that was assigned to itself is gone.
+template <class Matcher> int leftBySelfAssignment() {
+  LiveExpressions const live;
+  {
+    Matcher matcher("a", 0);
+    Matcher const & same = matcher;
+    matcher = same;
+    EXPECT_EQ(matcher.match("a"), 1);
+  }
+  return live.value();
+}
+
+} // namespace
+
+TEST(OtherMatchers, AssignmentToItselfAddsAReferenceThatIsNeverRemoved) {
+  EXPECT_EQ(leftBySelfAssignment<KivRegEx2>(), 1);
+  EXPECT_EQ(leftBySelfAssignment<KivJokerz>(), 1);
+  EXPECT_EQ(leftBySelfAssignment<KivJokerz2>(), 1);
 }

@@ -156,6 +156,16 @@ TEST(XmlParser, ReadsAllBytesBackInOneText) {
   EXPECT_EQ(document.text(L"/text/@value"), wide(text));
 }
 
+TEST(XmlParser, ReadsAllFrom32OnBackWhereControlCharactersAreLeftOut) {
+  std::string text = "\t\n\r";
+  for (int byte = 32; byte < 256; ++byte)
+    text += static_cast<char>(byte);
+  support::XmlDocument const document(documentOf(xml(text, false)));
+  ASSERT_EQ(document.error(), "");
+  EXPECT_EQ(document.text(L"/text"), wide(text));
+  EXPECT_EQ(document.text(L"/text/@value"), wide(text));
+}
+
 TEST(XmlParser, ReadsWhatIsLeftOfATextWithControlCharacters) {
   support::XmlDocument const document(documentOf(xml("a\x01\x1F\tb", false)));
   ASSERT_EQ(document.error(), "");
