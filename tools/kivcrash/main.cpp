@@ -4,6 +4,7 @@
 #include "jsonoutput.hpp"
 #include "options.hpp"
 #include "textoutput.hpp"
+#include "wholefile.hpp"
 
 #include <shellapi.h>
 
@@ -47,7 +48,7 @@ int tellProblems(std::string const & file, Problems const & problems) {
 
 std::vector<std::filesystem::path> foldersOf(Options const & options) {
   std::vector<std::filesystem::path> folders = options.symbols;
-  folders.push_back(std::filesystem::absolute(options.file).parent_path());
+  folders.push_back(fullPath(options.file).parent_path());
   return folders;
 }
 

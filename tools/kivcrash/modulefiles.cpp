@@ -89,7 +89,7 @@ FoundFile ModuleFiles::firstThatFits(Paths const & paths, Check const & check) {
   FoundFile found;
   Paths tried;
   for (auto const & path : paths) {
-    auto const place = path.lexically_normal();
+    auto const place = fullPath(path);
     if (std::ranges::find(tried, place) != tried.end() || !isFile(place))
       continue;
     tried.push_back(place);

@@ -41,6 +41,12 @@ std::string readWhole(std::filesystem::path const & path) {
   return bytes;
 }
 
+std::filesystem::path fullPath(std::filesystem::path const & path) {
+  std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0'); // with room for the zero
+  full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  return full.empty() ? path : std::filesystem::path(full);
+}
+
 bool isFile(std::filesystem::path const & path) {
   DWORD const attributes = GetFileAttributesW(path.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;

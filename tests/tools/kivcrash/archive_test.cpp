@@ -135,6 +135,18 @@ TEST(CrashArchive, IsReadUpToAThousandFiles) {
   EXPECT_EQ(problems, Problems{"the archive has more than 1000 files: the rest is left out"});
 }
 
+TEST(CrashFileKinds, OfAMinidumpTheLogBesideItIsReadToo) {
+  support::TempFolder const folder;
+  support::writeFile(folder / "a.exe.1.dmp", soundDump().bytes());
+  support::writeFile(folder / "a.exe.log", kReport);
+  Problems problems;
+  auto const file = kivcrash::openCrashFile(folder / "a.exe.1.dmp", problems);
+  ASSERT_TRUE(file);
+  EXPECT_EQ(problems, Problems{});
+  ASSERT_NE(file->report, nullptr);
+  EXPECT_EQ(file->report->text, kReport);
+}
+
 TEST(CrashFileKinds, AMinidumpIsReadThoughTheLogBesideItIsNot) {
   support::TempFolder const folder;
   support::writeFile(folder / "a.exe.1.dmp", soundDump().bytes());

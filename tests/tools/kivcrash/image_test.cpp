@@ -42,6 +42,8 @@ TEST(CrashImage, IsReadAsInMemoryWithZerosBehindWhatIsInTheFile) {
   EXPECT_EQ(image.readMemory(bss->address, code, 4), 4u);
   EXPECT_EQ(std::string_view(code, 4), std::string_view("\0\0\0\0", 4));
   EXPECT_EQ(image.readMemory(image.size() + 0x1000, code, 4), 0u);
+  auto const & first = image.sections()[0];
+  EXPECT_EQ(image.readMemory(first.address + first.size - 2, code, 4), 2u) << "up to the end of the section";
 }
 
 TEST(CrashImage, FindsTheFunctionOfAnAddress) {
@@ -83,10 +85,12 @@ TEST(CrashWholeFile, MayHaveANameInAnyScript) {
   std::filesystem::copy_file(std::filesystem::path(support::binFolder()) / L"crash_lines.exe", path);
   EXPECT_TRUE(kivcrash::isFile(path));
   EXPECT_EQ(kivcrash::readWhole(path), programBytes());
+  EXPECT_TRUE(std::filesystem::remove(path)); // the folder can remove only names in the system's code page
 }
 
 TEST(CrashWholeFile, ThatIsMissingIsNamedWithTheReason) {
   EXPECT_FALSE(kivcrash::isFile(L"none.bin"));
+  EXPECT_FALSE(kivcrash::isFile(support::binFolder())) << "a folder";
   EXPECT_FALSE(kivcrash::isFile(L"a|b?"));
   try {
     kivcrash::readWhole(L"none.bin");

@@ -86,6 +86,8 @@ TEST(Kivcrash, NamesTheFunctionThatAnotherWasInlinedInto) {
   Crash const crash("inlined");
   auto const result = kivcrash(quoted(crash.dump()));
   EXPECT_NE(result.output.find("failInInlinedFunction  "), std::string::npos) << result.output;
+  std::string const call = "crash_lines.cpp:" + std::to_string(crash.line() + 5); // five lines below the fault
+  EXPECT_NE(result.output.find(call), std::string::npos) << call << '\n' << result.output;
 }
 
 TEST(Kivcrash, FollowsAModuleThatWasForcedOffItsBase) {
@@ -181,6 +183,18 @@ TEST(Kivcrash, NamesDebugSymbolsThatAreDamaged) {
   EXPECT_NE(result.errors.find("damaged, or debug symbols of another build: the check sum is "), std::string::npos)
       << result.errors;
   EXPECT_NE(result.output.find("0     crash_lines.exe+0x"), std::string::npos) << result.output;
+}
+
+TEST(Kivcrash, LooksForModulesAndSymbolsBesideTheFile) {
+  Crash const crash = splitCrash();
+  Kept const kept(crash);
+  kept.keep("crash_lines.exe", "..\\crash_lines.exe");
+  kept.keep(".debug\\crash_lines.exe.debug", "..\\crash_lines.exe.debug");
+  for (std::string const beginning : {"", "\\\\?\\"}) { // the second in the form of a share
+    auto const result = kivcrash(quoted(beginning + kept.dump()));
+    EXPECT_EQ(result.exitCode, 0u) << result.errors;
+    expectFirst(result, {"line", "failAtLine", "crash_lines.cpp", "crash_lines.exe"}, crash.line());
+  }
 }
 
 TEST(Kivcrash, SaysThatDebugSymbolsAreMissing) {

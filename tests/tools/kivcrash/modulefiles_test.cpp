@@ -88,6 +88,21 @@ TEST(CrashModuleFiles, AreFoundWhereTheyWere) {
   EXPECT_TRUE(files.file(product.module).image);
 }
 
+TEST(CrashModuleFiles, AreFoundInAFolderOfTheNetwork) {
+  Product product;
+  product.put(L"crash_plug.dll", product.bytes());
+  fs::path const root = L"\\\\?\\" + product.root().native(); // in the form of a share
+  ModuleFiles files({root});
+  EXPECT_EQ(files.file(product.module).path, root / L"crash_plug.dll");
+}
+
+TEST(CrashModuleFiles, OfAFolderThatIsNamedTwiceAreNamedOnce) {
+  Product product;
+  product.put(L"crash_plug.dll", product.otherBuild());
+  ModuleFiles files({product.root(), product.root() / L"plugins" / L".."});
+  EXPECT_EQ(files.file(product.module).others.size(), 1u);
+}
+
 TEST(CrashModuleFiles, AreNotLookedForInTheNetwork) {
   Product product;
   product.put(L"crash_plug.dll", product.bytes());
@@ -167,6 +182,16 @@ public:
     symbols = readWhole(folder / L".debug" / L"crash_lines.exe.debug");
   }
 
+  /// The place of the size of the last section that a program has, too.
+  std::size_t placeOfLastSize() const {
+    Image const image = imageOf(symbols);
+    std::size_t last = 0;
+    for (std::size_t i = 0; i < image.sections().size(); ++i)
+      if (image.sections()[i].address + image.sections()[i].size == image.sizeOfCode())
+        last = i;
+    return 24 + sizeof(IMAGE_OPTIONAL_HEADER64) + last * sizeof(IMAGE_SECTION_HEADER) + 8;
+  }
+
   /// Why the symbols are not used with another value there in their header.
   std::string reasonWith(std::size_t place) {
     std::uint32_t header = 0;
@@ -188,11 +213,12 @@ public:
 
 TEST(CrashSymbolFiles, ThatTheLinkNamesFitByTimeSizeAndCheckSum) {
   constexpr std::size_t kTimeStamp = 8;
-  constexpr std::size_t kSizeOfFirstSection = 24 + 240 + 8;
+  constexpr std::size_t kCheckSum = 24 + 64;
   EXPECT_EQ(Split().reason(), "used");
   EXPECT_TRUE(Split().reasonWith(kTimeStamp).starts_with("debug symbols of another build: their time stamp is "));
-  EXPECT_TRUE(Split().reasonWith(kSizeOfFirstSection).starts_with("damaged, or debug symbols of another build: "))
-      << "the size of the whole is that of the last section";
+  Split split;
+  EXPECT_TRUE(split.reasonWith(split.placeOfLastSize()).starts_with("debug symbols of another build: they are for "));
+  EXPECT_TRUE(Split().reasonWith(kCheckSum).starts_with("damaged, or debug symbols of another build: "));
 }
 
 TEST(CrashSymbolFiles, WithoutTheModuleAreThoseOfItsNameAndTime) {

@@ -110,7 +110,11 @@ TEST(CrashReport, WithBytesThatAreNoTextIsNamed) {
 }
 
 TEST(CrashReport, MayHaveAnyBytesInTheEnvironment) {
-  readSound(crash(kMorning, "\r\n  Environment variables:\r\n    PS1=\x1B[0m\r\n"));
+  std::string const environment = "\r\n  Environment variables:\r\n    PS1=\x1B[0m\r\n";
+  readSound(crash(kMorning, environment));
+  EXPECT_EQ(problemsOf(crash(kMorning, environment + "\r\n  Printer: \x1B\r\n")),
+            Problems{"report 1 is damaged: it has bytes in it that are no text"})
+      << "and nowhere after it";
 }
 
 TEST(CrashReport, GivesWhatFollowsTheBeginningOfALine) {
