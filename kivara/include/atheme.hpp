@@ -50,8 +50,8 @@ enum KivThemeClass : int {
 ///
 /// Windows and devices have to count in pixels, as they do at first. A Window is drawn on in its running Paint, or at any
 /// other time. Pen, brush, font and clipping region of a device are as before afterwards, and a clipping region holds for
-/// all drawing. A rectangle's edges belong to it; one that is empty or inverted draws nothing. What the system refuses is
-/// not drawn; nothing is reported, and nothing is kept.
+/// all drawing. A rectangle's edges belong to it; one that is empty or inverted draws nothing. What the system refuses is not
+/// drawn, and only for the picture in memory of a faded button is Application::Exception called, as by SV::VirtualDevice.
 class KIV_API KivTheme {
 public:
   explicit KivTheme(SV::String const & name); ///< the name of GetName
@@ -70,7 +70,7 @@ public:
   virtual void Draw(SV::Window & window, KivThemeClass part, SV::Rectangle const & area) const;
 
   /// The text of a caption, in bold of 12 pixels, at the left and halfway down; nothing for other parts. A text
-  /// that is wider than the rectangle less 6 pixels ends in "...", and is that alone where nothing else fits.
+  /// that is wider than the rectangle less 6 pixels ends in "..."; where nothing else fits, only that is drawn.
   virtual void DrawText(SV::Window & window, KivThemeClass part, SV::Rectangle const & area,
                         SV::String const & text) const;
 
@@ -78,7 +78,7 @@ public:
   /// styles, unless hot or pressed. Without visual styles its picture is a bitmap of the active resource manager, which
   /// keeps its size, whatever the rectangle's.
   /// \param hot      the mouse is over it
-  /// \param pressed  as if hot, and more
+  /// \param pressed  the button of the mouse is down on it, which counts more than hot
   virtual void DrawCloseButton(SV::Window & window, KivThemeClass part, SV::Rectangle const & area, bool hot,
                                bool pressed) const;
 

@@ -241,7 +241,7 @@ std::vector<Row> rows() {
   std::vector<Row> result;
   for (int const mode : {-1, 0, 2, 3, 4, 5})
     for (Size const size : {Size{0, 0}, Size{1, 1}, Size{7, 5}, Size{32, 24}, Size{64, 48}, Size{65, 48}, Size{64, 49},
-                            Size{65, 20}, Size{20, 49}, Size{130, 97}, Size{200, 150}})
+                            Size{65, 20}, Size{20, 49}, Size{128, 97}, Size{130, 97}, Size{200, 150}})
       result.push_back({mode, size});
   return result;
 }

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kToolbarButton = 1; // of the visual style "Toolbar"
 
-/// Nothing is drawn outside of some lines or columns, nor outside of the limits that a device has; afterwards only those hold.
+/// Limits drawing to a rectangle, within the limits that the device has already; afterwards only those hold again.
 class ClippedTo {
 public:
   ClippedTo(HDC device, SV::Rectangle const & area) : device_(device) {

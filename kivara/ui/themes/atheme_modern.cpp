@@ -28,13 +28,15 @@ Color colorOf(unsigned long packed) {
 
 bool isFramedCaption(KivThemeClass part) { return part == CaptionActive || part == CaptionInactive; }
 
+/// Only what is seen takes memory.
 void drawFaded(SV::Window & window, SV::Rectangle const & area, SV::Image const & image) {
+  SV::Rectangle const seen = area.GetIntersection(kivara::wholeOf(window));
   SV::VirtualDevice device;
-  if (!device.SetOutputSizePixel(area.GetSize()))
+  if (seen.IsEmpty() || !device.SetOutputSizePixel(seen.GetSize()))
     return;
-  device.DrawOutDev({0, 0}, area.GetSize(), area.TopLeft(), area.GetSize(), window);
-  device.DrawImage({0, 0}, image);
-  kivara::blendHalf(window.GethDC(), area, device.GethDC());
+  device.DrawOutDev({0, 0}, seen.GetSize(), seen.TopLeft(), seen.GetSize(), window);
+  device.DrawImage({area.Left() - seen.Left(), area.Top() - seen.Top()}, image);
+  kivara::blendHalf(window.GethDC(), seen, device.GethDC());
 }
 
 } // namespace

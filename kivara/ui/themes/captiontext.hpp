@@ -23,8 +23,8 @@ struct CaptionColors {
 void drawCaptionText(SV::OutputDevice & device, SV::Rectangle const & area, SV::String const & text,
                      CaptionColors const & colors);
 
-/// The text if it is no wider than that in the font of the device; otherwise as much of its beginning as fits with "..."
-/// behind it, if only "...".
+/// The text itself if it is no wider than \p width in the font of the device; otherwise as much of its beginning as fits
+/// with "..." after it, at least "...".
 SV::String fittingText(SV::OutputDevice const & device, SV::String const & text, long width);
 
 } // namespace kivara

@@ -23,7 +23,7 @@ class Pictures : public ThemeTest {
 protected:
   Pictures() : ThemeTest({1, Styles::Off}) {}
 
-  /// Makes that the archive, and forgets what came from another one.
+  /// Makes these bytes the archive, and forgets what came from another one.
   static void use(std::string const & bytes) {
     support::writeFile(kArchive, bytes);
     SV::ImagePool::SetPoolFile(kArchive);

@@ -94,6 +94,24 @@ TEST_P(ThemeDevice, LeavesTheDeviceAsItWas) {
   EXPECT_FALSE(drawn.difference(expected));
 }
 
+TEST_P(ThemeDevice, LeavesTheBrushThatTheDeviceHasDrawnWith) {
+  SV::DrawingScope const scope(window);
+  setUp(window);
+  CanvasWindow fresh(expected);
+  setUp(fresh);
+  drawByDevice(fresh);
+  for (bool const isCaption : {true, false}) {
+    drawByDevice(window);
+    if (isCaption)
+      theme.Draw(window, PlainCaptionActive, {{10, 9}, {16, 16}});
+    else
+      theme.DrawStatusBarBackground(window, {{10, 9}, {16, 16}});
+    drawn.reset();
+    drawByDevice(window);
+    EXPECT_FALSE(drawn.difference(expected)) << (isCaption ? "caption" : "status bar");
+  }
+}
+
 TEST_P(ThemeDevice, DrawsNothingOutsideOfTheDevicesRegion) {
   SV::DrawingScope const scope(window); // as in a Paint: otherwise each drawing begins anew
   SV::Rectangle const limit(20, 15, 60, 40);
@@ -146,12 +164,14 @@ TEST_P(ThemeDevice, DrawsInHugeRectanglesWhatIsSeenOfThem) {
     for (SV::Rectangle const & area : hugeAreas(GetParam().styles == Styles::On)) {
       theme.Draw(window, part, area);
       theme.DrawText(window, part, area, "Text");
+      theme.DrawCloseButton(window, part, area, false, false);
       theme.DrawToolbarBackground(window, true, area);
       theme.DrawToolbarButton(window, window, area, true, false, false, false);
       theme.DrawStatusBarBackground(window, area);
     }
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
   EXPECT_FALSE(drawn.isUntouched());
+  EXPECT_TRUE(application.exceptions.empty());
 }
 
 TEST_P(ThemeDevice, CutsTextsOfAnyLengthInTheTimeOfThoseThatAreSeen) {

@@ -2,6 +2,7 @@
 
 #include "aevents.hpp"
 #include "support/files.hpp"
+#include "sv0105/gdicount.hpp"
 #include "ui/themes/stylecalls.hpp"
 #include "ui/themes/themetest.hpp"
 
@@ -88,6 +89,45 @@ TEST_F(ThemeImages, ShowTheirStates) {
   canvasOf(manager().GetTreeGlyphImg(false), off);
   canvasOf(manager().GetTreeGlyphImg(true), on);
   EXPECT_TRUE(off.difference(on));
+}
+
+/// A style of which only state 1 leaves a trace.
+HRESULT WINAPI drawFirstState(HTHEME, HDC device, int, int state, RECT const * area, RECT const *) {
+  if (state == 1)
+    FillRect(device, area, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+  return S_OK;
+}
+
+TEST_F(ThemeImages, HaveNothingOfTheStateThatWasDrawnBefore) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "uxtheme.dll",
+                          {{"DrawThemeBackground", reinterpret_cast<void *>(drawFirstState)}});
+  Canvas shown(16, 16);
+  canvasOf(manager().GetCheckBoxIconImg(true), shown);
+  GdiFlush();
+  EXPECT_EQ(shown.at(8, 8), quadOf(kMagenta));
+  canvasOf(manager().GetCheckBoxIconImg(false), shown);
+  GdiFlush();
+  EXPECT_EQ(shown.at(8, 8), 0x000000u);
+  canvasOf(manager().GetTreeGlyphImg(true), shown);
+  GdiFlush();
+  EXPECT_EQ(shown.at(8, 8), quadOf(kWhite));
+}
+
+TEST_F(ThemeImages, GiveTheirPixelsBackWhenTheyAreForgottenAndAtTheEnd) {
+  manager().GetCheckBoxIconImg(true); // with what the toolkit keeps for good
+  KivThemeManager::SysThemeChanged();
+  svtest::countGdiObjects({"SV0105.dll", "kivara.dll"});
+  for (bool const ends : {false, true}) {
+    manager().GetCheckBoxIconImg(true);
+    manager().GetMixedCheckBoxIconImg();
+    manager().GetTreeGlyphImg(true);
+    EXPECT_EQ(svtest::gdiObjects(), 5);
+    if (ends)
+      KivExitAppEvent("end(0)").trigger();
+    else
+      KivThemeManager::SysThemeChanged();
+    EXPECT_EQ(svtest::gdiObjects(), 0) << (ends ? "at the end" : "when forgotten");
+  }
 }
 
 class ThemeImageCalls : public ToolkitTest {

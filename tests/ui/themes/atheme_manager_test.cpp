@@ -161,6 +161,16 @@ TEST_F(ThemeManager, PaintsItsWindowsInTheNewTheme) {
   manager().RemoveWindow(&bar);
 }
 
+TEST(ThemeManagerOfAPlainApplication, ChangesTheThemeThoughThereIsNoClientArea) {
+  manager().SetCurrentTheme("Classic");
+  EXPECT_EQ(&KivThemeManager::CurrentTheme(), &manager().GetTheme(0)) << "without an application";
+  class Plain : public SV::Application {
+    void Main(int, char **) override {}
+  } const application;
+  manager().SetCurrentTheme("Modern");
+  EXPECT_EQ(&KivThemeManager::CurrentTheme(), &manager().GetTheme(1));
+}
+
 // Use of visual styles
 
 TEST_F(ThemeManager, UsesVisualStylesAtFirst) { EXPECT_TRUE(manager().IsVisualStylesXPEnabled()); }

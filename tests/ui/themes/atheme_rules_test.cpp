@@ -1,5 +1,6 @@
 // Rules of the drawings that no table of places and colours shows.
 
+#include "acolor.hpp"
 #include "support/import_hook.hpp"
 #include "ui/themes/stylecalls.hpp"
 #include "ui/themes/themetest.hpp"
@@ -103,6 +104,22 @@ TEST_F(CaptionWidths, RoomForOneCharacterShowsDots) {
   expectShown("Properties", 1, "...");
   expectShown("P", widthOf("P") + 5, "...");
   expectShown("", 1, "");
+}
+
+TEST_F(CaptionWidths, ALongTextOfNarrowCharactersIsShownAsFarAsItFits) {
+  std::string const text(600, 'i');
+  long const whole = widthOf(text) + 6;
+  Canvas ours(static_cast<int>(whole) + 20, 30);
+  Canvas theirs(ours.width(), ours.height());
+  CanvasWindow wide(ours);
+  for (long const width : {whole, whole - 1, whole * 2 / 3, whole / 3}) {
+    ours.reset();
+    theirs.reset();
+    SV::Rectangle const area({10, 9}, {width, 18});
+    theme.DrawText(wide, CaptionActive, area, text.c_str());
+    Model(theirs, wide.GethWnd(), false, true, false).text(CaptionActive, area.ToSystem(), text);
+    EXPECT_FALSE(ours.difference(theirs)) << width << " of " << whole;
+  }
 }
 
 /// A theme whose captions have two given colours.
@@ -301,6 +318,18 @@ TEST_F(ModernStyled, WithoutItsPictureACloseButtonIsNotDrawn) {
   EXPECT_TRUE(drawn.isUntouched());
 }
 
+// White is half of its own way over black: 128 of 255.
+TEST_F(ModernStyled, CloseButtonsOfInactiveCaptionsAreAtExactlyHalfStrength) {
+  SV::Rectangle const area({10, 9}, {16, 16});
+  wipe(drawn, 0x000000);
+  theme.DrawCloseButton(window, CaptionActive, area, false, false);
+  int const whites = count(drawn, 0xFFFFFF);
+  ASSERT_GT(whites, 0);
+  wipe(drawn, 0x000000);
+  theme.DrawCloseButton(window, CaptionInactive, area, false, false);
+  EXPECT_EQ(count(drawn, 0x808080), whites);
+}
+
 TEST_F(ClassicByHand, WithoutALanguagePackACloseButtonHasNoCross) {
   SV::Resource::SetResManager(nullptr);
   theme.DrawCloseButton(window, CaptionActive, {{10, 9}, {16, 16}}, false, false);
@@ -327,6 +356,38 @@ TEST_F(ClassicByHand, StatusBarsHaveTheirLinesWhereTheUserHasStyles) {
   GdiFlush();
   EXPECT_FALSE(alike(drawn.at(5, 0), quadOf(model.color(0))));
   EXPECT_TRUE(alike(drawn.at(5, 100), quadOf(model.color(0))));
+}
+
+TEST_F(ClassicByHand, StatusBarsHaveLinesOfExactlyTheirFactors) {
+  theme.DrawStatusBarBackground(window, {{0, 0}, {330, 330}});
+  GdiFlush();
+  struct {
+    int row;
+    double factor;
+  } const lines[] = {{0, 0.632},   {1, 0.815},   {2, 0.912},   {3, 0.984},   {4, 1.011},
+                     {325, 0.991}, {326, 0.975}, {327, 0.942}, {328, 0.919}, {329, 0.945}};
+  for (auto const & line : lines)
+    for (int const x : {0, 329})
+      EXPECT_EQ(drawn.at(x, line.row), quadOf(static_cast<COLORREF>(mulColor(theme.GetColor(0), line.factor).GetRGB())))
+          << line.row;
+}
+
+TEST_F(ClassicByHand, ColoursAreExactlyThoseOfTheTable) {
+  SV::Color const face = SV::COL_FACE;
+  SV::Color const mixed = srcOver(face, SV::COL_HIGHLIGHT, 0.5);
+  SV::Color const rows[] = {face,
+                            mulColor(face, 1.05),
+                            mulColor(face, 0.98),
+                            mulColor(face, 1.25),
+                            mulColor(face, 0.8),
+                            srcOver(face, SV::COL_GRAY, 0.3),
+                            srcOver(face, SV::COL_GRAY, 0.2),
+                            srcOver(face, SV::COL_HIGHLIGHT, 0.4),
+                            srcOver(face, SV::COL_HIGHLIGHT, 0.3),
+                            mulColor(mixed, 0.8),
+                            mulColor(face, 1.25)};
+  for (long index = 0; index < std::ssize(rows); ++index)
+    EXPECT_EQ(theme.GetColor(index).GetRGB(), rows[index].GetRGB()) << index;
 }
 
 TEST_F(ClassicByHand, StatusBarsLowerThanTheirLinesDrawThemOverEachOther) {

@@ -42,13 +42,13 @@ TEST_P(ThemeDrawing, DrawsTextsOfCaptions) {
 }
 
 TEST_P(ThemeDrawing, CutsTextsWhereTheyStopToFit) {
-  std::string const text = "A long title";
-  for (long width = 1; width < 110; ++width) {
-    SV::Rectangle const area({10, 9}, {width, 18});
-    compare(
-        describe(area), [&] { theme.DrawText(window, CaptionActive, area, text.c_str()); },
-        [&] { model.text(CaptionActive, area.ToSystem(), text); });
-  }
+  for (std::string const text : {"A long title", "iWW"}) // the last one is wider than its dots
+    for (long width = 1; width < 110; ++width) {
+      SV::Rectangle const area({10, 9}, {width, 18});
+      compare(
+          text + ", " + describe(area), [&] { theme.DrawText(window, CaptionActive, area, text.c_str()); },
+          [&] { model.text(CaptionActive, area.ToSystem(), text); });
+    }
 }
 
 TEST_P(ThemeDrawing, DrawsCloseButtons) {
@@ -95,6 +95,36 @@ TEST_P(ThemeDrawing, DrawsButtonsOfToolbars) {
             },
             [&] { model.button(area.ToSystem(), state, enabled); });
       }
+  }
+}
+
+TEST_P(ThemeDrawing, DrawsThosePartsOfRectanglesThatLieOnTheDevice) {
+  for (SV::Rectangle const & area : {SV::Rectangle({-5, -6}, {40, 30}), SV::Rectangle({-4, -7}, {40, 30}),
+                                     SV::Rectangle({320, 321}, {40, 30}), SV::Rectangle({-20, -21}, {400, 400}),
+                                     SV::Rectangle({0, 100}, {330, 20}), SV::Rectangle({100, -20}, {20, 400})}) {
+    RECT const edges = area.ToSystem();
+    for (int part = 0; part < 10; ++part) {
+      auto const each = static_cast<KivThemeClass>(part);
+      std::string const what = "part " + std::to_string(part) + " at " + std::to_string(area.Left());
+      compare(
+          what, [&] { theme.Draw(window, each, area); }, [&] { model.caption(part, edges); });
+      compare(
+          what, [&] { theme.DrawText(window, each, area, "Text"); }, [&] { model.text(part, edges, "Text"); });
+      compare(
+          what, [&] { theme.DrawCloseButton(window, each, area, false, false); },
+          [&] { model.closeButton(part, edges, false, false); });
+    }
+    for (bool const vertical : {false, true})
+      compare(
+          "tool bar", [&] { theme.DrawToolbarBackground(window, vertical, area); },
+          [&] { model.toolbar(vertical, edges); });
+    compare(
+        "status bar", [&] { theme.DrawStatusBarBackground(window, area); }, [&] { model.statusBar(edges); });
+    compare(
+        "button", [&] { theme.DrawToolbarButton(window, window, area, false, true, false, false); },
+        [&] {
+          model.button(edges, {false, true, false, false}, true);
+        });
   }
 }
 
