@@ -133,9 +133,31 @@ TEST(CrashReport, SaysThatAPluginIsNull) {
             (Lines{"  2 loaded plugins:", "    01 - NULL pointer", "    02 " + path + " [General]"}));
 }
 
+/// The time of a line such as "  System crash time: 22.11.2026, 12:45.10", as numbers that grow with it.
+long long timeOf(std::string const & line) {
+  int day = 0, month = 0, year = 0, hour = 0, minute = 0, second = 0;
+  std::sscanf(line.c_str() + line.find(": ") + 2, "%d.%d.%d, %d:%d.%d", &day, &month, &year, &hour, &minute, &second);
+  return ((((year * 100LL + month) * 100 + day) * 100 + hour) * 100 + minute) * 100 + second;
+}
+
+long long number(SYSTEMTIME const & time) {
+  return ((((time.wYear * 100LL + time.wMonth) * 100 + time.wDay) * 100 + time.wHour) * 100 + time.wMinute) * 100 +
+         time.wSecond;
+}
+
 TEST(CrashReport, HasTheTimesOfTheCrash) {
-  EXPECT_EQ(forms(sectionOf(CrashRun(quick("read")).lines(), "  System crash time")),
+  SYSTEMTIME before[2], after[2];
+  GetSystemTime(&before[0]);
+  GetLocalTime(&before[1]);
+  Lines const lines = sectionOf(CrashRun(quick("read")).lines(), "  System crash time");
+  GetSystemTime(&after[0]);
+  GetLocalTime(&after[1]);
+  EXPECT_EQ(forms(lines),
             (Lines{"  System crash time: 99.99.9999, 99:99.99", "  Local crash time.: 99.99.9999, 99:99.99"}));
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_LE(number(before[i]), timeOf(lines[i]));
+    EXPECT_LE(timeOf(lines[i]), number(after[i]));
+  }
 }
 
 TEST(CrashReport, HasNameSizeAndTimesOfTheExecutable) {
@@ -155,7 +177,10 @@ TEST(CrashReport, HasNameSizeAndTimesOfTheExecutable) {
   EXPECT_EQ(section[0], "  Module name......: '" + path + "'");
   EXPECT_EQ(section[1], size);
   EXPECT_EQ(section[2], "  Executable times:");
+  SYSTEMTIME created{};
+  FileTimeToSystemTime(&file.ftCreationTime, &created);
   EXPECT_EQ(form(section[3]), "    Creation time....: 99.99.9999, 99:99.99");
+  EXPECT_EQ(timeOf(section[3]), number(created));
   EXPECT_EQ(form(section[4]), "    Last access time.: 99.99.9999, 99:99.99");
   EXPECT_EQ(section[5], written);
 }
