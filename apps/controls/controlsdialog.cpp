@@ -91,7 +91,10 @@ void ControlsDialog::makeBoxButtons() {
   information_.ChangeClickHdl([this](SV::PushButton *) { KivInfoBox(this, text(Text::InformationText)).Execute(); });
   question_.SetText(text(Text::Question));
   question_.ChangeClickHdl([this](SV::PushButton *) {
-    KivQueryBox(this, SV::WB_YES_NO_CANCEL | SV::WB_DEF_YES, text(Text::QuestionText)).Execute();
+    KivQueryBox box(this, SV::WB_YES_NO_CANCEL | SV::WB_DEF_YES, text(Text::QuestionText));
+    box.SetButtonText(SV::RET_YES, text(Text::Yes)); // those of the box itself are in the language of the system
+    box.SetButtonText(SV::RET_NO, text(Text::No));
+    box.Execute();
   });
   warning_.SetText(text(Text::Warning));
   warning_.ChangeClickHdl([this](SV::PushButton *) {

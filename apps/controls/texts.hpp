@@ -36,7 +36,9 @@ enum class Text : unsigned long {
   Reset,
   Longer,
   Shorter,
-  YearStart
+  YearStart,
+  Yes,
+  No
 };
 
 enum class Record : unsigned long { YearStart = 50 };

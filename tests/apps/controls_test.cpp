@@ -9,6 +9,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -40,6 +41,25 @@ TEST(ControlsSample, SpeaksGermanToo) {
   HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = "Bedienelemente"});
   ASSERT_NE(dialog, nullptr);
   support::closeWindow(dialog);
+  EXPECT_EQ(child.waitForEnd(), 0u);
+}
+
+TEST(ControlsSample, AsksInTheLanguageOfTheProgram) {
+  support::ChildProcess child({.program = "controls", .arguments = "-lang1031"});
+  HWND const dialog = support::waitForWindow({.processId = child.processId(), .title = "Bedienelemente"});
+  ASSERT_NE(dialog, nullptr);
+  ASSERT_TRUE(support::pressButton(dialog, "Frage"));
+  HWND box = nullptr;
+  ASSERT_TRUE(support::eventually([&] {
+    for (HWND const window : support::findWindows({.processId = child.processId()}))
+      if (window != dialog)
+        box = window;
+    return box != nullptr;
+  }));
+  EXPECT_EQ(support::readBox(box).buttons, (std::vector<std::string>{"Ja", "Nein", "Abbrechen"}));
+  support::closeWindow(box);
+  EXPECT_TRUE(support::waitUntilGone(box));
+  support::pressButton(dialog, IDCANCEL);
   EXPECT_EQ(child.waitForEnd(), 0u);
 }
 

@@ -58,6 +58,44 @@ TEST_F(Pictures, AreTransparentWhenStretched) {
   EXPECT_EQ(pixel(2, 2), kYellow);
 }
 
+/// All operations that stretch, into one area: the first pixel of the picture is red.
+class StretchedPictures : public Pictures, public testing::WithParamInterface<int> {
+protected:
+  void drawInto(Rectangle const & area) {
+    Bitmap const picture = squares({2, 2});
+    SV::VirtualDevice source;
+    source.SetOutputSizePixel({2, 2});
+    source.DrawBitmap({0, 0}, picture);
+    switch (GetParam()) {
+    case 0: device.DrawBitmap(area, picture); break;
+    case 1: device.DrawTransparentBitmap(area, picture, SV::COL_BLACK); break;
+    case 2: device.DrawImage(area, Image(picture, SV::IMAGE_MASK_COLOR, SV::COL_BLACK)); break;
+    case 3: device.DrawImage(area, Image(picture)); break;
+    default: device.DrawOutDev(area.TopLeft(), area.GetSize(), {0, 0}, {2, 2}, source);
+    }
+  }
+};
+
+TEST_P(StretchedPictures, MayReachFarBeyondTheDevice) {
+  drawInto({{0, 0}, {32767, 32767}});
+  EXPECT_EQ(count(kRed), 40u * 30);
+}
+
+TEST_P(StretchedPictures, FitIntoOnePixel) {
+  drawInto({{7, 8}, {1, 1}});
+  EXPECT_NE(pixel(7, 8), kYellow);
+  EXPECT_EQ(count(kYellow), 40u * 30 - 1);
+}
+
+TEST_P(StretchedPictures, AreLeftOutInEmptyAndInvertedAreas) {
+  for (Rectangle const & area : {Rectangle({5, 5}, {0, 5}), Rectangle({5, 5}, {5, 0}), Rectangle({5, 5}, {-5, -5}),
+                                 Rectangle({5, 5}, {-32767, 5}), Rectangle(9, 9, 5, 5)})
+    drawInto(area);
+  EXPECT_EQ(count(kYellow), 40u * 30);
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, StretchedPictures, testing::Range(0, 5));
+
 TEST_F(Pictures, OfImagesAreDrawnByTheirMaskMode) {
   device.DrawImage({3, 4}, Image(squares({2, 2})));
   EXPECT_EQ(pixel(3, 4), kRed);

@@ -5,6 +5,7 @@
 #include "drawing/devicedata.hpp"
 #include "drawing/limits.hpp"
 #include "drawing/sourcedevice.hpp"
+#include "sv/virtualdevice.hpp"
 
 namespace SV {
 
@@ -32,8 +33,32 @@ void copy(HDC to, Place const & place, HDC from, Point const & start, Size const
                SRCCOPY);
 }
 
+/// What can be seen of a place on a device.
+Rectangle visiblePart(HDC device, Place const & place) {
+  RECT clip = {};
+  GetClipBox(device, &clip);
+  return Rectangle(clip).GetIntersection(Rectangle({place.x, place.y}, {place.width, place.height}));
+}
+
+/// The system makes a bitmap as large as the whole place, and draws nothing when it cannot: one of what is seen will do.
+void copyTransparentPart(HDC to, Place const & place, HDC from, Size const & size, COLORREF transparent) {
+  Rectangle const part = visiblePart(to, place);
+  VirtualDevice stretched;
+  if (part.IsEmpty() || !stretched.SetOutputSizePixel(part.GetSize(), false))
+    return;
+  HDC const seen = stretched.GethDC();
+  StretchBlt(seen, place.x - part.Left(), place.y - part.Top(), place.width, place.height, from, 0, 0, size.width,
+             size.height, SRCCOPY);
+  TransparentBlt(to, part.Left(), part.Top(), part.GetWidth(), part.GetHeight(), seen, 0, 0, part.GetWidth(),
+                 part.GetHeight(), transparent);
+}
+
 void copyTransparent(HDC to, Place const & place, HDC from, Size const & size, COLORREF transparent) {
-  TransparentBlt(to, place.x, place.y, place.width, place.height, from, 0, 0, size.width, size.height, transparent);
+  constexpr long kLargeSide = 4096;
+  if (place.width > kLargeSide || place.height > kLargeSide)
+    copyTransparentPart(to, place, from, size, transparent);
+  else
+    TransparentBlt(to, place.x, place.y, place.width, place.height, from, 0, 0, size.width, size.height, transparent);
 }
 
 void blend(HDC to, Place const & place, HDC from, Size const & size) {
