@@ -2,6 +2,8 @@
 
 #include "httpclient.hpp"
 
+#include "support/wine.hpp"
+
 #include <gtest/gtest.h>
 
 using namespace kivtest;
@@ -41,6 +43,19 @@ TEST_P(HttpCertificate, OfANewConnectionIsLookedAtWhenThatIsRequired) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, HttpCertificate, testing::Values("self-signed", "expired", "wrong-name"));
 
+class HttpKeptConnection : public HttpCertificate {};
+
+// Wine keeps a connection for the next request to the same place.
+TEST_P(HttpKeptConnection, IsNotLookedAtAgainUnderWine) {
+  if (!support::isWine())
+    GTEST_SKIP() << "what Windows does is not known";
+  EXPECT_TRUE(get(client));
+  client.SetRequireValidSslCertificates(true);
+  EXPECT_TRUE(get(client)) << client.GetLastError();
+  EXPECT_EQ(server.connections(), 1);
+}
+INSTANTIATE_TEST_SUITE_P(Kinds, HttpKeptConnection, testing::Values("self-signed", "expired", "wrong-name"));
+
 TEST(HttpSecureServer, ServesALargeBody) {
   constexpr unsigned kSize = 3'000'000;
   HttpServer server("self-signed");
@@ -48,6 +63,17 @@ TEST(HttpSecureServer, ServesALargeBody) {
   KivHTTPClient client(wide(server.url("/")), nullptr);
   EXPECT_TRUE(get(client));
   EXPECT_EQ(client.GetRawResponseReceivedContentLength(), kSize);
+}
+
+TEST(HttpSecureServer, ThatIsRefusedLeavesTheFormerAnswer) {
+  HttpServer plain;
+  HttpServer const secure("self-signed");
+  ClientWithFormerAnswer client(plain);
+  client.SetRequireValidSslCertificates(true);
+  client.UpdateUrl(wide(secure.url("/", "localhost")));
+  EXPECT_FALSE(get(client));
+  EXPECT_TRUE(hasFormerAnswer(client));
+  EXPECT_EQ(client.GetRequestHost(), L"localhost");
 }
 
 TEST(HttpSecureServer, ThatSpeaksNoTlsFailsTheRequest) {

@@ -54,6 +54,21 @@ TEST_F(HttpFailure, AServerThatBreaksInTheStatusLineLeavesTheFormerAnswer) {
 
 TEST_F(HttpFailure, WhatIsNoHttpLeavesTheFormerAnswer) { expectFormerAnswerAfter({.bytes = "SSH-2.0-server\r\n\r\n"}); }
 
+TEST_F(HttpFailure, ARequestThatIsNotMadeLeavesTheFormerAnswer) {
+  ClientWithFormerAnswer client(server);
+  EXPECT_FALSE(client.SendHttpRequest(L"PUT", false));
+  EXPECT_TRUE(hasFormerAnswer(client));
+  client.SetRetryTimes(0);
+  EXPECT_FALSE(get(client));
+  EXPECT_EQ(client.GetLastError(), ERROR_INVALID_PARAMETER);
+  EXPECT_TRUE(hasFormerAnswer(client));
+  client.UpdateUrl(L"");
+  EXPECT_FALSE(get(client));
+  EXPECT_EQ(client.GetLastError(), ERROR_PATH_NOT_FOUND);
+  EXPECT_TRUE(hasFormerAnswer(client));
+  EXPECT_EQ(client.GetRequestHost(), L"127.0.0.1");
+}
+
 TEST_F(HttpFailure, ASuccessDoesNotTakeTheErrorBack) {
   KivHTTPClient client(wide(server.url("/")), nullptr);
   server.answer("/", okWith("here"));
@@ -100,6 +115,20 @@ TEST_F(HttpFailure, EachAttemptAddsTheHeadersAgain) {
   EXPECT_TRUE(get(client));
   EXPECT_TRUE(holds(server.requests(), "X-Header: value\r\n"));
   EXPECT_TRUE(holds(server.requests(), "X-Header: value; value\r\n")) << server.requests();
+}
+
+TEST_F(HttpFailure, APostReachesTheServerOnceForEachAttempt) {
+  server.answer("/", {.bytes = ""});
+  server.answer("/", okWith("second"));
+  KivHTTPClient client(wide(server.url("/")), nullptr);
+  client.SetRetryTimes(2);
+  unsigned char data[] = "12345";
+  client.SetAdditionalDataToSend(data, 5);
+  client.SetAdditionalRequestHeaders(L"Content-Length: 5");
+  EXPECT_TRUE(client.SendHttpRequest(L"POST", false));
+  std::string const requests = server.requests();
+  EXPECT_NE(requests.find("POST"), requests.rfind("POST")) << requests;
+  EXPECT_TRUE(holds(requests, "Content-Length: 5; 5\r\n")) << requests; // which other servers refuse
 }
 
 // Time

@@ -2,6 +2,7 @@
 
 #include "fakewinhttp.hpp"
 #include "httpclient.hpp"
+#include "support/wine.hpp"
 
 #include <winhttp.h>
 
@@ -154,6 +155,12 @@ TEST_F(HttpProxy, OfAScriptGoesBeforeAFixedOne) {
   EXPECT_EQ(http.callsOf({"option"}), Calls{"option 38 3 found:1 -"});
 }
 
+TEST_F(HttpProxy, OfAScriptThatNamesNoneIsSetAllTheSame) {
+  http.user = {.script = L"http://pac/"};
+  EXPECT_TRUE(get(client));
+  EXPECT_EQ(calls(), (Calls{kSend, "user", kScript, "option 38 1 - -", kSend, "receive request"}));
+}
+
 TEST_F(HttpProxy, AScriptThatFailsLeavesItsErrorWithoutASecondSending) {
   http.user = {.script = L"http://pac/", .proxy = L"fixed"};
   http.failures["script"] = {ERROR_WINHTTP_AUTODETECTION_FAILED};
@@ -254,6 +261,11 @@ protected:
     SetEnvironmentVariableA("http_proxy", ("http://127.0.0.1:" + std::to_string(proxy.port())).c_str());
   }
   ~HttpRealProxy() override { SetEnvironmentVariableA("http_proxy", nullptr); }
+
+  void SetUp() override {
+    if (!support::isWine())
+      GTEST_SKIP() << "Windows takes no proxy from the environment";
+  }
 
   HttpServer proxy;
   KivHTTPClient client{L"http://host.invalid/path", nullptr};

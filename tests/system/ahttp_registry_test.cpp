@@ -4,6 +4,7 @@
 
 #include "support/files.hpp"
 #include "support/import_spy.hpp"
+#include "support/wine.hpp"
 #include "tools/winapi.hpp"
 
 #include <wincrypt.h>
@@ -77,6 +78,22 @@ TEST_P(HttpTrust, IsGivenToAValidCertificateAloneWhereThatIsRequired) {
 INSTANTIATE_TEST_SUITE_P(Kinds, HttpTrust,
                          testing::Values(Certificate{"valid", true}, Certificate{"self-signed", false},
                                          Certificate{"expired", false}, Certificate{"wrong-name", false}));
+
+class HttpDistrust : public HttpTrust {};
+
+TEST_P(HttpDistrust, GivesOneCodeForEveryReasonUnderWine) {
+  if (!support::isWine())
+    GTEST_SKIP() << "the codes of Windows have not been seen";
+  HttpServer const server(GetParam().name);
+  KivHTTPClient client(wide(server.url("/", "localhost")), nullptr);
+  client.SetRequireValidSslCertificates(true);
+  EXPECT_FALSE(get(client));
+  EXPECT_EQ(client.GetLastError(), ERROR_WINHTTP_SECURE_CHANNEL_ERROR);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, HttpDistrust,
+                         testing::Values(Certificate{"self-signed", false}, Certificate{"expired", false},
+                                         Certificate{"wrong-name", false}));
 
 // Proxies
 

@@ -36,6 +36,20 @@ TEST_F(HttpClient, HeadersAndCookiesGoOutWithEachLaterRequest) {
   }
 }
 
+TEST_F(HttpClient, HeadersAndCookiesGoOutToAnotherHostToo) {
+  HttpServer other;
+  server.answer("*", okWith(""));
+  other.answer("*", okWith(""));
+  KivHTTPClient client(wide(server.url("/")), nullptr);
+  client.SetAdditionalRequestHeaders(L"X-First: 1");
+  client.SetAdditionalRequestCookies(L"name=value");
+  EXPECT_TRUE(get(client));
+  client.UpdateUrl(wide(other.url("/", "localhost")));
+  EXPECT_TRUE(get(client));
+  EXPECT_TRUE(holds(other.requests(), "X-First: 1\r\n")) << other.requests();
+  EXPECT_TRUE(holds(other.requests(), "Cookie: name=value\r\n")) << other.requests();
+}
+
 TEST_F(HttpClient, EmptyHeadersAndCookiesAreNone) {
   server.answer("*", okWith(""));
   KivHTTPClient client(wide(server.url("/")), nullptr);

@@ -164,6 +164,16 @@ TEST_F(HttpClient, ARedirectIsFollowed) {
   EXPECT_EQ(client.GetResponseContent(), L"new");
 }
 
+TEST_F(HttpClient, ARedirectMayLeadToAnotherHost) {
+  HttpServer other;
+  other.answer("/to", okWith("elsewhere"));
+  server.answer("/from", support::redirectTo(other.url("/to", "localhost")));
+  KivHTTPClient client(wide(server.url("/from")), nullptr);
+  EXPECT_TRUE(get(client));
+  EXPECT_EQ(client.GetResponseContent(), L"elsewhere");
+  EXPECT_EQ(client.GetRequestHost(), L"127.0.0.1"); // the one that was asked
+}
+
 TEST_F(HttpClient, ARedirectIsTheAnswerWhereNoneIsWanted) {
   server.answer("/from", support::redirectTo("/to"));
   server.answer("/to", okWith("new"));

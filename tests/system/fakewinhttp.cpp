@@ -93,7 +93,8 @@ BOOL WINAPI proxyForUrl(HINTERNET handle, wchar_t const * url, WINHTTP_AUTOPROXY
                      hex(options->dwAutoDetectFlags) + ' ' + narrow(options->lpszAutoConfigUrl) +
                      (options->fAutoLogonIfChallenged ? " logon" : "")))
     return FALSE;
-  info->dwAccessType = WINHTTP_ACCESS_TYPE_NAMED_PROXY;
+  info->dwAccessType =
+      theFake->script.proxy != nullptr ? WINHTTP_ACCESS_TYPE_NAMED_PROXY : WINHTTP_ACCESS_TYPE_NO_PROXY;
   info->lpszProxy = theFake->newText(theFake->script.proxy);
   info->lpszProxyBypass = theFake->newText(theFake->script.bypass);
   return TRUE;

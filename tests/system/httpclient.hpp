@@ -72,7 +72,8 @@ public:
 /// Each field of the answer still is that of the one above.
 inline bool hasFormerAnswer(KivHTTPClient const & client) {
   return client.GetResponseStatusCode() == L"200" && client.GetResponseContent() == L"former" &&
-         body(client) == "former" && holds(client.GetResponseHeader(), L"X-Which: former");
+         body(client) == "former" && holds(client.GetResponseHeader(), L"X-Which: former") &&
+         client.GetResponseCookies() == L"" && client.GetResponseLocation() == L"";
 }
 
 } // namespace kivtest

@@ -295,6 +295,15 @@ TEST_F(KivuserConsole, TakesALongPassword) {
   EXPECT_EQ(account(), "scott/" + password);
 }
 
+TEST_F(KivuserConsole, ConvertsWhatIsTypedToTheAnsiCodePage) {
+  char umlaut = '\0'; // as the console has it
+  WideCharToMultiByte(GetConsoleCP(), 0, L"\u00FC", 1, &umlaut, 1, nullptr, nullptr);
+  std::string const password = std::string("t") + umlaut + "ger\r";
+  type(password + password);
+  EXPECT_EQ(child.waitForEnd(), 0u);
+  EXPECT_EQ(account(), "scott/t\xFCger");
+}
+
 TEST_F(KivuserConsole, BringsTheEchoBack) {
   EXPECT_EQ(mode() & ENABLE_ECHO_INPUT, 0u);
   type("tiger\rtiger\r");
