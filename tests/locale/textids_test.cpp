@@ -19,7 +19,7 @@ namespace texts = kivara::texts;
 
 using Texts = std::map<unsigned long, std::string>;
 
-/// Lines such as `  0x2922 "OK"`. A number that stands twice is an error.
+/// Lines such as `  0x2922 "OK"`, and no pictures. A number that stands twice is an error.
 Texts readScript(std::string const & language) {
   std::string const path = std::string(KIVARA_RESOURCES) + "/" + language + "/kivara.rc";
   std::istringstream script(support::readFile(path).value());
@@ -27,7 +27,8 @@ Texts readScript(std::string const & language) {
   for (std::string line; std::getline(script, line);) {
     std::size_t const start = line.find_first_not_of(' ');
     std::size_t const quote = line.find('"');
-    if (start == std::string::npos || line[start] < '0' || line[start] > '9' || quote == std::string::npos)
+    if (start == std::string::npos || line[start] < '0' || line[start] > '9' || quote == std::string::npos ||
+        line.find(" BITMAP ") != std::string::npos)
       continue;
     std::string const text = line.substr(quote + 1, line.rfind('"') - quote - 1);
     if (!found.emplace(std::stoul(line.substr(start), nullptr, 0), text).second)

@@ -36,6 +36,7 @@ void TrayCommands::minimise() {
   if (isMinimised_)
     return;
   if (!icon_.Show(tip())) {
+    removeUnlessNeeded(); // or the next shell would get the icon
     KivWarningBox(&frame_, SV::WB_OK, text(kNoTray)).Execute();
     return;
   }

@@ -171,6 +171,15 @@ TEST_F(ModelerTray, LeavesItsWindowWhereItIsWithoutAShell) {
   EXPECT_TRUE(waitForJournal("trial run ended: Short"));
 }
 
+TEST_F(ModelerTray, HasNoIconOfAWindowThatStayedWhenAShellComes) {
+  startModeler();
+  choose(kMinimise);
+  modeler::answerOwnBox(*run, IDOK);
+  startShell();
+  SendMessageA(window, WM_NULL, 0, 0); // the program has heard of the shell
+  EXPECT_EQ(icons(), 0);
+}
+
 TEST_F(ModelerTray, HasNoTrialRunOfAModelWithoutAPath) {
   startShell();
   startModeler(kPathless);
