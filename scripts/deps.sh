@@ -36,7 +36,9 @@ need_dependency() {
 
 # want_dependency NAME: the same, but what needs it is left out where it cannot be fetched.
 want_dependency() {
-  if (need_dependency "$1"); then
+  (need_dependency "$1") || :
+  # Asked of the cache: within a condition a failed step above does not end what follows it.
+  if is_built "$cache/deps/$(build_key "$1")" "$("version_$1")"; then
     need_dependency "$1"
   else
     say "going on without $1"
