@@ -54,7 +54,7 @@ SV::Bitmap const & KivGDICache::getBitmap(unsigned short id) {
   // The exception for a missing resource may have shown a box, and what was painted then may have asked for this bitmap.
   auto const [place, isNew] = bitmaps_.try_emplace(id, loaded.get());
   if (isNew)
-    loaded.release();
+    static_cast<void>(loaded.release());
   return *place->second;
 }
 
