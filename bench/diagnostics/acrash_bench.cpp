@@ -15,15 +15,15 @@ namespace {
 class Folder {
 public:
   Folder() {
-    char temporary[MAX_PATH] = "";
-    GetTempPathA(MAX_PATH, temporary);
-    path_ = temporary + ("kivara-crash-bench-" + std::to_string(GetCurrentProcessId()));
+    GetTempPathA(MAX_PATH, former_);
+    path_ = former_ + ("kivara-crash-bench-" + std::to_string(GetCurrentProcessId()));
     CreateDirectoryA(path_.c_str(), nullptr);
     SetEnvironmentVariableA("TMP", path_.c_str());
   }
   Folder(Folder const &) = delete;
   Folder & operator=(Folder const &) = delete;
   ~Folder() {
+    SetEnvironmentVariableA("TMP", former_); // the next one lies beside this one, not in it
     WIN32_FIND_DATAA entry{};
     HANDLE const search = FindFirstFileA((path_ + "\\*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
@@ -38,6 +38,7 @@ public:
   std::string const & path() const { return path_; }
 
 private:
+  char former_[MAX_PATH] = "";
   std::string path_;
 };
 
