@@ -94,9 +94,9 @@ void Pane::MouseButtonDown(SV::MouseEvent const & event) {
     return;
   }
   GrabFocus();
-  long const line = (event.position.y - kCaption - scaledDown(kMargin)) / lineHeight();
+  long const line = first_ + (event.position.y - kCaption - scaledDown(kMargin)) / lineHeight();
   if (event.position.y >= kCaption + scaledDown(kMargin))
-    PressLine(static_cast<std::size_t>(first_ + line));
+    PressLine(static_cast<std::size_t>(line));
 }
 
 void Pane::MouseButtonUp(SV::MouseEvent const & event) {
