@@ -140,28 +140,13 @@ TEST_F(Pictures, OfABombDoNotFillTheMemory) {
   }
 }
 
-std::string damaged(std::string bytes, support::Random & random) {
-  for (std::size_t count = 1 + random() % 4; count > 0 && !bytes.empty(); --count) {
-    std::size_t const range = random() % 2 ? bytes.size() : std::min<std::size_t>(bytes.size(), 300); // the directory
-    std::size_t const at = bytes.size() - 1 - random() % range;
-    switch (random() % 5) {
-    case 0: bytes.resize(at); break;
-    case 1: bytes.insert(at, 1 + random() % 5, static_cast<char>(random())); break;
-    case 2: bytes.erase(at, 1 + random() % 5); break;
-    case 3: bytes[at] = static_cast<char>(random() % 2 ? 0xFF : 0); break;
-    default: bytes[at] = static_cast<char>(random());
-    }
-  }
-  return bytes;
-}
-
 TEST_F(Pictures, OfADamagedArchiveAreThoseThatWereMeantOrEmpty) {
   std::string const sound = support::readFile(Kiv_GetProgramPathFilename("agfx.zip").c_str()).value();
   support::Random random(24);
   std::size_t shown = 0;
   std::size_t const rounds = support::times(1000);
   for (std::size_t i = 0; i < rounds; ++i) {
-    use(damaged(sound, random));
+    use(svtest::damaged(sound, 300, random));
     theme.DrawCloseButton(window, CaptionActive, {{10, 9}, {16, 16}}, false, false);
     for (char const * const name : kNames) {
       SV::Image const image = SV::ImagePool::GetImage(name);
