@@ -100,8 +100,8 @@ class Catalogue:
         if path == TOOLS_HEADER:
             return "tl0105"
         if path.startswith("kivara/include/"):
-            sources = sorted(self.root.glob(f"kivara/*/{Path(path).stem}*.cpp"))
-            return sources[0].parent.name if sources else None
+            sources = sorted(self.root.glob(f"kivara/**/{Path(path).stem}*.cpp"))
+            return sources[0].relative_to(self.root).parts[1] if sources else None
         return parts[1]
 
     def mutants(self, rooms):

@@ -1,7 +1,7 @@
 // The boxes of regular expressions, for each code and in both languages.
 #include "matchers.hpp"
 
-#include "ui/boxtest.hpp"
+#include "ui/boxes/boxtest.hpp"
 
 #include "support/import_hook.hpp"
 

@@ -1,7 +1,7 @@
 // The user is warned of an overflow, in a real box.
 #include "adattime.hpp"
 
-#include "ui/boxtest.hpp"
+#include "ui/boxes/boxtest.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
-#include "ui/traylimits.hpp"
+#include "ui/tray/traylimits.hpp"
 
 #include <shellapi.h>
 

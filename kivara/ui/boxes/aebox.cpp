@@ -7,7 +7,7 @@
 #include "handles/handle.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
-#include "ui/boxtext.hpp"
+#include "ui/boxes/boxtext.hpp"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 #include "asystray.hpp"
 
 #include "tools/winapi.hpp"
-#include "ui/traylimits.hpp"
+#include "ui/tray/traylimits.hpp"
 
 #include <time.h>
 

@@ -1,4 +1,4 @@
-#include "ui/boxtext.hpp"
+#include "ui/boxes/boxtext.hpp"
 
 #include <algorithm>
 #include <string>

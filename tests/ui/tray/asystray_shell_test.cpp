@@ -1,5 +1,5 @@
 // The tray icon and a shell that ends and begins again.
-#include "ui/traytest.hpp"
+#include "ui/tray/traytest.hpp"
 
 namespace {
 

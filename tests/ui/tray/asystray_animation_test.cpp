@@ -1,5 +1,5 @@
 // The animated tray icon.
-#include "ui/traytest.hpp"
+#include "ui/tray/traytest.hpp"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Error boxes that run: answers, focus, memory, suppression, pointer, application window.
 #include "acmdline.hpp"
 #include "support/import_spy.hpp"
-#include "ui/boxtest.hpp"
+#include "ui/boxes/boxtest.hpp"
 
 #include <map>
 

@@ -1,5 +1,5 @@
 // Where everything is in an error box, looked at from outside.
-#include "ui/boxtest.hpp"
+#include "ui/boxes/boxtest.hpp"
 
 #include <algorithm>
 

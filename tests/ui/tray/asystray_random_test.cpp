@@ -1,6 +1,6 @@
 // Every operation of the tray icon in every state, with a shell that refuses, forgets, ends and begins, against a model.
 #include "support/random.hpp"
-#include "ui/traytest.hpp"
+#include "ui/tray/traytest.hpp"
 
 #include <map>
 #include <set>

@@ -1,7 +1,7 @@
 #include "acolor.hpp"
 
 #include "tools/winapi.hpp"
-#include "ui/acolor_names.hpp"
+#include "ui/drawing/acolor_names.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // Limits of the tray icon: what is reported where a caller violates them, and what is done all the same.
 #include "support/debug_lines.hpp"
-#include "ui/traytest.hpp"
+#include "ui/tray/traytest.hpp"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Windows that are minimised to the tray and come back, and where the tray is.
-#include "ui/traytest.hpp"
+#include "ui/tray/traytest.hpp"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "aebox.hpp"
 #include "tools/ctext.hpp"
-#include "ui/helptopics.hpp"
+#include "ui/boxes/helptopics.hpp"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "ui/traylimits.hpp"
+#include "ui/tray/traylimits.hpp"
 
 #include "atrace.hpp"
 #include "sv/application.hpp"

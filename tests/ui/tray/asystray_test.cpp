@@ -1,6 +1,6 @@
 // The tray icon: its states, text and picture, and what the shell is called with.
 #include "support/files.hpp"
-#include "ui/traytest.hpp"
+#include "ui/tray/traytest.hpp"
 
 #include <cstring>
 

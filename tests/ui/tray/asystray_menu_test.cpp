@@ -1,5 +1,5 @@
 // The tray icon and the user: mouse messages from another process, the popup menu, the default item.
-#include "ui/traytest.hpp"
+#include "ui/tray/traytest.hpp"
 
 namespace {
 
