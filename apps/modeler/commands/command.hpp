@@ -3,6 +3,7 @@
 /// What a user can choose from a menu.
 
 #include "commands/items.hpp"
+#include "sv/keycodes.hpp"
 #include "texts/texts.hpp"
 
 #include <functional>
@@ -18,12 +19,18 @@ struct Command {
   std::function<void()> execute;
   std::function<bool()> isChecked = [] { return false; };
   std::function<bool()> isEnabled = [] { return true; };
+  SV::KeyCode key = 0; ///< chooses it too, as long as no dialog is open; the name says so behind a tab
 };
 using Commands = std::vector<Command>;
 
-/// The name of a command that stands in the language packs.
-inline std::function<SV::String()> named(Text which) {
-  return [which] { return text(which); };
+inline Command withKey(Command command, SV::KeyCode key) {
+  command.key = key;
+  return command;
+}
+
+/// The key of a letter with Ctrl.
+constexpr SV::KeyCode control(char letter) {
+  return static_cast<SV::KeyCode>(SV::KEY_CONTROL | (SV::KEY_A + (letter - 'A')));
 }
 
 inline Command separator(Item menu) { return {menu, 0, {}, {}}; }

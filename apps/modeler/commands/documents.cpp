@@ -1,11 +1,13 @@
 #include "commands/documents.hpp"
 
 #include "commands/filedialog.hpp"
+#include "commands/overwriting.hpp"
 #include "model/excerpt.hpp"
+#include "model/filenames.hpp"
 #include "model/modelwriter.hpp"
 #include "texts/modelnotes.hpp"
 #include "texts/modelreport.hpp"
-#include "tools/winapi.hpp"
+#include "windows/windowlist.hpp"
 
 #include <algorithm>
 
@@ -15,6 +17,8 @@ namespace modeler {
 namespace {
 
 constexpr char kSample[] = "models\\order.txt";
+
+template <class Document> bool isOpen(Document const & document) { return document.window->GethWnd() != nullptr; }
 
 } // namespace
 
@@ -27,12 +31,14 @@ Commands Documents::GetCommands() {
     if (String const file = chosenTarget(frame_, text(Text::ModelFiles), "txt"); file.Len() > 0)
       Save(file);
   };
-  return {{MENU_FILE, FILE_OPEN_MODEL, named(Text::Open), open},
+  return {withKey({MENU_FILE, FILE_OPEN_MODEL, named(Text::Open), open}, control('O')),
           {MENU_FILE, FILE_OPEN_SAMPLE, named(Text::OpenSample), [this] { Open(Kiv_GetProgramPathFilename(kSample)); }},
-          {MENU_FILE, FILE_SAVE_AS, named(Text::SaveAs), save}};
+          withKey({MENU_FILE, FILE_SAVE_AS, named(Text::SaveAs), save}, control('S'))};
 }
 
 void Documents::Open(String const & fileName) {
+  if (bringToFront(fileName))
+    return;
   ProcessModel model;
   ModelReport report;
   if (!readProcessModel(fileName, model, report)) {
@@ -45,16 +51,30 @@ void Documents::Open(String const & fileName) {
   lastFile_ = fileName;
   for (String const & note : notesOf(model))
     journal_.Add(note);
-  show(model);
+  show(fileName, model);
 }
 
-void Documents::show(ProcessModel const & model) {
-  std::erase_if(windows_, [](auto const & window) { return window->GethWnd() == nullptr; });
-  windows_.push_back(std::make_unique<ProcessWindow>(frame_, model, [this] {
+bool Documents::bringToFront(String const & fileName) {
+  auto const found = std::find_if(documents_.begin(), documents_.end(), [&fileName](Document const & document) {
+    return isOpen(document) && isSameFile(document.file, fileName);
+  });
+  if (found == documents_.end())
+    return false;
+  journal_.Add("open already: " + fileName);
+  lastFile_ = fileName;
+  showInFront(found->window->GethWnd());
+  return true;
+}
+
+void Documents::show(String const & fileName, ProcessModel const & model) {
+  std::erase_if(documents_, [](Document const & document) { return !isOpen(document); });
+  auto const frontChanged = [this] {
     if (frontChanged_)
       frontChanged_();
-  }));
-  windows_.back()->Show();
+  };
+  documents_.push_back(
+      {SV::DirEntry(fileName).GetFull(), std::make_unique<ProcessWindow>(frame_, model, frontChanged)});
+  documents_.back().window->Show();
 }
 
 void Documents::Save(String const & fileName) {
@@ -63,32 +83,19 @@ void Documents::Save(String const & fileName) {
     KivInfoBox(&frame_, text(Text::NothingToSave)).Execute();
     return;
   }
-  if (!mayWrite(fileName))
-    return;
-  bool const isWritten = writeProcessModel(fileName, window->GetModel());
-  journal_.Add((isWritten ? "saved: " : "not saved: ") + fileName);
-  if (!isWritten)
-    sayError(filled(Text::NotWritten, fileName));
+  writeFile(frame_, journal_, "saved", fileName, [&] { return writeProcessModel(fileName, window->GetModel()); });
 }
 
 ProcessWindow * Documents::GetFront() const { return dynamic_cast<ProcessWindow *>(frame_.GetActiveChild()); }
 
 ProcessWindow * Documents::GetNewest() const {
-  auto const isOpen = [](auto const & window) { return window->GethWnd() != nullptr; };
-  auto const newest = std::find_if(windows_.rbegin(), windows_.rend(), isOpen);
-  return newest != windows_.rend() ? newest->get() : nullptr;
+  auto const newest = std::find_if(documents_.rbegin(), documents_.rend(), isOpen<Document>);
+  return newest != documents_.rend() ? newest->window.get() : nullptr;
 }
 
 void Documents::Retext() {
-  for (auto const & window : windows_)
-    window->Retext();
-}
-
-/// Whether the file is new, or the user agrees that it is overwritten.
-bool Documents::mayWrite(String const & fileName) {
-  return GetFileAttributesA(fileName.c_str()) == INVALID_FILE_ATTRIBUTES ||
-         KivQueryBox(&frame_, SV::WB_YES_NO | SV::WB_DEF_NO, filled(Text::Overwrite, fileName)).Execute() ==
-             SV::RET_YES;
+  for (Document const & document : documents_)
+    document.window->Retext();
 }
 
 void Documents::sayError(String const & message) {

@@ -18,7 +18,8 @@ public:
   /// Opening and saving.
   Commands GetCommands();
 
-  /// Shows the process model of a file in a window of its own; says so where that cannot be done.
+  /// Shows the process model of a file in a window of its own; says so where that cannot be done. The window of a file that is open
+  /// already comes to the front, with the model as it was read.
   void Open(SV::String const & fileName);
 
   /// Writes the model in front to a file; asks before it overwrites one, and says so where that cannot be done.
@@ -40,15 +41,20 @@ public:
   void Retext();
 
 private:
-  void show(ProcessModel const & model);
-  bool mayWrite(SV::String const & fileName);
+  struct Document {
+    SV::String file;
+    std::unique_ptr<ProcessWindow> window;
+  };
+
+  void show(SV::String const & fileName, ProcessModel const & model);
+  bool bringToFront(SV::String const & fileName);
   void sayError(SV::String const & message);
 
   SV::MDIFrame & frame_;
   Journal & journal_;
   SV::String lastFile_;
   std::function<void()> frontChanged_;
-  ISequence<std::unique_ptr<ProcessWindow>> windows_;
+  ISequence<Document> documents_;
 };
 
 } // namespace modeler

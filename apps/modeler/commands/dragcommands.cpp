@@ -5,26 +5,10 @@
 using SV::String;
 
 namespace modeler {
-namespace {
-
-constexpr SV::KeyCode letter(char which) { return static_cast<SV::KeyCode>(SV::KEY_A + (which - 'A')); }
-
-} // namespace
-
-DragCommands::DragCommands(SV::MDIFrame & frame, Documents & documents, std::function<TextTarget &()> target)
-    : frame_(frame), documents_(documents), target_(std::move(target)) {
-  keys_.InsertItem(EDIT_COPY, SV::KEY_CONTROL | letter('C'));
-  keys_.InsertItem(EDIT_PASTE, SV::KEY_CONTROL | letter('V'));
-  keys_.PushSelectHdl([this](SV::Accelerator * keys) {
-    keys->GetCurItemId() == EDIT_COPY ? copy() : paste();
-    return 1L;
-  });
-  SV::Application::InsertAccel(&keys_);
-}
 
 Commands DragCommands::GetCommands() {
-  return {{MENU_EDIT, EDIT_COPY, named(kCopyActivity), [this] { copy(); }},
-          {MENU_EDIT, EDIT_PASTE, named(kPasteActivity), [this] { paste(); }}};
+  return {withKey({MENU_EDIT, EDIT_COPY, named(kCopyActivity), [this] { copy(); }}, control('C')),
+          withKey({MENU_EDIT, EDIT_PASTE, named(kPasteActivity), [this] { paste(); }}, control('V'))};
 }
 
 /// The text counts as dragged until it is pasted, so that it can be dropped in either way.

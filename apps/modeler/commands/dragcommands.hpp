@@ -5,7 +5,7 @@
 #include "commands/documents.hpp"
 #include "windows/textdrag.hpp"
 
-#include "sv/accelerator.hpp"
+#include <utility>
 
 namespace modeler {
 
@@ -13,7 +13,8 @@ class DragCommands {
 public:
   /// \param frame, documents  outlive it
   /// \param target            shows the window that takes the text, and gives it
-  DragCommands(SV::MDIFrame & frame, Documents & documents, std::function<TextTarget &()> target);
+  DragCommands(SV::MDIFrame & frame, Documents & documents, std::function<TextTarget &()> target)
+      : frame_(frame), documents_(documents), target_(std::move(target)) {}
 
   /// Copying, with Ctrl+C, and pasting, with Ctrl+V.
   Commands GetCommands();
@@ -25,7 +26,6 @@ private:
   SV::MDIFrame & frame_;
   Documents & documents_;
   std::function<TextTarget &()> target_;
-  SV::Accelerator keys_;
 };
 
 } // namespace modeler

@@ -19,6 +19,8 @@ enum Item : unsigned short {
   FILE_SAVE_AS = 104,
   FILE_PRINT_TEXT = 110,
   FILE_PRINT_DRAWING = 111,
+  FILE_EXPORT_XML = 112,
+  FILE_EXPORT_PICTURE = 113,
   WINDOW_MINIMISE = 121,
   FILE_TRIAL_RUN = 122,
   EDIT_COPY = 131,
@@ -27,7 +29,10 @@ enum Item : unsigned short {
   WINDOW_CASCADE = 202,
   WINDOW_TILE = 203,
   WINDOW_EVENTS = 204,
+  WINDOW_LIST_FIRST = 210, ///< one for each of the open windows, as far as there is room
+  WINDOW_LIST_LAST = 218,
   HELP_ABOUT = 301,
+  HELP_KEYS = 302,
   RAISE_USER = 401,
   RAISE_USER_GROUP = 402,
   LANGUAGE_FIRST = 501, ///< one for each installed language, in the order of the list
@@ -39,6 +44,9 @@ enum Item : unsigned short {
   VIEW_NEXT = 606,
   VIEW_CLASSIC = 607, ///< the themes, in the order of the library
   VIEW_MODERN = 608,
+  ANALYSIS_TIMES = 701,
+  EDIT_FIND = 711,
+  EDIT_FIND_NEXT = 712,
   PLUGIN_FIRST = 1001 ///< one for each command of a script plug-in
 };
 

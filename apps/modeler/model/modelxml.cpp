@@ -2,7 +2,7 @@
 
 #include "modeltime.hpp"
 
-#include <ostream>
+#include <fstream>
 
 using SV::String;
 
@@ -60,6 +60,13 @@ void writeXml(ProcessModel const & model, std::ostream & out) {
   for (Flow const & flow : model.flows)
     writeFlow(out, flow, model.nodes);
   out << "</process>\n";
+}
+
+bool writeXmlFile(String const & fileName, ProcessModel const & model) {
+  std::ofstream file(fileName.c_str(), std::ios::binary);
+  writeXml(model, file);
+  file.close();
+  return static_cast<bool>(file);
 }
 
 } // namespace modeler

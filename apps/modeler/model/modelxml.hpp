@@ -18,4 +18,8 @@ namespace modeler {
 /// Writes a model; nodes and flows in their order, texts and durations where there are any. The stream says whether it could.
 void writeXml(ProcessModel const & model, std::ostream & out);
 
+/// The same to a file, which is replaced.
+/// \return false for a file that cannot be written, which may then be cut off
+bool writeXmlFile(SV::String const & fileName, ProcessModel const & model);
+
 } // namespace modeler

@@ -2,6 +2,7 @@
 
 #include "commands/languagecommands.hpp"
 #include "commands/lookcommands.hpp"
+#include "commands/windowcommands.hpp"
 #include "texts/viewtexts.hpp"
 #include "tools/winapi.hpp"
 #include "windows/scaling.hpp"
@@ -35,25 +36,32 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
       dragCommands_(*this, documents_, [this]() -> TextTarget & { return showFacts(); }),
       parts_(std::make_unique<Parts>(*this, documents_, settings, [this] { menus_.Refresh(); })),
       pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal),
-      printCommands_(*this, documents_, journal) {
+      printCommands_(*this, documents_, journal), exportCommands_(*this, documents_, journal),
+      findCommands_(*this, documents_, journal), analysisCommands_(*this, documents_, journal),
+      helpCommands_(*this, menus_) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   menus_.Add(documents_.GetCommands());
   menus_.Add(printCommands_.GetCommands());
+  menus_.Add(exportCommands_.GetCommands());
   menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
   menus_.Add(dragCommands_.GetCommands());
+  menus_.Add(findCommands_.GetCommands());
   menus_.Add(raiseCommands());
   menus_.AddMenu(MENU_VIEW, kMenuView);
   parts_->MakeToolBar(toolButtons());
   menus_.Add(parts_->GetCommands());
   menus_.Add(lookCommands(settings));
+  menus_.Add(analysisCommands_.GetCommands());
   menus_.Add(windowCommands());
   menus_.Add(trayCommands_.GetCommands());
+  menus_.AddVariable(MENU_WINDOW, [this] { return windowListCommands(*this); });
   menus_.Add(languageCommands(journal, [this] { retext(); }));
+  menus_.Add(helpCommands_.GetCommands());
   menus_.Add({{MENU_HELP, HELP_ABOUT, named(Text::About), [this] { showAbout(); }}});
   SetMenuBar(&menus_.GetBar());
   auto const refreshParts = [this] { parts_->Refresh(); };
   menus_.ChangeRefreshHdl(refreshParts);
-  documents_.ChangeFrontHdl(refreshParts);
+  documents_.ChangeFrontHdl([this] { menus_.Refresh(); });
   parts_->Arrange();
   Kiv_PushParentWindow(this);
   showFacts();
@@ -72,6 +80,8 @@ void MainWindow::Resize(SV::Size const &) {
 }
 
 long long MainWindow::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
+  if (message == WM_INITMENU && parts_)
+    menus_.Refresh(); // other windows may be open, or another one in front
   long long const result = MDIFrame::HandleMessage(message, wParam, lParam);
   if (message == WM_SETFONT)
     Resize(GetOutputSizePixel()); // the bars grow with the font
@@ -147,13 +157,14 @@ void MainWindow::showAbout() {
 
 /// The menus follow the language by themselves.
 void MainWindow::retext() {
-  if (facts_) {
-    facts_->SetText(text(Text::TitleStart));
-    facts_->Invalidate();
-  }
+  if (facts_)
+    facts_->Retext();
   if (events_)
     events_->SetText(text(Text::TitleEvents));
+  parts_->Arrange(); // the tool bar may need another row
   documents_.Retext();
+  analysisCommands_.Retext();
+  helpCommands_.Retext();
 }
 
 } // namespace modeler

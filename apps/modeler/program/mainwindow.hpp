@@ -3,8 +3,12 @@
 /// The main window with its menus and documents.
 
 #include "background/journal.hpp"
+#include "commands/analysiscommands.hpp"
 #include "commands/documents.hpp"
 #include "commands/dragcommands.hpp"
+#include "commands/exportcommands.hpp"
+#include "commands/findcommands.hpp"
+#include "commands/helpcommands.hpp"
 #include "commands/menus.hpp"
 #include "commands/plugincommands.hpp"
 #include "commands/printcommands.hpp"
@@ -28,6 +32,7 @@ public:
 
   Documents & GetDocuments() { return documents_; }
   PrintCommands & GetPrintCommands() { return printCommands_; }
+  HelpCommands & GetHelpCommands() { return helpCommands_; }
 
   void Resize(SV::Size const & size) override;
 
@@ -54,6 +59,10 @@ private:
   PluginCommands pluginCommands_;
   TrayCommands trayCommands_;
   PrintCommands printCommands_;
+  ExportCommands exportCommands_;
+  FindCommands findCommands_;
+  AnalysisCommands analysisCommands_;
+  HelpCommands helpCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;
 };

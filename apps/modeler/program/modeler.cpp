@@ -10,7 +10,6 @@
 #include "texts/modelreport.hpp"
 
 #include <cstdio>
-#include <fstream>
 
 using SV::String;
 
@@ -27,9 +26,7 @@ int exportModel(String const & model, String const & file) {
     std::fprintf(stderr, "%s\n", reportText(report).c_str());
     return 1;
   }
-  std::ofstream out(file.c_str(), std::ios::binary);
-  writeXml(process, out);
-  return out.flush() ? 0 : 1;
+  return writeXmlFile(file, process) ? 0 : 1;
 }
 
 } // namespace
@@ -59,6 +56,7 @@ int Modeler::runApplication() {
     KivWindowsMessageWatcher::addHookWindow(window.GethWnd(), "main window");
   window.Show();
   createHelpObject("modeler");
+  window.GetHelpCommands().Install();
   if (String const model = KivCmdline::Instance().getValue("model"); model.Len() > 0)
     window.GetDocuments().Open(model);
   if (String const target = KivCmdline::Instance().getValue("save"); target.Len() > 0)

@@ -3,6 +3,7 @@
 #include "texts/viewtexts.hpp"
 #include "tools/winapi.hpp"
 #include "windows/arrangement.hpp"
+#include "windows/documentwindow.hpp"
 #include "windows/scaling.hpp"
 
 #include <utility>
@@ -48,9 +49,6 @@ Parts::Parts(SV::MDIFrame & frame, Documents const & documents, Settings const &
   add(outline_, "Outline");
   add(notes_, "Notes");
   add(statusBar_, "StatusBar");
-  keys_.InsertItem(VIEW_NEXT, SV::KEY_F1 + 5);
-  keys_.PushSelectHdl([this](SV::Accelerator *) { return focusNext(), 1L; });
-  SV::Application::InsertAccel(&keys_);
 }
 
 Parts::~Parts() = default;
@@ -67,7 +65,7 @@ void Parts::MakeToolBar(ISequence<ToolButton> buttons) {
 }
 
 Commands Parts::GetCommands() {
-  Command next = {MENU_VIEW, VIEW_NEXT, named(kNextPart), [this] { focusNext(); }};
+  Command const next = withKey({MENU_VIEW, VIEW_NEXT, named(kNextPart), [this] { focusNext(); }}, SV::KEY_F1 + 5);
   return {commandFor(VIEW_TOOLBAR, kToolBar, parts_[3]), commandFor(VIEW_OUTLINE, kOutline, parts_[0]),
           commandFor(VIEW_NOTES, kNotes, parts_[1]), commandFor(VIEW_STATUSBAR, kStatusBar, parts_[2]), next};
 }
@@ -95,7 +93,7 @@ void Parts::show(Part const & part, bool isShown) {
 
 void Parts::Arrange() {
   PartSizes sizes;
-  sizes.toolBar = toolBar_ && IsShown(*toolBar_) ? toolBar_->GetHeight() : 0;
+  sizes.toolBar = toolBar_ && IsShown(*toolBar_) ? toolBar_->GetHeight(frame_.GetOutputSizePixel().width) : 0;
   sizes.statusBar = IsShown(statusBar_) ? statusBar_.GetHeight() : 0;
   sizes.panes = scaledAcross(kPanes);
   sizes.hasOutline = IsShown(outline_);
@@ -107,6 +105,7 @@ void Parts::Arrange() {
   place(outline_, places.outline);
   place(notes_, places.notes);
   place(frame_.GetClient(), places.documents);
+  fitClientBars(frame_);
 }
 
 void Parts::Refresh() {

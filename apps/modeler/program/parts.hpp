@@ -10,7 +10,6 @@
 #include "windows/statusbar.hpp"
 #include "windows/toolbar.hpp"
 
-#include "sv/accelerator.hpp"
 #include "sv/mdi.hpp"
 
 namespace modeler {
@@ -58,7 +57,6 @@ private:
   StatusBar statusBar_;
   std::unique_ptr<ToolBar> toolBar_;
   ISequence<Part> parts_;
-  SV::Accelerator keys_;
 };
 
 } // namespace modeler

@@ -6,6 +6,7 @@
 #include "sv/resource.hpp"
 
 #include <cstdio>
+#include <functional>
 
 namespace modeler {
 
@@ -78,6 +79,11 @@ enum class Text : unsigned short {
 inline SV::String text(Text which) {
   unsigned long const id = SV::RSC_STRING << 16 | static_cast<unsigned short>(which);
   return SV::Resource::LoadString(SV::ResId(id, KivInternational::getNextResMgr()));
+}
+
+/// The same, to be asked for whenever it is shown.
+inline std::function<SV::String()> named(Text which) {
+  return [which] { return text(which); };
 }
 
 /// The text with its "%s" filled in, in their order.

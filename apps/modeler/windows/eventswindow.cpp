@@ -8,11 +8,13 @@
 namespace modeler {
 namespace {
 
+constexpr int kTextStart = 150; // in the units of dialogs: behind number and name
+
 HWND makeList(HWND parent, HFONT font) {
-  constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_USETABSTOPS;
+  constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_USETABSTOPS;
   HWND const list =
       CreateWindowExA(0, "LISTBOX", "", style, 0, 0, 0, 0, parent, nullptr, GetModuleHandleA(nullptr), nullptr);
-  int tabStops[] = {28, 150}; // in the units of dialogs: behind the number, behind the name
+  int tabStops[] = {28, kTextStart};
   SendMessageA(list, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
   SendMessageA(list, LB_SETTABSTOPS, std::size(tabStops), reinterpret_cast<LPARAM>(tabStops));
   return list;
@@ -21,8 +23,9 @@ HWND makeList(HWND parent, HFONT font) {
 } // namespace
 
 EventsWindow::EventsWindow(SV::MDIFrame & frame, EventLog & log)
-    : MDIChild(frame, text(Text::TitleEvents)), log_(log), font_(GetFont().CreateSystemFont()),
+    : DocumentWindow(frame, text(Text::TitleEvents)), log_(log), font_(GetFont().CreateSystemFont()),
       list_(makeList(GethWnd(), font_)) {
+  ruler_.ChangeFont(GetFont());
   EventsWindow::Resize(GetOutputSizePixel());
   for (EventLog::Row const & row : log_.GetRows())
     append(row);
@@ -47,6 +50,17 @@ void EventsWindow::append(EventLog::Row const & row) {
   SV::String const line = SV::String(row.number) + "\t" + row.name + "\t" + row.text;
   LRESULT const index = SendMessageA(list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
   SendMessageA(list_, LB_SETTOPINDEX, static_cast<WPARAM>(index), 0); // the newest stays in view
+  fitBar(row.text);
+}
+
+/// The list cannot tell by itself how far its rows reach.
+void EventsWindow::fitBar(SV::String const & text) {
+  long const start = LogicToPixel(SV::Size{kTextStart + 4, 0}, SV::MAP_APPFONT).width;
+  long const width = start + ruler_.GetTextSize(text).width;
+  if (width <= widest_)
+    return;
+  widest_ = width;
+  SendMessageA(list_, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(width), 0);
 }
 
 } // namespace modeler

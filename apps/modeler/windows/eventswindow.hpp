@@ -3,11 +3,12 @@
 /// The document window that lists events as they come: number, name and what each carries.
 
 #include "background/eventlog.hpp"
-#include "sv/mdi.hpp"
+#include "sv/virtualdevice.hpp"
+#include "windows/documentwindow.hpp"
 
 namespace modeler {
 
-class EventsWindow : public SV::MDIChild {
+class EventsWindow : public DocumentWindow {
 public:
   /// \param log  outlives the window
   EventsWindow(SV::MDIFrame & frame, EventLog & log);
@@ -19,10 +20,13 @@ public:
 
 private:
   void append(EventLog::Row const & row);
+  void fitBar(SV::String const & text);
 
   EventLog & log_;
   HFONT font_;
   HWND list_;
+  SV::VirtualDevice ruler_;
+  long widest_ = 0; ///< of the rows
 };
 
 } // namespace modeler

@@ -4,21 +4,22 @@
 
 #include "background/journal.hpp"
 #include "background/plugins.hpp"
-#include "sv/mdi.hpp"
+#include "windows/tablewindow.hpp"
 #include "windows/textdrag.hpp"
 
 namespace modeler {
 
 /// Activities can be dropped on it; they are listed below the facts.
-class FactsWindow : public SV::MDIChild, public TextTarget {
+class FactsWindow : public TableWindow, public TextTarget {
 public:
   /// \param plugins, journal  outlive the window
   FactsWindow(SV::MDIFrame & frame, Plugins const & plugins, Journal & journal);
 
-  void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
   void TakeText(SV::String const & activity) override;
 
 private:
+  Rows rows() const;
+
   Plugins const & plugins_;
   Journal & journal_;
   ISequence<SV::String> activities_;

@@ -1,5 +1,6 @@
 #include "windows/pane.hpp"
 
+#include "tools/winapi.hpp"
 #include "windows/scaling.hpp"
 
 #include <algorithm>
@@ -41,32 +42,56 @@ void Pane::paintCaption() {
   theme.DrawCloseButton(*this, look, button, isHot_, isPressed_ && isHot_);
 }
 
+/// The bars are those of the window: they stand beside the caption too.
+void Pane::fitBars(ISequence<Line> const & all) {
+  long width = 0;
+  for (Line const & line : all) {
+    long pictures = 0;
+    for (SV::Image const * const image : line.images)
+      pictures += image->GetSizePixel().width + scaledAcross(kGap);
+    width = std::max(width, scaledAcross(line.depth * kIndent) + pictures + textSize(line.text).width);
+  }
+  SV::Size const whole{width + 2 * scaledAcross(kMargin),
+                       kCaption + 2 * scaledDown(kMargin) + static_cast<long>(all.size()) * lineHeight()};
+  if (whole == whole_)
+    return;
+  whole_ = whole;
+  bars_.SetWhole(GethWnd(), whole, lineHeight());
+}
+
+void Pane::Resize(SV::Size const &) { bars_.Fit(GethWnd()); }
+
 /// Through the library's buffer, so that nothing flickers.
 void Pane::paintLines(SV::OutputDevice & device) {
+  ISequence<Line> const all = lines();
+  fitBars(all);
   SV::Size const size = {GetOutputSizePixel().width, GetOutputSizePixel().height - kCaption};
   if (size.width < 1 || size.height < 1)
     return;
-  ISequence<Line> const all = lines();
-  first_ = std::clamp(first_, 0L, std::max(static_cast<long>(all.size()) - 1, 0L));
   SV::VirtualDevice & buffer = KivPaintBuffer::VD();
   buffer.ChangeFillInBrush(SV::Brush(SV::COL_WINDOW));
   buffer.DrawRect({{0, 0}, size});
   buffer.ChangeFont(font());
-  long const height = lineHeight();
-  long y = scaledDown(kMargin);
-  for (auto line = all.begin() + first_; line != all.end() && y < size.height; ++line, y += height) {
-    long x = scaledAcross(kMargin + line->depth * kIndent);
-    for (SV::Image const * const image : line->images) {
-      SV::Size const picture = image->GetSizePixel();
-      buffer.DrawImage({x, y + (height - picture.height) / 2}, *image);
-      x += picture.width + scaledAcross(kGap);
-    }
-    buffer.DrawText({x, y + scaledDown(2)}, line->text);
+  SV::Point corner{scaledAcross(kMargin) - bars_.GetPosition().x, scaledDown(kMargin) - bars_.GetPosition().y};
+  for (Line const & line : all) {
+    if (corner.y > -lineHeight() && corner.y < size.height)
+      paintLine(buffer, line, corner);
+    corner.y += lineHeight();
   }
   buffer.ChangePen(SV::Pen(KivThemeManager::CurrentTheme().GetColor(4)));
   buffer.ChangeFillInBrush(SV::Brush());
   buffer.DrawRect({{0, -1}, {size.width, size.height + 1}});
   device.DrawOutDev({0, kCaption}, size, {0, 0}, size, buffer);
+}
+
+void Pane::paintLine(SV::VirtualDevice & buffer, Line const & line, SV::Point const & corner) {
+  long x = corner.x + scaledAcross(line.depth * kIndent);
+  for (SV::Image const * const image : line.images) {
+    SV::Size const picture = image->GetSizePixel();
+    buffer.DrawImage({x, corner.y + (lineHeight() - picture.height) / 2}, *image);
+    x += picture.width + scaledAcross(kGap);
+  }
+  buffer.DrawText({x, corner.y + scaledDown(2)}, line.text);
 }
 
 void Pane::setHot(bool isHot) {
@@ -94,9 +119,9 @@ void Pane::MouseButtonDown(SV::MouseEvent const & event) {
     return;
   }
   GrabFocus();
-  long const line = first_ + (event.position.y - kCaption - scaledDown(kMargin)) / lineHeight();
-  if (event.position.y >= kCaption + scaledDown(kMargin))
-    PressLine(static_cast<std::size_t>(line));
+  long const below = event.position.y - kCaption - scaledDown(kMargin) + bars_.GetPosition().y;
+  if (event.position.y >= kCaption && below >= 0)
+    PressLine(static_cast<std::size_t>(below / lineHeight()));
 }
 
 void Pane::MouseButtonUp(SV::MouseEvent const & event) {
@@ -114,23 +139,34 @@ void Pane::CaptureLost() {
   Invalidate();
 }
 
-void Pane::scroll(long lines) {
-  first_ = std::max(first_ + lines, 0L); // the other end is minded where the number of lines is known
-  Invalidate();
-}
-
 bool Pane::MouseWheel(SV::MouseEvent const & event) {
-  scroll(static_cast<long>(event.notches * -3));
-  return true;
+  auto const delta = static_cast<WORD>(static_cast<short>(event.notches * WHEEL_DELTA));
+  WORD const held = event.modifiers == SV::KEY_SHIFT ? MK_SHIFT : 0;
+  return bars_.Handle(GethWnd(), WM_MOUSEWHEEL, MAKEWPARAM(held, delta));
 }
 
 bool Pane::KeyInput(SV::KeyEvent const & event) {
-  switch (event.code) {
-  case SV::KEY_UP: scroll(-1); return true;
-  case SV::KEY_DOWN: scroll(1); return true;
-  case SV::KEY_ESCAPE: handlers_.leave(); return true;
-  default: return false;
-  }
+  struct Row {
+    SV::KeyCode key;
+    WPARAM command;
+  };
+  for (Row const & row : {Row{SV::KEY_UP, SB_LINEUP},
+                          {SV::KEY_DOWN, SB_LINEDOWN},
+                          {SV::KEY_PAGEUP, SB_PAGEUP},
+                          {SV::KEY_PAGEDOWN, SB_PAGEDOWN},
+                          {SV::KEY_HOME, SB_TOP},
+                          {SV::KEY_END, SB_BOTTOM}})
+    if (row.key == event.code)
+      return bars_.Handle(GethWnd(), WM_VSCROLL, row.command);
+  if (event.code == SV::KEY_ESCAPE)
+    handlers_.leave();
+  return event.code == SV::KEY_ESCAPE;
+}
+
+long long Pane::HandleMessage(unsigned message, unsigned long long wParam, long long lParam) {
+  if ((message == WM_HSCROLL || message == WM_VSCROLL) && bars_.Handle(GethWnd(), message, wParam))
+    return 0;
+  return ThemedWindow::HandleMessage(message, wParam, lParam);
 }
 
 void Pane::GotFocus() {

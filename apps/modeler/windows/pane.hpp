@@ -2,14 +2,15 @@
 /// \file
 /// A pane beside the documents: a caption with a button to close it, and lines of text below.
 
+#include "windows/scrolling.hpp"
 #include "windows/themedwindow.hpp"
 
 #include <functional>
 
 namespace modeler {
 
-/// The caption shows whether the pane has the keyboard. Lines that have no room are scrolled to by the wheel and the arrow keys;
-/// Escape leaves the pane.
+/// The caption shows whether the pane has the keyboard. What has no room is scrolled to by bars, wheel and keys; Escape leaves the
+/// pane.
 class Pane : public ThemedWindow {
 public:
   struct Line {
@@ -29,6 +30,7 @@ public:
   Pane(SV::Window & frame, std::function<SV::String()> title, Handlers handlers);
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
+  void Resize(SV::Size const & size) override;
   void MouseMove(SV::MouseEvent const & event) override;
   void MouseButtonDown(SV::MouseEvent const & event) override;
   void MouseButtonUp(SV::MouseEvent const & event) override;
@@ -47,18 +49,21 @@ protected:
   /// The user has clicked on a line.
   virtual void PressLine(std::size_t) {}
   void MouseLeft() override;
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override;
 
 private:
   SV::Rectangle caption() const;
   SV::Rectangle closeButton() const;
   void paintCaption();
   void paintLines(SV::OutputDevice & device);
-  void scroll(long lines);
+  void paintLine(SV::VirtualDevice & buffer, Line const & line, SV::Point const & corner);
+  void fitBars(ISequence<Line> const & all);
   void setHot(bool isHot);
 
   std::function<SV::String()> title_;
   Handlers handlers_;
-  long first_ = 0; ///< the line at the top
+  SV::Size whole_; ///< of the caption and all lines
+  ScrollBars bars_;
   bool isActive_ = false;
   bool isHot_ = false;
   bool isPressed_ = false;

@@ -40,7 +40,7 @@ private:
 } // namespace
 
 ProcessWindow::ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model, std::function<void()> frontChanged)
-    : MDIChild(frame, model.name), model_(model), frontChanged_(std::move(frontChanged)) {
+    : DocumentWindow(frame, model.name), model_(model), frontChanged_(std::move(frontChanged)) {
   arrange();
   fitToPicture(frame.GetClient().GetOutputSizePixel());
 }
@@ -128,7 +128,7 @@ long long ProcessWindow::HandleMessage(unsigned message, unsigned long long wPar
     drag_.Cancel(); // a window that goes is not told that it has lost the mouse
   if (bars_.Handle(GethWnd(), message, wParam))
     return 0;
-  long long const result = MDIChild::HandleMessage(message, wParam, lParam);
+  long long const result = DocumentWindow::HandleMessage(message, wParam, lParam);
   if (message == WM_SETFONT)
     arrange();
   if (message == WM_MDIACTIVATE || message == WM_DESTROY)

@@ -3,7 +3,7 @@
 /// The document window that draws a process model.
 
 #include "model/layout.hpp"
-#include "sv/mdi.hpp"
+#include "windows/documentwindow.hpp"
 #include "windows/scrolling.hpp"
 #include "windows/textdrag.hpp"
 
@@ -14,7 +14,7 @@ namespace modeler {
 /// Tab, and a click, select an activity, whose text can be dragged to another window.
 ///
 /// It is as large as the picture, as far as the frame has room, and can be scrolled otherwise.
-class ProcessWindow : public SV::MDIChild {
+class ProcessWindow : public DocumentWindow {
 public:
   /// \param frontChanged  called when it has come to the front, or left it
   ProcessWindow(SV::MDIFrame & frame, ProcessModel const & model, std::function<void()> frontChanged);
@@ -32,8 +32,15 @@ public:
   void Retext();
 
   ProcessModel const & GetModel() const { return model_; }
+  Layout const & GetLayout() const { return layout_; } ///< measured in the window's font
 
-  /// The text of the activity that is selected, by this call the first one if none was; empty if the model has none.
+  /// The place of the node that is selected; beyond all of them for none.
+  std::size_t GetSelected() const { return selected_; }
+
+  /// Selects a node of any kind, which comes into view.
+  void Select(std::size_t node);
+
+  /// The text of the activity that is selected, by this call the next one if none was; empty if the model has none.
   SV::String SelectedActivity();
 
 protected:
@@ -50,7 +57,6 @@ private:
   long pictureTop() const;
   void drawSelection(SV::OutputDevice & paper) const;
   std::size_t activityAt(SV::Point const & position) const;
-  void select(std::size_t node);
   bool selectNext(bool forwards);
 
   ProcessModel model_;

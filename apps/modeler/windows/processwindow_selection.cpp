@@ -33,7 +33,7 @@ std::size_t ProcessWindow::activityAt(Point const & position) const {
   return box != layout_.boxes.end() ? static_cast<std::size_t>(box - layout_.boxes.begin()) : kNone;
 }
 
-void ProcessWindow::select(std::size_t node) {
+void ProcessWindow::Select(std::size_t node) {
   selected_ = node;
   Rectangle const & area = layout_.boxes[node].area;
   bars_.Reveal(GethWnd(), {{area.Left(), area.Top() + pictureTop()}, area.GetSize()});
@@ -47,7 +47,7 @@ bool ProcessWindow::selectNext(bool forwards) {
   for (std::size_t step = 0; step < count; ++step) {
     node = (node + (forwards ? 1 : count - 1)) % count;
     if (layout_.boxes[node].kind == NodeKind::Activity) {
-      select(node);
+      Select(node);
       return true;
     }
   }
@@ -55,7 +55,8 @@ bool ProcessWindow::selectNext(bool forwards) {
 }
 
 String ProcessWindow::SelectedActivity() {
-  return selected_ < model_.nodes.size() || selectNext(true) ? model_.nodes[selected_].text : String();
+  bool const isActivity = selected_ < model_.nodes.size() && model_.nodes[selected_].kind == NodeKind::Activity;
+  return isActivity || selectNext(true) ? model_.nodes[selected_].text : String();
 }
 
 void ProcessWindow::MouseButtonDown(SV::MouseEvent const & event) {
@@ -63,7 +64,7 @@ void ProcessWindow::MouseButtonDown(SV::MouseEvent const & event) {
     return;
   std::size_t const node = activityAt(event.position);
   if (node != kNone)
-    select(node);
+    Select(node);
   drag_.Press(event.position, node != kNone ? model_.nodes[node].text : String());
 }
 

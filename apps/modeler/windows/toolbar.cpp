@@ -20,20 +20,25 @@ constexpr long kAbove = 3;
 ToolBar::ToolBar(SV::Window & frame, ISequence<ToolButton> buttons)
     : ThemedWindow(frame), buttons_(std::move(buttons)) {}
 
-long ToolBar::GetHeight() const { return lineHeight() + 2 * scaledDown(kMargin + kAbove); }
+long ToolBar::GetHeight(long width) const {
+  ISequence<SV::Rectangle> const all = placesIn(width);
+  return all.empty() ? 0 : all.back().Bottom() + 1 + scaledDown(kMargin);
+}
 
 /// The texts change with the language, so they are measured each time.
-ISequence<SV::Rectangle> ToolBar::places() const {
+ISequence<SV::Rectangle> ToolBar::placesIn(long width) const {
   ISequence<SV::Rectangle> result;
-  long x = scaledAcross(kMargin);
-  long const top = scaledDown(kMargin);
-  long const height = GetOutputSizePixel().height - 2 * top;
+  long const left = scaledAcross(kMargin);
+  long const height = lineHeight() + 2 * scaledDown(kAbove);
+  SV::Point corner{left, scaledDown(kMargin)};
   for (ToolButton const & button : buttons_) {
     if (button.beginsGroup)
-      x += scaledAcross(kGroupGap);
-    long const width = textSize(button.name()).width + 2 * scaledAcross(kPadding);
-    result.push_back({{x, top}, {width, height}});
-    x += width + scaledAcross(kGap);
+      corner.x += scaledAcross(kGroupGap);
+    SV::Size const size{textSize(button.name()).width + 2 * scaledAcross(kPadding), height};
+    if (corner.x + size.width > width && !result.empty())
+      corner = {left, corner.y + height + scaledDown(kGap)};
+    result.push_back({corner, size});
+    corner.x += size.width + scaledAcross(kGap);
   }
   return result;
 }

@@ -20,8 +20,8 @@ class ToolBar : public ThemedWindow {
 public:
   ToolBar(SV::Window & frame, ISequence<ToolButton> buttons);
 
-  /// What its font needs, in pixels.
-  long GetHeight() const;
+  /// What its buttons need, in pixels. Where the bar is too narrow for one row of them, they stand in several.
+  long GetHeight(long width) const;
 
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
   void MouseMove(SV::MouseEvent const & event) override;
@@ -35,7 +35,8 @@ protected:
 private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-  ISequence<SV::Rectangle> places() const;
+  ISequence<SV::Rectangle> placesIn(long width) const;
+  ISequence<SV::Rectangle> places() const { return placesIn(GetOutputSizePixel().width); }
   std::size_t buttonAt(SV::Point const & point) const;
   void paintButton(SV::OutputDevice & device, std::size_t index, SV::Rectangle const & place);
   void setHot(std::size_t index);

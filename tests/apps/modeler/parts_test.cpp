@@ -1,14 +1,12 @@
 // The bars and panes of the sample product in a window of the test, with a mouse of the test's own.
 
+#include "in_process.hpp"
+
 #include "windows/modelpanes.hpp"
 #include "windows/statusbar.hpp"
 #include "windows/toolbar.hpp"
 
-#include "acmdline.hpp"
 #include "support/pixels.hpp"
-#include "tools/winapi.hpp"
-
-#include <gtest/gtest.h>
 
 using SV::Point;
 using SV::String;
@@ -17,28 +15,15 @@ namespace {
 
 SV::MouseEvent at(Point const & point, unsigned short button = 0) { return {point, button}; }
 
-class ModelerParts : public testing::Test {
+class ModelerParts : public modeler::InProcess {
 protected:
   ModelerParts() {
-    static char program[] = "modeler.exe";
-    static char * words[] = {program};
-    KivCmdline::init(1, words, true, "log");
-    SV::SetProcessData(GetModuleHandleA(nullptr), GetCurrentThreadId(), SW_SHOWNORMAL);
-    EXPECT_TRUE(SV::InitSV(0, nullptr));
-    KivInternational::InitAvailableLanguages();
-    KivInternational::SetCurrentLanguageID(2057);
-    KivInternational::createResourceManager("kivara", true);
-    KivInternational::createResourceManager("modeler", true);
     frame_ = std::make_unique<SV::Window>(nullptr);
     frame_->ChangeOutputSizePixel({600, 300});
     KivThemeManager::Instance().SetVisualStylesXPEnabled(false);
     KivThemeManager::Instance().SetCurrentTheme("Modern");
   }
-  ~ModelerParts() override {
-    frame_.reset();
-    KivExitAppEvent("end").trigger();
-    SV::DeInitSV();
-  }
+  ~ModelerParts() override { frame_.reset(); }
 
   SV::Window & frame() { return *frame_; }
 
@@ -79,8 +64,8 @@ protected:
     };
     bar = std::make_unique<modeler::ToolBar>(
         frame(), ISequence<modeler::ToolButton>{button("One", false), button("Two", false), button("Three", true)});
-    bar->SetPosSizePixel({0, 0}, {400, bar->GetHeight()});
-    middle = bar->GetHeight() / 2;
+    bar->SetPosSizePixel({0, 0}, {400, bar->GetHeight(400)});
+    middle = bar->GetHeight(400) / 2;
   }
 
   void click(long from, long to) {
@@ -137,6 +122,17 @@ TEST_F(ModelerToolBar, ShowsWhichButtonIsHotPressedAndChecked) {
   EXPECT_FALSE(painted(*bar) == hot);
 }
 
+TEST_F(ModelerToolBar, HasAnotherRowForButtonsThatHaveNoRoom) {
+  long const row = bar->GetHeight(400);
+  EXPECT_EQ(bar->GetHeight(10'000), row);
+  long const narrow = bar->GetHeight(90);
+  EXPECT_GT(narrow, row);
+  bar->SetPosSizePixel({0, 0}, {90, narrow});
+  bar->MouseButtonDown(at({kOne, narrow - middle}, SV::MOUSE_LEFT));
+  bar->MouseButtonUp(at({kOne, narrow - middle}, SV::MOUSE_LEFT));
+  EXPECT_EQ(pressed, "Three");
+}
+
 TEST_F(ModelerToolBar, LooksAsTheThemeSays) {
   support::Pixels const modern = painted(*bar);
   KivThemeManager::Instance().SetCurrentTheme("Classic");
@@ -150,6 +146,8 @@ protected:
                 {[this] { ++closed; }, [this] { ++left; }}) {
     outline.SetPosSizePixel({0, 0}, {kWidth, 200});
   }
+
+  bool hasBar(LONG style) const { return (GetWindowLongA(outline.GethWnd(), GWL_STYLE) & style) != 0; }
 
   static constexpr long kWidth = 200;
   static constexpr Point kButton = {kWidth - 8, 8};
@@ -195,8 +193,11 @@ TEST_F(ModelerPane, FoldsItsNodesUpByMouseAndKeyboard) {
   EXPECT_TRUE(painted(outline) == folded);
 }
 
-TEST_F(ModelerPane, ScrollsByKeysAndWheelUpToItsLastLine) {
+TEST_F(ModelerPane, ScrollsByKeysWheelAndBarWhereItsLinesHaveNoRoom) {
+  outline.SetPosSizePixel({0, 0}, {kWidth, 60});
+  painted(outline); // finds out that there is a need for a bar
   support::Pixels const top = painted(outline);
+  EXPECT_TRUE(hasBar(WS_VSCROLL));
   outline.KeyInput({SV::KEY_DOWN});
   support::Pixels const second = painted(outline);
   EXPECT_FALSE(second == top);
@@ -204,12 +205,39 @@ TEST_F(ModelerPane, ScrollsByKeysAndWheelUpToItsLastLine) {
   wheel.notches = -100;
   EXPECT_TRUE(outline.MouseWheel(wheel));
   support::Pixels const last = painted(outline);
-  EXPECT_NE(last.count(0xFFFFFF), kWidth * 180u) << "the last line is there";
-  outline.KeyInput({SV::KEY_DOWN});
+  EXPECT_FALSE(last == second);
+  outline.KeyInput({SV::KEY_END});
   EXPECT_TRUE(painted(outline) == last);
-  wheel.notches = 100;
-  outline.MouseWheel(wheel);
+  outline.KeyInput({SV::KEY_HOME});
   EXPECT_TRUE(painted(outline) == top);
+  SendMessageA(outline.GethWnd(), WM_VSCROLL, SB_BOTTOM, 0);
+  EXPECT_TRUE(painted(outline) == last);
+}
+
+TEST_F(ModelerPane, HasNoBarWhereAllHasRoom) {
+  painted(outline);
+  EXPECT_FALSE(hasBar(WS_HSCROLL) || hasBar(WS_VSCROLL));
+  support::Pixels const top = painted(outline);
+  outline.KeyInput({SV::KEY_DOWN});
+  EXPECT_TRUE(painted(outline) == top);
+}
+
+TEST_F(ModelerPane, HasABarForALineThatIsTooLong) {
+  model.nodes.push_back({modeler::NodeKind::End, "c", "An end whose text is longer than the pane is wide", 0});
+  painted(outline);
+  EXPECT_TRUE(hasBar(WS_HSCROLL));
+  support::Pixels const before = painted(outline);
+  SendMessageA(outline.GethWnd(), WM_HSCROLL, SB_BOTTOM, 0);
+  EXPECT_FALSE(painted(outline) == before);
+}
+
+TEST_F(ModelerPane, PressesTheLineThatIsSeenThere) {
+  outline.SetPosSizePixel({0, 0}, {kWidth, 60});
+  painted(outline);
+  outline.KeyInput({SV::KEY_END});
+  support::Pixels const last = painted(outline);
+  outline.MouseButtonDown(at({60, 50}, SV::MOUSE_LEFT)); // the name, which folds the others up, is out of sight
+  EXPECT_TRUE(painted(outline) == last);
 }
 
 TEST_F(ModelerPane, SaysSoWhenNoModelIsInFront) {
