@@ -4,7 +4,9 @@
 
 #include "model/nodesearch.hpp"
 #include "sv/button.hpp"
+#include "sv/checkbox.hpp"
 #include "sv/dialog.hpp"
+#include "sv/edit.hpp"
 #include "sv/fixed.hpp"
 #include "sv/listbox.hpp"
 
@@ -15,32 +17,22 @@ class FindDialog : public SV::ModalDialog {
 public:
   /// \param former  what it begins with
   FindDialog(SV::Window & owner, Search const & former);
-  ~FindDialog() override;
 
   /// What the user has chosen.
   Search GetSearch() const;
 
-protected:
-  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override;
-
 private:
-  struct Place {
-    SV::Point corner;
-    SV::Size size;
-  };
-  static Place const kWhatLabel, kWhat, kKindLabel, kKind, kCaseSensitive, kOk, kCancel;
+  void setTexts();
+  void placeAll();
+  void place(SV::Control & control, SV::Point const & corner, SV::Size const & size);
+  void showOk() { ok_.SetEnabled(what_.GetText().Len() > 0); }
 
-  void place(SV::Control & control, Place const & units);
-  void place(HWND control, Place const & units);
-  void showOk();
-
-  HFONT font_;
   // In the order of the tab key.
   SV::FixedText whatLabel_{this};
-  HWND what_;
+  SV::Edit what_{this};
   SV::FixedText kindLabel_{this};
   SV::ListBox kind_{this, SV::WB_BORDER | SV::WB_DROPDOWN};
-  HWND caseSensitive_;
+  SV::CheckBox caseSensitive_{this};
   SV::OKButton ok_{this};
   SV::CancelButton cancel_{this};
 };

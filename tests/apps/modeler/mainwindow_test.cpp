@@ -183,6 +183,17 @@ TEST_F(ModelerMainWindow, NamesTheKeysOfItsCommands) {
     EXPECT_STREQ(menu(row.menu).GetItemText(row.item).c_str(), row.text);
 }
 
+TEST_F(ModelerMainWindow, ScrollsToTheNodeThatIsSelected) {
+  window->Show();
+  open();
+  modeler::ProcessWindow & document = *window->GetDocuments().GetFront();
+  SetWindowPos(document.GethWnd(), nullptr, 0, 0, 160, 200, SWP_NOZORDER);
+  document.Select(2);
+  EXPECT_EQ(document.GetSelected(), 2u);
+  EXPECT_GT(GetScrollPos(document.GethWnd(), SB_HORZ), 0);
+  EXPECT_STREQ(document.SelectedActivity().c_str(), "First") << "an end is no activity: the next one is taken";
+}
+
 bool hasBar(HWND window, LONG bar) { return (GetWindowLongA(window, GWL_STYLE) & bar) != 0; }
 
 TEST_F(ModelerMainWindow, ScrollsTheStartWindowWhereItsLinesHaveNoRoom) {

@@ -10,6 +10,13 @@ namespace {
 
 bool isDocument(HWND window) { return (GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_MDICHILD) != 0; }
 
+template <class Button> support::BoxTexts answered(HWND box, Button const & button) {
+  support::BoxTexts read = support::readBox(box);
+  EXPECT_TRUE(support::pressButton(box, button));
+  EXPECT_TRUE(support::waitUntilGone(box));
+  return read;
+}
+
 } // namespace
 
 std::string title() { return std::string("KIVARA Modeler ") + Kiv_GetVersionString().c_str(); }
@@ -51,11 +58,26 @@ HWND ownBox(ProductRun & run, std::string const & boxTitle) {
 }
 
 support::BoxTexts answerOwnBox(ProductRun & run, int button, std::string const & boxTitle) {
-  HWND const box = ownBox(run, boxTitle);
-  support::BoxTexts read = support::readBox(box);
-  EXPECT_TRUE(support::pressButton(box, button));
-  EXPECT_TRUE(support::waitUntilGone(box));
-  return read;
+  return answered(ownBox(run, boxTitle), button);
+}
+
+support::BoxTexts answerOwnBox(ProductRun & run, char const * button) {
+  return answered(ownBox(run), std::string_view(button));
+}
+
+void answerFileDialog(ProductRun & run, std::string const & fileName) {
+  HWND const dialog = support::waitForWindow({.processId = run.child().processId(), .className = support::kBoxClass});
+  ASSERT_TRUE(dialog);
+  HWND field = nullptr;
+  ASSERT_TRUE(support::eventually([&] {
+    for (HWND const child : support::children(dialog))
+      if (support::windowClass(child) == "Edit" && IsWindowVisible(child))
+        field = child;
+    return field != nullptr;
+  }));
+  SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(fileName.c_str()));
+  EXPECT_TRUE(support::pressButton(dialog, IDOK));
+  EXPECT_TRUE(support::waitUntilGone(dialog));
 }
 
 } // namespace modeler

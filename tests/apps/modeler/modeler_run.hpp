@@ -24,7 +24,11 @@ bool waitForDocument(HWND__ * window, std::string const & title);
 /// The box of the program's own with that title that is open, or the next one.
 HWND__ * ownBox(ProductRun & run, std::string const & boxTitle = title());
 
-/// What that box says. Then the button of that identifier is pressed.
+/// What that box says. Then the button of that identifier, or of that label, is pressed, and the box goes.
 support::BoxTexts answerOwnBox(ProductRun & run, int button, std::string const & boxTitle = title());
+support::BoxTexts answerOwnBox(ProductRun & run, char const * button);
+
+/// The system's dialog for files, filled in as a user does; it goes.
+void answerFileDialog(ProductRun & run, std::string const & fileName);
 
 } // namespace modeler

@@ -10,6 +10,7 @@
 
 namespace {
 
+using modeler::answerFileDialog;
 using modeler::documents;
 using modeler::mainWindow;
 using modeler::waitForDocument;
@@ -174,21 +175,6 @@ TEST(Modeler, DrawsAModelAnewInAnotherLanguage) {
   EXPECT_TRUE(support::eventually([&] { return support::readWindow(document) != english; }));
   PostMessageA(window, WM_COMMAND, kEnglish, 0);
   EXPECT_TRUE(support::eventually([&] { return support::readWindow(document) == english; }));
-}
-
-/// The dialog of the system, filled in as a user does.
-void answerFileDialog(ProductRun & run, std::string const & fileName) {
-  HWND const dialog = support::waitForWindow({.processId = run.child().processId(), .className = support::kBoxClass});
-  ASSERT_TRUE(dialog);
-  HWND field = nullptr;
-  ASSERT_TRUE(support::eventually([&] {
-    for (HWND const child : support::children(dialog))
-      if (support::windowClass(child) == "Edit" && IsWindowVisible(child))
-        field = child;
-    return field != nullptr;
-  }));
-  SendMessageA(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(fileName.c_str()));
-  EXPECT_TRUE(support::pressButton(dialog, IDOK));
 }
 
 TEST(Modeler, OpensAsManyModelsAsTheUserChooses) {
