@@ -3,8 +3,6 @@
 #include "texts/analysistexts.hpp"
 #include "texts/timesreport.hpp"
 
-using SV::String;
-
 namespace modeler {
 
 Commands AnalysisCommands::GetCommands() {
