@@ -34,8 +34,8 @@ NOT_RUN = {
     ("docs/windows.md", "pacman -S "): "MSYS2 on Windows",
     ("docs/kivcrash.md", "kivcrash orders.exe."): "a customer's file; the tutorial reads one of its own back in the same way",
 }
-# Blocks that go on until a later one ends them, and the file with the text that says that they are ready.
-SERVERS = {("docs/service.md", "./dev build service"): ("service.log", "listening on")}
+# Blocks that go on until a later one ends them: the file with the text that says that they are ready, and what that later one holds.
+SERVERS = {("docs/service.md", "./dev build service"): ("service.log", "listening on", "/stop")}
 # What is typed: into programs on the console, and into the field of a dialog.
 TYPED = {"docs/users.md": "tiger\n"}
 DAYS = "12"
@@ -200,35 +200,31 @@ class Sandbox:
             os.killpg(process.pid, signal.SIGKILL)
             return f"nothing after {LONGEST_BLOCK} seconds"
 
-    def serve(self, block, ready):
+    def serve(self, block, entry):
         """Starts a block that stays, and waits until it is ready."""
-        file, text = ready
+        file, text, ending = entry
         output = self.folder / f"server{len(self.servers)}"
         with open(output, "wb") as stream:
             process = self.start(block, stream)
-        self.servers.append((block, process, output))
+        self.servers.append((block, process, output, ending))
         log = self.working / file
-        end = time.monotonic() + 60
+        end = time.monotonic() + LONGEST_BLOCK
         while not (log.exists() and text in log.read_text(encoding="utf-8", errors="replace")):
             if process.poll() is not None or time.monotonic() > end:
                 sys.exit(f"{self.page}:{block.line}: {file} never says {text!r}:\n{output.read_text(errors='replace')}")
             time.sleep(0.05)
 
-    def close(self):
-        """The servers have ended by now, in good order."""
-        for block, process, output in self.servers:
-            try:
-                code = process.wait(30)
-            except subprocess.TimeoutExpired:
-                code = "nothing, since no later block ended it"
-            if code != 0:
+    def wait_for_servers(self, text):
+        """Those that a block with this text ends have ended in good order."""
+        for block, process, output, ending in self.servers:
+            if ending in text and (code := self.wait(process)) != 0:
                 sys.exit(f"{self.page}:{block.line}: this block ends with {code}:\n{output.read_text(errors='replace')}")
 
     def end(self):
-        for _, process, _ in self.servers:
+        for block, process, _, ending in self.servers:
             if process.poll() is None:
                 os.killpg(process.pid, signal.SIGKILL)
-
+                print(f"{self.page}:{block.line}: no block with {ending!r} has ended this one", file=sys.stderr)
 
 def run_page(sandbox, page):
     printed = None
@@ -236,11 +232,12 @@ def run_page(sandbox, page):
         place = PLACE.search(block.lead)
         if block.language == "sh" and entry_for(NOT_RUN, sandbox.page, block):
             printed = None
-        elif block.language == "sh" and (ready := entry_for(SERVERS, sandbox.page, block)):
-            sandbox.serve(block, ready)
+        elif block.language == "sh" and (entry := entry_for(SERVERS, sandbox.page, block)):
+            sandbox.serve(block, entry)
         elif block.language == "sh":
             start = time.monotonic()
             printed = sandbox.run(block)
+            sandbox.wait_for_servers(block.text)
             print(f"{sandbox.page}:{block.line}: {time.monotonic() - start:.1f} s", flush=True)
         elif block.language == "output":
             if printed is None:
@@ -249,7 +246,6 @@ def run_page(sandbox, page):
                 sys.exit(f"{sandbox.page}:{block.line}: the page shows\n{block.text}\nand it prints\n{printed}")
         elif place:
             sandbox.write(place, block)
-    sandbox.close()
 
 
 def main():

@@ -48,6 +48,18 @@ class ShellBlocks(unittest.TestCase):
                 pattern = re.escape(name).replace(r"\*", ".*")
                 self.assertTrue(any(re.fullmatch(pattern, test) for test in names), f"{page}:{block.line}: no test is named {name}")
 
+    def OptionsOfTheSampleProductAreItsOwnOrThoseOfEveryProgram(self):
+        page = (ROOT / "docs/command-line.md").read_text(encoding="utf-8")
+        names = set(re.findall(r"^\| `-(\w+?)(?:VALUE)?` \|", page, re.MULTILINE))
+        for source in (ROOT / "apps/modeler").rglob("*.cpp"):
+            names |= set(re.findall(r'(?:isFlag|getValue)\("(\w+)"\)', source.read_text(encoding="utf-8")))
+        self.assertGreater(len(names), 30)
+        for page, block in shell_blocks():
+            for line in re.findall(r"^\./dev run([^#\n]*)", block.text, re.MULTILINE):
+                for option in line.split():
+                    known = any(option.startswith(f"-{name}") for name in names if len(name) > 1 or name in "fhP")
+                    self.assertTrue(known, f"{page}:{block.line}: no program knows {option}")
+
     def CommandsOfDevWithinTheTextAreAccepted(self):
         """The words in capitals stand for something of their kind."""
         words = {"DIR": "there", "FILE...": "kivara/frame/aapp.cpp", "FILE": "kivara/frame/aapp.cpp", "N": "2", "NAME": "Name", "...": ""}
