@@ -44,7 +44,8 @@ std::vector<DWORD> familyOf(DWORD first) {
   PROCESSENTRY32 entry{};
   entry.dwSize = sizeof entry;
   for (BOOL more = Process32First(snapshot, &entry); more; more = Process32Next(snapshot, &entry))
-    if (std::find(family.begin(), family.end(), entry.th32ParentProcessID) != family.end() && entry.th32ProcessID != first)
+    if (std::find(family.begin(), family.end(), entry.th32ParentProcessID) != family.end() &&
+        entry.th32ProcessID != first)
       family.push_back(entry.th32ProcessID);
   CloseHandle(snapshot);
   return family;

@@ -47,6 +47,7 @@ PLACE = re.compile(r"`([\w./-]+)`(?:, (at the end|in place of `(.+)`|after `(.+)
 VARIES = [re.compile(pattern) for pattern in (
     r"\d{4}[.-]\d\d[.-]\d\d,? \d\d:\d\d:\d\d",  # 2026.11.22, 08:30:15
     r"\d\d[.]\d\d[.]\d{4}, \d\d:\d\d[.:]\d\d",  # 22.11.2026, 08:30.15
+    r"\b\d+[.]\d\d[.]\d\d[.]\d{4}\b",  # the version of the library
     r"\b\d{17}\b",  # the moment in the name of a minidump
     r"\+0x[0-9A-F]+",
     r"\b0x[0-9A-F]{16}\b",
@@ -130,7 +131,7 @@ class Sandbox:
         self.folder, self.build, self.installed = Path(folder), Path(build), Path(installed)
         self.page, self.port = page, free_port()
         self.working = self.folder / "work"
-        self.servers = []
+        self.servers, self.started = [], []
         (self.folder / "bin").mkdir()
         self.working.mkdir()
         self.environment = {name: value for name, value in os.environ.items() if name != "CMAKE_PREFIX_PATH"}
@@ -165,8 +166,11 @@ class Sandbox:
     def write(self, place, block):
         path = self.working / place[1]
         path.parent.mkdir(parents=True, exist_ok=True)
-        text = path.read_text(encoding="utf-8") if place[2] else ""
-        path.write_text(changed(text, self.localised(block.text), *place.groups()[1:]), encoding="utf-8")
+        try:
+            text = path.read_text(encoding="utf-8") if place[2] else ""
+            path.write_text(changed(text, self.localised(block.text), *place.groups()[1:]), encoding="utf-8")
+        except (OSError, ValueError) as error:
+            sys.exit(f"{self.page}:{block.line}: {place[1]} cannot be changed: {error}")
 
     def localised(self, text):
         text = text.replace("/opt/kivara", str(self.installed))
@@ -178,8 +182,10 @@ class Sandbox:
         typed = self.folder / "typed"
         typed.write_text(TYPED.get(self.page, ""), encoding="utf-8")
         with open(typed, encoding="utf-8") as keys:
-            return subprocess.Popen(["bash", "-c", script], cwd=self.working, env=self.environment, stdin=keys, stdout=output,
-                                    stderr=subprocess.STDOUT, start_new_session=True)
+            process = subprocess.Popen(["bash", "-c", script], cwd=self.working, env=self.environment, stdin=keys, stdout=output,
+                                       stderr=subprocess.STDOUT, start_new_session=True)
+        self.started.append(process)
+        return process
 
     def run(self, block):
         """What the block prints; it ends with the first command that fails."""
@@ -221,10 +227,10 @@ class Sandbox:
                 sys.exit(f"{self.page}:{block.line}: this block ends with {code}:\n{output.read_text(errors='replace')}")
 
     def end(self):
-        for block, process, _, ending in self.servers:
+        for process in self.started:
             if process.poll() is None:
                 os.killpg(process.pid, signal.SIGKILL)
-                print(f"{self.page}:{block.line}: no block with {ending!r} has ended this one", file=sys.stderr)
+
 
 def run_page(sandbox, page):
     printed = None
@@ -246,10 +252,13 @@ def run_page(sandbox, page):
                 sys.exit(f"{sandbox.page}:{block.line}: the page shows\n{block.text}\nand it prints\n{printed}")
         elif place:
             sandbox.write(place, block)
+    if any(process.poll() is None for process in sandbox.started):
+        sys.exit(f"{sandbox.page}: a block has started something that no later one ends")
 
 
 def main():
     build, installed, page = sys.argv[1:]
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))  # so that the folder goes
     name = name_of(page)
     with tempfile.TemporaryDirectory(prefix="kivara-page.", ignore_cleanup_errors=True) as folder:
         sandbox = Sandbox(folder, build, installed, name)

@@ -9,7 +9,8 @@ sys.dont_write_bytecode = True
 from page import blocks  # noqa: E402 (the setting has to come first)
 from shell import NOT_RUN, ROOT, SERVERS, changed, name_of, same  # noqa: E402
 
-COMMANDS = re.compile(r"(\./dev|wine|cmake|ctest|curl|cp|cd|mkdir|pacman|kivcrash|kivml|kivuser)( |$)")
+COMMANDS = re.compile(r"\$ |(\./dev|apt-get|bash|cat|cd|cmake|cp|ctest|curl|git|kivcrash|kivml|kivuser|ls|mkdir|pacman|sudo|wine)( |$)")
+OTHER_NAMES = ("bash", "bat", "cmd", "console", "powershell", "shell", "zsh")
 PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
 
 
@@ -30,6 +31,7 @@ class ShellBlocks(unittest.TestCase):
         self.assertGreater(len(shell_blocks()), 20)
         for page in PAGES:
             for block in blocks(page):
+                self.assertNotIn(block.language, OTHER_NAMES, f"{name_of(page)}:{block.line}: a block for the shell is one of ```sh")
                 if block.language != "sh":
                     self.assertIsNone(COMMANDS.match(block.text), f"{name_of(page)}:{block.line}: this is a block of ```sh")
 
@@ -82,6 +84,7 @@ class ShellBlocks(unittest.TestCase):
         self.assertFalse(same("one\n...\nthree\n", "one\ntwo\n"))
         self.assertTrue(same("a.cpp:7 in ... at +0x16\n", "a.cpp:7 in /tmp/x at +0x1F48\n"))
         self.assertFalse(same("a.cpp:7 in ... at +0x16\n", "a.cpp:8 in /tmp/x at +0x16\n"))
+        self.assertTrue(same("version: 7.20.00.5050\n", "version: 7.30.01.5100\n"))
         self.assertTrue(same("2026.11.22, 08:30:15: 3 ms, thread 4\n", "2027.01.01, 09:31:16: 12 ms, thread 88\n"))
 
     def FilesAreWrittenWhereThePageSays(self):
