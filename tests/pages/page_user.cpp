@@ -70,7 +70,7 @@ void answer(HWND window, char const * number) {
 void serve(HANDLE process, DWORD id, char const * number) {
   std::map<HWND, DWORD> answered;
   DWORD const start = GetTickCount();
-  while (WaitForSingleObject(process, 100) == WAIT_TIMEOUT && GetTickCount() - start < kLongestRun)
+  while (WaitForSingleObject(process, 200) == WAIT_TIMEOUT && GetTickCount() - start < kLongestRun)
     for (DWORD const member : familyOf(id))
       for (HWND const window : support::findWindows({.processId = member})) {
         auto const [entry, isNew] = answered.emplace(window, GetTickCount());

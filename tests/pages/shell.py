@@ -135,7 +135,8 @@ class Sandbox:
         (self.folder / "bin").mkdir()
         self.working.mkdir()
         self.environment = {name: value for name, value in os.environ.items() if name != "CMAKE_PREFIX_PATH"}
-        self.environment |= {"PATH": f"{self.folder}/bin:{os.environ['PATH']}", "KIVARA_PRESET": self.build.name,
+        self.environment |= {"PATH": f"{self.folder}/bin:{os.environ['PATH']}",
+                             "KIVARA_PRESET": self.build.name if self.build.name in ("release", "debug", "coverage") else "release",
                              "WINEDEBUG": os.environ.get("WINEDEBUG", "-all"),
                              # The compiler's cache, if there is one, knows the sources again in the next run's folder.
                              "CCACHE_BASEDIR": folder, "CCACHE_NOHASHDIR": "1"}
