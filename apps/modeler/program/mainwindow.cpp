@@ -43,7 +43,6 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
   menus_.Add(documents_.GetCommands());
   menus_.Add(printCommands_.GetCommands());
   menus_.Add(exportCommands_.GetCommands());
-  menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
   menus_.Add(dragCommands_.GetCommands());
   menus_.Add(findCommands_.GetCommands());
   menus_.Add(raiseCommands());
@@ -54,6 +53,7 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
   menus_.Add(analysisCommands_.GetCommands());
   menus_.Add(windowCommands());
   menus_.Add(trayCommands_.GetCommands());
+  menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
   menus_.AddVariable(MENU_WINDOW, [this] { return windowListCommands(*this); });
   menus_.Add(languageCommands(journal, [this] { retext(); }));
   menus_.Add(helpCommands_.GetCommands());
