@@ -2,6 +2,7 @@
 #include "sv0105/gdicount.hpp"
 
 #include "support/files.hpp"
+#include "support/pixels.hpp"
 
 namespace {
 
@@ -105,6 +106,47 @@ TEST_F(MessBoxTest, ShowsEveryCharacterOfItsText) {
   }
   EXPECT_EQ(shown, "a~b && c~~d M\xFCller");
   EXPECT_STREQ(box.GetMessText().c_str(), "a~b & c~~d M\xFCller");
+}
+
+/// How far a line reaches to the right when it is drawn in a font.
+long drawnWidth(HFONT font, char const * text) {
+  constexpr int width = 600;
+  HDC const device = CreateCompatibleDC(nullptr);
+  HBITMAP const bitmap = CreateBitmap(width, 40, 1, 32, nullptr);
+  HGDIOBJ const formerBitmap = SelectObject(device, bitmap);
+  HGDIOBJ const formerFont = SelectObject(device, font);
+  PatBlt(device, 0, 0, width, 40, WHITENESS);
+  RECT area = {0, 0, width, 40};
+  DrawTextA(device, text, -1, &area, DT_NOPREFIX);
+  support::Pixels const pixels = support::readPixels(device, area);
+  SelectObject(device, formerFont);
+  SelectObject(device, formerBitmap);
+  DeleteObject(bitmap);
+  DeleteDC(device);
+  for (int x = width - 1; x >= 0; --x)
+    for (int y = 0; y < 40; ++y)
+      if (pixels.at(x, y) != 0xFFFFFF)
+        return x + 1;
+  return 0;
+}
+
+TEST_F(MessBoxTest, HasRoomForLettersThatReachBeyondTheirWidth) {
+  constexpr char text[] = "No process model is in front: open one first.";
+  SV::Font const former = SV::Application::ChangeAppFont(SV::Font("Segoe UI", {0, 12}));
+  SV::InfoBox box(nullptr, text);
+  script->then([&] {
+    for (HWND label = nullptr; (label = FindWindowExA(box.GethWnd(), label, "STATIC", text)) != nullptr;) {
+      RECT area = {};
+      GetClientRect(label, &area);
+      auto const font = reinterpret_cast<HFONT>(SendMessageA(label, WM_GETFONT, 0, 0));
+      EXPECT_GE(area.right, drawnWidth(font, text));
+      MapWindowPoints(label, box.GethWnd(), reinterpret_cast<POINT *>(&area), 2);
+      EXPECT_LT(area.right, box.GetOutputSizePixel().width);
+    }
+    box.EndDialog();
+  });
+  box.Execute();
+  SV::Application::ChangeAppFont(former);
 }
 
 TEST_F(MessBoxTest, FitsOnTheScreenWhateverItsText) {

@@ -143,8 +143,10 @@ void MessBox::arrange() {
     icon_.SetPosSizePixel({margin.width, margin.height}, icon);
     icon_.Show();
   }
-  // A short text stands beside the middle of the icon.
-  text_.SetPosSizePixel({textLeft, margin.height + (textHeight - text.height) / 2}, text);
+  // A short text stands beside the middle of the icon. It gets some of the margin, since letters may reach beyond the width that the
+  // system measures.
+  text_.SetPosSizePixel({textLeft, margin.height + (textHeight - text.height) / 2},
+                        {text.width + margin.width / 2, text.height});
   text_.Show();
   arrangeButtons(area, textHeight + 2 * margin.height, button, margin.width);
   ChangeOutputSizePixel(area);
