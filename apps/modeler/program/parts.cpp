@@ -1,5 +1,6 @@
 #include "program/parts.hpp"
 
+#include "model/excerpt.hpp"
 #include "texts/viewtexts.hpp"
 #include "tools/winapi.hpp"
 #include "windows/arrangement.hpp"
@@ -20,7 +21,7 @@ String statusOf(Documents const & documents) {
   if (front == nullptr)
     return text(kNoModel);
   ProcessModel const & model = front->GetModel();
-  return filled(kModelOfNodes, model.name, String(static_cast<int>(model.nodes.size())));
+  return filled(kModelOfNodes, excerptOfWord(model.name), String(static_cast<int>(model.nodes.size())));
 }
 
 String lookInUse() {
