@@ -91,7 +91,7 @@ class Security(unittest.TestCase):
             named = NAMED.findall(cells[-1])
             self.assertTrue(named, f"nothing shows this claim: {cells[0]}")
             for case in named:
-                self.assertIn(case, cases, f"there is no such test: {cells[0]}")
+                self.assertTrue(case in cases, f"there is no test {case}: {cells[0]}")
 
     def EachTestOfTheRoomIsOnThePage(self):
         named = set(NAMED.findall(PAGE.read_text(encoding="utf-8")))
