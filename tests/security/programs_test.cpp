@@ -159,7 +159,7 @@ template <class Use> bool isHandedOn(char const * file, Use const & use) {
   bool const isHanded = isInUse(file);
   gate.open();
   EXPECT_EQ(kivtest::end(child), 0);
-  EXPECT_FALSE(isInUse(file));
+  EXPECT_TRUE(support::eventually([file] { return !isInUse(file); }));
   return isHanded;
 }
 
