@@ -12,7 +12,7 @@ at the end are compared with those of the second tenth of the time. Ends with 1 
   --seconds N      the same in seconds
   --only NAMES     these activities alone, with commas between them: --only windows,themes
   --without NAMES  all but these
-  --samples FILE   all samples as a table, with commas; FILE is a path of Windows: Z:/tmp/samples.csv
+  --samples FILE   all samples go there as a table, with commas
   --leak WHAT      loses one thing a round, which has to be noticed: handle, thread, gdi, user, memory or file
 TEXT
 }
@@ -33,11 +33,11 @@ check_endure() {
 verb_endure() {
   local words=() folder code=0
   while (($# > 0)); do
-    if [[ $1 == --minutes ]]; then
-      words+=(--seconds "$(($2 * 60))")
-    else
-      words+=("$1" "$2")
-    fi
+    case $1 in
+      --minutes) words+=(--seconds "$(($2 * 60))") ;;
+      --samples) words+=(--samples "Z:$(realpath -m "$2")") ;;
+      *) words+=("$1" "$2") ;;
+    esac
     shift 2
   done
   build endurance

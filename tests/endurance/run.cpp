@@ -12,7 +12,7 @@ namespace {
 
 using support::detail::now;
 
-constexpr int kSamples = 60; ///< over the whole run, however long it is
+constexpr int kSamples = 60;               ///< over the whole run, however long it is
 constexpr std::size_t kFewestSamples = 12; ///< a busy machine takes longer for them
 constexpr int kRoundsToWarmUp = 3;
 constexpr double kSecondsToWarmUp = 120;
@@ -142,8 +142,8 @@ bool Run::execute() {
             samples_.back().figures[kHeapBytes] / 1024);
     }
   }
-  endThreads();
   takeSample();
+  endThreads();
   return report();
 }
 
