@@ -13,7 +13,7 @@ at the end are compared with those of the second tenth of the time. Ends with 1 
   --only NAMES     these activities alone, with commas between them: --only windows,themes
   --without NAMES  all but these
   --samples FILE   all samples go there as a table, with commas
-  --leak WHAT      loses one thing a round, which has to be noticed: handle, thread, gdi, user, memory or file
+  --leak WHAT      loses one thing a round, which has to be noticed: handle, thread, gdi, user, memory, file, rounds or result
 TEXT
 }
 
@@ -23,7 +23,7 @@ check_endure() {
       --minutes | --seconds) [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || fail "$1 needs a number: ./dev endure $1 10" ;;
       --only | --without) [[ -n ${2:-} ]] || fail "$1 needs names of activities: ./dev endure $1 windows,themes" ;;
       --samples) [[ -n ${2:-} ]] || fail "--samples needs the name of a file" ;;
-      --leak) [[ ${2:-} =~ ^(handle|thread|gdi|user|memory|file)$ ]] || fail "--leak needs one of: handle, thread, gdi, user, memory, file" ;;
+      --leak) [[ ${2:-} =~ ^(handle|thread|gdi|user|memory|file|rounds|result)$ ]] || fail "--leak needs one of: handle, thread, gdi, user, memory, file, rounds, result" ;;
       *) fail "unknown argument '$1'; ./dev endure --help lists them" ;;
     esac
     shift 2

@@ -65,8 +65,12 @@ ActivityPtr startProcesses(Place const & place);
 ActivityPtr calculate(Place const & place);
 /// @}
 
-/// Loses one thing a round: "handle", "thread", "gdi", "user", "memory" or "file". Null for any other word.
+/// Loses one thing a round: "handle", "thread", "gdi", "user", "memory" or "file"; or "rounds", all that follow the first ones, or
+/// "result", its own. Null for any other word.
 ActivityPtr leak(std::string const & what, Place const & place);
+
+/// So many rounds each activity has before anything counts.
+inline constexpr int kRoundsToWarmUp = 3;
 
 /// An activity with its pace.
 struct Plan {

@@ -1,4 +1,4 @@
-// What the endurance program loses on purpose, one thing a round, is noticed and named.
+// What the endurance program loses on purpose, mostly one thing a round, is noticed and named.
 
 #include "endurancerun.hpp"
 
@@ -20,6 +20,18 @@ TEST_P(EnduranceLeak, IsNamed) {
   support::ProgramResult const result = run(std::string("--seconds 3 --only events,texts --leak ") + GetParam().what);
   EXPECT_EQ(result.exitCode, 1u) << result.output << result.errors;
   EXPECT_TRUE(holds(result, std::string("\ngrew: ") + GetParam().named)) << result.output << result.errors;
+}
+
+TEST(Endurance, NamesAnActivityThatFallsAsleep) {
+  support::ProgramResult const result = run("--seconds 2 --only events --leak rounds");
+  EXPECT_EQ(result.exitCode, 1u) << result.output << result.errors;
+  EXPECT_TRUE(holds(result, "\nleak                   0         1   ASLEEP\r\n")) << result.output << result.errors;
+}
+
+TEST(Endurance, NamesAnActivityThatGoesWrong) {
+  support::ProgramResult const result = run("--seconds 2 --only events --leak result");
+  EXPECT_EQ(result.exitCode, 1u) << result.output << result.errors;
+  EXPECT_TRUE(holds(result, "FAILED: leak: lost on purpose")) << result.output << result.errors;
 }
 
 INSTANTIATE_TEST_SUITE_P(OfOneThingARound, EnduranceLeak,

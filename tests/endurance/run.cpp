@@ -14,7 +14,6 @@ using support::detail::now;
 
 constexpr int kSamples = 60;               ///< over the whole run, however long it is
 constexpr std::size_t kFewestSamples = 12; ///< a busy machine takes longer for them
-constexpr int kRoundsToWarmUp = 3;
 constexpr double kSecondsToWarmUp = 120;
 
 template <class... Values> void print(char const * format, Values... values) {

@@ -24,6 +24,15 @@ private:
   std::function<void()> lose_;
 };
 
+/// Falls asleep once all others are warm: it has as many rounds as that takes.
+class Sleeper : public Activity {
+public:
+  bool round() override { return ++count_ <= kRoundsToWarmUp; }
+
+private:
+  int count_ = 0;
+};
+
 DWORD WINAPI sleepForEver(void *) {
   Sleep(INFINITE);
   return 0;
@@ -41,6 +50,8 @@ void * volatile lastBlock;
 } // namespace
 
 ActivityPtr leak(std::string const & what, Place const & place) {
+  if (what == "rounds")
+    return std::make_unique<Sleeper>();
   std::string const folder = place.folder;
   std::map<std::string, std::function<void()>> const ways = {
       {"handle", [] { CreateEventA(nullptr, TRUE, FALSE, nullptr); }},
@@ -48,6 +59,7 @@ ActivityPtr leak(std::string const & what, Place const & place) {
       {"gdi", [] { CreatePen(PS_SOLID, 1, 0x010203); }},
       {"user", [] { CreatePopupMenu(); }},
       {"memory", [] { lastBlock = std::malloc(20'000); }},
+      {"result", [] { expect(false, "lost on purpose"); }},
       {"file",
        [folder, count = 0]() mutable {
          support::writeFile(folder + "\\lost" + std::to_string(++count) + ".txt", "lost");
