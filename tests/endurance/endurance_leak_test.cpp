@@ -17,19 +17,19 @@ void PrintTo(Lost const & lost, std::ostream * out) { *out << lost.what; }
 class EnduranceLeak : public testing::TestWithParam<Lost> {};
 
 TEST_P(EnduranceLeak, IsNamed) {
-  support::ProgramResult const result = run(std::string("--seconds 3 --only events,texts --leak ") + GetParam().what);
+  support::ProgramResult const result = run(std::string("--seconds 1 --only events,texts --leak ") + GetParam().what);
   EXPECT_EQ(result.exitCode, 1u) << result.output << result.errors;
   EXPECT_TRUE(holds(result, std::string("\ngrew: ") + GetParam().named)) << result.output << result.errors;
 }
 
 TEST(Endurance, NamesAnActivityThatFallsAsleep) {
-  support::ProgramResult const result = run("--seconds 2 --only events --leak rounds");
+  support::ProgramResult const result = run("--seconds 1 --only events --leak rounds");
   EXPECT_EQ(result.exitCode, 1u) << result.output << result.errors;
   EXPECT_TRUE(holds(result, "\nleak                   0         1   ASLEEP\r\n")) << result.output << result.errors;
 }
 
 TEST(Endurance, NamesAnActivityThatGoesWrong) {
-  support::ProgramResult const result = run("--seconds 2 --only events --leak result");
+  support::ProgramResult const result = run("--seconds 1 --only events --leak result");
   EXPECT_EQ(result.exitCode, 1u) << result.output << result.errors;
   EXPECT_TRUE(holds(result, "FAILED: leak: lost on purpose")) << result.output << result.errors;
 }

@@ -9,7 +9,7 @@ using endurancetest::run;
 
 // Printing has tests of its own, which run one at a time.
 TEST(Endurance, DoesAllOfItsWorkAndNothingGrows) {
-  support::ProgramResult const result = run("--seconds 8 --without printing");
+  support::ProgramResult const result = run("--seconds 5 --without printing");
   EXPECT_EQ(result.exitCode, 0u) << result.output << result.errors;
   EXPECT_TRUE(holds(result, "nothing grew in ")) << result.output;
   for (char const * const activity :
