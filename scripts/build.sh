@@ -90,7 +90,7 @@ verb_build() { build "$@"; }
 
 help_test() {
   cat <<'TEXT'
-usage: ./dev test [--rounds N] [ctest args]
+usage: ./dev test [--rounds N] [--windows 7|8.1|10|11] [ctest args]
 
 Builds everything and runs every test but the long ones, side by side, with a display and a Wine prefix of their own.
   -R REGEX      only the tests of such names: -R '^Dispatcher'
@@ -99,30 +99,36 @@ Builds everything and runs every test but the long ones, side by side, with a di
   -V            with all that they print
   --rerun-failed, --stop-on-failure and the other options of ctest
   --rounds N    N times over, in random order; at the end what failed in any round
+  --windows V   under Windows 7, 8.1, 10 or 11, as far as Wine can be any of them; each has a Wine prefix of its own (10)
 KIVARA_JOBS sets how many run at a time (twice the number of cores). Up to five tests that fail are tried once more, alone, and named at
 the end when they pass then; --rounds does not forgive. docs/testing.md tells more.
 TEXT
 }
 
 check_test() {
-  if [[ ${1:-} == --rounds ]]; then
-    [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || fail "--rounds needs a number: ./dev test --rounds 5"
+  while [[ ${1:-} =~ ^--(rounds|windows)$ ]]; do
+    if [[ $1 == --rounds ]]; then
+      [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || fail "--rounds needs a number: ./dev test --rounds 5"
+    else
+      [[ ${2:-} =~ ^(7|8\.1|10|11)$ ]] || fail "--windows needs a version, 7, 8.1, 10 or 11: ./dev test --windows 7"
+    fi
     shift 2
-  fi
+  done
   check_ctest_arguments "$@"
 }
 
-# verb_test [--rounds N] [ctest args]: with rounds, all tests N times over, each time in another order.
+# verb_test [--rounds N] [--windows V] [ctest args]: with rounds, all tests N times over, each time in another order.
 verb_test() {
   local rounds=0
-  if [[ ${1:-} == --rounds ]]; then
-    rounds=$2
+  while [[ ${1:-} =~ ^--(rounds|windows)$ ]]; do
+    [[ $1 == --windows ]] || rounds=$2
+    [[ $1 == --rounds ]] || windows=$2
     shift 2
-  fi
+  done
   ready_for_tests
   without_long_tests "$@"
   if ((rounds == 0)); then
-    say "testing ($preset)"
+    say "testing ($(what_is_tested))"
     rm -f "$(last_failures)"
     run_tests "${test_arguments[@]}" || test_alone
   else
@@ -130,12 +136,14 @@ verb_test() {
   fi
 }
 
+what_is_tested() { if [[ $windows == "$usual_windows" ]]; then printf '%s' "$preset"; else printf '%s, Windows %s' "$preset" "$windows"; fi; }
+
 help_long() {
   cat <<'TEXT'
 usage: ./dev long [ctest args]
 
-Builds everything and runs the tests that ./dev test leaves out because they take long: endurance, and the random tests with a hundred
-times their inputs (KIVARA_TEST_TIMES), from a seed that differs from run to run and is printed. ./dev long -R parser: only some.
+Builds everything and runs the tests that ./dev test leaves out because they take long: the random tests with a hundred times their inputs
+(KIVARA_TEST_TIMES), from a seed that differs from run to run and is printed. ./dev long -R parser: only some.
 TEXT
 }
 
@@ -231,7 +239,7 @@ test_in_rounds() {
   failures=$(mktemp -p "$scratch")
   shift
   for ((round = 1; round <= rounds; round++)); do
-    say "testing ($preset), in random order, round $round of $rounds"
+    say "testing ($(what_is_tested)), in random order, round $round of $rounds"
     rm -f "$(last_failures)"
     run_tests --schedule-random "$@" || sed 's/^[0-9]*://' "$(last_failures)" >>"$failures" ||
       printf 'ctest itself\n' >>"$failures"

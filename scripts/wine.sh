@@ -4,8 +4,13 @@
 wine_loader=/usr/lib/wine/wine64
 wine_settings=5 # raise it when the settings below change: a new prefix is then made
 
+# The version of Windows that programs see. Each has a prefix of its own, so that the others stay as they are.
+usual_windows=10
+windows=$usual_windows
+
 wine_environment() {
   WINEPREFIX=$cache/wine/$(package_version wine)-$wine_settings
+  [[ $windows == "$usual_windows" ]] || WINEPREFIX+=-windows-$windows
   export WINEPREFIX
   export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINELOADER=$wine_loader LC_ALL=C.UTF-8
   export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
@@ -40,11 +45,24 @@ make_prefix() {
 fill_prefix() {
   wineboot --init &&
     cp "$marlett" "$WINEPREFIX/drive_c/windows/Fonts/" &&
-    "$wine_loader" winecfg -v win10 &&
+    set_windows &&
     wine_setting 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 &&
     wine_setting 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d none &&
     wine_setting 'HKCU\Software\Microsoft\Windows\CurrentVersion\Internet Settings' /v ProxyEnable /t REG_DWORD /d 0 &&
     wineserver -w
+}
+
+# Windows 11 calls itself 10 with a later build, which is how a Wine that does not know it can be it.
+set_windows() {
+  local build
+  if [[ $windows != 11 ]]; then
+    "$wine_loader" winecfg -v "win${windows//./}"
+    return
+  fi
+  "$wine_loader" winecfg -v win10 || return
+  for build in CurrentBuild CurrentBuildNumber; do
+    wine_setting 'HKLM\Software\Microsoft\Windows NT\CurrentVersion' /v "$build" /d 22631 || return
+  done
 }
 
 wine_setting() { "$wine_loader" reg add "$@" /f; }

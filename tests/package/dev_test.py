@@ -11,7 +11,7 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 DEV = str(ROOT / "dev")
-VERBS = ("run test long bench build install package wine lint format coverage mutants docs setup").split()
+VERBS = ("run test long endure bench build install package wine lint format coverage mutants docs setup").split()
 # The server of a Wine prefix and its helpers end by themselves, a moment after the last program.
 HELPERS = ("wineserver", "services.exe", "winedevice.exe", "plugplay.exe", "svchost.exe", "rpcss.exe")
 
@@ -37,11 +37,17 @@ class Dev(unittest.TestCase):
                 ("--preset", "--preset needs a name"),
                 ("--preset fast test", "there is no preset 'fast'"),
                 ("test --rounds none", "--rounds needs a number"),
+                ("test --windows 95", "--windows needs a version, 7, 8.1, 10 or 11"),
+                ("test --rounds 2 --windows", "--windows needs a version"),
                 ("test Dispatcher", "tests are named by -R: ./dev test -R 'Dispatcher'"),
                 ("test --no-such-option", "ctest has no option '--no-such-option'"),
                 ("test -R", "-R needs a value"),
                 ("test -R (", "'(' is no regular expression"),
                 ("long --rounds 3", "ctest has no option '--rounds'"),
+                ("endure --minutes none", "--minutes needs a number"),
+                ("endure --leak water", "--leak needs one of: handle, thread"),
+                ("endure --only", "--only needs names of activities"),
+                ("endure 10", "unknown argument '10'"),
                 ("coverage nothing", "ctest has no option 'nothing'"),
                 ("bench --fast", "unknown option '--fast'"),
                 ("build --all", "unknown option '--all'"),
@@ -97,7 +103,7 @@ class Dev(unittest.TestCase):
             with tempfile.TemporaryDirectory() as build:
                 log = Path(build) / "Testing/Temporary/LastTestsFailed.log"
                 log.parent.mkdir(parents=True)
-                script = (f"set -euo pipefail; root={ROOT}; source {ROOT}/scripts/common.sh; source {ROOT}/scripts/build.sh; "
+                script = (f"set -euo pipefail; root={ROOT}; for part in common wine build; do source {ROOT}/scripts/$part.sh; done; "
                           f"ready_for_tests() {{ :; }}; build_dir() {{ echo {build}; }}; "
                           f"ctest() {{ case $* in *--rerun-failed*) return {alone};; esac; "
                           f"seq {failures} | sed 's/.*/&:Test.&/' >{log}; (({failures} == 0)); }}; verb_test")
@@ -108,6 +114,23 @@ class Dev(unittest.TestCase):
         self.assertEqual(test(2, alone=0), (0, "dev: PASSED ONLY ALONE: Test.1 Test.2"))
         self.assertEqual(test(2, alone=8), (1, "dev: failed side by side with others, and tried alone now: Test.1 Test.2"))
         self.assertEqual(test(6, alone=0), (1, "dev: testing (release)"))
+
+    def TestsUnderEachVersionOfWindowsInAPrefixOfItsOwn(self):
+        def test(*arguments):
+            """The prefix that the tests would run in, and what is said of them."""
+            script = (f"set -euo pipefail; root={ROOT}; for part in common wine build; do source {ROOT}/scripts/$part.sh; done; "
+                      "cache=/cache; package_version() { echo 8; }; ready_for_tests() { wine_environment; }; build_dir() { echo /nowhere; }; "
+                      "run_tests() { echo $WINEPREFIX $*; }; verb_test \"$@\"")
+            ended = subprocess.run(["bash", "-c", script, "dev", *arguments], capture_output=True, text=True, check=True)
+            return ended.stdout.split()[0], ended.stderr.splitlines()[0]
+
+        usual, said = test("-R", "x")
+        self.assertEqual(said, "dev: testing (release)")
+        self.assertEqual(test("--windows", "10"), (usual, said))
+        for version in ("7", "8.1", "11"):
+            self.assertEqual(test("--windows", version, "-R", "x"), (f"{usual}-windows-{version}", f"dev: testing (release, Windows {version})"))
+        self.assertEqual(test("--windows", "7", "--rounds", "1")[1], "dev: testing (release, Windows 7), in random order, round 1 of 1")
+        self.assertEqual(test("--rounds", "1", "--windows", "7")[0], f"{usual}-windows-7")
 
     def SaysHowFarALongStepIs(self):
         with tempfile.NamedTemporaryFile() as log:

@@ -170,7 +170,7 @@ TEST_F(Redirection, FilesAreClosedWhenTheEndIsSeen) {
 // Callers read the output of a program that they no longer wait for, and the program may still be writing.
 TEST_F(Redirection, FilesStayOpenWhenTheObjectGoesWithoutTheEnd) {
   Gate gate;
-  int const before = kivtest::countHandles();
+  int const before = support::countHandles();
   {
     KivSynchronousProcess process = child("wait:" + gate.name() + " out:alive 1>" + out);
     process.SetUseRedirection(true);
@@ -178,7 +178,7 @@ TEST_F(Redirection, FilesStayOpenWhenTheObjectGoesWithoutTheEnd) {
   }
   gate.open();
   EXPECT_TRUE(support::eventually([this] { return bytesOf("out") == "alive"; }, 30)) << "the program runs on";
-  EXPECT_EQ(kivtest::countHandles(), before + 1) << "the file is open, and nothing else";
+  EXPECT_EQ(support::countHandles(), before + 1) << "the file is open, and nothing else";
 }
 
 TEST_F(Redirection, FilesOfAProgramThatDidNotStartStayOpenForTheNextOne) {
@@ -200,13 +200,13 @@ TEST_F(Redirection, FilesOfAProgramThatDidNotStartStayOpenForTheNextOne) {
 
 TEST_F(Redirection, OpensOneHandleForEachFileAndClosesIt) {
   run("1>" + out + " 2>" + err);
-  int const before = kivtest::countHandles();
+  int const before = support::countHandles();
   KivSynchronousProcess process = child("1>" + out + " 2>" + err);
   process.SetUseRedirection(true);
   ASSERT_TRUE(process.Execute(false));
-  EXPECT_EQ(kivtest::countHandles(), before + 3);
+  EXPECT_EQ(support::countHandles(), before + 3);
   EXPECT_EQ(end(process), 0);
-  EXPECT_EQ(kivtest::countHandles(), before);
+  EXPECT_EQ(support::countHandles(), before);
 }
 
 } // namespace

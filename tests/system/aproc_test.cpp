@@ -401,10 +401,10 @@ TEST(SynchronousProcess, AThousandRunsLeaveNoHandleOpen) {
     ASSERT_EQ(end(process), 0);
   };
   run();
-  int const before = kivtest::countHandles();
+  int const before = support::countHandles();
   for (std::size_t i = 0; i < support::times(1000); ++i)
     run();
-  EXPECT_EQ(kivtest::countHandles(), before);
+  EXPECT_EQ(support::countHandles(), before);
 }
 
 } // namespace

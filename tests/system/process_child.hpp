@@ -5,6 +5,7 @@
 #include "aproc.hpp"
 #include "support/child_process.hpp"
 #include "support/files.hpp"
+#include "support/handles.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstdlib>
@@ -85,14 +86,5 @@ private:
   std::string name_;
   HANDLE event_;
 };
-
-/// How many handles this process has open. Wine does not count them, so each possible one is asked for.
-inline int countHandles() {
-  int count = 0;
-  DWORD flags = 0;
-  for (std::uintptr_t value = 4; value < 0x8000; value += 4)
-    count += GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags) != FALSE;
-  return count;
-}
 
 } // namespace kivtest
