@@ -103,12 +103,23 @@ BOOL CALLBACK countWindow(HWND window, LPARAM count) {
   return TRUE;
 }
 
+/// Windows that are for messages alone. The row ends early where one of another process goes away meanwhile.
+double countMessageWindows() {
+  for (int tries = 0;; ++tries) {
+    double windows = 0;
+    HWND last = nullptr;
+    for (HWND window = nullptr; (window = FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;
+         last = window)
+      countWindow(window, reinterpret_cast<LPARAM>(&windows));
+    if (last == nullptr || IsWindow(last) || tries == 100)
+      return windows;
+  }
+}
+
 double countWindows() {
   double windows = 0;
   EnumWindows(countWindow, reinterpret_cast<LPARAM>(&windows));
-  for (HWND window = nullptr; (window = FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr)) != nullptr;)
-    countWindow(window, reinterpret_cast<LPARAM>(&windows));
-  return windows;
+  return windows + countMessageWindows();
 }
 
 bool isIcon(HICON icon) {
