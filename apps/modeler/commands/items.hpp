@@ -13,6 +13,7 @@ enum Item : unsigned short {
   MENU_PLUGINS = 6,
   MENU_VIEW = 7,
   MENU_EDIT = 8,
+  MENU_DIAGNOSTICS = 9,
   FILE_EXIT = 101,
   FILE_OPEN_MODEL = 102, ///< FILE_OPEN is a macro of the platform
   FILE_OPEN_SAMPLE = 103,
@@ -33,6 +34,10 @@ enum Item : unsigned short {
   WINDOW_LIST_LAST = 218,
   HELP_ABOUT = 301,
   HELP_KEYS = 302,
+  DIAGNOSTICS_WATCH = 311,
+  DIAGNOSTICS_REQUEST = 321,
+  DIAGNOSTICS_AT_WORK = 331,
+  HELP_CRASH = 341,
   RAISE_USER = 401,
   RAISE_USER_GROUP = 402,
   LANGUAGE_FIRST = 501, ///< one for each installed language, in the order of the list

@@ -1,5 +1,6 @@
 #include "commands/overwriting.hpp"
 
+#include "commands/question.hpp"
 #include "texts/texts.hpp"
 #include "tools/winapi.hpp"
 
@@ -11,7 +12,7 @@ namespace {
 /// Whether the file is new, or the user agrees that it is overwritten.
 bool mayWrite(SV::Window & owner, String const & fileName) {
   return GetFileAttributesA(fileName.c_str()) == INVALID_FILE_ATTRIBUTES ||
-         KivQueryBox(&owner, SV::WB_YES_NO | SV::WB_DEF_NO, filled(Text::Overwrite, fileName)).Execute() == SV::RET_YES;
+         agrees(owner, filled(Text::Overwrite, fileName), SV::WB_DEF_NO);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "commands/printcommands.hpp"
 
 #include "commands/printdialog.hpp"
+#include "commands/question.hpp"
 #include "printing/drawingpages.hpp"
 #include "printing/textpages.hpp"
 #include "texts/printtexts.hpp"
@@ -39,7 +40,7 @@ bool PrintCommands::agrees(KivPrinter & printer, bool asText) {
   ProcessModel const & model = documents_.GetFront()->GetModel();
   int const pages = asText ? textPages(printer, model) : drawingPages(printer, model);
   String const question = filled(kPagesToPrint, String(pages), printer.GetName());
-  return KivQueryBox(&frame_, SV::WB_YES_NO | SV::WB_DEF_YES, question).Execute() == SV::RET_YES;
+  return modeler::agrees(frame_, question, SV::WB_DEF_YES);
 }
 
 void PrintCommands::print(bool asText) {

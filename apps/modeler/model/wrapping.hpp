@@ -16,4 +16,7 @@ using TextSize = std::function<SV::Size(SV::String const &)>;
 /// words. A text without words has no lines.
 ISequence<SV::String> wrapped(SV::String const & text, long width, TextSize const & textSize);
 
+/// The text, or as many of its first characters as have room with "..." after them. The dots are there in any case.
+SV::String shortened(SV::String const & text, long width, TextSize const & textSize);
+
 } // namespace modeler

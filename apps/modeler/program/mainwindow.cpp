@@ -1,8 +1,10 @@
 #include "program/mainwindow.hpp"
 
+#include "commands/crashcommand.hpp"
 #include "commands/languagecommands.hpp"
 #include "commands/lookcommands.hpp"
 #include "commands/windowcommands.hpp"
+#include "texts/diagnosticstexts.hpp"
 #include "texts/viewtexts.hpp"
 #include "tools/winapi.hpp"
 #include "windows/scaling.hpp"
@@ -38,7 +40,7 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
       pluginCommands_(*this, menus_, plugins, documents_, journal), trayCommands_(*this, documents_, journal),
       printCommands_(*this, documents_, journal), exportCommands_(*this, documents_, journal),
       findCommands_(*this, documents_, journal), analysisCommands_(*this, documents_, journal),
-      helpCommands_(*this, menus_) {
+      diagnosticsCommands_(*this, journal), helpCommands_(*this, menus_) {
   SetPosSizePixel({scaledAcross(kStart.x), scaledDown(kStart.y)}, startSize());
   menus_.Add(documents_.GetCommands());
   menus_.Add(printCommands_.GetCommands());
@@ -56,8 +58,11 @@ MainWindow::MainWindow(EventLog & events, Journal & journal, Plugins const & plu
   menus_.Add({separator(MENU_FILE), {MENU_FILE, FILE_EXIT, named(Text::Exit), [this] { Close(); }}});
   menus_.AddVariable(MENU_WINDOW, [this] { return windowListCommands(*this); });
   menus_.Add(languageCommands(journal, [this] { retext(); }));
+  menus_.AddMenu(MENU_DIAGNOSTICS, kMenuDiagnostics);
+  menus_.Add(diagnosticsCommands_.GetCommands());
   menus_.Add(helpCommands_.GetCommands());
   menus_.Add({{MENU_HELP, HELP_ABOUT, named(Text::About), [this] { showAbout(); }}});
+  menus_.Add({separator(MENU_HELP), crashCommand(*this, journal)});
   SetMenuBar(&menus_.GetBar());
   auto const refreshParts = [this] { parts_->Refresh(); };
   menus_.ChangeRefreshHdl(refreshParts);

@@ -4,6 +4,7 @@
 
 #include "background/journal.hpp"
 #include "commands/analysiscommands.hpp"
+#include "commands/diagnosticscommands.hpp"
 #include "commands/documents.hpp"
 #include "commands/dragcommands.hpp"
 #include "commands/exportcommands.hpp"
@@ -32,6 +33,7 @@ public:
 
   Documents & GetDocuments() { return documents_; }
   PrintCommands & GetPrintCommands() { return printCommands_; }
+  DiagnosticsCommands & GetDiagnosticsCommands() { return diagnosticsCommands_; }
   HelpCommands & GetHelpCommands() { return helpCommands_; }
 
   void Resize(SV::Size const & size) override;
@@ -62,6 +64,7 @@ private:
   ExportCommands exportCommands_;
   FindCommands findCommands_;
   AnalysisCommands analysisCommands_;
+  DiagnosticsCommands diagnosticsCommands_;
   HelpCommands helpCommands_;
   std::unique_ptr<FactsWindow> facts_;
   std::unique_ptr<EventsWindow> events_;

@@ -1,7 +1,6 @@
 #include "program/modeler.hpp"
 
 #include "acmdline.hpp"
-#include "amsgwatch.hpp"
 #include "atrace.hpp"
 #include "background/startupphase.hpp"
 #include "model/modelxml.hpp"
@@ -53,7 +52,7 @@ int Modeler::runApplication() {
   applyLook(settings);
   MainWindow window(events_, journal_, plugins_, settings);
   if (KivCmdline::Instance().isFlag("watch"))
-    KivWindowsMessageWatcher::addHookWindow(window.GethWnd(), "main window");
+    window.GetDiagnosticsCommands().StartWatch();
   window.Show();
   createHelpObject("modeler");
   window.GetHelpCommands().Install();

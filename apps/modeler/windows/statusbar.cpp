@@ -1,5 +1,6 @@
 #include "windows/statusbar.hpp"
 
+#include "model/wrapping.hpp"
 #include "windows/backbuffer.hpp"
 #include "windows/scaling.hpp"
 
@@ -28,7 +29,8 @@ void StatusBar::Paint(SV::OutputDevice & device, SV::Rectangle const &) {
   SV::String const right = right_();
   SV::Size const size = paper.GetTextSize(right);
   long const top = (whole.GetHeight() - size.height) / 2;
-  paper.DrawText({margin, top}, left_());
+  auto const sizeOf = [&paper](SV::String const & text) { return paper.GetTextSize(text); };
+  paper.DrawText({margin, top}, shortened(left_(), whole.GetWidth() - size.width - 3 * margin, sizeOf));
   paper.DrawText({whole.GetWidth() - margin - size.width, top}, right);
 }
 

@@ -21,12 +21,12 @@ ToolBar::ToolBar(SV::Window & frame, ISequence<ToolButton> buttons)
     : ThemedWindow(frame), buttons_(std::move(buttons)) {}
 
 long ToolBar::GetHeight(long width) const {
-  ISequence<SV::Rectangle> const all = placesIn(width);
+  ISequence<SV::Rectangle> const all = GetPlaces(width);
   return all.empty() ? 0 : all.back().Bottom() + 1 + scaledDown(kMargin);
 }
 
 /// The texts change with the language, so they are measured each time.
-ISequence<SV::Rectangle> ToolBar::placesIn(long width) const {
+ISequence<SV::Rectangle> ToolBar::GetPlaces(long width) const {
   ISequence<SV::Rectangle> result;
   long const left = scaledAcross(kMargin);
   long const height = lineHeight() + 2 * scaledDown(kAbove);

@@ -23,6 +23,9 @@ public:
   /// What its buttons need, in pixels. Where the bar is too narrow for one row of them, they stand in several.
   long GetHeight(long width) const;
 
+  /// Where they stand in a bar of that width.
+  ISequence<SV::Rectangle> GetPlaces(long width) const;
+
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
   void MouseMove(SV::MouseEvent const & event) override;
   void MouseButtonDown(SV::MouseEvent const & event) override;
@@ -35,8 +38,7 @@ protected:
 private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-  ISequence<SV::Rectangle> placesIn(long width) const;
-  ISequence<SV::Rectangle> places() const { return placesIn(GetOutputSizePixel().width); }
+  ISequence<SV::Rectangle> places() const { return GetPlaces(GetOutputSizePixel().width); }
   std::size_t buttonAt(SV::Point const & point) const;
   void paintButton(SV::OutputDevice & device, std::size_t index, SV::Rectangle const & place);
   void setHot(std::size_t index);

@@ -272,6 +272,25 @@ TEST_F(ModelerParts, NotesWrapTheirLines) {
   EXPECT_GT(inkBelow(below), 0);
 }
 
+TEST_F(ModelerParts, StatusBarLeavesTheRoomOfItsRightTextFree) {
+  String const longText = "A text that is much longer than a bar of this width has room for, whatever the font";
+  modeler::StatusBar shortBar(
+      frame(), [] { return String("Left"); }, [] { return String("Right"); });
+  modeler::StatusBar longBar(
+      frame(), [&longText] { return longText; }, [] { return String("Right"); });
+  for (modeler::StatusBar * const each : {&shortBar, &longBar})
+    each->SetPosSizePixel({0, 0}, {200, each->GetHeight()});
+  support::Pixels const few = painted(shortBar);
+  support::Pixels const many = painted(longBar);
+  SV::VirtualDevice ruler;
+  ruler.ChangeFont(longBar.GetFont());
+  int const right = 200 - static_cast<int>(ruler.GetTextSize("Right").width) - 8 - 4; // with half of the gap
+  EXPECT_FALSE(few == many);
+  for (int x = right; x < 200; ++x)
+    for (int y = 0; y < few.height(); ++y)
+      ASSERT_EQ(few.at(x, y), many.at(x, y)) << x;
+}
+
 TEST_F(ModelerParts, StatusBarHasATextAtEachEnd) {
   modeler::StatusBar empty(
       frame(), [] { return String(); }, [] { return String(); });

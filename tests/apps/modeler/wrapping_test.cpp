@@ -27,5 +27,26 @@ INSTANTIATE_TEST_SUITE_P(Texts, LayoutWrapping,
                                          Case{"a word-that-is-too-long b", {"a", "word-that-is-too-long", "b"}},
                                          Case{"word-that-is-too-long", {"word-that-is-too-long"}}));
 
+TEST(Shortened, HasAsManyCharactersAsHaveRoomWithTheDots) {
+  auto const tenForEach = [](String const & text) { return SV::Size{10 * text.Len(), 16}; };
+  EXPECT_EQ(shortened("exactly-10", 100, tenForEach), String("exactly-10"));
+  EXPECT_EQ(shortened("more-than-10", 100, tenForEach), String("more-th..."));
+  EXPECT_EQ(shortened("more-than-10", 109, tenForEach), String("more-th..."));
+  EXPECT_EQ(shortened("more-than-10", 30, tenForEach), String("..."));
+  EXPECT_EQ(shortened("more-than-10", -5, tenForEach), String("..."));
+  EXPECT_EQ(shortened("", 0, tenForEach), String(""));
+}
+
+TEST(Shortened, MeasuresALongTextAFewTimesOnly) {
+  std::string const text(8000, 'x');
+  int measured = 0;
+  auto const counting = [&](String const & each) {
+    ++measured;
+    return SV::Size{each.Len(), 16};
+  };
+  EXPECT_EQ(shortened(text.c_str(), 100, counting).Len(), 100);
+  EXPECT_LT(measured, 20);
+}
+
 } // namespace
 } // namespace modeler

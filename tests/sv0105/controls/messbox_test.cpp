@@ -3,6 +3,7 @@
 
 #include "support/files.hpp"
 #include "support/pixels.hpp"
+#include "support/windows.hpp"
 
 namespace {
 
@@ -110,7 +111,7 @@ TEST_F(MessBoxTest, ShowsEveryCharacterOfItsText) {
 
 /// How far a line reaches to the right when it is drawn in a font.
 long drawnWidth(HFONT font, char const * text) {
-  constexpr int width = 600;
+  constexpr int width = 1000;
   HDC const device = CreateCompatibleDC(nullptr);
   HBITMAP const bitmap = CreateBitmap(width, 40, 1, 32, nullptr);
   HGDIOBJ const formerBitmap = SelectObject(device, bitmap);
@@ -130,22 +131,23 @@ long drawnWidth(HFONT font, char const * text) {
   return 0;
 }
 
-TEST_F(MessBoxTest, HasRoomForLettersThatReachBeyondTheirWidth) {
-  constexpr char text[] = "No process model is in front: open one first.";
-  SV::Font const former = SV::Application::ChangeAppFont(SV::Font("Segoe UI", {0, 12}));
-  SV::InfoBox box(nullptr, text);
-  script->then([&] {
-    for (HWND label = nullptr; (label = FindWindowExA(box.GethWnd(), label, "STATIC", text)) != nullptr;) {
+TEST_F(MessBoxTest, HasRoomForALineThatIsDrawnWiderThanItIsMeasured) {
+  constexpr char line[] = "The program will crash at once. It leaves a crash report and a dump in the folder";
+  SV::Font const former = SV::Application::GetAppFont();
+  for (long const height : {10, 11, 12, 13, 20}) {
+    SV::Application::ChangeAppFont(SV::Font("Tahoma", {0, height}));
+    SV::QueryBox box(nullptr, SV::WB_YES_NO, line);
+    script->then([&] {
+      HWND const icon = FindWindowExA(box.GethWnd(), nullptr, "STATIC", nullptr);
+      HWND const label = FindWindowExA(box.GethWnd(), icon, "STATIC", nullptr);
       RECT area = {};
       GetClientRect(label, &area);
-      auto const font = reinterpret_cast<HFONT>(SendMessageA(label, WM_GETFONT, 0, 0));
-      EXPECT_GE(area.right, drawnWidth(font, text));
-      MapWindowPoints(label, box.GethWnd(), reinterpret_cast<POINT *>(&area), 2);
-      EXPECT_LT(area.right, box.GetOutputSizePixel().width);
-    }
-    box.EndDialog();
-  });
-  box.Execute();
+      EXPECT_LE(drawnWidth(reinterpret_cast<HFONT>(SendMessageA(label, WM_GETFONT, 0, 0)), line), area.right) << height;
+      EXPECT_LT(box.ScreenToOutputPixel({support::windowRectangle(label).right, 0}).x, box.GetOutputSizePixel().width);
+      box.EndDialog();
+    });
+    box.Execute();
+  }
   SV::Application::ChangeAppFont(former);
 }
 

@@ -133,6 +133,8 @@ void MessBox::arrange() {
   Size const icon = hasIcon ? Size{GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON)} : Size();
   long const textLeft = margin.width + (hasIcon ? icon.width + margin.width : 0);
   Size text = brokenSize(font, shownText(messText_), GetSystemMetrics(SM_CXSCREEN) * 3L / 4);
+  // In some sizes lines are drawn a fiftieth wider than they are measured, and their last letter would be cut off.
+  text.width += text.width / 32;
   text.height = std::min(text.height, GetSystemMetrics(SM_CYSCREEN) * 3L / 4);
   auto const count = static_cast<long>(buttons_.size());
   long const rowWidth = count * button.width + (count - 1) * margin.width;
@@ -143,10 +145,8 @@ void MessBox::arrange() {
     icon_.SetPosSizePixel({margin.width, margin.height}, icon);
     icon_.Show();
   }
-  // A short text stands beside the middle of the icon. It gets some of the margin, since letters may reach beyond the width that the
-  // system measures.
-  text_.SetPosSizePixel({textLeft, margin.height + (textHeight - text.height) / 2},
-                        {text.width + margin.width / 2, text.height});
+  // A short text stands beside the middle of the icon.
+  text_.SetPosSizePixel({textLeft, margin.height + (textHeight - text.height) / 2}, text);
   text_.Show();
   arrangeButtons(area, textHeight + 2 * margin.height, button, margin.width);
   ChangeOutputSizePixel(area);
