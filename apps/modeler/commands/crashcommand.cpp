@@ -9,6 +9,9 @@ using SV::String;
 namespace modeler {
 namespace {
 
+/// Where there is no memory. It is not in the function, where compiler and checkers would see the fault coming.
+int volatile * volatile nowhere = nullptr;
+
 /// Where reports are written to.
 String reportFolder() {
   char folder[MAX_PATH + 1] = "";
@@ -18,7 +21,6 @@ String reportFolder() {
 
 /// Writes where there is no memory. The journal has the line before, to compare it with what support finds.
 [[gnu::noinline]] void crashOnDemand(Journal & journal) {
-  int volatile * volatile nowhere = nullptr;
   journal.Add("crash on demand in line " + String(__LINE__ + 1));
   *nowhere = 1;
 }
