@@ -40,18 +40,22 @@ bool leave(CONTEXT & frame) {
 char const * ownerOfFault() {
   HMODULE const library = GetModuleHandleA(frailPath);
   HMODULE const loaders[] = {GetModuleHandleA("ntdll.dll"), GetModuleHandleA("kernelbase.dll")};
+  HMODULE const ours = GetModuleHandleA("kivara.dll");
   CONTEXT frame = placeOfFault;
-  bool isOfLoader = true;
+  if (frame.Rip < 0x10000) { // a null pointer was called
+    frame.Rip = *reinterpret_cast<DWORD64 const *>(frame.Rsp);
+    frame.Rsp += sizeof frame.Rip;
+  }
+  bool isOfLoader = moduleAt(frame.Rip) != ours;
   do {
     HMODULE const module = moduleAt(frame.Rip);
     if (module == library || module == nullptr)
       return "of the plug-in";
-    if (module == GetModuleHandleA("kivara.dll"))
+    if (module == ours)
       break;
     isOfLoader = isOfLoader && (module == loaders[0] || module == loaders[1]);
   } while (leave(frame));
-  return isOfLoader && moduleAt(placeOfFault.Rip) != GetModuleHandleA("kivara.dll") ? "of the loader"
-                                                                                    : "of the library";
+  return isOfLoader ? "of the loader" : "of the library";
 }
 
 LONG CALLBACK rememberFault(EXCEPTION_POINTERS * fault) {
