@@ -4,8 +4,8 @@
 build_packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache googletest doxygen python3 openssl libclang1-14
   libz-mingw-w64-dev librsvg2-bin)
 run_packages=(wine wine64 xvfb openbox fonts-wine fonts-liberation)
-# Wine runs ntlm_auth of winbind for NTLM, whose service is not needed; xrandr makes two monitors of a display.
-test_packages=(winbind x11-xserver-utils)
+# Wine runs ntlm_auth of winbind for NTLM, whose service is not needed; xrandr makes two monitors of a display; the pages call curl.
+test_packages=(winbind x11-xserver-utils curl)
 screenshot_packages=(xdotool wmctrl imagemagick x11-utils)
 
 missing_packages() {

@@ -6,15 +6,15 @@ namespace controls {
 namespace {
 
 // All places are in units of dialogs, so that they grow with the font and the scale of the screen.
-constexpr SV::Size kArea = {290, 200};
+constexpr SV::Size kArea = {290, 213};
 constexpr long kMargin = 7;
 constexpr long kLabelTop = 38;
 constexpr long kFieldTop = 48;
 constexpr long kPadTop = 68;
 constexpr long kYearStartLabelTop = 114;
-constexpr long kTimeTop = 143;
-constexpr long kBoxesTop = 158;
-constexpr long kBottom = 179;
+constexpr long kTimeTop = 156;
+constexpr long kBoxesTop = 171;
+constexpr long kBottom = 192;
 constexpr int kDayWidth = 32;
 constexpr int kMonthWidth = 58;
 constexpr SV::Size kButton = {60, 14};
@@ -63,6 +63,7 @@ void ControlsDialog::makeTop() {
 void ControlsDialog::makeFields() {
   constexpr long departmentLeft = 100;
   constexpr long lengthLeft = 200;
+  constexpr long noteLeft = 107;
   phaseLabel_.SetText(text(Text::Phase));
   place(phaseLabel_, {kMargin, kLabelTop}, {80, 8});
   for (Text const id : {Text::Draft, Text::Review, Text::Released})
@@ -83,6 +84,11 @@ void ControlsDialog::makeFields() {
   place(pad_, {departmentLeft, kPadTop}, {kArea.width - departmentLeft - kMargin, 40});
   yearStartLabel_.SetText(text(Text::YearStart));
   place(yearStartLabel_, {kMargin, kYearStartLabelTop}, {93, 8});
+  noteLabel_.SetText(text(Text::Note));
+  place(noteLabel_, {noteLeft, kYearStartLabelTop}, {100, 8});
+  place(note_, {noteLeft, kYearStartLabelTop + 10}, {110, 24});
+  urgent_.SetText(text(Text::Urgent));
+  place(urgent_, {noteLeft + 117, kYearStartLabelTop + 12}, {kArea.width - noteLeft - 117 - kMargin, 10});
   place(time_, {kMargin, kTimeTop}, {kArea.width - 2 * kMargin, 8});
 }
 
@@ -140,6 +146,8 @@ void ControlsDialog::reset() {
   length_.SetValue(14);
   yearStart_.SetMonth(3);
   yearStart_.SetDay(1);
+  note_.SetText("");
+  urgent_.Check(false);
   time_.SetText(text(Text::OpenFor, SV::String(seconds_)));
 }
 

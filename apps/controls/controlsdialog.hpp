@@ -37,6 +37,9 @@ private:
   InputPad pad_;
   SV::FixedText yearStartLabel_{this};
   KivDayMonthControl yearStart_; // its place is in the language packs
+  SV::FixedText noteLabel_{this};
+  SV::Edit note_{this, SV::WB_BORDER | SV::WB_MULTILINE};
+  SV::CheckBox urgent_{this};
   SV::FixedText time_{this};
   SV::PushButton information_{this, SV::WB_GROUP};
   SV::PushButton question_{this};

@@ -38,7 +38,9 @@ enum class Text : unsigned long {
   Shorter,
   YearStart,
   Yes,
-  No
+  No,
+  Note,
+  Urgent
 };
 
 enum class Record : unsigned long { YearStart = 50 };

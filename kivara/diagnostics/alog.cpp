@@ -81,7 +81,7 @@ bool KivBasicFileLogger::open(char const * name, bool append) {
   date_ = isFile(name_) ? _getModDate() : Date();
   if (backups_ != 0 && !(date_ == Date()) && _createBackup(date_))
     date_ = Date();
-  file_ = std::fopen(name_.c_str(), append ? "at" : "wt");
+  file_ = kivara::openForThisProgram(name_.c_str(), append ? "at" : "wt");
   return isOpen();
 }
 
@@ -188,7 +188,7 @@ bool KivBasicFileLogger::_createBackup(Date const & date) {
   }
   text += " FAILED (EC: " + String(error) + ")!";
   // A file that stays where it is would grow for ever: it is emptied.
-  file_ = std::fopen(name_.c_str(), "wt");
+  file_ = kivara::openForThisProgram(name_.c_str(), "wt");
   if (file_ == nullptr) {
     displayErrorMessage(kivara::modules::kAlog, kLineNotEmptied);
     return false;

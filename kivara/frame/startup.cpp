@@ -30,7 +30,7 @@ void openTraceFile() {
   String const name = KivCmdline::Instance().getTraceFilename();
   if (name.Len() == 0)
     return;
-  traceFile = std::fopen(name.c_str(), "wt");
+  traceFile = openForThisProgram(name.c_str(), "wt");
   if (traceFile != nullptr)
     Kiv_TraceSetHandle(traceFile);
 }

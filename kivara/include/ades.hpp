@@ -92,7 +92,7 @@ private:
 /// The last block is padded with characters of the text itself, so store its length elsewhere.
 /// \param text  a null pointer counts as the empty string, which gives an empty result
 /// \param hex   room for 16 characters for every 8 of the text, rounded up, and for the NUL
-/// Each call leaks a copy of the text. Threads: as ades_key. Throws std::bad_alloc.
+/// Each call leaks a work area of the length of the text. Threads: as ades_key. Throws std::bad_alloc.
 KIV_API void Kiv_Encrypt(char const * text, char * hex);
 
 /// Reads what Kiv_Encrypt wrote. The padding stays at the end of the text; nothing is checked.

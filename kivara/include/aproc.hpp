@@ -6,7 +6,8 @@
 /// There are no locks: each object is for one thread, and all executions of KivAsynchronousProcess share a plain counter.
 ///
 /// \code
-///   KivSynchronousProcess pack("tools\\7za.exe a report.zip report.txt 1>pack.log", "", KIV_CMDSHOW_MINIMIZED);
+///   SV::String const archiver = "\"" + Kiv_GetProgramPath(true) + "tools\\7za.exe\""; // quoted, and with its folder
+///   KivSynchronousProcess pack(archiver + " a report.zip report.txt 1>pack.log", "", KIV_CMDSHOW_MINIMIZED);
 ///   pack.SetUseRedirection(true);
 ///   if (!pack.Execute(false))
 ///     return reportFailure(GetLastError());

@@ -3,6 +3,7 @@
 #include "acrypto.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
+#include "base/openfile.hpp"
 
 #include <algorithm>
 #include <memory>
@@ -29,7 +30,7 @@ bool hasThreeLines(String const & text) {
 } // namespace
 
 // The others delegate to it, so that the destructor closes the file when reading throws.
-KivDBUserUtils::KivDBUserUtils(char const * name, char const * mode) : file(std::fopen(name, mode)) {}
+KivDBUserUtils::KivDBUserUtils(char const * name, char const * mode) : file(kivara::openForThisProgram(name, mode)) {}
 
 KivDBUserUtils::KivDBUserUtils() : KivDBUserUtils(Kiv_GetProgramPathFilename("adbuser.txt").c_str(), "r") { read(); }
 

@@ -5,6 +5,7 @@
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
+#include "base/openfile.hpp"
 #include "system/heapblock.hpp"
 #include "system/systemlibrary.hpp"
 
@@ -71,7 +72,7 @@ bool isFullDomainEntry(char * line) {
 }
 
 bool hasFullDomainEntry() {
-  FILE * const file = std::fopen(Kiv_GetProgramPathFilename("login.ini").c_str(), "r");
+  FILE * const file = kivara::openForThisProgram(Kiv_GetProgramPathFilename("login.ini").c_str(), "r");
   if (file == nullptr)
     return false;
   char line[2048 + 1];

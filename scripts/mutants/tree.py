@@ -43,9 +43,10 @@ class Tree:
         return seen.hexdigest()[:16]
 
     def configure(self, targets):
-        """The first build: by the copy's own ./dev, which does all the set-up. Warnings do not matter in changed code."""
+        """The first build: by the copy's own ./dev, which does all the set-up. Warnings do not matter in changed code. What the
+        checkout itself has been built from is taken from its compiler cache, to which nothing without warnings may come."""
         self.compilations.mkdir(parents=True, exist_ok=True)
-        more = {"CXXFLAGS": "-w", "CCACHE_DIR": str(self.compilations), "CCACHE_MAXSIZE": "2G"}
+        more = {"CXXFLAGS": "-w", "CCACHE_READONLY": "1", "CCACHE_IGNOREOPTIONS": "-w"}
         words = [str(self.folder / "dev"), "--preset", "release", "build", *targets]
         if self.sandbox.run(words, more, walls=False, output=sys.stderr) != 0:
             sys.exit("dev: error: the copy of the checkout cannot be built without a change")
@@ -53,7 +54,7 @@ class Tree:
     def make(self, targets):
         """Builds; false when something does not compile."""
         words = ["cmake", "--build", str(self.build), "--target", *targets]
-        more = {"CCACHE_DIR": str(self.compilations), "CCACHE_BASEDIR": str(self.folder), "CCACHE_NOHASHDIR": "1"}
+        more = {"CCACHE_DIR": str(self.compilations), "CCACHE_MAXSIZE": "2G", "CCACHE_BASEDIR": str(self.folder), "CCACHE_NOHASHDIR": "1"}
         return self.sandbox.run(words, more, LONGEST_BUILD, writable=(self.folder, self.compilations)) == 0
 
     def targets_of(self, room):

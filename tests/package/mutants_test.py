@@ -184,6 +184,16 @@ class Mutants(unittest.TestCase):
         suite.learn(mutant, suite.cases[0])
         self.assertEqual(suite.near_first(mutant)[0].name, "areader_test")
 
+    def TakesTheTimeThatACaseTakesFromTheLastRunsOfCtest(self):
+        suite = Suite(None, None, 1)
+        suite.cases = [Case(name, "text", ()) for name in ("A.WithWords/(1, 2)", "B.NeverEnded", "C.New")]
+        with tempfile.TemporaryDirectory() as folder:
+            costs = Path(folder) / "costs"
+            suite.know_times(costs)
+            costs.write_text("A.WithWords/(1, 2) 5 0.25\nB.NeverEnded 1 0\n---\nC.New\n")
+            suite.know_times(costs)
+        self.assertEqual([case.seconds for case in suite.cases], [0.25, 0, 0])
+
     def RunsACaseAloneOrBesideThoseWithoutItsLock(self):
         plain, other, locked, second = (Case(name, "ui", ()) for name in "abcd")
         alone = Case("e", "ui", (), alone=True)

@@ -85,6 +85,7 @@ class FileTasks : public FrameProgram {
       {"nouuid", [](auto &) { replaceInLibrary("UuidCreate", reinterpret_cast<void *>(noUuid)); }},
       {"notext", [](auto &) { replaceInLibrary("UuidToStringA", reinterpret_cast<void *>(noText)); }},
       {"read", [](auto &) { readWithoutReader(); }},
+      {"kill", [](auto & code) { TerminateProcess(GetCurrentProcess(), static_cast<UINT>(std::atoi(code.c_str()))); }},
       {"exit", [](auto & code) { std::exit(std::atoi(code.c_str())); }},
   };
 };

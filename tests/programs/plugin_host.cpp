@@ -1,5 +1,6 @@
 // plugin_host [-plug_log] WORD...: loads plug-ins, prints the result of each, and ends without discarding them.
 //
+//   -own    libraries are not searched for in the working folder or in PATH
 //   all     what lies in its folder of plug-ins; the result is how many there are then
 //   PATH    that library
 //   -frail  the libraries after it may be damaged: each is discarded before the next, and a fault that nobody handles ends the
@@ -88,6 +89,8 @@ int main(int count, char ** words) {
       isFrail = true;
       expectFaults();
     }
+    if (std::strcmp(words[i], "-own") == 0)
+      SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
     if (words[i][0] == '-')
       continue;
     frailPath = words[i];

@@ -20,6 +20,9 @@ void writeFacts(char const * name) {
     return;
   STARTUPINFOA startup = {};
   GetStartupInfoA(&startup);
+  char program[MAX_PATH] = "";
+  GetModuleFileNameA(nullptr, program, sizeof program);
+  std::fprintf(file, "program=%s\n", program);
   std::fprintf(file, "line=%s\n", GetCommandLineA());
   std::fprintf(file, "show=%d\n", (startup.dwFlags & STARTF_USESHOWWINDOW) != 0 ? startup.wShowWindow : -1);
   std::fclose(file);

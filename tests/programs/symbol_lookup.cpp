@@ -1,9 +1,9 @@
 // symbol_lookup FILE OFFSETS: for each line of OFFSETS, an offset in hexadecimal digits, the functions there from the inside out,
 // a line each: name, tab, file, tab, line; then an empty line.
 
-#include "debugsymbols.hpp"
+#include "common/wholefile.hpp"
 #include "handles/handle.hpp"
-#include "wholefile.hpp"
+#include "symbols/debugsymbols.hpp"
 
 #include <cstdio>
 #include <cstdlib>

@@ -148,6 +148,12 @@ TEST_F(TemporaryFile, IsGoneWithTheEventOfTheEnd) {
   EXPECT_EQ(printed(result.output, "there"), (std::vector<std::string>{"1", "0"}));
 }
 
+TEST_F(TemporaryFile, StaysWhenTheProcessIsKilled) {
+  support::ProgramResult const result = run("name:a.tmp create kill:5");
+  EXPECT_EQ(result.exitCode, 5u);
+  EXPECT_TRUE(support::exists(firstPrinted(result.output, "name")));
+}
+
 TEST_F(TemporaryFile, StaysWhenItsRegistrationIsTakenBack) {
   support::ProgramResult const result = run("name:a.tmp create keep");
   EXPECT_EQ(result.exitCode, 0u);

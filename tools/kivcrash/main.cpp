@@ -1,10 +1,10 @@
 // kivcrash: from the files that a program leaves behind when it fails to the line of source.
-#include "crashfile.hpp"
-#include "findings.hpp"
-#include "jsonoutput.hpp"
+#include "common/wholefile.hpp"
+#include "crash/crashfile.hpp"
+#include "findings/findings.hpp"
 #include "options.hpp"
-#include "textoutput.hpp"
-#include "wholefile.hpp"
+#include "output/jsonoutput.hpp"
+#include "output/textoutput.hpp"
 
 #include <shellapi.h>
 

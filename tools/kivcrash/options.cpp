@@ -1,6 +1,6 @@
 #include "options.hpp"
 
-#include "text.hpp"
+#include "common/text.hpp"
 
 namespace kivcrash {
 namespace {

@@ -6,19 +6,38 @@
 #include "diagnostics/crash/report.hpp"
 #include "tools/string.hpp"
 
+#include <cstring>
+
 namespace kivara::crash {
 namespace {
+
+constexpr char kArchiver[] = "\\tools\\zip\\7za.exe";
 
 bool isFile(char const * path) {
   DWORD const attributes = GetFileAttributesA(path);
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-/// The paths stand without quotes: a folder whose name has a blank loses the archive.
+using ArchiverPath = BoundedText<kPathSize + sizeof kArchiver>;
+
+ArchiverPath archiverPath() { return ArchiverPath("%s%s", dumpState().paths.moduleDirectory, kArchiver); }
+
+/// Whether the system would run another program: without quotes it tries each part of a path that ends before a blank first, and
+/// somebody who may not write to the program's folder may have put a file there.
+bool isAnotherProgramFirst(char const * path) {
+  for (char const * at = std::strpbrk(path, " \t"); at != nullptr; at = std::strpbrk(at + 1, " \t")) {
+    auto const length = static_cast<int>(at - path);
+    if (isFile(ArchiverPath("%.*s", length, path).c_str()) || isFile(ArchiverPath("%.*s.exe", length, path).c_str()))
+      return true;
+  }
+  return false;
+}
+
+/// The paths stand without quotes: a temporary folder whose name has a blank loses the archive.
 SV::String archiveCommand(char const * base) {
   Paths const & paths = dumpState().paths;
-  SV::String command(paths.moduleDirectory);
-  command += "\\tools\\zip\\7za.exe a -y -tzip ";
+  SV::String command(archiverPath().c_str());
+  command += " a -y -tzip ";
   command += base;
   command += ".crash ";
   command += base;
@@ -39,7 +58,8 @@ void showCrashBox(char const * text) { MessageBoxA(nullptr, text, "An unrecovera
 void packArchive(char const * base) {
   try {
     KivSynchronousProcess archiver(archiveCommand(base), SV::String(), KIV_CMDSHOW_MINIMIZED);
-    archiver.Execute(false);
+    if (!isAnotherProgramFirst(archiverPath().c_str()))
+      archiver.Execute(false);
   } catch (...) { // no memory for the command: the files are still there
   }
   showCrashBox(BoundedText<512>("A crash dump file was written to\n  '%s.crash'\n", base).c_str());

@@ -78,26 +78,52 @@ TEST_F(ModelOnPaper, GoesOverPagesWhenThePictureIsLarger) {
   EXPECT_GT(queue.job().papers.size(), 1u);
 }
 
-/// Chooses the command, agrees to the dialog and to the number of pages; how many were told.
+/// A run of the product in which a command that prints has been chosen: the system's dialog is open.
+class Printing {
+public:
+  Printing(support::PrintQueue const & queue, WPARAM command, std::string const & model, std::string const & name) {
+    support::writeFile(folder_ / "model.txt", model);
+    run_ = std::make_unique<ProductRun>("modeler", "\"-model" + folder_ / "model.txt" + "\" -langen -P" + queue.name());
+    window_ = modeler::mainWindow(*run_);
+    EXPECT_TRUE(modeler::waitForDocument(window_, name));
+    PostMessageA(window_, WM_COMMAND, command, 0);
+    dialog_ = support::waitForWindow({.processId = run_->child().processId(), .className = support::kBoxClass});
+    EXPECT_NE(dialog_, nullptr);
+  }
+
+  HWND dialog() const { return dialog_; }
+  void answerDialog(WPARAM button) { PostMessageA(dialog_, WM_COMMAND, button, 0); }
+
+  /// What the box with the number of pages asks. It is answered.
+  std::string question(std::string const & answer) {
+    HWND const box = modeler::ownBox(*run_);
+    std::string const text = support::readBox(box).texts.back();
+    EXPECT_TRUE(support::pressButton(box, answer));
+    return text;
+  }
+
+  void end() {
+    EXPECT_TRUE(support::closeWindow(window_));
+    EXPECT_EQ(run_->exitCode(), 0u);
+  }
+
+private:
+  support::TempFolder folder_;
+  std::unique_ptr<ProductRun> run_;
+  HWND window_ = nullptr;
+  HWND dialog_ = nullptr;
+};
+
+/// Chooses the command, agrees to the dialog and to the number of pages, which is given.
 int printByMenu(support::PrintQueue const & queue, WPARAM command, std::string const & model,
                 std::string const & name) {
-  support::TempFolder const folder;
-  support::writeFile(folder / "model.txt", model);
-  ProductRun run("modeler", "\"-model" + folder / "model.txt" + "\" -langen -P" + queue.name());
-  HWND const window = modeler::mainWindow(run);
-  EXPECT_TRUE(modeler::waitForDocument(window, name));
-  PostMessageA(window, WM_COMMAND, command, 0);
-  HWND const dialog = support::waitForWindow({.processId = run.child().processId(), .className = support::kBoxClass});
-  EXPECT_NE(dialog, nullptr);
-  PostMessageA(dialog, WM_COMMAND, IDOK, 0);
-  HWND const box = modeler::ownBox(run);
-  std::string const question = support::readBox(box).texts.back();
+  Printing run(queue, command, model, name);
+  run.answerDialog(IDOK);
+  std::string const question = run.question("Yes");
   int const pages = std::atoi(question.c_str() + std::string("Number of pages: ").size());
   EXPECT_EQ(question, "Number of pages: " + std::to_string(pages) + "\nPrinter: " + queue.name() + "\n\nPrint now?");
-  EXPECT_TRUE(support::pressButton(box, "Yes"));
   queue.job();
-  EXPECT_TRUE(support::closeWindow(window));
-  EXPECT_EQ(run.exitCode(), 0u);
+  run.end();
   return pages;
 }
 
@@ -110,7 +136,38 @@ TEST_F(ModelOnPaper, IsPrintedByTheMenuAfterTheDialogAndTheNumberOfPages) {
   EXPECT_EQ(queue.job().papers.size(), 1u);
 }
 
-TEST_F(ModelOnPaper, HasAsManyPagesOfTextAsWereTold) {
+TEST_F(ModelOnPaper, IsNotPrintedAfterCancelOrNo) {
+  support::PrintQueue const queue;
+  Printing cancelled(queue, kPrintText, kModel, "Order");
+  cancelled.answerDialog(IDCANCEL);
+  ASSERT_TRUE(support::eventually([&] { return !IsWindow(cancelled.dialog()); }));
+  cancelled.end();
+  Printing refused(queue, kPrintText, kModel, "Order");
+  refused.answerDialog(IDOK);
+  refused.question("No");
+  refused.end();
+  EXPECT_EQ(queue.jobCount(), 0u);
+}
+
+TEST_F(ModelOnPaper, GoesToThePrinterThatIsChosenInTheDialog) {
+  support::PrintQueue const first;
+  support::PrintQueue const second("other");
+  Printing run(first, kPrintText, kModel, "Order");
+  constexpr int kPrinters = 0x473; // the system's number of that list
+  HWND const printers = GetDlgItem(run.dialog(), kPrinters);
+  ASSERT_NE(printers, nullptr);
+  ASSERT_GE(
+      SendMessageA(printers, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(second.name().c_str())),
+      0);
+  SendMessageA(run.dialog(), WM_COMMAND, MAKEWPARAM(kPrinters, CBN_SELCHANGE), reinterpret_cast<LPARAM>(printers));
+  run.answerDialog(IDOK);
+  EXPECT_EQ(run.question("Yes"), "Number of pages: 1\nPrinter: " + second.name() + "\n\nPrint now?");
+  EXPECT_TRUE(second.job().lines().at(0).starts_with("Order"));
+  run.end();
+  EXPECT_EQ(first.jobCount(), 0u);
+}
+
+TEST_F(ModelOnPaper, HasAsManyPagesOfTextAsWereSaid) {
   support::PrintQueue const queue;
   std::string model = "process \"Long\"\r\nstart n0 \"Node 0\"\r\n";
   for (int i = 1; i < 60; ++i)
@@ -118,8 +175,8 @@ TEST_F(ModelOnPaper, HasAsManyPagesOfTextAsWereTold) {
              " \"A node with a text that is far too long for one line of paper, so that it goes "
              "on, whatever the width of a page may be, number " +
              std::to_string(i) + "\"\r\n";
-  int const told = printByMenu(queue, kPrintText, model, "Long");
-  EXPECT_EQ(static_cast<std::size_t>(told), queue.job().papers.size());
+  int const said = printByMenu(queue, kPrintText, model, "Long");
+  EXPECT_EQ(static_cast<std::size_t>(said), queue.job().papers.size());
   EXPECT_GT(queue.job().papers.size(), 1u);
 }
 

@@ -95,7 +95,7 @@ TEST_F(MessBoxTest, TakesItsTitleFromTheApplicationWindow) {
 }
 
 TEST_F(MessBoxTest, ShowsEveryCharacterOfItsText) {
-  MessBox box(nullptr, SV::WB_OK, "a~b & c~~d");
+  MessBox box(nullptr, SV::WB_OK, "a~b & c~~d M\xFCller");
   HWND label = nullptr;
   std::string shown;
   while ((label = FindWindowExA(box.GethWnd(), label, "STATIC", nullptr)) != nullptr) {
@@ -103,8 +103,8 @@ TEST_F(MessBoxTest, ShowsEveryCharacterOfItsText) {
     GetWindowTextA(label, text, sizeof text);
     shown += text;
   }
-  EXPECT_EQ(shown, "a~b && c~~d");
-  EXPECT_STREQ(box.GetMessText().c_str(), "a~b & c~~d");
+  EXPECT_EQ(shown, "a~b && c~~d M\xFCller");
+  EXPECT_STREQ(box.GetMessText().c_str(), "a~b & c~~d M\xFCller");
 }
 
 TEST_F(MessBoxTest, FitsOnTheScreenWhateverItsText) {

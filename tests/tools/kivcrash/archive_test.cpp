@@ -1,5 +1,5 @@
-#include "archive.hpp"
-#include "crashfile.hpp"
+#include "crash/archive.hpp"
+#include "crash/crashfile.hpp"
 #include "zip_builder.hpp"
 
 #include "support/files.hpp"

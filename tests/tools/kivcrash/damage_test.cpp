@@ -1,14 +1,14 @@
 // Dumps, reports, archives and debug symbols that are damaged in every way: what can be said is said, and nothing else happens.
-#include "crashfile.hpp"
-#include "debugsymbols.hpp"
+#include "crash/crashfile.hpp"
 #include "diagnostics/crash_run.hpp"
-#include "findings.hpp"
-#include "jsonoutput.hpp"
-#include "stackwalk.hpp"
+#include "findings/findings.hpp"
+#include "findings/stackwalk.hpp"
+#include "output/jsonoutput.hpp"
+#include "output/textoutput.hpp"
 #include "support/allocation.hpp"
 #include "support/damage.hpp"
 #include "support/files.hpp"
-#include "textoutput.hpp"
+#include "symbols/debugsymbols.hpp"
 #include "zip_builder.hpp"
 
 #include <gtest/gtest.h>

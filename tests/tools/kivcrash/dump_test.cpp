@@ -1,4 +1,4 @@
-#include "dump.hpp"
+#include "crash/dump.hpp"
 #include "dump_builder.hpp"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
+#include "common/wholefile.hpp"
 #include "dump_builder.hpp"
-#include "facts.hpp"
-#include "findings.hpp"
+#include "findings/facts.hpp"
+#include "findings/findings.hpp"
 #include "support/files.hpp"
-#include "wholefile.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "image.hpp"
+#include "common/wholefile.hpp"
+#include "modules/image.hpp"
 #include "support/files.hpp"
-#include "wholefile.hpp"
 
 #include <gtest/gtest.h>
 

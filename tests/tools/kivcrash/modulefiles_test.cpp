@@ -1,6 +1,6 @@
-#include "modulefiles.hpp"
+#include "common/wholefile.hpp"
+#include "modules/modulefiles.hpp"
 #include "support/files.hpp"
-#include "wholefile.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "facts.hpp"
-#include "jsonoutput.hpp"
-#include "textoutput.hpp"
+#include "findings/facts.hpp"
+#include "output/jsonoutput.hpp"
+#include "output/textoutput.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "report.hpp"
+#include "crash/report.hpp"
 
 #include <gtest/gtest.h>
 
