@@ -11,8 +11,10 @@
 #include "support/import_hook.hpp"
 #include "tools/winapi.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -40,7 +42,8 @@ bool leave(CONTEXT & frame) {
 /// "of the plug-in" where its code, or what is no code at all, was running; "of the loader" where the system's was.
 char const * ownerOfFault() {
   HMODULE const library = GetModuleHandleA(frailPath);
-  HMODULE const loaders[] = {GetModuleHandleA("ntdll.dll"), GetModuleHandleA("kernelbase.dll")};
+  HMODULE const loaders[] = {GetModuleHandleA("ntdll.dll"), GetModuleHandleA("kernelbase.dll"),
+                             GetModuleHandleA("kernel32.dll")};
   HMODULE const ours = GetModuleHandleA("kivara.dll");
   CONTEXT frame = placeOfFault;
   if (frame.Rip < 0x10000) { // a null pointer was called
@@ -54,7 +57,7 @@ char const * ownerOfFault() {
       return "of the plug-in";
     if (module == ours)
       break;
-    isOfLoader = isOfLoader && (module == loaders[0] || module == loaders[1]);
+    isOfLoader = isOfLoader && std::find(std::begin(loaders), std::end(loaders), module) != std::end(loaders);
   } while (leave(frame));
   return isOfLoader ? "of the loader" : "of the library";
 }
