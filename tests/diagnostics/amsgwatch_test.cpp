@@ -3,6 +3,7 @@
 #include "diagnostics/internal_errors.hpp"
 #include "diagnostics/named_messages.hpp"
 #include "support/files.hpp"
+#include "support/random.hpp"
 #include "sv0105/application/testapplication.hpp"
 
 #include <algorithm>
@@ -292,6 +293,18 @@ TEST_F(WatchedWindows, StayAmongTheWatchedWhenTheyAreDestroyed) {
   }
   EXPECT_NE(record().find("(WM_NCDESTROY)\n"), std::string::npos);
   EXPECT_TRUE(KivWindowsHookManager::Instance().contains(handle));
+}
+
+/// Whoever sends a message may send any number with it.
+TEST_F(WatchedWindows, GetALineForAnyMessage) {
+  HWND const window = windowOf(0xABC);
+  Watcher::addHookWindow(window, "w");
+  support::Random64 random(111);
+  std::size_t const count = support::times(200);
+  for (std::size_t i = 0; i < count; ++i)
+    tellHook(window, static_cast<unsigned>(random() >> (random() % 64)), random(), static_cast<long long>(random()));
+  std::string const text = record();
+  EXPECT_EQ(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')), count);
 }
 
 TEST_F(WatchedWindows, OfAnotherProgramOnlyHaveTheTwoLines) {

@@ -2,12 +2,13 @@
 
 #include "support/allocation.hpp"
 #include "support/child_process.hpp"
-#include "support/random.hpp"
+#include "support/damage.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
 #include <shellapi.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -125,6 +126,27 @@ TEST(Split, StaysInsideOfTheLineAndOfItsBlock) {
     std::unique_ptr<char[]> const copy(new char[line.size() + 1]);
     std::memcpy(copy.get(), line.c_str(), line.size() + 1);
     split(copy.get());
+  }
+}
+
+TEST(SplitDamage, GivesTheWordsOfTheSystemAndKnownSwitches) {
+  constexpr char kLine[] =
+      "\"C:\\my dir\\p.exe\" -trace \"-trfC:\\a b\\out.txt\" /registry-printers -h14 \\\"a\" -legacy-printing";
+  support::WeakPlaces const marks = {.pieces = {"\"", "\\", " ", "\t", "\\\"", "\"\"", "-", "/"}};
+  support::Random random(20261123);
+  support::GuardPages const guard;
+  for (std::size_t i = 0; i < support::times(1000); ++i) {
+    std::string const line = support::damagedText(kLine, random, marks);
+    Words words = split(support::ownBlock(line).get());
+    if (!line.empty()) { // for that the system gives the name of the program
+      ASSERT_EQ(words, systemSplit(line)) << '[' << line << ']';
+    }
+    std::vector<char const *> argv;
+    for (std::string const & word : words)
+      argv.push_back(word.c_str());
+    SV::PrinterSwitches const switches = readPrinterSwitches(static_cast<int>(argv.size()), argv.data());
+    bool const isLegacy = std::count(words.begin() + 1, words.end(), "-legacy-printing") > 0;
+    ASSERT_TRUE(!isLegacy || !switches.currentPrinting) << '[' << line << ']';
   }
 }
 

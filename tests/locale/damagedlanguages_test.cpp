@@ -4,9 +4,9 @@
 #include "locale/language_run.hpp"
 #include "locale/languagelist.hpp"
 #include "support/allocation.hpp"
+#include "support/damage.hpp"
 #include "support/files.hpp"
 #include "support/import_hook.hpp"
-#include "support/random.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>
@@ -19,34 +19,6 @@ namespace {
 
 constexpr int kShards = 10;
 constexpr std::size_t kTextsPerShard = 1'000;
-
-std::string changed(std::string bytes, std::mt19937 & random) {
-  auto const below = [&](std::size_t limit) { return limit == 0 ? 0 : random() % limit; };
-  switch (random() % 5) {
-  case 0: bytes.resize(below(bytes.size() + 1)); break;
-  case 1:
-    for (std::size_t flips = 1 + below(8); flips > 0 && !bytes.empty(); --flips)
-      bytes[below(bytes.size())] ^= static_cast<char>(1 << below(8));
-    break;
-  case 2: // a length or another number
-    for (std::size_t i = 0, at = below(bytes.size()); i < 4 && at + i < bytes.size(); ++i)
-      bytes[at + i] = static_cast<char>(random());
-    break;
-  case 3: bytes.insert(below(bytes.size()), std::string(below(300), static_cast<char>(random()))); break;
-  default:
-    for (char & c : bytes)
-      c = static_cast<char>(random());
-  }
-  return bytes;
-}
-
-/// Never the same bytes.
-std::string damaged(std::string const & bytes, std::mt19937 & random) {
-  std::string damage = bytes;
-  while (damage == bytes)
-    damage = changed(bytes, random);
-  return damage;
-}
 
 /// The file name with which the reader, which looks below the program's folder, comes to \p path on the same drive.
 SV::String fileNameFor(std::string const & path) {
@@ -111,7 +83,7 @@ TEST_P(DamagedWordFiles, GiveWhatPrecedesTheFault) {
   support::Random random(static_cast<unsigned>(GetParam()));
   support::GuardPages const guard;
   for (std::size_t i = 0; i < support::times(kTextsPerShard); ++i) {
-    std::string const bytes = damaged(packedTexts(someTexts(random)), random);
+    std::string const bytes = support::damaged(packedTexts(someTexts(random)), random);
     ASSERT_NO_FATAL_FAILURE(overwrite(path, bytes));
     KivStringContainer container;
     bool const isWhole = KivMLResFileReader(1, &container, name).Read();
@@ -187,7 +159,7 @@ TEST_P(DamagedLanguageLists, AreReadByTheRulesOfTheLines) {
   support::GuardPages const guard;
   for (std::size_t i = 0; i < support::times(kTextsPerShard); ++i) {
     std::string text = "; languages\n2057 English\r\n  1031\n" + std::string(random() % 200, ' ') + "1036\n\n9999;\n";
-    text = damaged(text, random);
+    text = support::damaged(text, random, {.pieces = {";", "\n", "\r\n", " ", "-1"}});
     ASSERT_NO_FATAL_FAILURE(overwrite(path, text));
     std::FILE * const file = std::fopen(path.c_str(), "rt");
     ASSERT_NE(file, nullptr);

@@ -1,12 +1,6 @@
 // The Windows account of the process: what is asked of the system, in which order, and what each failure leaves.
 
-#include "auser.hpp"
-
-#include "acmdline.hpp"
-#include "fakesecurity.hpp"
-#include "support/debug_lines.hpp"
-#include "support/files.hpp"
-#include "support/import_hook.hpp"
+#include "currentuser.hpp"
 
 #include <gtest/gtest.h>
 
@@ -19,51 +13,9 @@ using SV::String;
 
 namespace {
 
+using kivtest::CurrentUser;
+
 using Lines = std::vector<std::string>;
-
-/// The account in a process that has not asked for it yet. Files beside the program are those of a folder of its own.
-class CurrentUser : public testing::Test {
-protected:
-  CurrentUser() {
-    programFolder = folder.path();
-    support::replaceImports(GetModuleHandleA("kivara.dll"), "KERNEL32.dll",
-                            {{"GetModuleFileNameA", reinterpret_cast<void *>(nameOfProgram)}});
-    start("program");
-    security.results["thread token"] = {ERROR_NO_TOKEN};
-  }
-  ~CurrentUser() override { EXPECT_TRUE(security.nothingIsLeft()); } // on every way out
-
-  /// The program was called with these words.
-  void start(std::string const & words) {
-    static std::vector<std::string> all;
-    static std::vector<char *> pointers;
-    all.clear();
-    pointers.clear();
-    for (std::size_t at = 0; at < words.size(); at = words.find_first_not_of(' ', at)) {
-      all.push_back(words.substr(at, words.find(' ', at) - at));
-      at += all.back().size();
-    }
-    for (std::string & word : all)
-      pointers.push_back(word.data());
-    KivCmdline::init(static_cast<int>(pointers.size()), pointers.data(), true, "log");
-  }
-
-  void writeLoginFile(std::string const & bytes) const { support::writeFile(folder / "login.ini", bytes); }
-
-  bool ask() { return Kiv_GetCurrentUserAndDomain(user, domain); }
-
-  support::TempFolder const folder;
-  kivtest::FakeSecurity security;
-  support::DebugLines const debug;
-  String user = "former user";
-  String domain = "former domain";
-
-private:
-  static inline std::string programFolder;
-  static DWORD WINAPI nameOfProgram(HMODULE, char * name, DWORD size) {
-    return static_cast<DWORD>(std::snprintf(name, size, "%s\\program.exe", programFolder.c_str()));
-  }
-};
 
 TEST_F(CurrentUser, IsTheOneOfTheProcess) {
   EXPECT_TRUE(ask());

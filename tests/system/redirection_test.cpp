@@ -1,5 +1,8 @@
 #include "system/redirection.hpp"
 
+#include "support/allocation.hpp"
+#include "support/damage.hpp"
+
 #include <gtest/gtest.h>
 
 #include <ostream>
@@ -85,5 +88,32 @@ constexpr Row kLines[] = {
     {"prog 1>\"a\"2>b", "\"a\"", "b", "prog "},
 };
 INSTANTIATE_TEST_SUITE_P(Table, RedirectionsOf, testing::ValuesIn(kLines));
+
+/// Whether it lies in the line, with the operator at its beginning and the name at its end.
+bool isIn(std::string const & line, Redirection const & redirection, char stream) {
+  if (!redirection.isThere())
+    return true;
+  auto const place = static_cast<std::size_t>(redirection.place);
+  auto const length = static_cast<std::size_t>(redirection.length);
+  std::string const name(redirection.name.c_str(), static_cast<std::size_t>(redirection.name.Len()));
+  return place + length <= line.size() && line[place] == stream && line[place + 1] == '>' &&
+         line.substr(place, length).ends_with(name);
+}
+
+TEST(RedirectionDamage, IsFoundWithinTheLineAndTakenOut) {
+  support::WeakPlaces const marks = {.pieces = {"1>", "2>", "1>>", "2>>\"", "\"", " ", "1>2>x"}};
+  support::Random random(41);
+  support::GuardPages const guard;
+  for (std::size_t i = 0; i < support::times(1000); ++i) {
+    std::string const line = support::damagedText("prog x 1>>\"a b.txt\" y 2>err.txt \"1>no\" z", random, marks);
+    String const text(line.c_str());
+    Redirections const found = kivara::findRedirections(text);
+    ASSERT_TRUE(isIn(line, found.output, '1') && isIn(line, found.error, '2')) << line;
+    String const rest = kivara::withoutRedirections(text, found);
+    int const taken =
+        (found.output.isThere() ? found.output.length : 0) + (found.error.isThere() ? found.error.length : 0);
+    ASSERT_EQ(rest.Len() + taken, text.Len()) << line;
+  }
+}
 
 } // namespace

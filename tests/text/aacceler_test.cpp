@@ -1,6 +1,8 @@
 #include "aacceler.hpp"
 
 #include "diagnostics/reporter_run.hpp"
+#include "support/allocation.hpp"
+#include "support/damage.hpp"
 #include "sv/menu.hpp"
 #include "sv/resource.hpp"
 #include "sv0105/application/testapplication.hpp"
@@ -265,4 +267,28 @@ TEST_F(StringAccelerators, BearTheSameQuestionWhileATextIsLoaded) {
   };
   EXPECT_STREQ(table.GetCharPtr(0x2000190), "nur im zweiten");
   EXPECT_EQ(&table.GetString(0x2000190), asked);
+}
+
+// A text of any bytes gets one mark or keeps the first that it has.
+TEST(AcceleratorDamage, LeavesATextWithAMark) {
+  support::Random random(51);
+  support::GuardPages const guard;
+  for (std::size_t i = 0; i < support::times(1000); ++i) {
+    std::string const text =
+        support::damaged("Save ~as...\tCtrl+S", random, {.pieces = {"~", "~~", " ", "\t", "\xE4"}});
+    String marked(text.data(), static_cast<std::int32_t>(text.size()));
+    KivAcceleratorTable table;
+    if (i % 2 == 0) // nothing is left for this text
+      for (int c = 0; c < 256; ++c)
+        table.SetInUse(static_cast<char>(c));
+    bool const isDone = table.AccelerateString(marked);
+    bool const hadMark = text.find('~') != std::string::npos;
+    ASSERT_EQ(static_cast<std::size_t>(marked.Len()), text.size() + (hadMark ? 0 : 1)) << text;
+    ASSERT_TRUE(isDone || (!hadMark && marked.charAt(0) == '~')) << text;
+    ASSERT_FALSE(hadMark && !isDone) << text;
+    ASSERT_EQ(table.AddAcceleratedString(marked),
+              std::string(marked.c_str(), static_cast<std::size_t>(marked.Len())).find('~') + 1 <
+                  static_cast<std::size_t>(marked.Len()))
+        << text;
+  }
 }

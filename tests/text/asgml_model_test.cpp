@@ -2,11 +2,14 @@
 #include "sgml_model.hpp"
 
 #include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/damage.hpp"
 
 namespace {
 
 constexpr std::size_t kMapsOfAPart = 625;
+
+support::WeakPlaces const kMarks = {
+    .pieces = {"\n", "\r\n", "//", "/ /", "0\n", " ", "\t", "MAP128\n", "MAP256\n", "&auml;", std::string(999, 'x')}};
 
 std::string goodMap(std::mt19937 & random) {
   bool const whole = random() % 3 == 0;
@@ -14,20 +17,6 @@ std::string goodMap(std::mt19937 & random) {
   for (int i = whole ? 0 : 128; i < 256; ++i)
     map += random() % 4 == 0 ? "0 // itself\n" : "&#" + std::to_string(i) + ";\n";
   return map;
-}
-
-void damage(std::string & map, std::mt19937 & random) {
-  static char const * const kPieces[] = {"\n", "\r\n", "//", "/ /", "0\n", " ", "\t", "MAP128\n", "MAP256\n", "&auml;"};
-  std::size_t const at = map.empty() ? 0 : random() % map.size();
-  switch (random() % 7) {
-  case 0: map.insert(at, 1, static_cast<char>(random())); break;
-  case 1: map.erase(at, random() % 30); break;
-  case 2: map.insert(at, kPieces[random() % std::size(kPieces)]); break;
-  case 3: map.insert(random() % 40 % (map.size() + 1), kPieces[random() % std::size(kPieces)]); break;
-  case 4: map.insert(at, 990 + random() % 20, 'x'); break;
-  case 5: map.insert(at, map.substr(at, random() % 400)); break;
-  default: map.resize(at);
-  }
 }
 
 std::string randomText(std::mt19937 & random) {
@@ -46,8 +35,8 @@ TEST_P(DamagedMaps, AreReadWithinTheirBoundsAndByTheRules) {
   support::Random random(GetParam());
   for (std::size_t number = 0; number < support::times(kMapsOfAPart); ++number) {
     std::string map = goodMap(random);
-    for (unsigned count = random() % 4; count-- > 0;)
-      damage(map, random);
+    if (random() % 4 != 0)
+      map = support::damaged(map, random, kMarks);
     bool const strict = random() % 2 == 0;
     KivSGMLString::EnableWarning(strict);
     MapModel const model(map, strict);

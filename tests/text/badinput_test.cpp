@@ -4,7 +4,7 @@
 #include "parser_pair.hpp"
 
 #include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/damage.hpp"
 
 namespace {
 
@@ -16,17 +16,6 @@ std::string goodText() {
     text += "process \"Order \\\"" + std::to_string(i) +
             "\\\"\" {\r\n  duration = -1.5e3, cost=(20, 3)\n\n  owner : Sales_1 }\r\n";
   return text;
-}
-
-void damage(std::string & text, std::mt19937 & random) {
-  std::size_t const at = random() % text.size();
-  switch (random() % 5) {
-  case 0: text[at] = static_cast<char>(random()); break;
-  case 1: text.erase(at, random() % 200); break;
-  case 2: text.insert(at, text.substr(random() % text.size(), random() % 500)); break;
-  case 3: text.insert(at, random() % 50, "\r\n\0\"\\ "[random() % 6]); break;
-  default: text.resize(at);
-  }
 }
 
 std::string randomBytes(std::mt19937 & random) {
@@ -52,8 +41,8 @@ void breakLongLines(std::string & text) {
 std::string badText(std::mt19937 & random) {
   static std::string const good = goodText();
   std::string text = random() % 2 == 0 ? randomBytes(random) : good;
-  for (unsigned count = random() % 8; count-- > 0 && !text.empty();)
-    damage(text, random);
+  if (random() % 8 != 0)
+    text = support::damaged(text, random, {.pieces = {"\r", "\n", "\"", "\\", " "}, .changes = 7});
   if (random() % 200 == 0)
     text.insert(random() % (text.size() + 1), 8000 + random() % 400, 'x');
   breakLongLines(text);

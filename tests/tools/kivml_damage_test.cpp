@@ -2,7 +2,7 @@
 #include "locale/language_run.hpp"
 #include "packedfile.hpp"
 #include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/damage.hpp"
 #include "textlist.hpp"
 
 #include <gtest/gtest.h>
@@ -15,21 +15,7 @@ namespace {
 
 constexpr std::size_t kTexts = 4'000;
 constexpr unsigned kCodePage = 1252;
-
-std::string damaged(std::string bytes, std::mt19937 & random) {
-  for (std::size_t count = 1 + random() % 4; count > 0; --count) {
-    std::size_t const at = random() % (bytes.size() + 1);
-    switch (random() % 4) {
-    case 0: bytes.resize(at); break;
-    case 1: bytes.insert(at, 1 + random() % 3, static_cast<char>(random())); break;
-    case 2: bytes.insert(at, std::string("\\\n\r\t;0x ").substr(random() % 8, 1)); break;
-    default:
-      if (at < bytes.size())
-        bytes[at] = static_cast<char>(random());
-    }
-  }
-  return bytes;
-}
+constexpr char kList[] = "; words\r\n1001 Aktivit\xC3\xA4t\n2 a\\nb\\x81\\\\\n65535  x \n\n";
 
 bool operator==(kivml::Text const & a, kivml::Text const & b) { return a.resId == b.resId && a.text == b.text; }
 
@@ -42,7 +28,7 @@ TEST(KivmlDamage, OfAListIsToldOrTheTextsComeBack) {
   support::Random random(21);
   std::size_t sound = 0;
   for (std::size_t i = 0; i < support::times(kTexts); ++i) {
-    std::string const list = damaged("; words\r\n1001 Aktivit\xC3\xA4t\n2 a\\nb\\x81\\\\\n65535  x \n\n", random);
+    std::string const list = support::damaged(kList, random, {.pieces = {"\\", "\n", "\r", "\t", ";", "0x", " "}});
     kivml::Faults faults;
     kivml::Texts const texts = kivml::readList(list, kCodePage, faults);
     for (kivml::Fault const & fault : faults)
@@ -60,9 +46,10 @@ TEST(KivmlDamage, OfAListIsToldOrTheTextsComeBack) {
 TEST(KivmlDamage, OfAPackedFileIsToldOrItIsTheSameFile) {
   support::GuardPages const guard;
   support::Random random(22);
+  std::string const whole = packedTexts({{1, "one"}, {1000, "a second text"}, {65535, "last"}});
   std::size_t sound = 0;
   for (std::size_t i = 0; i < support::times(kTexts); ++i) {
-    std::string const bytes = damaged(packedTexts({{1, "one"}, {1000, "a second text"}, {65535, "last"}}), random);
+    std::string const bytes = support::damaged(whole, random);
     kivml::Faults faults;
     kivml::Texts const texts = kivml::unpack(bytes, faults);
     for (kivml::Fault const & fault : faults)

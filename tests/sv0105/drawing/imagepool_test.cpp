@@ -1,6 +1,6 @@
 #include "support/allocation.hpp"
+#include "support/damage.hpp"
 #include "support/files.hpp"
-#include "support/random.hpp"
 #include "sv0105/drawing/page.hpp"
 #include "sv0105/drawing/testarchive.hpp"
 
@@ -206,9 +206,9 @@ TEST_F(Pool, OfADamagedArchiveIsThePictureOrEmpty) {
   std::string const sound = zipOf({{"a", picture}, {"b", picture, false}, {"c", grayPngOf({5, 3}, 9)}});
   support::Random random(18);
   std::size_t shown = 0;
-  std::size_t const rounds = support::times(2000);
+  std::size_t const rounds = support::times(500);
   for (std::size_t i = 0; i < rounds; ++i) {
-    support::writeFile(kArchive, damaged(sound, 200, random));
+    support::writeFile(kArchive, support::damaged(sound, random, {.end = 200}));
     ImagePool::SetPoolFile(kArchive);
     char const * const name = random() % 3 == 0 ? "a" : random() % 2 ? "b" : "c";
     Image const image = ImagePool::GetImage(name);
@@ -226,8 +226,8 @@ TEST_F(Pool, OfADamagedPictureIsEmptyOrOfAnAllowedSize) {
   std::string const picture =
       pngOf({9, 7}, [](long x, long y) { return 0x80000000u | static_cast<unsigned>(x * 4096 + y * 16); });
   support::Random random(19);
-  for (std::size_t i = 0; i < support::times(2000); ++i) {
-    support::writeFile(kArchive, zipOf({{"a", damaged(picture, 200, random), false}}));
+  for (std::size_t i = 0; i < support::times(500); ++i) {
+    support::writeFile(kArchive, zipOf({{"a", support::damaged(picture, random, {.end = 200}), false}}));
     ImagePool::SetPoolFile(kArchive);
     Size const size = ImagePool::GetImage("a").GetSizePixel();
     ASSERT_LE(size.width, 4096) << i;

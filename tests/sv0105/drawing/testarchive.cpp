@@ -1,6 +1,5 @@
 #include "sv0105/drawing/testarchive.hpp"
 
-#include <algorithm>
 #include <zlib.h>
 
 namespace svtest {
@@ -113,21 +112,6 @@ std::string withStatedSize(std::string png, std::uint32_t width, std::uint32_t h
   png.replace(16, 8, bigEndian(width) + bigEndian(height));
   png.replace(29, 4, bigEndian(checkSum(png.substr(12, 17))));
   return png;
-}
-
-std::string damaged(std::string bytes, std::size_t end, support::Random & random) {
-  for (std::size_t count = 1 + random() % 4; count > 0 && !bytes.empty(); --count) {
-    std::size_t const range = random() % 2 ? bytes.size() : std::min(bytes.size(), end);
-    std::size_t const at = bytes.size() - 1 - random() % range;
-    switch (random() % 5) {
-    case 0: bytes.resize(at); break;
-    case 1: bytes.insert(at, 1 + random() % 5, static_cast<char>(random())); break;
-    case 2: bytes.erase(at, 1 + random() % 5); break;
-    case 3: bytes[at] = static_cast<char>(random() % 2 ? 0xFF : 0); break;
-    default: bytes[at] = static_cast<char>(random());
-    }
-  }
-  return bytes;
 }
 
 } // namespace svtest

@@ -2,7 +2,6 @@
 /// \file
 /// Zip archives and PNG pictures, byte by byte, sound ones and such as no program would write.
 
-#include "support/random.hpp"
 #include "sv/geometry.hpp"
 
 #include <cstdint>
@@ -24,11 +23,6 @@ struct Packed {
 };
 
 std::string zipOf(std::vector<Packed> const & files);
-
-/// The bytes with up to four places changed, taken out, added to, or cut off. Half of them lie near the end, where archives have
-/// their directory and most of the reading is done.
-/// \param end  how many bytes that is
-std::string damaged(std::string bytes, std::size_t end, support::Random & random);
 
 /// 0xAARRGGBB at a place.
 using Painter = std::function<std::uint32_t(long x, long y)>;

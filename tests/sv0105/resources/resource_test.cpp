@@ -1,7 +1,7 @@
 #include "sv0105/application/testapplication.hpp"
 
+#include "support/damage.hpp"
 #include "support/import_hook.hpp"
-#include "support/random.hpp"
 
 #include <cstring>
 #include <filesystem>
@@ -278,12 +278,8 @@ TEST_F(BrokenResourceFile, IsRefusedWhenItsBytesAreRandom) {
 
 TEST_F(BrokenResourceFile, NeverFaultsWhenSomeOfItsBytesAreWrong) {
   support::Random random(2);
-  for (int i = 0; i < 3000; ++i) {
-    std::string bytes = whole;
-    for (unsigned changes = 1 + random() % 4; changes > 0; --changes)
-      bytes[random() % bytes.size()] = static_cast<char>(i % 3 == 0 ? 0xFF : random());
-    loads(bytes);
-  }
+  for (std::size_t i = 0; i < support::times(1000); ++i)
+    loads(support::damaged(whole, random));
 }
 
 /// The table of resources of a whole file, to be spoilt.

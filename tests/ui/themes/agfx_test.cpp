@@ -1,8 +1,8 @@
 // The pictures of the themes as they are shipped, and archives that are not.
 
 #include "support/allocation.hpp"
+#include "support/damage.hpp"
 #include "support/files.hpp"
-#include "support/random.hpp"
 #include "sv0105/drawing/testarchive.hpp"
 #include "ui/themes/themetest.hpp"
 
@@ -146,7 +146,7 @@ TEST_F(Pictures, OfADamagedArchiveAreThoseThatWereMeantOrEmpty) {
   std::size_t shown = 0;
   std::size_t const rounds = support::times(1000);
   for (std::size_t i = 0; i < rounds; ++i) {
-    use(svtest::damaged(sound, 300, random));
+    use(support::damaged(sound, random, {.end = 300}));
     theme.DrawCloseButton(window, CaptionActive, {{10, 9}, {16, 16}}, false, false);
     for (char const * const name : kNames) {
       SV::Image const image = SV::ImagePool::GetImage(name);

@@ -100,9 +100,11 @@ String defaultOfSpooler() {
 String firstPart(std::string const & device) { return String(device.substr(0, device.find(',')).c_str()); }
 
 String defaultOfRegistry() {
-  char device[1024] = "";
+  char device[1024];
   DWORD size = sizeof device;
-  RegGetValueA(HKEY_CURRENT_USER, kUserDevice, "Device", RRF_RT_REG_SZ, nullptr, device, &size);
+  // Of a longer text the system leaves any part in the buffer, and no NUL after it.
+  if (RegGetValueA(HKEY_CURRENT_USER, kUserDevice, "Device", RRF_RT_REG_SZ, nullptr, device, &size) != ERROR_SUCCESS)
+    return {};
   return firstPart(device);
 }
 

@@ -1,0 +1,34 @@
+// What is checked of a resource DLL before the system reads it.
+#include "resources/resourcefile.hpp"
+
+#include "support/allocation.hpp"
+#include "support/damage.hpp"
+#include "support/files.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+using SV::detail::isSoundResourceFile;
+
+TEST(ResourceFileDamage, IsSeenWithinTheFile) {
+  std::string const sound = support::readFile(support::binFolder() + "testres\\first72.dll").value();
+  ASSERT_TRUE(isSoundResourceFile(std::as_bytes(std::span(sound))));
+  std::size_t const headers = 0x400; // DOS header, headers, and the sections
+  support::Random random(151);
+  support::GuardPages const guard;
+  std::size_t taken = 0;
+  for (std::size_t i = 0; i < support::times(1000); ++i) {
+    std::string const bytes = i % 2 == 0 ? support::damaged(sound, random)
+                                         : support::damaged(sound.substr(0, headers), random) + sound.substr(headers);
+    std::unique_ptr<char[]> const block(new char[bytes.size()]);
+    std::memcpy(block.get(), bytes.data(), bytes.size());
+    taken += isSoundResourceFile(std::as_bytes(std::span(block.get(), bytes.size()))) ? 1 : 0;
+  }
+  EXPECT_GT(taken, 0u);
+  EXPECT_LT(taken, support::times(1000));
+}
+
+} // namespace
