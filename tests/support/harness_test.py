@@ -48,6 +48,13 @@ class Harness(unittest.TestCase):
         self.assertEqual((ended.returncode, self.starts()), (1, 1))
         self.assertTrue(int(ended.stdout, 16) & 0x40000)
 
+    def FailsATestThatHasNotComeToItsEnd(self):
+        for printed, code in (("[ RUN      ] A.B", 98), ("", 98), ("[==========] 1 test from 1 test suite ran. (3 ms total)", 0)):
+            with self.subTest(printed):
+                self.wine(f'printf "%s\\r\\n" "{printed}"')
+                self.assertEqual(self.run_it("--gtest_filter=A.B").returncode, code)
+                self.assertEqual(self.run_it("--gtest_list_tests").returncode, 0)
+
     def EndsItsProgramAndItsFolderWhenItIsEnded(self):
         self.wine('pwd >"$RECORD.folder"; exec sleep 1000')
         process = subprocess.Popen([RUN, "program"], env=self.environment(), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -73,8 +80,8 @@ class Harness(unittest.TestCase):
         return {**os.environ, "WINEPREFIX": "none", "WINELOADER": str(self.folder / "bin/wine"), "RECORD": str(self.folder / "starts"),
                 "PATH": f"{self.folder}/bin:{os.environ['PATH']}"}
 
-    def run_it(self):
-        return subprocess.run([RUN, "program"], env=self.environment(), capture_output=True, text=True, check=False)
+    def run_it(self, *arguments):
+        return subprocess.run([RUN, "program", *arguments], env=self.environment(), capture_output=True, text=True, check=False)
 
     def starts(self):
         return (self.folder / "starts").read_text().count("\n")
