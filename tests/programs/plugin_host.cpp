@@ -20,6 +20,7 @@ namespace {
 
 char const * frailPath = nullptr;
 CONTEXT placeOfFault;
+bool isNoCode = false; // what was to run there
 
 HMODULE moduleAt(DWORD64 address) {
   HMODULE module = nullptr;
@@ -39,18 +40,25 @@ bool leave(CONTEXT & frame) {
   return function != nullptr && frame.Rip != 0;
 }
 
-/// "of the plug-in" where its code, or what is no code at all, was running; "of the loader" where the system's was.
+/// "of the plug-in" where its code, what that has called, or what is no code at all, was running; "of the loader" where the system's
+/// was.
 char const * ownerOfFault() {
   HMODULE const library = GetModuleHandleA(frailPath);
   HMODULE const loaders[] = {GetModuleHandleA("ntdll.dll"), GetModuleHandleA("kernelbase.dll"),
                              GetModuleHandleA("kernel32.dll")};
   HMODULE const ours = GetModuleHandleA("kivara.dll");
   CONTEXT frame = placeOfFault;
-  if (frame.Rip < 0x10000) { // a null pointer was called
+  if (frame.Rip == 0) { // a null pointer was called
     frame.Rip = *reinterpret_cast<DWORD64 const *>(frame.Rsp);
     frame.Rsp += sizeof frame.Rip;
+  } else if (isNoCode) {
+    return "of the plug-in"; // damaged code returns to anywhere
   }
   bool isOfLoader = moduleAt(frame.Rip) != ours;
+  // Code of the plug-in that damaged exports lead to, anywhere in it, may call the library with anything.
+  while (moduleAt(frame.Rip) == ours)
+    if (!leave(frame))
+      return "of the library";
   do {
     HMODULE const module = moduleAt(frame.Rip);
     if (module == library || module == nullptr)
@@ -64,6 +72,8 @@ char const * ownerOfFault() {
 
 LONG CALLBACK rememberFault(EXCEPTION_POINTERS * fault) {
   placeOfFault = *fault->ContextRecord;
+  EXCEPTION_RECORD const & record = *fault->ExceptionRecord;
+  isNoCode = record.ExceptionCode == EXCEPTION_ACCESS_VIOLATION && record.ExceptionInformation[1] == placeOfFault.Rip;
   return EXCEPTION_CONTINUE_SEARCH;
 }
 
