@@ -1,4 +1,4 @@
-// Log files whose first line is damaged: the logger opens them all the same, and takes a date that is none for an old one.
+// Log files whose first line is damaged: the logger opens them anyway, and takes a date that is none for an old one.
 #include "alog.hpp"
 
 #include "diagnostics/local_clock.hpp"

@@ -68,7 +68,7 @@ WebAnswer read(KivHTTPClient const & client) {
   answer.headerBytes = header.size();
   answer.headerLines = static_cast<std::size_t>(std::count(header.begin(), header.end(), L'\n'));
   answer.bodyBytes = client.GetRawResponseReceivedContentLength();
-  // One byte more than is looked at tells that the body goes on.
+  // One byte more than is looked at shows that the body goes on.
   std::size_t const size = std::min(answer.bodyBytes, kMostBytes + 1);
   if (size > 0)
     answer.lines = firstLines({reinterpret_cast<char const *>(client.GetRawResponseContent()), size}, answer.goesOn);
