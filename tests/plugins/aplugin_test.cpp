@@ -3,10 +3,10 @@
 #include "plugin_run.hpp"
 #include "support/debug_lines.hpp"
 #include "support/import_hook.hpp"
+#include "support/process_guard.hpp"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <optional>
 #include <ostream>
 #include <type_traits>
@@ -174,8 +174,7 @@ TEST_F(Plugins, WhatALibraryThrowsWhileItIsLoadedIsLeftToTheSystem) {
   } catch (...) { // no longer of its type, after the frames of the loader
   }
   EXPECT_TRUE(pluginsOf(*manager).empty());
-  std::fflush(stdout);
-  TerminateProcess(GetCurrentProcess(), HasFailure() ? 1 : 0);
+  support::endTest(HasFailure());
 }
 
 TEST_F(Plugins, ALibraryThatRefusesWithoutAnErrorCodeIsNotLoaded) {

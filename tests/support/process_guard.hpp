@@ -28,4 +28,8 @@ private:
   void * watchdog_ = nullptr;
 };
 
+/// Ends a test with its process at once, where nothing may be cleaned up any more. It prints the last line by which
+/// run-under-wine knows that the test has come to its end.
+[[noreturn]] void endTest(bool hasFailed);
+
 } // namespace support

@@ -19,9 +19,10 @@ ProcessModel order() {
   model.nodes = {{NodeKind::Start, "received", "Order received", 0},
                  {NodeKind::Activity, "check", "Check the order (all of it)", 20},
                  {NodeKind::Decision, "complete", "Complete? 100 %", 0},
-                 {NodeKind::Activity, "pay", "\xDC"
-                                             "berweisung pr\xFC"
-                                             "fen",
+                 {NodeKind::Activity, "pay",
+                  "\xDC"
+                  "berweisung pr\xFC"
+                  "fen",
                   0},
                  {NodeKind::End, "done", "Done", 0}};
   return model;
@@ -41,20 +42,19 @@ TEST_P(ModelerSearch, FindsTheFirstNodeWhoseTextHasIt) {
   EXPECT_TRUE(matcher.IsUsable());
   EXPECT_EQ(nextMatch(order(), matcher, kNoNode), GetParam().first);
 }
-INSTANTIATE_TEST_SUITE_P(Plain, ModelerSearch,
-                         testing::Values(Case{"order", SearchKind::Plain, false, 0},
-                                         Case{"order", SearchKind::Plain, true, 1},
-                                         Case{"(all of", SearchKind::Plain, true, 1},
-                                         Case{"?", SearchKind::Plain, true, 2}, Case{".", SearchKind::Plain, true, kNoNode},
-                                         Case{"*", SearchKind::Plain, false, kNoNode},
-                                         Case{"\xFC"
-                                              "berweisung PR\xDC",
-                                              SearchKind::Plain, false, 3},
-                                         Case{"\xFC"
-                                              "berweisung",
-                                              SearchKind::Plain, true, kNoNode},
-                                         Case{"received", SearchKind::Plain, false, 0},
-                                         Case{"check  the", SearchKind::Plain, false, kNoNode}));
+INSTANTIATE_TEST_SUITE_P(
+    Plain, ModelerSearch,
+    testing::Values(Case{"order", SearchKind::Plain, false, 0}, Case{"order", SearchKind::Plain, true, 1},
+                    Case{"(all of", SearchKind::Plain, true, 1}, Case{"?", SearchKind::Plain, true, 2},
+                    Case{".", SearchKind::Plain, true, kNoNode}, Case{"*", SearchKind::Plain, false, kNoNode},
+                    Case{"\xFC"
+                         "berweisung PR\xDC",
+                         SearchKind::Plain, false, 3},
+                    Case{"\xFC"
+                         "berweisung",
+                         SearchKind::Plain, true, kNoNode},
+                    Case{"received", SearchKind::Plain, false, 0},
+                    Case{"check  the", SearchKind::Plain, false, kNoNode}));
 INSTANTIATE_TEST_SUITE_P(Wildcards, ModelerSearch,
                          testing::Values(Case{"ch?ck", SearchKind::Wildcards, false, 1},
                                          Case{"ch?ck", SearchKind::Wildcards, true, kNoNode},

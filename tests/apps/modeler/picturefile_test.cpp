@@ -72,9 +72,7 @@ TEST_F(ModelerPicture, OfAnEmptyModelIsPaper) {
   EXPECT_EQ(readBitmap(folder / "empty.bmp").colours(), 1u);
 }
 
-TEST_F(ModelerPicture, ThatCannotBeWrittenIsAFailure) {
-  EXPECT_FALSE(write(folder / "none\\model.bmp", layout(1)));
-}
+TEST_F(ModelerPicture, ThatCannotBeWrittenIsAFailure) { EXPECT_FALSE(write(folder / "none\\model.bmp", layout(1))); }
 
 TEST_F(ModelerPicture, BeyondWhatAFileHoldsIsAFailure) {
   modeler::Layout huge = layout(1);
