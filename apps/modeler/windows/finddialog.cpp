@@ -1,16 +1,15 @@
 #include "windows/finddialog.hpp"
 
 #include "texts/findtexts.hpp"
+#include "windows/dialogplaces.hpp"
 
 namespace modeler {
 namespace {
 
 // In units of dialogs, as are all places: they grow with the font and the scale of the screen.
 constexpr SV::Size kArea = {230, 84};
-constexpr SV::Size kButton = {60, 14};
-constexpr long kMargin = 7;
 constexpr long kFieldLeft = 82;
-constexpr long kFieldWidth = kArea.width - kMargin - kFieldLeft;
+constexpr long kFieldWidth = kArea.width - kDialogMargin - kFieldLeft;
 
 } // namespace
 
@@ -37,21 +36,20 @@ void FindDialog::setTexts() {
 }
 
 void FindDialog::placeAll() {
-  constexpr long buttonsTop = kArea.height - kMargin - kButton.height;
-  constexpr long cancelLeft = kArea.width - kMargin - kButton.width;
-  place(whatLabel_, {kMargin, 9}, {kFieldLeft - kMargin, 8});
-  place(what_, {kFieldLeft, 7}, {kFieldWidth, 13});
-  place(kindLabel_, {kMargin, 27}, {kFieldLeft - kMargin, 8});
+  constexpr long buttonsTop = kArea.height - kDialogMargin - kButtonSize.height;
+  constexpr long cancelLeft = kArea.width - kDialogMargin - kButtonSize.width;
+  constexpr long labelWidth = kFieldLeft - kDialogMargin;
+  auto const place = [this](SV::Control & control, SV::Point const & corner, SV::Size const & size) {
+    placeInUnits(*this, control, corner, size);
+    control.Show();
+  };
+  place(whatLabel_, {kDialogMargin, 9}, {labelWidth, kLabelHeight});
+  place(what_, {kFieldLeft, 7}, {kFieldWidth, kFieldHeight});
+  place(kindLabel_, {kDialogMargin, 27}, {labelWidth, kLabelHeight});
   place(kind_, {kFieldLeft, 25}, {kFieldWidth, 60});
   place(caseSensitive_, {kFieldLeft, 43}, {kFieldWidth, 10});
-  place(ok_, {cancelLeft - 4 - kButton.width, buttonsTop}, kButton);
-  place(cancel_, {cancelLeft, buttonsTop}, kButton);
-}
-
-void FindDialog::place(SV::Control & control, SV::Point const & corner, SV::Size const & size) {
-  SV::Size const place = LogicToPixel(SV::Size{corner.x, corner.y}, SV::MAP_APPFONT);
-  control.SetPosSizePixel({place.width, place.height}, LogicToPixel(size, SV::MAP_APPFONT));
-  control.Show();
+  place(ok_, {cancelLeft - kDialogGap - kButtonSize.width, buttonsTop}, kButtonSize);
+  place(cancel_, {cancelLeft, buttonsTop}, kButtonSize);
 }
 
 Search FindDialog::GetSearch() const {

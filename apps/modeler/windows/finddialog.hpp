@@ -24,7 +24,6 @@ public:
 private:
   void setTexts();
   void placeAll();
-  void place(SV::Control & control, SV::Point const & corner, SV::Size const & size);
   void showOk() { ok_.SetEnabled(what_.GetText().Len() > 0); }
 
   // In the order of the tab key.

@@ -1,9 +1,7 @@
 #include "commands/lookcommands.hpp"
 #include "commands/menus.hpp"
-#include "support/files.hpp"
+#include "in_process.hpp"
 #include "texts/viewtexts.hpp"
-
-#include "acmdline.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,30 +10,18 @@ using SV::String;
 namespace {
 
 /// In English, with choices kept in a file of the test's.
-class ModelerLookCommands : public testing::Test {
+class ModelerLookCommands : public modeler::InProcess {
 protected:
   ModelerLookCommands() {
-    static std::string keep = "-keep" + (folder_ / "look.ini");
-    static char program[] = "modeler.exe";
-    static char * words[] = {program, keep.data()};
-    KivCmdline::init(2, words, true, "log");
-    KivInternational::InitAvailableLanguages();
-    KivInternational::SetCurrentLanguageID(2057);
-    KivInternational::createResourceManager("kivara", true);
-    KivInternational::createResourceManager("modeler", true);
     settings.emplace();
     menus.AddMenu(modeler::MENU_VIEW, modeler::kMenuView);
     menus.Add(modeler::lookCommands(*settings));
   }
 
-  std::string kept() const { return support::readFile(folder_ / "look.ini").value_or(""); }
+  std::string kept() const { return support::readFile(folder / "kept.ini").value_or(""); }
 
   static std::string themeInUse() { return KivThemeManager::CurrentTheme().GetName().c_str(); }
 
-private:
-  support::TempFolder folder_;
-
-protected:
   std::optional<modeler::Settings> settings;
   modeler::Menus menus;
 };

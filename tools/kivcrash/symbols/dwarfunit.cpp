@@ -12,6 +12,8 @@ namespace {
 constexpr int kDeepest = 200;                // scopes within scopes
 constexpr int kMostOrigins = 16;             // declarations that a function refers to, one after the other
 constexpr std::size_t kMostScopes = 500'000; // in one unit
+/// The attribute by which a definition refers to its declaration, by its number in DWARF 4, 7.5.4.
+constexpr Dwarf_Half kDeclaration = 0x47;
 /// Entries looked at in one unit. In a damaged one, an entry may be its own neighbour.
 constexpr std::size_t kMostEntries = 2'000'000;
 
@@ -42,7 +44,7 @@ Die dieAt(Dwarf_Debug debug, Dwarf_Off offset) {
 
 /// The declaration or definition that it refers to; null where there is none.
 Die originOf(Dwarf_Debug debug, Dwarf_Die die) {
-  for (Dwarf_Half const kind : {DW_AT_abstract_origin, DW_AT_specification}) {
+  for (Dwarf_Half const kind : {Dwarf_Half{DW_AT_abstract_origin}, kDeclaration}) {
     Attribute const attribute = attributeOf(debug, die, kind);
     DwarfError error(debug);
     Dwarf_Off offset = 0;
