@@ -221,7 +221,14 @@ def _may_depend(source, first, second):
     """Both call something, or one writes what the other names: what has nothing in common may stand in any order."""
     if _calls(first) and _calls(second):
         return True
-    return bool(_written(source, first) & _names(source, second) or _written(source, second) & _names(source, first))
+    return _have_in_common(_written(source, first), _names(source, second)) or \
+        _have_in_common(_written(source, second), _names(source, first))
+
+
+def _have_in_common(names, others):
+    """Whether one of the names is, or lies in, one of the others, or has one of them in it: two fields of a structure have nothing in
+    common."""
+    return any(name[:len(other)] == other[:len(name)] for name in names for other in others)
 
 
 def _written(source, part):
@@ -233,8 +240,32 @@ def _written(source, part):
 
 
 def _names(source, part):
-    own = {source.of(part)} if part.kind in (syntax.NAME, syntax.MEMBER) else set()
-    return own.union(*(_names(source, inner) for inner in part.parts))
+    """The names in a part, each with what it lies in: of "a.b = c->d()" these are ("a", "b") and ("c",), since a call of a member may
+    use all of its object."""
+    part = part.inner()
+    own = _path(source, part)
+    if own:
+        return {own}
+    called = part.parts[0].inner() if part.kind == syntax.CALL and part.parts else None
+    if called and called.kind == syntax.MEMBER:
+        own = _path(source, called)
+        return {own[:-1]}.union(*(_names(source, inner) for inner in part.parts[1:])) if own else \
+            set().union(*(_names(source, inner) for inner in called.parts + part.parts[1:]))
+    return set().union(*(_names(source, inner) for inner in part.parts))
+
+
+def _path(source, part):
+    """A name, and the fields up to the one that is meant, from the object's own on; nothing where the object is no name."""
+    if part.kind == syntax.NAME:
+        return (source.of(part),)
+    if part.kind == syntax.THIS:
+        return ("this",)
+    if part.kind != syntax.MEMBER:
+        return ()
+    if not part.parts:
+        return "this", source.of(part)
+    base = _path(source, part.parts[0].inner())
+    return (*base, re.split(r"\.|->", source.of(part))[-1].strip()) if base else ()
 
 
 def _calls(part):

@@ -45,8 +45,9 @@ class Suite:
 
     def know_times(self, costs):
         """Takes what each case takes from the file in which ctest keeps that of its last runs, where there is one."""
-        lines = costs.read_text().split("---")[0].splitlines() if costs.exists() else []
-        known = {words[0]: float(words[2]) for words in (line.rsplit(" ", 2) for line in lines) if len(words) == 3}
+        text = costs.read_text(encoding="utf-8", errors="replace") if costs.exists() else ""
+        lines = (line.rsplit(" ", 2) for line in text.split("---")[0].splitlines())
+        known = {words[0]: float(words[2]) for words in lines if len(words) == 3}
         for case in self.cases:
             case.seconds = known.get(case.name, case.seconds)
 

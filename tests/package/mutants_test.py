@@ -119,6 +119,19 @@ class Mutants(unittest.TestCase):
         for first, second, swapped in (("*a = 1;", "*b = 2;", False), ("*a = c;", "*b = c;", False), ("*a = c;", "*b = *a;", True), ("*a = f(1);", "f(2);", True)):
             self.assertEqual("order:" in shown(text.format(first, second)), swapped)
 
+    def LeavesFieldsThatHaveNothingInCommonInTheirOrder(self):
+        text = """\
+struct Pair {{ int x; int y; int sum() const; }};
+int use(int);
+int all(Pair);
+struct Owner {{ Pair pair; int other; void set(Pair a, Pair const * c) {{ {} {} }} }};
+"""
+        for first, second, swapped in (("a.x = 1;", "a.y = c->x;", False), ("a.x = 1;", "a.y = a.x;", True), ("a.x = 1;", "pair = a;", True),
+                                       ("pair.x = use(1);", "a.x = 2;", False), ("a.x = a.sum();", "a.y = 2;", True), ("pair.x = 1;", "this->pair.x = 2;", True),
+                                       ("pair.x = 1;", "other = 2;", False), ("use(a.x);", "a.y = 2;", False), ("all(a);", "a.y = 2;", True)):
+            with self.subTest(first + second):
+                self.assertEqual("order:" in shown(text.format(first, second)), swapped)
+
     def ReadsPlacesBehindLettersBeyondAscii(self):
         text = 'char const * u = "ü";\nint const seven = 7;\n'
         self.assertIn("constant: 7 => 8\n", shown(text))
