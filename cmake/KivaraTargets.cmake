@@ -26,7 +26,7 @@ endfunction()
 # for tests in any case.
 set(KIVARA_EMULATOR "")
 if(CMAKE_CROSSCOMPILING)
-  set(KIVARA_EMULATOR ${PROJECT_SOURCE_DIR}/tests/support/run-under-wine)
+  set(KIVARA_EMULATOR ${PROJECT_SOURCE_DIR}/tests/support/harness/run-under-wine)
 endif()
 
 # What the library's own files say of where they come from.
@@ -66,7 +66,7 @@ function(kivara_test name)
   cmake_parse_arguments(arg "" "OWN_DISPLAY" "SOURCES;LINKS;PROGRAMS;PROPERTIES" ${ARGN})
   set(emulator ${KIVARA_EMULATOR})
   if(arg_OWN_DISPLAY)
-    set(emulator ${PROJECT_SOURCE_DIR}/tests/support/in-own-display ${arg_OWN_DISPLAY})
+    set(emulator ${PROJECT_SOURCE_DIR}/tests/support/harness/in-own-display ${arg_OWN_DISPLAY})
   endif()
   kivara_program(${name} CONSOLE SOURCES ${arg_SOURCES} LINKS ${arg_LINKS} kivara_test_support)
   if(arg_PROGRAMS)

@@ -82,8 +82,8 @@ lint_layers() {
 # The scripts are one program in several files: variables of one are used in another.
 lint_shell() {
   say "checking the scripts"
-  (cd "$root" && shellcheck --exclude=SC2154,SC2034 -x dev .ci/run scripts/*.sh scripts/deps/*.sh cmake/keep-import-library tests/support/in-own-display tests/support/run-under-wine \
-    tests/support/make-certificates)
+  (cd "$root" && shellcheck --exclude=SC2154,SC2034 -x dev .ci/run scripts/*.sh scripts/deps/*.sh cmake/keep-import-library \
+    tests/support/harness/in-own-display tests/support/harness/run-under-wine tests/support/servers/make-certificates)
 }
 
 lint_cppcheck() {

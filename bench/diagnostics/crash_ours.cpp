@@ -1,7 +1,7 @@
 // A program on the library that faults. Its box is not shown: it would wait for somebody.
 
 #include "acrash.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 namespace {

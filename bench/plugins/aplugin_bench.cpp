@@ -3,7 +3,7 @@
 #include "aplugin.hpp"
 
 #include "acmdline.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "support/ratio.hpp"
 #include "tools/winapi.hpp"
 

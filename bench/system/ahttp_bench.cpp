@@ -3,8 +3,8 @@
 
 #include "ahttp.hpp"
 
-#include "support/http_server.hpp"
 #include "support/ratio.hpp"
+#include "support/servers/http_server.hpp"
 #include "tools/winapi.hpp"
 
 #include <winhttp.h>

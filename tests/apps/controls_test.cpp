@@ -1,8 +1,8 @@
 // The sample of dialogs and controls, as its user has it.
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/pixels.hpp"
-#include "support/windows.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/pixels.hpp"
+#include "support/windows/windows.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // The sample "fetch": what it saves, and its exit codes.
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/http_server.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/servers/http_server.hpp"
 
 #include <gtest/gtest.h>
 

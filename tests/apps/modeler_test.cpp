@@ -1,7 +1,7 @@
 #include "aappinfo.hpp"
 #include "modeler/modeler_run.hpp"
-#include "support/console.hpp"
-#include "support/pixels.hpp"
+#include "support/processes/console.hpp"
+#include "support/windows/pixels.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // The sample of the matchers.
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

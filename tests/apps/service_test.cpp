@@ -1,8 +1,8 @@
 // The host without a user interface, from its command line to its orderly end.
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/system_text.hpp"
-#include "support/windows.hpp"
+#include "support/data/files.hpp"
+#include "support/data/system_text.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "crypto/bytes.hpp"
 #include "crypto/heapuse.hpp"
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

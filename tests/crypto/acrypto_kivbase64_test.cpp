@@ -1,7 +1,7 @@
 #include "acrypto.hpp"
 
 #include "crypto/bytes.hpp"
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 #include <openssl/evp.h>

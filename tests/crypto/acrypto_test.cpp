@@ -3,7 +3,7 @@
 #include "ades.hpp"
 #include "crypto/bytes.hpp"
 #include "crypto/heapuse.hpp"
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

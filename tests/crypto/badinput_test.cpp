@@ -5,8 +5,8 @@
 #include "ades.hpp"
 
 #include "crypto/bytes.hpp"
-#include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include "acrypto.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <memory>
 #include <random>

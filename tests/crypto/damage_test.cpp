@@ -3,8 +3,8 @@
 #include "ades.hpp"
 
 #include "crypto/bytes.hpp"
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

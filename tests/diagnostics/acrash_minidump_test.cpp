@@ -2,7 +2,7 @@
 
 #include "acrash.hpp"
 #include "diagnostics/crash_run.hpp"
-#include "support/debugger.hpp"
+#include "support/processes/debugger.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 
 #include "diagnostics/local_clock.hpp"
 #include "diagnostics/logbackups.hpp"
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/files.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <string>
 

@@ -2,8 +2,8 @@
 #include "alog.hpp"
 
 #include "diagnostics/local_clock.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

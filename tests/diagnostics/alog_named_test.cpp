@@ -2,7 +2,7 @@
 #include "alog.hpp"
 
 #include "diagnostics/local_clock.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

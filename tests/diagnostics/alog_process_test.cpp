@@ -1,8 +1,8 @@
 // Logs in whole processes: their internal errors, and what is in the files when a program has ended.
 
 #include "diagnostics/reporter_run.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

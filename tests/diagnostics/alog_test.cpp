@@ -2,8 +2,8 @@
 
 #include "diagnostics/local_clock.hpp"
 #include "diagnostics/open_logger.hpp"
-#include "support/files.hpp"
-#include "support/import_spy.hpp"
+#include "support/data/files.hpp"
+#include "support/imports/import_spy.hpp"
 
 #include <gtest/gtest.h>
 

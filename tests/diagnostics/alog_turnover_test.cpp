@@ -3,7 +3,7 @@
 
 #include "diagnostics/local_clock.hpp"
 #include "diagnostics/open_logger.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "tools/direntry.hpp"
 #include "tools/international.hpp"
 

@@ -1,7 +1,7 @@
 // The record of a process, up to its end and after it.
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

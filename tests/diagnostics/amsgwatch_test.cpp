@@ -2,8 +2,8 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "diagnostics/named_messages.hpp"
-#include "support/files.hpp"
-#include "support/random.hpp"
+#include "support/data/files.hpp"
+#include "support/data/random.hpp"
 #include "sv0105/application/testapplication.hpp"
 
 #include <algorithm>

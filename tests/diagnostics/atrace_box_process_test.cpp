@@ -1,7 +1,7 @@
 // Internal errors: what their boxes and lines say, and what follows them.
 
 #include "diagnostics/report_texts.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "atrace.hpp"
 
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // shown and suppressed. The boxes are real ones, read and pressed from outside.
 
 #include "diagnostics/report_texts.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What is reported once in a process: the dead network and the exit notice.
 
 #include "diagnostics/report_texts.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

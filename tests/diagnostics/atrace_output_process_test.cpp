@@ -1,7 +1,7 @@
 // Where lines go: the debugger, the dynamic console, the trace file and stdout, in whole processes.
 
 #include "diagnostics/reporter_run.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "diagnostics/crash/callstack.hpp"
 
 #include "diagnostics/crash/report.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 /// \file
 /// A run of the child program crash_ways, with its boxes and what it leaves in the temporary folder.
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/lines.hpp"
-#include "support/windows.hpp"
+#include "support/data/files.hpp"
+#include "support/data/lines.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 #include "tools/winapi.hpp"
 
 #include "fixed_values.hpp"

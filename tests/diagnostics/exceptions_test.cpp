@@ -1,6 +1,6 @@
 #include "diagnostics/crash/exceptions.hpp"
 #include "diagnostics/crash/report.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 /// \file
 /// Internal errors that the library reports to this very process.
 
-#include "support/debug_lines.hpp"
+#include "support/processes/debug_lines.hpp"
 #include "sv/application.hpp"
 
 #include <string>

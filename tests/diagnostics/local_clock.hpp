@@ -3,7 +3,7 @@
 /// The local time as the libraries see it, set by a test. Under Wine the clock of the machine cannot be set for one process,
 /// so their question to the system is answered here instead.
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -3,9 +3,9 @@
 /// A run of the child program error_reporter under a debugger, with its boxes.
 
 #include "aappinfo.hpp"
-#include "support/debugger.hpp"
-#include "support/lines.hpp"
-#include "support/windows.hpp"
+#include "support/data/lines.hpp"
+#include "support/processes/debugger.hpp"
+#include "support/windows/windows.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -6,8 +6,8 @@
 
 #include "aapp.hpp"
 #include "aentry.hpp"
-#include "support/files.hpp"
-#include "support/process_guard.hpp"
+#include "support/data/files.hpp"
+#include "support/harness/process_guard.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 

@@ -2,7 +2,7 @@
 /// \file
 /// A short run of the endurance program.
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "figures.hpp"
 
-#include "support/files.hpp"
-#include "support/handles.hpp"
-#include "support/wine.hpp"
+#include "support/data/files.hpp"
+#include "support/harness/wine.hpp"
+#include "support/memory/handles.hpp"
 #include "tools/winapi.hpp"
 
 #include <winternl.h>

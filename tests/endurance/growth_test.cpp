@@ -3,7 +3,7 @@
 #include "growth.hpp"
 
 #include "options.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

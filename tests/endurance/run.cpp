@@ -1,7 +1,7 @@
 #include "run.hpp"
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 #include "sv/application.hpp"
 
 #include <algorithm>

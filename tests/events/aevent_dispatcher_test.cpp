@@ -1,7 +1,7 @@
 #include "aevent_dispatcher.hpp"
 
 #include "events/listeners.hpp"
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

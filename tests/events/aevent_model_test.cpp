@@ -7,7 +7,7 @@
 
 #include "events/bus_model.hpp"
 #include "events/listeners.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "aevents.hpp"
 
 #include "events/listeners.hpp"
-#include "support/allocation.hpp"
-#include "support/child_process.hpp"
+#include "support/memory/allocation.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

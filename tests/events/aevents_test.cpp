@@ -1,7 +1,7 @@
 #include "aevents.hpp"
 
 #include "events/listeners.hpp"
-#include "support/debug_lines.hpp"
+#include "support/processes/debug_lines.hpp"
 #include "sv/window.hpp"
 #include "tools/winapi.hpp"
 

@@ -1,6 +1,6 @@
 // The sample "saving" of the page on events.
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

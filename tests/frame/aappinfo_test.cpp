@@ -1,6 +1,6 @@
 #include "aappinfo.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

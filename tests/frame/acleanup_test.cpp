@@ -1,8 +1,8 @@
 #include "acleanup.hpp"
 
-#include "support/allocation.hpp"
-#include "support/files.hpp"
-#include "support/import_spy.hpp"
+#include "support/data/files.hpp"
+#include "support/imports/import_spy.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/containers.hpp"
 
 #include <gtest/gtest.h>

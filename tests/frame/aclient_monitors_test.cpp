@@ -3,7 +3,7 @@
 
 #include "adrawcch.hpp"
 #include "frame/recording_application.hpp"
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 #include "sv/image.hpp"
 #include "sv/mdi.hpp"
 #include "sv/system.hpp"

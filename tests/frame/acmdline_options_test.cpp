@@ -1,7 +1,7 @@
 // The list of options beside what is written about them by hand: the page and the remarks of the header.
 
-#include "support/files.hpp"
-#include "support/lines.hpp"
+#include "support/data/files.hpp"
+#include "support/data/lines.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Real command lines: a child program takes its own from the system and prints what the getters answer.
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

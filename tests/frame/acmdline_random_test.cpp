@@ -4,8 +4,8 @@
 
 #include "frame/cmdline_getters.hpp"
 #include "frame/heap_arguments.hpp"
-#include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "frame/cmdline_getters.hpp"
 #include "frame/cmdline_words.hpp"
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

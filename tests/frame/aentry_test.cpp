@@ -4,8 +4,8 @@
 #include "frame/box_watch.hpp"
 #include "frame/frame_run.hpp"
 #include "frame/recording_application.hpp"
-#include "support/allocation.hpp"
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv/sysdepen.hpp"
 
 #include <gtest/gtest.h>

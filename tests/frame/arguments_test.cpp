@@ -1,8 +1,8 @@
 #include "frame/arguments.hpp"
 
-#include "support/allocation.hpp"
-#include "support/child_process.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 
 #include "frame/cmdline_getters.hpp"
 #include "frame/heap_arguments.hpp"
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #include "aappinfo.hpp"
 #include "frame/product_run.hpp"
-#include "support/console.hpp"
+#include "support/processes/console.hpp"
 
 #include <gtest/gtest.h>
 

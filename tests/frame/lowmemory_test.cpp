@@ -1,7 +1,7 @@
 #include "aentry.hpp"
 #include "frame/box_watch.hpp"
 #include "frame/recording_application.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "frame/product_run.hpp"
 
-#include "support/lines.hpp"
+#include "support/data/lines.hpp"
 #include "tools/winapi.hpp"
 
 #include <algorithm>

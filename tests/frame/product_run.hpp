@@ -6,9 +6,9 @@
 ///     EXPECT_EQ(run.exitCode(), 0u);
 ///     EXPECT_EQ(run.fact("height"), "14");
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/windows.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 
 #include <map>
 #include <memory>

@@ -3,7 +3,7 @@
 #include "aappinfo.hpp"
 
 #include "package/file_facts.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "acmdline.hpp"
 #include "frame/language.hpp"
 #include "locale/ainter_state.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

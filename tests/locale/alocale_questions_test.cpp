@@ -2,7 +2,7 @@
 #include "alocale.hpp"
 
 #include "locale/locale_facts.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "locale/language_run.hpp"
 
 #include "frame/product_run.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/windows.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -3,10 +3,10 @@
 #include "aplatfrm.hpp"
 #include "locale/language_run.hpp"
 #include "locale/languagelist.hpp"
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/files.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "locale/language_run.hpp"
 
 #include "locale/amlstr_format.hpp"
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <algorithm>

@@ -7,8 +7,8 @@
 ///     folder.addPack("2057\\kivara72.dll", "language\\2057\\texts72.dll");
 ///     EXPECT_EQ(folder.facts("create texts 1|chain").at("chain"), "language\\2057\\texts72.dll");
 
-#include "support/debugger.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/debugger.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Carries out the steps of docs/languages.md, with the list and the commands that stand there.
 #include "locale/language_run.hpp"
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

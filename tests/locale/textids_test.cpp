@@ -1,7 +1,7 @@
 // The numbers in the code and the texts in the resource scripts of both languages are the same.
 #include "base/textids.hpp"
 
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "package/file_facts.hpp"
 #include "package/package_paths.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <filesystem>
 #include <fstream>

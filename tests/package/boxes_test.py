@@ -63,7 +63,7 @@ class Boxes(unittest.TestCase):
 
     def MessagesOfDevOnThePageAreThoseOfItsScripts(self):
         files = [ROOT / "dev", *(ROOT / "scripts").rglob("*.sh"), *(ROOT / "scripts").rglob("*.py")]
-        files.append(ROOT / "tests/support/run-under-wine")
+        files.append(ROOT / "tests/support/harness/run-under-wine")
         said = in_one_line(" ".join(file.read_text(encoding="utf-8") for file in files))
         cells = rows(of_dev=True)
         self.assertGreater(len(cells), 10)

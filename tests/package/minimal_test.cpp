@@ -1,8 +1,8 @@
 // The smallest sample as it was built and shipped with the installation.
 
 #include "package/package_paths.hpp"
-#include "support/child_process.hpp"
-#include "support/windows.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 #include "tools/winapi.hpp"
 
 #include <psapi.h>

@@ -2,8 +2,8 @@
 
 #include "package/file_facts.hpp"
 #include "package/package_paths.hpp"
-#include "support/child_process.hpp"
-#include "support/windows.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 //
 // A dialog with a field gets the number, and each dialog or box its button OK.
 
-#include "support/windows.hpp"
+#include "support/windows/windows.hpp"
 
 #include <algorithm>
 #include <cstdio>

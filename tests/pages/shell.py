@@ -65,7 +65,7 @@ supervised() {{
 }}
 main "$@"
 """
-# Wine starts no program twice in the same place of memory where places are fixed; see tests/support/run-under-wine.
+# Wine starts no program twice in the same place of memory where places are fixed; see tests/support/harness/run-under-wine.
 WINE = """#!/bin/bash
 fixed=(setarch -R)
 "${{fixed[@]}}" true 2>/dev/null || fixed=()

@@ -1,5 +1,5 @@
-#include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "afarcall.hpp"
 
 #include "plugins/farcall_agreement.hpp"
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

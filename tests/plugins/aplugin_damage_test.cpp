@@ -4,8 +4,8 @@
 // anywhere in it, so that a fault may come from its own code. Wine's loader follows some damaged headers without a check.
 
 #include "plugin_run.hpp"
-#include "support/child_process.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

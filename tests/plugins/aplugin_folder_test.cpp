@@ -1,7 +1,7 @@
 #include "aplugin.hpp"
 
 #include "plugin_run.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "plugin_run.hpp"
-#include "support/child_process.hpp"
-#include "support/windows.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 
 #include <gtest/gtest.h>
 

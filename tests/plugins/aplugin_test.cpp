@@ -1,9 +1,9 @@
 #include "aplugin.hpp"
 
 #include "plugin_run.hpp"
-#include "support/debug_lines.hpp"
-#include "support/import_hook.hpp"
-#include "support/process_guard.hpp"
+#include "support/harness/process_guard.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/processes/debug_lines.hpp"
 
 #include <gtest/gtest.h>
 

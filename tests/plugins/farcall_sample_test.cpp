@@ -1,6 +1,6 @@
 // The sample "ask" with the module "textservices.dll".
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

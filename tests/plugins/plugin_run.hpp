@@ -5,7 +5,7 @@
 #include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplugin.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

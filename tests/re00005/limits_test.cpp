@@ -1,7 +1,7 @@
 // How large patterns and texts may be, and how long they take.
 #include "re00005.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The tests that the engine's own package ships, through re00005.dll.
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

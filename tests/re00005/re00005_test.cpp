@@ -1,8 +1,8 @@
 // The engine's contract: flags, codes, offsets, and what it does for patterns that no engine should see.
 #include "re00005.hpp"
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Who asks for no offsets has another way through the engine. It has to give the same answers.
 #include "re00005.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What the binaries ask of the system against those who find a fault in them.
 
 #include "aappinfo.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "afileman.hpp"
 #include "amsgwatch.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "sv/sv.hpp"
 #include "sv0105/application/testapplication.hpp"
 #include "tools/winapi.hpp"

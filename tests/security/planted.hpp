@@ -2,8 +2,8 @@
 /// \file
 /// Libraries and programs that somebody has put where they do not belong, and which of them were run.
 
-#include "support/files.hpp"
-#include "support/lines.hpp"
+#include "support/data/files.hpp"
+#include "support/data/lines.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -5,8 +5,8 @@
 #include "alog.hpp"
 #include "aproc.hpp"
 #include "auser.hpp"
-#include "support/child_process.hpp"
-#include "support/windows.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 #include "system/process_child.hpp"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "planted.hpp"
 
 #include "adll.hpp"
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 #include "sv/sv.hpp"
 
 #include <gtest/gtest.h>

@@ -3,9 +3,9 @@
 #include "acrypto.hpp"
 #include "ahttp.hpp"
 #include "auser.hpp"
-#include "support/child_process.hpp"
-#include "support/debug_lines.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/processes/debug_lines.hpp"
 #include "system/process_child.hpp"
 #include "tools/winapi.hpp"
 

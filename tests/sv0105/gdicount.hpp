@@ -3,7 +3,7 @@
 /// How many pens, brushes, fonts, regions, bitmaps and memory devices the window library holds: counted through what it imports, since the system's own
 /// count is 0 under Wine.
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <initializer_list>
 

@@ -1,7 +1,7 @@
 #include "afileman.hpp"
 
-#include "support/debugger.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/debugger.hpp"
 
 #include <gtest/gtest.h>
 

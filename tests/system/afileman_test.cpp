@@ -1,7 +1,7 @@
 #include "afileman.hpp"
 
 #include "diagnostics/internal_errors.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "system/uuid_text.hpp"
 #include "tools/winapi.hpp"
 

@@ -2,8 +2,8 @@
 
 #include "httpclient.hpp"
 
-#include "support/allocation.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "fakewinhttp.hpp"
 #include "httpclient.hpp"
 
-#include "support/allocation.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <winhttp.h>
 

@@ -2,7 +2,7 @@
 
 #include "httpclient.hpp"
 
-#include "support/wine.hpp"
+#include "support/harness/wine.hpp"
 #include "tools/winapi.hpp"
 
 #include <winhttp.h>

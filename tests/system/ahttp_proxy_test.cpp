@@ -2,7 +2,7 @@
 
 #include "fakewinhttp.hpp"
 #include "httpclient.hpp"
-#include "support/wine.hpp"
+#include "support/harness/wine.hpp"
 
 #include <winhttp.h>
 

@@ -2,9 +2,9 @@
 
 #include "httpclient.hpp"
 
-#include "support/files.hpp"
-#include "support/import_spy.hpp"
-#include "support/wine.hpp"
+#include "support/data/files.hpp"
+#include "support/harness/wine.hpp"
+#include "support/imports/import_spy.hpp"
 #include "tools/winapi.hpp"
 
 #include <wincrypt.h>

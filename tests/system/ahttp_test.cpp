@@ -2,7 +2,7 @@
 
 #include "httpclient.hpp"
 
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "tools/winapi.hpp"
 
 #include <winhttp.h>

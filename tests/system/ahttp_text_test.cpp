@@ -2,7 +2,7 @@
 
 #include "httpclient.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <gtest/gtest.h>
 

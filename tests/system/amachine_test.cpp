@@ -1,7 +1,7 @@
 #include "amachine.hpp"
 
-#include "support/child_process.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <winsock2.h>

@@ -1,8 +1,8 @@
 #include "amemcach.hpp"
 
-#include "support/allocation.hpp"
-#include "support/import_hook.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "aplatfrm.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <gtest/gtest.h>
 

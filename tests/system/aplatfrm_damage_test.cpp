@@ -2,9 +2,9 @@
 #include "amachine.hpp"
 #include "aplatfrm.hpp"
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/damage.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

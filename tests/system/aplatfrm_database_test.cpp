@@ -5,8 +5,8 @@
 #include "aappinfo.hpp"
 #include "acmdline.hpp"
 #include "aplatfrm.hpp"
-#include "support/allocation.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

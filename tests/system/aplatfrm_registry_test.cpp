@@ -3,7 +3,7 @@
 #include "facts_program.hpp"
 
 #include "aplatfrm.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <gtest/gtest.h>
 

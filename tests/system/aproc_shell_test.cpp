@@ -2,8 +2,8 @@
 
 #include "frame/box_watch.hpp"
 #include "process_child.hpp"
-#include "support/debug_lines.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/processes/debug_lines.hpp"
 #include "sv/application.hpp"
 #include "sv/window.hpp"
 

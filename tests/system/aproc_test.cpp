@@ -1,9 +1,9 @@
 #include "aproc.hpp"
 
 #include "process_child.hpp"
-#include "support/debug_lines.hpp"
-#include "support/import_hook.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/processes/debug_lines.hpp"
 
 #include <gtest/gtest.h>
 

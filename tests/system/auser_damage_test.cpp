@@ -2,8 +2,8 @@
 
 #include "auser.hpp"
 
-#include "support/allocation.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 #include "userfile.hpp"
 
 #include <gtest/gtest.h>

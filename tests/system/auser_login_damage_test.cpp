@@ -1,7 +1,7 @@
 // A "login.ini" that was damaged: the full domain is wanted where one line of it still says so.
 #include "currentuser.hpp"
 
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
 
 #include <algorithm>
 #include <string>

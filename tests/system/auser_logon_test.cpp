@@ -3,8 +3,8 @@
 #include "auser.hpp"
 
 #include "fakesecurity.hpp"
-#include "support/debug_lines.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/debug_lines.hpp"
 
 #include <gtest/gtest.h>
 

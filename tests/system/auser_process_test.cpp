@@ -3,8 +3,8 @@
 #include "auser.hpp"
 
 #include "copied_program.hpp"
-#include "support/debugger.hpp"
-#include "support/wine.hpp"
+#include "support/harness/wine.hpp"
+#include "support/processes/debugger.hpp"
 #include "userfile.hpp"
 
 #define SECURITY_WIN32

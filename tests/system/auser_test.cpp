@@ -2,9 +2,9 @@
 
 #include "auser.hpp"
 
-#include "support/allocation.hpp"
-#include "support/debug_lines.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
+#include "support/processes/debug_lines.hpp"
 #include "tools/winapi.hpp"
 #include "userfile.hpp"
 

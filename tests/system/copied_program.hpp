@@ -2,8 +2,8 @@
 /// \file
 /// A child program in a folder of its own, so that files can be put beside it.
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

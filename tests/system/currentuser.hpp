@@ -6,9 +6,9 @@
 
 #include "acmdline.hpp"
 #include "fakesecurity.hpp"
-#include "support/debug_lines.hpp"
-#include "support/files.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/files.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/processes/debug_lines.hpp"
 
 #include <gtest/gtest.h>
 

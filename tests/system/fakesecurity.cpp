@@ -1,6 +1,6 @@
 #include "fakesecurity.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #define SECURITY_WIN32
 #include <sspi.h>

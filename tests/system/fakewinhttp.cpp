@@ -1,6 +1,6 @@
 #include "fakewinhttp.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <winhttp.h>
 

@@ -3,7 +3,7 @@
 /// What the tests of the HTTP client share.
 
 #include "ahttp.hpp"
-#include "support/http_server.hpp"
+#include "support/servers/http_server.hpp"
 
 #include <gtest/gtest.h>
 

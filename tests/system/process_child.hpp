@@ -3,9 +3,9 @@
 /// What the tests of processes share: the program process_child, and how it reports what it was started with.
 
 #include "aproc.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/handles.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/handles.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #include "system/redirection.hpp"
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 /// What a file with a database account holds, good and damaged.
 
 #include "acrypto.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
 
 #include <iterator>
 #include <string>

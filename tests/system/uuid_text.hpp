@@ -2,7 +2,7 @@
 /// \file
 /// The system's text of a new UUID, given by the test in the system's place.
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <rpc.h>

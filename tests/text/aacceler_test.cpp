@@ -1,8 +1,8 @@
 #include "aacceler.hpp"
 
 #include "diagnostics/reporter_run.hpp"
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv/menu.hpp"
 #include "sv/resource.hpp"
 #include "sv0105/application/testapplication.hpp"

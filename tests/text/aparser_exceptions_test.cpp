@@ -3,7 +3,7 @@
 #include "listreader.hpp"
 #include "parsertext.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <new>
 #include <stdexcept>

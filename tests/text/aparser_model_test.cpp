@@ -1,7 +1,7 @@
 // The text parser beside its model, over random texts, operations and seeks.
 
 #include "parser_pair.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "listreader.hpp"
 #include "parsertext.hpp"
 
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
 
 #include <cctype>
 #include <clocale>

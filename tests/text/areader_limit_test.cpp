@@ -3,8 +3,8 @@
 #include "fatal_exit.hpp"
 #include "textfile.hpp"
 
-#include "support/child_process.hpp"
-#include "support/windows.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 
 #include "tools/winapi.hpp"
 

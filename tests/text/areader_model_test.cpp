@@ -1,7 +1,7 @@
 // The text file reader beside a plain model.
 
 #include "line_model.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 #include "textfile.hpp"
 
 #include <random>

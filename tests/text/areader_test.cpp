@@ -2,7 +2,7 @@
 
 #include "textfile.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstring>

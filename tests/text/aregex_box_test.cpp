@@ -3,7 +3,7 @@
 
 #include "ui/boxes/boxtest.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <ostream>
 #include <tuple>

@@ -1,9 +1,9 @@
 // KivRegEx beside the regular expressions of the C library on the machine that builds.
 #include "matchers.hpp"
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/random.hpp"
+#include "support/data/files.hpp"
+#include "support/data/random.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

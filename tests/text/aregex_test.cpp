@@ -1,8 +1,8 @@
 // KivRegEx and KivRegEx2: compiling, matching, sharing. The boxes are in aregex_box_test.cpp.
 #include "matchers.hpp"
 
-#include "support/allocation.hpp"
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv0105/application/testapplication.hpp"
 
 #include <clocale>

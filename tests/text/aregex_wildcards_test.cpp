@@ -1,8 +1,8 @@
 // Wildcards: the rules, and a model of them over random pairs.
 #include "matchers.hpp"
 
-#include "support/import_spy.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/imports/import_spy.hpp"
 
 #include <gtest/gtest.h>
 

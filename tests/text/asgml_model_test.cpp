@@ -1,8 +1,8 @@
 // Damaged character maps: read within their bounds, and by the rules.
 #include "sgml_model.hpp"
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 
 namespace {
 

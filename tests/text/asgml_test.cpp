@@ -1,8 +1,8 @@
 // Character maps, conversions by them, and the inserter.
 #include "sgml_model.hpp"
 
-#include "support/allocation.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <fstream>
 #include <iomanip>

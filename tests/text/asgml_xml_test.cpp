@@ -2,7 +2,7 @@
 #include "asgml.hpp"
 #include "atools.hpp"
 
-#include "support/xml.hpp"
+#include "support/data/xml.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "atools.hpp"
 
-#include "support/files.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/files.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "atools.hpp"
 
 #include "diagnostics/internal_errors.hpp"
-#include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/memory/allocation.hpp"
 #include "text/masking.hpp"
 #include "text/poisoned_page.hpp"
 

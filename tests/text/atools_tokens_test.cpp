@@ -1,7 +1,7 @@
 #include "atools.hpp"
 
-#include "support/allocation.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

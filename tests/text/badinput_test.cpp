@@ -3,8 +3,8 @@
 
 #include "parser_pair.hpp"
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "fatal_exit.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

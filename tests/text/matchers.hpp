@@ -4,7 +4,7 @@
 
 #include "aregex.hpp"
 
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
 
 #include <string>
 

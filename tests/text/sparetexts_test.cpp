@@ -5,7 +5,7 @@
 #include "listreader.hpp"
 #include "textfile.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 using SV::String;
 

@@ -2,9 +2,9 @@
 
 #include "textfile.hpp"
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/random.hpp"
+#include "support/data/files.hpp"
+#include "support/data/random.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <algorithm>
 #include <cctype>

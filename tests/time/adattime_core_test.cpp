@@ -1,7 +1,7 @@
 // The text forms of dates and moments.
 #include "adattime.hpp"
 
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
 #include "tools/international.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Formats of dates and times, by table and by a model.
 #include "adattime.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 #include "tools/international.hpp"
 
 #include <gtest/gtest.h>

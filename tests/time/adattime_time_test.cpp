@@ -1,7 +1,7 @@
 // Times of day in seconds, and in the two forms that users write.
 #include "adattime.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include "diagnostics/internal_errors.hpp"
 #include "durationmodel.hpp"
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

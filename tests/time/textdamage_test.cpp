@@ -2,8 +2,8 @@
 #include "adattime.hpp"
 
 #include "durationmodel.hpp"
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

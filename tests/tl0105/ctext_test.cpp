@@ -1,6 +1,6 @@
 #include "tools/ctext.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/string.hpp"
 
 #include <gtest/gtest.h>

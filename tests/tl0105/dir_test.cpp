@@ -1,7 +1,7 @@
 #include "tools/dir.hpp"
 
-#include "support/allocation.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 #include "testfiles.hpp"
 
 #include <gtest/gtest.h>

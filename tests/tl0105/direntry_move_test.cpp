@@ -1,6 +1,6 @@
 #include "tools/direntry.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "testfiles.hpp"
 #include "tools/dir.hpp"
 

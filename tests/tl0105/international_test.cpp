@@ -1,6 +1,6 @@
 #include "tools/international.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "systemanswers.hpp"
 
 #include <gtest/gtest.h>

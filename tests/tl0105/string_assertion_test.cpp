@@ -1,6 +1,6 @@
 // What String asserts. The DLL stops at a failed assertion in debug form only.
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

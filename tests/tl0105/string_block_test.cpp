@@ -1,6 +1,6 @@
 // Which block a String has, who shares it, and when it goes.
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/string.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Comparing texts of each length, at each alignment, with a difference or a NUL at each place, directly before memory that
 // cannot be read.
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/string.hpp"
 
 #include <gtest/gtest.h>

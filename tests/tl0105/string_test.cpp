@@ -1,6 +1,6 @@
 #include "tools/string.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 /// \file
 /// A pool of texts beside a model of them: what each text holds, and which of them share a block.
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

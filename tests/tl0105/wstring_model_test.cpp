@@ -2,7 +2,7 @@
 
 #include "text_operations.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "tools/wstring.hpp"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "tools/wstring.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

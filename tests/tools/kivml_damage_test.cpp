@@ -1,8 +1,8 @@
 // Lists and packed files that are damaged in every way: the tool tells the fault, or loses nothing.
 #include "locale/language_run.hpp"
 #include "packedfile.hpp"
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
+#include "support/data/damage.hpp"
+#include "support/memory/allocation.hpp"
 #include "textlist.hpp"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "locale/language_run.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/random.hpp"
-#include "support/system_text.hpp"
+#include "support/data/files.hpp"
+#include "support/data/random.hpp"
+#include "support/data/system_text.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

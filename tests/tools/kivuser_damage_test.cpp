@@ -2,8 +2,8 @@
 
 #include "account.hpp"
 #include "auser.hpp"
-#include "support/allocation.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 #include "system/userfile.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "auser.hpp"
-#include "support/child_process.hpp"
-#include "support/console.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/processes/console.hpp"
 #include "system/userfile.hpp"
 #include "tools/winapi.hpp"
 

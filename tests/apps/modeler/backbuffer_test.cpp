@@ -1,6 +1,6 @@
 #include "windows/backbuffer.hpp"
 
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What the sample product offers to find faults, seen from outside: record, request, who is at work, crash on demand.
 #include "modeler_run.hpp"
 
-#include "support/http_server.hpp"
+#include "support/servers/http_server.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Activities of the sample product that are dragged, and copied, to its start window.
 #include "modeler_run.hpp"
 
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The sample product exports its models from the menu.
 #include "modeler_run.hpp"
 
-#include "support/xml.hpp"
+#include "support/data/xml.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // What the sample product says of files that are no process models.
 #include "modeler_run.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

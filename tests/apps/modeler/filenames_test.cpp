@@ -1,5 +1,5 @@
 #include "model/filenames.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

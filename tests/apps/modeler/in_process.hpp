@@ -4,8 +4,8 @@
 
 #include "acmdline.hpp"
 #include "kivara.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

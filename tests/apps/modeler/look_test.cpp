@@ -1,7 +1,7 @@
 // What of the sample product follows the theme, seen from outside: parts that are shown and hidden, the theme that is kept.
 
 #include "modeler_run.hpp"
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -2,9 +2,9 @@
 #include "model/modelwriter.hpp"
 #include "model/processmodel.hpp"
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/files.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 
 #include "amlstr.hpp"
 

@@ -1,7 +1,7 @@
 // Process models and languages of the sample product.
 #include "modeler_run.hpp"
 
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -6,7 +6,7 @@
 #include "windows/statusbar.hpp"
 #include "windows/toolbar.hpp"
 
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 
 using SV::Point;
 using SV::String;

@@ -2,7 +2,7 @@
 #include "in_process.hpp"
 
 #include "printing/picturefile.hpp"
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 #include "sv/virtualdevice.hpp"
 #include "windows/processdrawing.hpp"
 

@@ -1,6 +1,6 @@
 #include "background/plugins.hpp"
 
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The sample product prints its models.
 #include "modeler_run.hpp"
 
-#include "support/printing.hpp"
+#include "support/servers/printing.hpp"
 #include "tools/winapi.hpp"
 
 using Lines = std::vector<std::string>;

@@ -1,8 +1,8 @@
 // A file of settings that was damaged: what it does not say any more is as in a new one, and it takes new settings.
 #include "background/settings.hpp"
 
-#include "support/damage.hpp"
-#include "support/files.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
 
 #include "acmdline.hpp"
 

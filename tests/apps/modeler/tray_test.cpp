@@ -1,7 +1,7 @@
 // The sample product and the tray, on a desktop of the test's own with a shell of the tests.
 #include "modeler_run.hpp"
-#include "programs/tray_shell.hpp"
-#include "support/private_station.hpp"
+#include "programs/ui/tray_shell.hpp"
+#include "support/windows/private_station.hpp"
 
 #include "tools/winapi.hpp"
 

@@ -2,8 +2,8 @@
 #include "background/userfacts.hpp"
 #include "in_process.hpp"
 #include "languages.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <map>
 

@@ -2,7 +2,7 @@
 #include "commands/diagnosticscommands.hpp"
 #include "commands/menus.hpp"
 #include "in_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "texts/diagnosticstexts.hpp"
 
 namespace modeler {

@@ -1,8 +1,8 @@
 // Requests to a server of the tests.
 #include "background/webrequest.hpp"
 
-#include "support/child_process.hpp"
-#include "support/http_server.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/servers/http_server.hpp"
 
 #include "in_process.hpp"
 #include "windows/requestdialog.hpp"

@@ -1,7 +1,7 @@
 // Process models as XML, read by the system's own parser.
 #include "frame/product_run.hpp"
 
-#include "support/xml.hpp"
+#include "support/data/xml.hpp"
 
 #include <gtest/gtest.h>
 

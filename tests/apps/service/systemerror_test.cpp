@@ -1,6 +1,6 @@
 #include "systemerror.hpp"
 
-#include "support/system_text.hpp"
+#include "support/data/system_text.hpp"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "../activity.hpp"
 
 #include "aebox.hpp"
-#include "support/windows.hpp"
+#include "support/windows/windows.hpp"
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
 

@@ -4,7 +4,7 @@
 
 #include "alog.hpp"
 #include "atrace.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <cstdio>
 

@@ -6,7 +6,7 @@
 #include "afarcall.hpp"
 #include "aplugin.hpp"
 #include "plugins/farcall_agreement.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <cstring>
 

@@ -3,8 +3,8 @@
 #include "../activity.hpp"
 
 #include "aprint.hpp"
-#include "support/files.hpp"
-#include "support/printing.hpp"
+#include "support/data/files.hpp"
+#include "support/servers/printing.hpp"
 
 #include <algorithm>
 #include <cstdio>

@@ -3,7 +3,7 @@
 #include "../activity.hpp"
 
 #include "aproc.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <cstdio>
 

@@ -3,8 +3,8 @@
 #include "../activity.hpp"
 
 #include "ahttp.hpp"
-#include "support/files.hpp"
-#include "support/http_server.hpp"
+#include "support/data/files.hpp"
+#include "support/servers/http_server.hpp"
 
 #include <cstdio>
 

@@ -10,7 +10,7 @@
 #include "areader.hpp"
 #include "aregex.hpp"
 #include "asgml.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <cstdio>
 #include <sstream>

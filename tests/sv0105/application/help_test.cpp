@@ -1,7 +1,7 @@
 #include "sv/help.hpp"
 
-#include "support/files.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/files.hpp"
+#include "support/imports/import_hook.hpp"
 #include "sv0105/application/testapplication.hpp"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "sv0105/controls/dialogtest.hpp"
 
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 namespace {
 

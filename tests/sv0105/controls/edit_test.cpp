@@ -125,6 +125,20 @@ TEST_F(Edit, ReturnPressesTheDefaultButtonExceptWhereLinesAreTyped) {
   EXPECT_STREQ(edit->GetText().c_str(), "\n");
 }
 
+TEST_F(Edit, InOneLineAsksTheDialogForTheSameKeysAsTheSystemsField) {
+  make(SV::WB_BORDER);
+  HWND const system =
+      CreateWindowExA(0, "EDIT", "", WS_CHILD, 0, 0, 10, 10, dialog.GethWnd(), nullptr, nullptr, nullptr);
+  for (WPARAM const key : {VK_RETURN, VK_TAB, VK_ESCAPE}) {
+    MSG message = {nullptr, WM_KEYDOWN, key, 0, 0, {}};
+    auto const codeOf = [&](HWND field) {
+      message.hwnd = field;
+      return SendMessageA(field, WM_GETDLGCODE, key, reinterpret_cast<LPARAM>(&message));
+    };
+    EXPECT_EQ(codeOf(edit->GethWnd()), codeOf(system)) << key;
+  }
+}
+
 TEST_F(Edit, HasAScrollBarForManyLinesAlone) {
   make(SV::WB_MULTILINE);
   EXPECT_NE(GetWindowLongA(edit->GethWnd(), GWL_STYLE) & WS_VSCROLL, 0);

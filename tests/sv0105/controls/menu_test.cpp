@@ -1,6 +1,6 @@
 #include "sv0105/application/testapplication.hpp"
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <memory>
 #include <optional>

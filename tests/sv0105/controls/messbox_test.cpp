@@ -1,9 +1,9 @@
 #include "sv0105/controls/dialogtest.hpp"
 #include "sv0105/gdicount.hpp"
 
-#include "support/files.hpp"
-#include "support/pixels.hpp"
-#include "support/windows.hpp"
+#include "support/data/files.hpp"
+#include "support/windows/pixels.hpp"
+#include "support/windows/windows.hpp"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 #include "sv0105/controls/dialogtest.hpp"
 
 #include <climits>

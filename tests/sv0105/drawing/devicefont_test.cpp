@@ -1,6 +1,6 @@
 // Fonts of the system, which a device makes when it first draws with one.
 
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
 #include "sv0105/drawing/page.hpp"
 
 namespace {

@@ -58,6 +58,16 @@ TEST_F(Pictures, AreTransparentWhenStretched) {
   EXPECT_EQ(pixel(2, 2), kYellow);
 }
 
+// The system cannot make a bitmap of either area.
+TEST_F(Pictures, AreTransparentAlsoWhereOneSideReachesFarBeyondTheDevice) {
+  constexpr int kFar = 8'000'000;
+  device.DrawTransparentBitmap({{0, 0}, {kFar, 4096}}, squares({2, 2}), SV::COL_BLACK);
+  EXPECT_EQ(count(kRed), 40u * 30);
+  device.DrawTransparentBitmap({{20, 4 - kFar / 2}, {4096, kFar}}, squares({2, 2}), SV::COL_BLACK);
+  EXPECT_EQ(count(kRed), 40u * 30 - 20 * 26);
+  EXPECT_EQ(count(kBlue), 20u * 26);
+}
+
 /// All operations that stretch, into one area: the first pixel of the picture is red.
 class StretchedPictures : public Pictures, public testing::WithParamInterface<int> {
 protected:

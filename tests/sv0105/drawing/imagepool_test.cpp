@@ -1,6 +1,6 @@
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/files.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv0105/drawing/page.hpp"
 #include "sv0105/drawing/testarchive.hpp"
 
@@ -85,6 +85,30 @@ TEST_F(Pool, KeepsPicturesUntilAnotherFileIsSet) {
   support::writeFile(kArchive, zipOf({{"a.png", opaqueRed({5, 5})}}));
   EXPECT_EQ(ImagePool::GetImage("a.png").GetBitmap().GethBitmap(), first.GetBitmap().GethBitmap());
   ImagePool::SetPoolFile(kArchive);
+  EXPECT_EQ(ImagePool::GetImage("a.png").GetSizePixel(), (Size{5, 5}));
+}
+
+/// Asks for a picture when it is destroyed.
+class AsksAtItsEnd : public SV::Window {
+public:
+  using Window::Window;
+
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override {
+    if (message == WM_DESTROY)
+      seen = ImagePool::GetImage("a.png").GetSizePixel();
+    return Window::HandleMessage(message, wParam, lParam);
+  }
+
+  Size seen;
+};
+
+TEST_F(Pool, KeepsNothingOverAShutdownThoughAWindowAsksAtItsEnd) {
+  hold({{"a.png", opaqueRed({3, 2})}});
+  AsksAtItsEnd window(nullptr, SV::WB_BORDER);
+  SV::DeInitSV();
+  EXPECT_EQ(window.seen, (Size{3, 2}));
+  ASSERT_TRUE(SV::InitSV(0, nullptr));
+  support::writeFile(kArchive, zipOf({{"a.png", opaqueRed({5, 5})}}));
   EXPECT_EQ(ImagePool::GetImage("a.png").GetSizePixel(), (Size{5, 5}));
 }
 

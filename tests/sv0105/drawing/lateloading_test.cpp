@@ -1,8 +1,8 @@
 // What is seldom used is loaded when it is first needed.
 
-#include "support/child_process.hpp"
-#include "support/import_hook.hpp"
-#include "support/windows.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/processes/child_process.hpp"
+#include "support/windows/windows.hpp"
 #include "sv0105/drawing/page.hpp"
 
 #include <set>

@@ -2,7 +2,7 @@
 /// \file
 /// A white bitmap to draw on, read back pixel by pixel.
 
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 #include "sv0105/application/testapplication.hpp"
 
 namespace svtest {

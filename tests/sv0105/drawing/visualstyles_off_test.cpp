@@ -1,6 +1,6 @@
 // A process whose user has switched visual styles off.
 
-#include "support/visual_styles.hpp"
+#include "support/windows/visual_styles.hpp"
 #include "sv0105/drawing/page.hpp"
 
 namespace {

@@ -1,6 +1,6 @@
 // A window as what is drawn on.
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv0105/drawing/page.hpp"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // Printers of the window library: jobs, pages, drawing, orientation.
 
 #include "handles/handle.hpp"
-#include "support/printing.hpp"
+#include "support/servers/printing.hpp"
 #include "sv/printer.hpp"
 #include "sv/system.hpp"
 #include "sv/virtualdevice.hpp"

@@ -1,7 +1,7 @@
 // Lists of printers that were damaged in WIN.INI and in the registry, as the system hands them out.
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/damage.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv/printer.hpp"
 #include "sv0105/application/testapplication.hpp"
 

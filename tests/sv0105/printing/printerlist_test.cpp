@@ -1,7 +1,7 @@
 // Where printers are looked for, and how their names are compared.
 
 #include "handles/handle.hpp"
-#include "support/printing.hpp"
+#include "support/servers/printing.hpp"
 #include "sv/printer.hpp"
 
 #include <algorithm>

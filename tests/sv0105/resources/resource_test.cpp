@@ -1,7 +1,7 @@
 #include "sv0105/application/testapplication.hpp"
 
-#include "support/damage.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/damage.hpp"
+#include "support/imports/import_hook.hpp"
 
 #include <cstring>
 #include <filesystem>

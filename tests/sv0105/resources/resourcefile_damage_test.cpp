@@ -1,9 +1,9 @@
 // What is checked of a resource DLL before the system reads it.
 #include "resources/resourcefile.hpp"
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/files.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 
 #include <gtest/gtest.h>
 

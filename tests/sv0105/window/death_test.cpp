@@ -1,7 +1,7 @@
 // Windows, dialogs and menus that go while they are in use.
 #include "sv0105/controls/dialogtest.hpp"
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "sv0105/controls/dialogtest.hpp"
 #include "sv0105/gdicount.hpp"
 
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <stdexcept>
 

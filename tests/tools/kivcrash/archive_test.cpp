@@ -2,7 +2,7 @@
 #include "crash/crashfile.hpp"
 #include "zip_builder.hpp"
 
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -5,9 +5,9 @@
 #include "findings/stackwalk.hpp"
 #include "output/jsonoutput.hpp"
 #include "output/textoutput.hpp"
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/files.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 #include "symbols/debugsymbols.hpp"
 #include "zip_builder.hpp"
 

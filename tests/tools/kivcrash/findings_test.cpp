@@ -2,7 +2,7 @@
 #include "dump_builder.hpp"
 #include "findings/facts.hpp"
 #include "findings/findings.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "common/wholefile.hpp"
 #include "modules/image.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

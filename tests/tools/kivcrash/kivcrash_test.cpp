@@ -1,6 +1,6 @@
 // Whole ways: a program fails at a line that it tells, and the tool names that line by the files that are left.
 #include "diagnostics/crash_run.hpp"
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 #include "zip_builder.hpp"
 
 #include <gtest/gtest.h>
@@ -53,7 +53,7 @@ std::ostream & operator<<(std::ostream & out, Way const & row) { return out << r
 
 /// The line of the output with that function in it, which has to be the first with a place of the program in it.
 void expectFirst(support::ProgramResult const & result, Way const & way, int line) {
-  std::string const place = std::string("tests/programs/") + way.file + ':' + std::to_string(line);
+  std::string const place = std::string("tests/programs/crash/") + way.file + ':' + std::to_string(line);
   std::size_t const at = result.output.find("tests/programs/");
   ASSERT_NE(at, std::string::npos) << result.output << result.errors;
   std::size_t const begin = result.output.rfind('\n', at) + 1;

@@ -1,6 +1,6 @@
 #include "common/wholefile.hpp"
 #include "modules/modulefiles.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Error boxes that run: answers, focus, memory, suppression, pointer, application window.
 #include "acmdline.hpp"
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
 #include "ui/boxes/boxtest.hpp"
 
 #include <map>

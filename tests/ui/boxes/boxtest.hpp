@@ -4,7 +4,7 @@
 
 #include "aebox.hpp"
 #include "awinstack.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "sv0105/controls/dialogtest.hpp"
 
 #include <memory>

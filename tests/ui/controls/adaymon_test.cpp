@@ -3,8 +3,8 @@
 
 #include "acmdline.hpp"
 #include "adattime.hpp"
-#include "support/child_process.hpp"
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <algorithm>
 #include <climits>

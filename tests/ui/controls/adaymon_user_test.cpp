@@ -1,7 +1,7 @@
 // A day and a month as the user sets them, by keys and mouse.
 #include "daymonthtest.hpp"
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 
 namespace {
 

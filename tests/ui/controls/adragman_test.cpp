@@ -1,6 +1,6 @@
 #include "adragman.hpp"
 
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

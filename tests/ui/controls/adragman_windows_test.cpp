@@ -1,7 +1,7 @@
 // Drags with the mouse of the display, from a window to another one.
 #include "adragman.hpp"
 
-#include "support/child_process.hpp"
+#include "support/processes/child_process.hpp"
 #include "sv0105/controls/dialogtest.hpp"
 
 #include <memory>

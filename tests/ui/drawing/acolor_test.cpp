@@ -1,6 +1,6 @@
 #include "acolor.hpp"
 
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 
 #include <gtest/gtest.h>
 

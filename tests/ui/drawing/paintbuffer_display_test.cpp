@@ -1,8 +1,8 @@
 // The paint buffer of a program whose display gets another resolution. Wine changes that of a virtual desktop alone, and for
 // all programs of the prefix.
 
-#include "support/child_process.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
+#include "support/processes/child_process.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "acleanup.hpp"
 #include "adrawcch.hpp"
-#include "support/import_hook.hpp"
-#include "support/pixels.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/windows/pixels.hpp"
 #include "sv0105/application/testapplication.hpp"
 
 namespace {

@@ -1,9 +1,9 @@
 // Jobs of text: their beginning and end, headers, and what happens without a printer.
 
 #include "printtest.hpp"
-#include "support/child_process.hpp"
-#include "support/files.hpp"
-#include "support/import_hook.hpp"
+#include "support/data/files.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/processes/child_process.hpp"
 #include "sv/application.hpp"
 #include "tools/winapi.hpp"
 

@@ -4,7 +4,7 @@
 
 #include "acmdline.hpp"
 #include "aprint.hpp"
-#include "support/printing.hpp"
+#include "support/servers/printing.hpp"
 
 #include <string>
 #include <vector>

@@ -1,8 +1,8 @@
 // The pictures of the themes as they are shipped, and archives that are not.
 
-#include "support/allocation.hpp"
-#include "support/damage.hpp"
-#include "support/files.hpp"
+#include "support/data/damage.hpp"
+#include "support/data/files.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv0105/drawing/testarchive.hpp"
 #include "ui/themes/themetest.hpp"
 

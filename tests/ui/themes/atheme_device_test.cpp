@@ -1,6 +1,6 @@
 // What themes take from the system and leave behind on a device.
 
-#include "support/allocation.hpp"
+#include "support/memory/allocation.hpp"
 #include "sv0105/gdicount.hpp"
 #include "ui/themes/stylecalls.hpp"
 #include "ui/themes/themetest.hpp"

@@ -1,7 +1,7 @@
 // Small images of check boxes and trees.
 
 #include "aevents.hpp"
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "sv0105/gdicount.hpp"
 #include "ui/themes/stylecalls.hpp"
 #include "ui/themes/themetest.hpp"

@@ -4,7 +4,7 @@
 
 #include "aevent_dispatcher.hpp"
 #include "aevents.hpp"
-#include "support/import_spy.hpp"
+#include "support/imports/import_spy.hpp"
 #include "ui/themes/stylecalls.hpp"
 #include "ui/themes/themetest.hpp"
 

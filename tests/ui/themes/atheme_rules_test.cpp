@@ -1,7 +1,7 @@
 // Rules of the drawings that no table of places and colours shows.
 
 #include "acolor.hpp"
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "ui/themes/stylecalls.hpp"
 #include "ui/themes/themetest.hpp"
 

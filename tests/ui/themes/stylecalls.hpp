@@ -2,7 +2,7 @@
 /// \file
 /// Calls of the window library to the system's visual styles.
 
-#include "support/import_hook.hpp"
+#include "support/imports/import_hook.hpp"
 #include "tools/winapi.hpp"
 
 #include <string>

@@ -4,7 +4,7 @@
 
 #include "aplatfrm.hpp"
 #include "atheme_manager.hpp"
-#include "support/visual_styles.hpp"
+#include "support/windows/visual_styles.hpp"
 #include "sv0105/application/testapplication.hpp"
 #include "ui/themes/model.hpp"
 

@@ -1,5 +1,5 @@
 // The tray icon in the notification area of a real desktop: what the user sees of it, and what the mouse does there.
-#include "support/pixels.hpp"
+#include "support/windows/pixels.hpp"
 #include "ui/tray/traytest.hpp"
 
 #include <optional>

@@ -1,5 +1,5 @@
 // Limits of the tray icon: what is reported where a caller violates them, and what is done all the same.
-#include "support/debug_lines.hpp"
+#include "support/processes/debug_lines.hpp"
 #include "ui/tray/traytest.hpp"
 
 namespace {

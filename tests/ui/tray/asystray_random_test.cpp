@@ -1,5 +1,5 @@
 // Every operation of the tray icon in every state, with a shell that refuses, forgets, ends and begins, against a model.
-#include "support/random.hpp"
+#include "support/data/random.hpp"
 #include "ui/tray/traytest.hpp"
 
 #include <map>

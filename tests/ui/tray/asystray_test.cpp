@@ -1,5 +1,5 @@
 // The tray icon: its states, text and picture, and what the shell is called with.
-#include "support/files.hpp"
+#include "support/data/files.hpp"
 #include "ui/tray/traytest.hpp"
 
 #include <cstring>

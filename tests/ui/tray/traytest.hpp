@@ -3,10 +3,10 @@
 /// Tray icons on a desktop of the test's own, with a shell of our own that can be ended and started again.
 
 #include "asystray.hpp"
-#include "programs/tray_shell.hpp"
-#include "support/import_hook.hpp"
-#include "support/private_station.hpp"
-#include "support/windows.hpp"
+#include "programs/ui/tray_shell.hpp"
+#include "support/imports/import_hook.hpp"
+#include "support/windows/private_station.hpp"
+#include "support/windows/windows.hpp"
 #include "sv0105/controls/dialogtest.hpp"
 
 #include <shellapi.h>
