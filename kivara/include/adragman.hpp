@@ -4,7 +4,7 @@
 ///
 /// The window that the drag begins in says what is dragged, and says when the drag is over, however it ends. Every other
 /// window may ask meanwhile. What goes through the system, to another program or through the clipboard, is not kept here;
-/// the format tells a target that the data of the system comes from such a drag.
+/// by this format a target knows that the data of the system comes from such a drag.
 ///
 /// \code
 ///   void Picture::MouseMove(SV::MouseEvent const & event) {

@@ -23,7 +23,7 @@ public:
   /// The user's default printer.
   /// \throws std::runtime_error when there is none, or it cannot be drawn on
   KivPrinter();
-  /// \param printerName  the printer's name; how it is compared is told at SV::PrinterSwitches
+  /// \param printerName  the printer's name; SV::PrinterSwitches says how it is compared
   /// \throws std::runtime_error when there is no such printer, or it cannot be drawn on
   explicit KivPrinter(SV::String const & printerName);
   ~KivPrinter() override;

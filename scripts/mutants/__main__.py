@@ -102,6 +102,9 @@ class Run:
         self.tree.write(mutant.path, mutant.change.applied(source))
         try:
             if not self.tree.make(self.targets[mutant.room]):
+                self.tree.write(mutant.path, source)
+                if not self.tree.make(self.targets[mutant.room]):
+                    sys.exit(f"dev: error: the copy of the checkout cannot be built any more; see {self.tree.build_log}")
                 return outcome.BROKEN, ""
             if not self.tree.changes_an_object():
                 return outcome.SAME, ""

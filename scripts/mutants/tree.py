@@ -16,6 +16,7 @@ class Tree:
         self.build = self.folder / "build" / "release"
         self.originals = Path(work) / "originals"
         self.compilations = Path(work) / "ccache"
+        self.build_log = Path(work) / "build.log"
         self._digests, self._unchanged = {}, {}
 
     def renew(self):
@@ -55,7 +56,8 @@ class Tree:
         """Builds; false when something does not compile."""
         words = ["cmake", "--build", str(self.build), "--target", *targets]
         more = {"CCACHE_DIR": str(self.compilations), "CCACHE_MAXSIZE": "2G", "CCACHE_BASEDIR": str(self.folder), "CCACHE_NOHASHDIR": "1"}
-        return self.sandbox.run(words, more, LONGEST_BUILD, writable=(self.folder, self.compilations)) == 0
+        with open(self.build_log, "w", encoding="utf-8") as log:
+            return self.sandbox.run(words, more, LONGEST_BUILD, writable=(self.folder, self.compilations), output=log) == 0
 
     def targets_of(self, room):
         """The test programs of a room."""

@@ -374,6 +374,14 @@ TEST(CmdlineSecondInit, UsesTheNewArguments) {
   EXPECT_EQ(cmdline.getWSLogFormat(), KIV_WS_LOG_FORMAT_DEFAULT);
 }
 
+TEST(CmdlineSecondInit, IsReportedAndTheFirstIsNot) {
+  kivtest::InternalErrors const errors;
+  initWith({"-uAdmin"});
+  EXPECT_EQ(errors.places(), Words{});
+  initWith({"-uGuest"});
+  EXPECT_EQ(errors.places(), Words{"acmdline.cpp (109)"});
+}
+
 TEST(CmdlineSecondInit, LeavesFlagsSet) {
   initWith({"-trace"});
   initWith({"-profiling"});

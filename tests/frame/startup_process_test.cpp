@@ -175,14 +175,4 @@ INSTANTIATE_TEST_SUITE_P(
                     Suppression{"0", "-log_childsecond.log", "1", "1", "second.log"},
                     Suppression{"1", "-no_dialogs -log_no_dialogsfirst.log", "1", "0", "first.log"}));
 
-TEST(StartDirectory, IsTheWorkingFolderWithABackslashAtItsEnd) {
-  ProductRun run("frame_facts", "");
-  EXPECT_EQ(run.fact("start folder"), run.folder().path() + '\\');
-}
-
-TEST(StartDirectory, OfARootHasOneBackslash) {
-  ProductRun run(support::ProgramStart{.program = "frame_facts", .workingFolder = "C:\\"});
-  EXPECT_EQ(run.fact("start folder"), "C:\\");
-}
-
 } // namespace

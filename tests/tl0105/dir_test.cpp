@@ -230,6 +230,15 @@ TEST_F(DirTest, SortsByNameWithoutCase) {
   EXPECT_EQ(sorted("."), (Names{"10", "9", "A", "a-1", "a.1", "a1", "b", "B2", "c", "_x"}));
 }
 
+// The system itself lists them in the order of Unicode, in which the euro sign comes last.
+TEST_F(DirTest, SortsByTheBytesOfTheCodePage) {
+  if (GetACP() != 1252)
+    GTEST_SKIP() << "code page 1252 has the euro sign before the umlauts";
+  for (char const * name : {"\xE4", "\x80", "\xF6", "z"})
+    write(name);
+  EXPECT_EQ(sorted("."), (Names{"z", "\x80", "\xE4", "\xF6"}));
+}
+
 TEST_F(DirTest, SortPutsTheOldestDatedNameFirst) {
   for (char const * name :
        {"daily_2026.11.12.log", "daily_2025.12.31.log", "daily_2026.02.01.log", "daily_0999.01.01.log"})

@@ -20,10 +20,10 @@ public:
       : original_(prepared(text)), wrapped_(original_), maxWidth_(maxWidth), measure_(measure) {}
 
   WrappedText run() {
-    if (!original_.empty())
-      lines_ = 1 + static_cast<long>(std::count(original_.begin(), original_.end(), '\n'));
-    // Lines after the end of the text are those that were counted twice: they are empty.
-    for (long line = 0; line < lines_ && start_ <= wrapped_.size(); ++line)
+    if (original_.empty())
+      return {};
+    lines_ = 1 + static_cast<long>(std::count(original_.begin(), original_.end(), '\n'));
+    while (start_ <= wrapped_.size())
       takeLine();
     return {SV::String(wrapped_.c_str()), lines_, width_};
   }

@@ -70,6 +70,16 @@ protected:
     return opened;
   }
 
+  HWND openByCtrl(WORD letter) const {
+    HWND opened = nullptr;
+    for (int attempt = 0; attempt < 5 && opened == nullptr; ++attempt) {
+      bringToFront(window);
+      svtest::pressKeys({VK_CONTROL, letter});
+      support::eventually([&] { return (opened = dialog()) != nullptr; }, 5);
+    }
+    return opened;
+  }
+
   void leaveMenu() const {
     for (int press = 0; press < 3 && isInMenu(); ++press) {
       svtest::pressKeys({VK_ESCAPE});
@@ -145,6 +155,19 @@ TEST_F(ModelerKeys, LettersOpenEachDialogTabWalksItAndEscapeClosesIt) {
     ASSERT_TRUE(closeByEscape(opened));
     EXPECT_TRUE(support::eventually([&] { return GetForegroundWindow() == window && input().hwndFocus != nullptr; }))
         << "the keyboard is back";
+  }
+  EXPECT_TRUE(support::closeWindow(window));
+  EXPECT_EQ(run->exitCode(), 0u);
+}
+
+TEST_F(ModelerKeys, LettersWithCtrlOpenWhatTheMenusNameThemFor) {
+  ASSERT_NO_FATAL_FAILURE(start("-lang2057"));
+  for (auto const & [letter, title] : {std::pair{'O', "Open"}, {'S', "Save As"}, {'F', "Find"}}) {
+    SCOPED_TRACE(letter);
+    HWND const opened = openByCtrl(static_cast<WORD>(letter));
+    ASSERT_TRUE(opened);
+    EXPECT_EQ(support::windowText(opened), title);
+    ASSERT_TRUE(closeByEscape(opened));
   }
   EXPECT_TRUE(support::closeWindow(window));
   EXPECT_EQ(run->exitCode(), 0u);

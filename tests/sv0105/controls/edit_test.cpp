@@ -41,6 +41,8 @@ TEST_F(Edit, TakesWhatIsTypedAndReportsEachChangeOfTheUser) {
   edit->SetText("Set by the program");
   EXPECT_EQ(changes.size(), 2u);
   EXPECT_STREQ(edit->GetText().c_str(), "Set by the program");
+  type("!");
+  EXPECT_EQ(changes.size(), 3u);
 }
 
 TEST_F(Edit, SelectedTextIsReplacedByWhatIsTyped) {

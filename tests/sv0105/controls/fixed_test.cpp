@@ -22,6 +22,26 @@ protected:
   SV::Dialog dialog{nullptr};
 };
 
+/// Asks for its text while the system's window is given it.
+class AsksForItsText : public SV::FixedText {
+public:
+  using FixedText::FixedText;
+
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override {
+    if (message == WM_SETTEXT)
+      seen = GetText().c_str();
+    return FixedText::HandleMessage(message, wParam, lParam);
+  }
+
+  std::string seen;
+};
+
+TEST_F(FixedTest, LabelHasItsNewTextWhenItsWindowIsGivenIt) {
+  AsksForItsText label(&dialog);
+  label.SetText("~Name");
+  EXPECT_EQ(label.seen, "~Name");
+}
+
 TEST_F(FixedTest, LabelMarksItsMnemonicByATilde) {
   struct {
     char const * text;

@@ -54,7 +54,9 @@ TEST_F(MenuTest, MarksAndDisablesItemsWhichANewTextLeaves) {
   EXPECT_FALSE(menu.IsItemChecked(2));
   EXPECT_TRUE(menu.IsItemEnabled(2));
   EXPECT_TRUE(menu.CheckItem(2));
+  EXPECT_EQ(systemState(menu, 2), UINT{MF_CHECKED});
   EXPECT_TRUE(menu.EnableItem(2, false));
+  EXPECT_EQ(systemState(menu, 2), UINT{MF_CHECKED | MF_GRAYED | MF_DISABLED});
   menu.SetItemText(2, "Deux");
   EXPECT_TRUE(menu.IsItemChecked(2));
   EXPECT_FALSE(menu.IsItemEnabled(2));
@@ -340,6 +342,7 @@ TEST_F(FrameMenuTest, KeepsItsPositionsBesideTheItemsOfAMaximisedChild) {
     if (std::string const text = systemText(bar.GetHMENU(), i); !text.empty())
       texts.push_back(text);
   EXPECT_EQ(texts, (std::vector<std::string>{"First", "File", "Window", "Help"}));
+  EXPECT_EQ(systemText(bar.GetHMENU(), 0), "") << "the child's own menu comes first";
   EXPECT_EQ(bar.GetItemId(2), 3);
 }
 

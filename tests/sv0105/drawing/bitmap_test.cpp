@@ -184,4 +184,23 @@ TEST_F(ImageTest, ComesFromAResource) {
   EXPECT_EQ(SV::Image(SV::ResId(10, &manager)).GetSizePixel(), (SV::Size{3, 2}));
 }
 
+// Icons, of which a resource may have several sizes
+
+TEST_F(BitmapTest, IconOfAResourceHasTheSizeThatTheSystemHasForIcons) {
+  SV::ResMgr manager("testres\\first72.dll");
+  SV::Icon const icon(SV::ResId(14, &manager));
+  EXPECT_EQ(icon.GetSizePixel(), (SV::Size{GetSystemMetrics(SM_CXICON), GetSystemMetrics(SM_CYICON)}));
+  ICONINFO info = {};
+  ASSERT_TRUE(GetIconInfo(icon.GethIcon(), &info));
+  EXPECT_EQ(pixel(Bitmap(info.hbmColor), 5, 5), 0xFF0000u);
+  DeleteObject(info.hbmMask);
+}
+
+TEST_F(BitmapTest, IconThatIsMissingIsEmptyAndASevereException) {
+  SV::ResMgr manager("testres\\first72.dll");
+  EXPECT_TRUE(SV::Icon(SV::ResId(15, &manager)).IsEmpty());
+  ASSERT_EQ(application.exceptions.size(), 1u);
+  EXPECT_EQ(application.exceptions[0].code, SV::EXC_RESOURCE_NOT_LOADED);
+}
+
 } // namespace

@@ -229,6 +229,9 @@ TEST_F(Drawing, WithoutAContextDrawsNothingAndMeasuresAsTheScreen) {
   SV::OutputDevice onPage(context());
   onPage.ChangeFont(SV::Font("Arial", {0, 20}));
   EXPECT_EQ(device.GetTextSize("text"), onPage.GetTextSize("text"));
+  for (SV::OutputDevice * each : {&device, &onPage})
+    each->ChangeMapMode(SV::MapMode(SV::MAP_10TH_MM));
+  EXPECT_EQ(device.GetTextSize("text"), onPage.GetTextSize("text"));
   EXPECT_EQ(device.GetSolidColor(SV::COL_RED).GetColorName(), SV::COL_RED);
 }
 

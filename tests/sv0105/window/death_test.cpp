@@ -18,7 +18,7 @@ TEST_F(Death, OfAWindowWhileItIsResizedIsTheEndOfItsMessage) {
   };
   support::GuardPages const guard;
   HWND const handle = (new Fleeting(nullptr, SV::WB_TITLE))->GethWnd();
-  SendMessageA(handle, WM_SIZE, SIZE_RESTORED, MAKELPARAM(10, 10));
+  EXPECT_EQ(SendMessageA(handle, WM_SIZE, SIZE_RESTORED, MAKELPARAM(10, 10)), 0);
   EXPECT_FALSE(IsWindow(handle));
 }
 

@@ -374,6 +374,25 @@ TEST_F(WindowTest, BelowThePointerIsAskedForItsPointerWhenTheWaitEnds) {
   EXPECT_FALSE(isAskedForItsPointer(window.GethWnd())) << "nobody knows what is below";
 }
 
+std::vector<HWND> asked;
+BOOL WINAPI noteAsked(HWND window, UINT message, WPARAM, LPARAM) {
+  if (message == WM_SETCURSOR)
+    asked.push_back(window);
+  return TRUE;
+}
+
+TEST_F(WindowTest, OfAnotherThreadIsNotAskedForItsPointer) {
+  Window window(nullptr, SV::WB_TITLE);
+  play("WindowFromPoint", reinterpret_cast<void *>(tellWindowBelow));
+  play("PostMessageA", reinterpret_cast<void *>(noteAsked));
+  for (HWND const below : {GetDesktopWindow(), window.GethWnd()}) {
+    windowBelow = below;
+    Application::Wait(1);
+    Application::Wait(0);
+  }
+  EXPECT_EQ(asked, (std::vector<HWND>{window.GethWnd()}));
+}
+
 // The message hook
 
 struct HookCall {

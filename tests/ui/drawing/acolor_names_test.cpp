@@ -126,6 +126,9 @@ constexpr Digits kTexts[] = {
     {"65280", {0, 255, 0, false}},
     {"255", {0, 0, 255, false}},
     {"0", {0, 0, 0, false}},
+    {"9", {0, 0, 9, false}},
+    {"/255", {0, 0, 0, false}},
+    {":255", {0, 0, 0, false}},
     {"4294967295", {255, 255, 255, false}},
     {"2164195328", {255, 0, 0, false}}, // 0x80FF0000: the upper byte takes no part
     {"255red", {0, 0, 255, false}},

@@ -45,8 +45,14 @@ TEST_F(TrayMenu, IsDismissedByEscape) {
   EXPECT_EQ(openMenu(), nullptr);
 }
 
+// On a desktop without a display the pointer stays where it is.
+BOOL WINAPI tellPointer(POINT * pointer) {
+  *pointer = {120, 130};
+  return TRUE;
+}
+
 TEST_F(TrayMenu, OpensAtThePointerWithTheWindowInFront) {
-  SetCursorPos(120, 130);
+  replace("USER32.dll", {{"GetCursorPos", reinterpret_cast<void *>(tellPointer)}});
   RECT area = {};
   script->then([&] {
     EXPECT_EQ(GetForegroundWindow(), tray.GetNotificationWnd());
@@ -54,10 +60,8 @@ TEST_F(TrayMenu, OpensAtThePointerWithTheWindowInFront) {
     pressInMenu({VK_ESCAPE});
   });
   EXPECT_EQ(tray.OnTrayNotification(kNumber, WM_RBUTTONUP), 1);
-  POINT pointer = {};
-  GetCursorPos(&pointer);
-  EXPECT_EQ(area.left, pointer.x);
-  EXPECT_EQ(area.top, pointer.y);
+  EXPECT_EQ(area.left, 120);
+  EXPECT_EQ(area.top, 130);
 }
 
 TEST_F(TrayMenu, WithoutItemsShowsNothingAndBringsNoWindowToTheFront) {
@@ -180,7 +184,9 @@ TEST_F(TrayDefaultItem, IsStoredButRefusedWhereTheMenuHasNoSubMenuOrThereIsNone)
 UINT marked;
 UINT markedByPosition;
 int destroyed;
+int destroyedBeforeTheMark = -1;
 BOOL WINAPI mark(HMENU, UINT item, UINT byPosition) {
+  destroyedBeforeTheMark = destroyed;
   marked = item;
   markedByPosition = byPosition;
   return TRUE;
@@ -198,6 +204,7 @@ TEST_F(TrayDefaultItem, IsMarkedInACopyOfTheMenuThatIsDestroyed) {
   tray.SetMenuDefaultItem(12, FALSE);
   EXPECT_EQ(marked, 12u);
   EXPECT_EQ(markedByPosition, 0u);
+  EXPECT_EQ(destroyedBeforeTheMark, 0);
   EXPECT_EQ(destroyed, 2);
 }
 

@@ -2,7 +2,9 @@
 #include "support/data/files.hpp"
 #include "ui/tray/traytest.hpp"
 
+#include <cstddef>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -35,6 +37,17 @@ TEST_F(SystemTray, IsNothingAtFirst) {
   tray.GetMenuDefaultItem(item, byPosition);
   EXPECT_EQ(item, 0u);
   EXPECT_TRUE(byPosition);
+}
+
+TEST_F(SystemTray, IsNothingAtFirstWhateverItsMemoryHeld) {
+  alignas(Tray) std::byte memory[sizeof(Tray)];
+  std::memset(memory, 0xCC, sizeof memory);
+  auto * const tray = new (memory) Tray;
+  EXPECT_EQ(stateOf(*tray), "110");
+  EXPECT_EQ(tray->GetTargetWnd(), nullptr);
+  EXPECT_EQ(tray->m_uIDTimer, 0u);
+  EXPECT_FALSE(tray->StopAnimation());
+  tray->~Tray();
 }
 
 TEST_F(SystemTray, BeforeItsCreationChangesNothing) {

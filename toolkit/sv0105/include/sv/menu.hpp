@@ -71,7 +71,7 @@ public:
   bool SetPopupMenu(unsigned short id, PopupMenu * popup);
   PopupMenu * GetPopupMenu(unsigned short id) const;
 
-  /// The system's menu; null when it refused one, which Application::Exception was told.
+  /// The system's menu; null when it refused one: Application::Exception was called then.
   HMENU GetHMENU() const { return handle_; }
 
 protected:
