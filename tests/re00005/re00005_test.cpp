@@ -77,7 +77,9 @@ INSTANTIATE_TEST_SUITE_P(
                     CodeRow{"\\x{41", REG_EBRACE}, CodeRow{"\\x{100}", REG_BADPAT}, CodeRow{"\\x{8000}", REG_BADPAT},
                     CodeRow{"\\x{FF}", 0}, CodeRow{"\\x{00000000000000000000000000000041}", REG_BADPAT},
                     CodeRow{"\\x{0000000000000000000000000000041}", 0}, CodeRow{"\\Q", 0}, CodeRow{"\\Q\\E", 0},
-                    CodeRow{"\\Qa", 0}, CodeRow{"(?i)a", 0}, CodeRow{"(?i:a", REG_EPAREN}, CodeRow{"(?i:a)", 0}));
+                    CodeRow{"\\Qa", 0}, CodeRow{"(?i)a", 0}, CodeRow{"(?i:a", REG_EPAREN}, CodeRow{"(?i:a)", 0}, CodeRow{"(?n)a", 0},
+                    CodeRow{"(?r)a", 0}, CodeRow{"(?U)a", 0}, CodeRow{"(?-i)a", 0}, CodeRow{"(?inrU-inrU:a)", 0},
+                    CodeRow{"(?s)a", REG_BADPAT}, CodeRow{"(?ix)a", REG_BADPAT}, CodeRow{"(?r:a", REG_EPAREN}));
 
 TEST(Flags, CaseIsIgnoredByTwo) {
   EXPECT_EQ(Expression("abc").exec("aBc"), REG_NOMATCH);
