@@ -175,4 +175,31 @@ TEST(TimerOfNobody, DoesNotStartWithoutTheToolkit) {
   EXPECT_FALSE(timer.IsActive());
 }
 
+/// Lets messages come when it is destroyed, after a timer is due.
+class WaitsAtItsEnd : public SV::Window {
+public:
+  using Window::Window;
+
+  long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam) override {
+    if (message == WM_DESTROY) {
+      Sleep(50);
+      SV::Application::Reschedule();
+    }
+    return Window::HandleMessage(message, wParam, lParam);
+  }
+};
+
+TEST(TimerOfNobody, DoesNotComeWhileTheToolkitEnds) {
+  TestApplication application;
+  SV::SetProcessData(GetModuleHandleA(nullptr), GetCurrentThreadId(), SW_SHOWNORMAL);
+  SV::InitSV(0, nullptr);
+  WaitsAtItsEnd const window(nullptr, SV::WB_BORDER);
+  SV::Timer timer;
+  int calls = 0;
+  timer.ChangeTimeoutHdl([&](SV::Timer *) { ++calls; });
+  EXPECT_TRUE(timer.Start(10));
+  SV::DeInitSV();
+  EXPECT_EQ(calls, 0);
+}
+
 } // namespace
