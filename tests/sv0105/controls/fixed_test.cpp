@@ -22,6 +22,13 @@ protected:
   SV::Dialog dialog{nullptr};
 };
 
+TEST_F(FixedTest, LabelHasABorderIfItIsAskedFor) {
+  SV::FixedText const framed(&dialog, SV::WB_BORDER);
+  SV::FixedText const plain(&dialog);
+  EXPECT_NE(GetWindowLongA(framed.GethWnd(), GWL_STYLE) & WS_BORDER, 0);
+  EXPECT_EQ(GetWindowLongA(plain.GethWnd(), GWL_STYLE) & WS_BORDER, 0);
+}
+
 /// Asks for its text while the system's window is given it.
 class AsksForItsText : public SV::FixedText {
 public:
