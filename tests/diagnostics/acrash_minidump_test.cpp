@@ -55,6 +55,10 @@ TEST(MiniDump, SaysThatTheReportIsHeldByAnother) {
   EXPECT_EQ(CrashRun({"hold minidump"}).output(), (Lines{"ready", "minidump 59", "end"}));
 }
 
+TEST(MiniDump, LeavesTheReportToOthersWhenItIsDone) {
+  EXPECT_EQ(CrashRun({"minidump hold minidump"}).output(), (Lines{"ready", "minidump 58", "minidump 59", "end"}));
+}
+
 TEST(MiniDump, InAProcessUnderADebuggerIsDoneWithoutAFile) {
   support::TempFolder const folder;
   support::Debugger debugger(
