@@ -78,8 +78,8 @@ void watchTexts() {
 
 void watchAll() {
   for (char const * const function :
-       {"GetCommandLineA", "InitSV", "AllocConsole", "_open_osfhandle", "SetConsoleTitleA", "SetConsoleCtrlHandler",
-        "ChangeAppFont", "SetModalDialogSuppression", "SetModalDialogSuppressionLogfileName",
+       {"GetCommandLineA", "InitSV", "SetPrinterSwitches", "AllocConsole", "_open_osfhandle", "SetConsoleTitleA",
+        "SetConsoleCtrlHandler", "ChangeAppFont", "SetModalDialogSuppression", "SetModalDialogSuppressionLogfileName",
         "SetShowWindowSuppression", "SetPoolFile", "_getpid", "GetCurrentDirectoryA", "ChangeAppInternational",
         "SetResManager", "DeInitSV", "FreeConsole", "exit"})
     watch(function);

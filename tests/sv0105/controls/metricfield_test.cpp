@@ -1,6 +1,8 @@
 #include "support/processes/child_process.hpp"
 #include "sv0105/controls/dialogtest.hpp"
 
+#include <commctrl.h>
+
 #include <climits>
 
 namespace {
@@ -132,6 +134,14 @@ TEST_F(MetricField, IsSteppedByTheArrowKeysAndTheWheel) {
   });
   dialog.Execute();
   EXPECT_EQ(dialog.changes, 5);
+}
+
+TEST_F(MetricField, IsSteppedByOneHoweverLongAButtonIsHeld) {
+  DayDialog const dialog;
+  UDACCEL steps[4] = {};
+  ASSERT_EQ(SendMessageA(spinOf(dialog.day), UDM_GETACCEL, 4, reinterpret_cast<LPARAM>(steps)), 1);
+  EXPECT_EQ(steps[0].nSec, 0u);
+  EXPECT_EQ(steps[0].nInc, 1u);
 }
 
 TEST_F(MetricField, IsSteppedOnWhileAButtonIsHeld) {
