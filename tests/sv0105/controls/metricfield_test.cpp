@@ -245,20 +245,6 @@ TEST_F(MetricField, TakesWhatIsTyped) {
   dialog.Execute();
 }
 
-TEST_F(MetricField, HasItsNewValueWhenAChangeIsReported) {
-  DayDialog dialog;
-  std::vector<long> reported;
-  dialog.day.ChangeModifyHdl([&](SV::MetricField * field) { reported.push_back(field->GetValue()); });
-  script->then([&] {
-    SendMessageA(dialog.day.GethWnd(), EM_SETSEL, 0, -1);
-    SendMessageA(dialog.day.GethWnd(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>("24"));
-    dialog.EndDialog();
-  });
-  dialog.Execute();
-  ASSERT_FALSE(reported.empty());
-  EXPECT_EQ(reported[0], 24);
-}
-
 TEST_F(MetricField, WithoutTheBitForDigitsTakesAnyTextAndCountsItAsTheValueBefore) {
   DayDialog dialog(SV::WB_BORDER);
   EXPECT_EQ(spinOf(dialog.day), nullptr);

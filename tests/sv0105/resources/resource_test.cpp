@@ -265,15 +265,6 @@ TEST_F(BrokenResourceFile, IsRefusedWhenItIsAProgramOrAFolder) {
   EXPECT_FALSE(ResMgr("").IsLoaded());
 }
 
-TEST_F(BrokenResourceFile, IsRefusedWhenASignatureIsWrong) {
-  std::size_t const header = *reinterpret_cast<unsigned const *>(whole.data() + 0x3C);
-  for (std::size_t const place : {std::size_t{0}, std::size_t{1}, header, header + 1, header + 2, header + 3}) {
-    std::string bytes = whole;
-    bytes[place] = static_cast<char>(bytes[place] ^ 1);
-    EXPECT_FALSE(loads(bytes)) << place;
-  }
-}
-
 TEST_F(BrokenResourceFile, IsRefusedWhenItsBytesAreRandom) {
   support::Random random(1);
   for (int i = 0; i < 300; ++i) {

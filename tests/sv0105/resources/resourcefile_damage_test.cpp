@@ -7,11 +7,23 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstring>
 
 namespace {
 
 using SV::detail::isSoundResourceFile;
+
+TEST(SoundResourceFile, HasBothSignatures) {
+  std::string const sound = support::readFile(support::binFolder() + "testres\\first72.dll").value();
+  std::uint32_t header = 0;
+  std::memcpy(&header, sound.data() + 0x3C, sizeof header);
+  for (std::size_t const place : {0u, 1u, header, header + 1, header + 2, header + 3}) {
+    std::string bytes = sound;
+    bytes[place] = static_cast<char>(bytes[place] ^ 1);
+    EXPECT_FALSE(isSoundResourceFile(std::as_bytes(std::span(bytes)))) << place;
+  }
+}
 
 TEST(ResourceFileDamage, IsSeenWithinTheFile) {
   std::string const sound = support::readFile(support::binFolder() + "testres\\first72.dll").value();
