@@ -92,7 +92,8 @@ TEST(CrashReport, NamesTheSystem) {
   GetVersionExA(&version);
   Lines const section = sectionOf(CrashRun(quick("read")).lines(), "  Windows version: ");
   ASSERT_EQ(section.size(), 2u);
-  EXPECT_EQ(section[0], "  Windows version: unknown (10.0) " + std::string(version.szCSDVersion) + " (" +
+  kivara::crash::WindowsName const name(version.dwPlatformId, version.dwMajorVersion, version.dwMinorVersion);
+  EXPECT_EQ(section[0], std::string("  Windows version: ") + name.c_str() + ' ' + version.szCSDVersion + " (" +
                             std::to_string(version.dwMajorVersion) + '.' + std::to_string(version.dwMinorVersion) +
                             '.' + std::to_string(version.dwBuildNumber) + " [2])");
 }
