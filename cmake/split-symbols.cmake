@@ -1,4 +1,4 @@
-# At installation: moves the debug symbols of KIVARA_BUILT to a file of their own, and tells the installed binary its name. The
+# At installation: moves the debug symbols of KIVARA_BUILT to a file of their own, and writes its name into the installed binary. The
 # folder .debug beside a binary is where debuggers and addr2line look for it.
 #
 # A crash report names a binary by the time stamp in its header, which objcopy otherwise replaces by the moment of the installation.

@@ -101,7 +101,7 @@ Builds everything and runs every test but the long ones, side by side, with a di
   --rounds N    N times over, in random order; at the end what failed in any round
   --windows V   under Windows 7, 8.1, 10 or 11, as far as Wine can be any of them; each has a Wine prefix of its own (10)
 KIVARA_JOBS sets how many run at a time (twice the number of cores). Up to five tests that fail are tried once more, alone, and named at
-the end when they pass then; --rounds does not forgive. docs/testing.md tells more.
+the end when they pass then; --rounds does not forgive. See docs/testing.md.
 TEXT
 }
 

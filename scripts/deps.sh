@@ -77,7 +77,7 @@ cmake_install() {
 }
 
 # What recipes are written with. scripts/deps/NAME.sh is the recipe of NAME: build_NAME WORK PREFIX builds in WORK, installs to PREFIX and
-# leaves the version in WORK/version; version_NAME tells which version a build of today would have, nothing where that is not known.
+# leaves the version in WORK/version; version_NAME says which version a build of today would have, nothing where that is not known.
 # It takes no time but for the first call after the machine's package lists have changed.
 
 # replace_in FILE OLD NEW: the first place; fails where there is none.

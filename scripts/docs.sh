@@ -18,7 +18,7 @@ verb_docs() {
   need_packages "${build_packages[@]}" "${docs_packages[@]}"
   mkdir -p "$root/build"
   local failed=()
-  documented || failed+=("comments: write /// above what is named; what it holds is told in docs/adding-a-module.md")
+  documented || failed+=("comments: write /// above what is named; docs/adding-a-module.md says what it holds")
   (cd "$root" && doxygen docs/Doxyfile) || failed+=("pages: mend what doxygen names above")
   if ((${#failed[@]} > 0)); then
     say "found in the documentation:"

@@ -61,7 +61,7 @@ class Comments:
         return not self.clang.lib.clang_CXXMethod_isDefaulted(cursor) and not self.told_by_class(cursor)
 
     def told_by_class(self, cursor):
-        """Making an object from nothing or from another one, which the comment of the class tells where it is not plain."""
+        """Making an object from nothing or from another one, which the comment of the class describes where it is not obvious."""
         lib = self.clang.lib
         if cursor.kind == CONSTRUCTOR:
             return (lib.clang_CXXConstructor_isDefaultConstructor(cursor) or lib.clang_CXXConstructor_isCopyConstructor(cursor)

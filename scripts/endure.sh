@@ -7,7 +7,7 @@ usage: ./dev endure [options]
 
 Builds and runs a program that does all that the library offers, at once and over and over: windows, languages, themes, events, logs, pages,
 requests, plug-ins, far calls, files, texts, processes, boxes, pictures, the tray. Handles, threads, GDI and USER objects, memory and files
-at the end are compared with those of the second tenth of the time. Ends with 1 and names what grew. docs/testing.md tells more.
+at the end are compared with those of the second tenth of the time. Ends with 1 and names what grew. See docs/testing.md.
   --minutes N      for so long (10)
   --seconds N      the same in seconds
   --only NAMES     these activities alone, with commas between them: --only windows,themes

@@ -1,7 +1,7 @@
 """Compares what a DLL exports with what the public headers declare for it.
 
 Every function, member and value that the headers mark must be exported, and nothing else may be, except for what the compiler
-makes of a marked class by itself. The compiler's own library reads the headers, so that it tells what is marked.
+makes of a marked class by itself. The compiler's own library, which knows what is marked, reads the headers.
 """
 
 import argparse

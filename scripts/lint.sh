@@ -9,7 +9,8 @@ help_format() {
   cat <<'TEXT'
 usage: ./dev format
 
-Brings all sources into the form that ./dev lint asks for, by clang-format.
+Brings all sources into the form that ./dev lint asks for, by clang-format. Before that it writes what comes from the list of options
+of the command line: their getters in the header, and the table of the page.
 TEXT
 }
 
@@ -17,6 +18,7 @@ check_format() { check_no_arguments "$@"; }
 
 verb_format() {
   need_packages clang-format
+  python3 "$root/scripts/options.py" "$root"
   (cd "$root" && sources '*.cpp' '*.hpp' | xargs -r clang-format -i)
 }
 

@@ -82,7 +82,7 @@ CALLS = {
 
 
 def add_arguments(parser):
-    """What a script has to be told before it can read the headers."""
+    """What a script needs to know before it can read the headers."""
     parser.add_argument("--libclang", required=True)
     parser.add_argument("--header", required=True, action="append")
     parser.add_argument("--include", default=[], action="append", help="a folder of headers")

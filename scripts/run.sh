@@ -48,7 +48,7 @@ run_with_screenshot() {
   local picture=$root/build/screenshot.png pid window
   rm -f "$picture"
   say "no display: running modeler.exe ${*:2} in a virtual one"
-  # The desktop, which Wine starts with the program, outlives it and tells of the end of the display.
+  # The desktop, which Wine starts with the program, outlives it and complains about the end of the display.
   "$wine_loader" "$@" </dev/null > >(cat) 2> >(grep -v --line-buffered '^X connection to .* broken' >&2) &
   pid=$!
   started+=("$pid")

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds, tests and reports on Windows, in the MINGW64 shell of MSYS2. docs/windows.md tells more.
+# Builds, tests and reports on Windows, in the MINGW64 shell of MSYS2. See docs/windows.md.
 # shellcheck disable=SC2317 # steps are called by their names
 set -euo pipefail
 

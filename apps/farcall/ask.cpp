@@ -33,7 +33,7 @@ int main(int count, char ** arguments) {
       return 1;
   KivMemBuf answer;
   if (!KivFarCallFactory::Instance().call(arguments[1], {arguments[2]}, answer)) {
-    std::fprintf(stderr, "ask: nobody offers %s\n", arguments[1]);
+    std::fprintf(stderr, "ask: no module offers %s\n", arguments[1]);
     return 1;
   }
   if (answer.data != nullptr)

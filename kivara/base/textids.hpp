@@ -45,7 +45,7 @@ inline constexpr long kLastError = 4918;    ///< of KivErrorCode 118
 inline constexpr long kUnknownError = 4999; ///< of KIV_ERROR_UNKNOWN
 /// @}
 
-/// All numbers except those of the errors, for the test that compares them with the packs.
+/// For the test that compares the numbers with the packs. It adds those that are ranges: months, weekdays, faults and errors.
 inline constexpr unsigned long kAll[] = {kDeadNetwork,   kCharacterSet, kRuntimeName, kToolkitName,  kOKButton,
                                          kCancelButton,  kHelpButton,   kProgramName, kBaseLanguage, kInternalError,
                                          kYesButton,     kNoButton,     kRetryButton, kDialogTitle,  kBadExpression,

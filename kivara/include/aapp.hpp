@@ -77,7 +77,7 @@ private:
 enum KivMDIClientMode : int {
   KIV_MDI_CLIENT_COLOR = 0,   ///< no picture, the theme's colour alone
   KIV_MDI_CLIENT_STRETCH = 1, ///< stretched to the area in both directions
-  KIV_MDI_CLIENT_COVER = 2,   ///< its middle, of a picture that covers the screen
+  KIV_MDI_CLIENT_COVER = 2,   ///< the middle of a picture that is scaled to cover the screen
   KIV_MDI_CLIENT_CENTER = 3,  ///< in the middle of the theme's colour
   KIV_MDI_CLIENT_TILE = 4     ///< side by side from the upper left corner
 };
@@ -86,7 +86,7 @@ enum KivMDIClientMode : int {
 /// class; the toolkit entry calls its Main.
 ///
 /// Main runs the start-up steps, prepareApplication, runApplication and the steps of the end. The command line can be
-/// asked from prepareApplication on; resources from the moment at which it has installed a resource manager.
+/// read from prepareApplication on, resources as soon as that has installed a resource manager.
 ///
 /// \code
 ///   class Modeler : public KivMDIApplication {
@@ -130,7 +130,7 @@ public:
 
   /// The picture behind the MDI windows, for MakeMDIClientImg. False when there is no picture.
   /// \param image  empty; to be filled
-  /// \param mode   how it is laid out, see KivMDIClientMode; as it was, and kept even when the result is false
+  /// \param mode   how it is laid out, see KivMDIClientMode; on entry the current one; what it is set to is kept even when the result is false
   virtual bool getMDIClientImage(SV::Image & image, int & mode) = 0;
 
   /// Asks getMDIClientImage for the picture and keeps it for PaintMDIClient, cut to the size of the screen; with
@@ -139,8 +139,8 @@ public:
   /// anew: see InvalidateMDIClient.
   /// \param multiMonitor  false: the size is that of the main screen. True: the width is that of all screens less that of
   ///                      the main one, so with one screen there is no picture; the height is the larger one
-  /// \return false when there is no picture, or when the kept one has the size of the screen already: it is then kept, also
-  ///         if the picture is another one now. The mode is taken all the same
+  /// \return false when there is no picture, or when the kept one has the size of the screen already: it is then kept, even
+  ///         if getMDIClientImage gives another picture by now. The new mode counts in every case
   bool MakeMDIClientImg(bool multiMonitor);
 
   bool isAppInitialized() const { return appInitialized; } ///< what the derived class set

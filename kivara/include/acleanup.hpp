@@ -46,8 +46,8 @@ private:
   SV::String fileName_;
 };
 
-/// Deletes an object when it is executed, and only then. All other pointers to the object dangle from then on, so nobody may
-/// ask for such a singleton after AppExit.
+/// Deletes an object when it is executed, and only then. All other pointers to the object dangle from then on, so such a
+/// singleton must not be used after AppExit.
 template <class T> class KivSingletonDeleteAction : public KivCleanUpAction {
 public:
   /// \param object  from operator new; may be null

@@ -6,7 +6,7 @@
 /// with that of the program: "program.exe.log", the report in text, to which later ones are appended;
 /// "program.exe.<time>.dmp", a minidump; and "program.exe.<time>.crash", an archive of both, where the program has the
 /// archiver in "tools\zip\7za.exe" below its folder. Nothing in the process can replace the filter that does it:
-/// SetUnhandledExceptionFilter gives null and does nothing. Only the first exception is reported, breakpoints never, and
+/// SetUnhandledExceptionFilter returns null and does nothing. Only the first exception is reported, breakpoints never, and
 /// nothing in a process that a debugger started.
 ///
 /// The text of the report is scrambled, each byte by the same value, unless the environment variable
@@ -22,19 +22,19 @@
 
 /// How Fct_CreateMiniDump ended.
 enum DumpEC {
-  KIV_DUMP_DONE = 88,    ///< written, perhaps only that it failed; or a debugger is attached and nothing is written
+  KIV_DUMP_DONE = 88,    ///< written, if only to say that it failed; or a debugger is attached and nothing is written
   KIV_DUMP_NO_FILE = 89, ///< the report cannot be opened
 };
 
 /// Appends a report on the calling thread, and on the process, to the report file. The thread is suspended meanwhile; any
 /// thread may call, but two at once write into each other's lines. It makes no minidump and no archive, shows no box for the
-/// report, and may be called often. Not while the thread holds the lock of the loader, as in DllMain: then nothing but a
-/// line that says so is written, after 30 seconds.
+/// report, and may be called often. It must not be called while the thread holds the loader lock, as in DllMain: after
+/// 30 seconds, only a line that says so is then written.
 /// \param file  the place in the source that is named in the report; null counts as empty
 KIV_API DumpEC Fct_CreateMiniDump(char const * file, unsigned long line);
 
 /// Null or an empty name clears the name of the next report. Any other one ends the process at once, with the exit code
-/// 0xC0000409 and without a report: kept as it stands, call it with null only.
+/// 0xC0000409 and without a report. That stays as it is: call this with null or an empty name only.
 KIV_API void Fct_SetMiniDumpFileName(char const * name);
 
 /// Ends the process as Fct_SetMiniDumpFileName does, which it calls with a name.

@@ -36,7 +36,7 @@ enum KivDragType {
   KivDragText = 1, ///< a text
 };
 
-/// The drag of the program. Static operations only; nobody makes an object of it.
+/// The drag of the program. Static operations only; there is no need for an object of it.
 class KIV_API KivDragManager {
 public:
   KivDragManager(KivDragManager const &) = default;

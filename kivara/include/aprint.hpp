@@ -28,11 +28,11 @@ public:
   explicit KivPrinter(SV::String const & printerName);
   ~KivPrinter() override;
 
-  /// While the paper lies in portrait, (0, 0). Otherwise the size of the page in pixels as it is at the first call, in landscape
-  /// therefore; later calls return it again, in portrait too.
+  /// (0, 0) while the paper is in portrait. Otherwise the size of the page in pixels at the first call, which is then one in
+  /// landscape; later calls return the same size, in portrait too.
   SV::Size GetPortraitOutputSizePixel();
-  /// While the paper does not lie in landscape, (0, 0). Otherwise the size of the page in pixels as it is at the first call; later
-  /// calls return it again, in portrait too.
+  /// (0, 0) unless the paper is in landscape. Otherwise the size of the page in pixels at the first call; later calls return
+  /// the same size, in portrait too.
   SV::Size GetLandscapeOutputSizePixel();
 
 private:
@@ -40,15 +40,15 @@ private:
   SV::Size landscapeSize;
 };
 
-/// The printer of the process, which stays the library's. With \p create, one that was taken away from the system is deleted,
-/// and if there is none then, one is made: the printer of KivCmdline::getPrinterName, or the default printer if that is empty.
-/// If it cannot be made, no later call tries again.
-/// \param create  false: the printer as it is, without a look at whether it can still be used
+/// The printer of the process, which the library owns. With \p create, a printer that has been removed from the system is
+/// deleted, and where there is none, one is made: that of KivCmdline::getPrinterName, or the default printer if the name is
+/// empty. If it cannot be made, no later call tries again.
+/// \param create  false: the printer as it is; whether it can still be used is not checked
 /// \return null when there is none
 KIV_API KivPrinter * Kiv_GetPrinter(bool create);
 
-/// Deletes the printer of the process and takes this one, which the library then owns; null for none. The printer that it is
-/// already stays. A job on the former printer is cancelled.
+/// Deletes the printer of the process and uses this one, which the library then owns; null for none. If it is the printer of the
+/// process already, nothing happens. A job on the former printer is cancelled.
 KIV_API void Kiv_ReplacePrinter(KivPrinter * printer);
 
 /// Deletes the printer of the process. The next Kiv_GetPrinter(true) makes one again.
@@ -79,7 +79,8 @@ public:
   void PrintLine(SV::String const & text);
   /// Adds GetHeader(title).
   void PrintHeader(SV::String const & title);
-  /// Prints the line that has been collected; it is several if it has line feeds. With nothing collected, a line stays empty.
+  /// Prints the line that has been collected, or several if there are line feeds in it. With nothing collected, it prints an
+  /// empty line.
   void NewLine();
 
   /// The title, the user's name, the date with four digits for the year and the time with seconds, in the formats of the

@@ -31,8 +31,8 @@
 
 #include <vector>
 
-/// Operations without a text of their own give 1 for success and 0 for a refusal of the shell. Those that show or change
-/// something give 0 before Create.
+/// Where nothing else is said, an operation returns 1 for success and 0 if the shell refuses. Those that show or change
+/// something return 0 before Create.
 class KIV_API KivSystemTray : public SV::LinkHdl {
 public:
   KivSystemTray();
@@ -87,7 +87,7 @@ public:
   int SetIcon(SV::Icon const & icon);
   int SetIcon(HICON icon);
   /// Reads an icon file of that name, or "#5" for the number 5, although a resource is meant. The handle is destroyed at once, so
-  /// that GetIcon then gives one that has died. Without such a file the icon has no picture.
+  /// that GetIcon then returns one that is no longer valid. Without such a file the icon has no picture.
   int SetIcon(char const * resource);
   int SetIcon(unsigned int resource);
   int SetStandardIcon(char const * name);       ///< one of the system's, such as IDI_WARNING

@@ -4,7 +4,7 @@
 ///
 /// There are two, "Classic" and "Modern". Each has a palette of twelve colours and draws the parts; parts that look as
 /// those of the system are drawn by its visual styles where these are on, and by hand otherwise. A window that shows such
-/// parts draws them by the current theme of the KivThemeManager (atheme_manager.hpp) and is painted anew when another one is chosen:
+/// parts draws them by the current theme of the KivThemeManager (atheme_manager.hpp) and is repainted when another one is chosen:
 ///
 /// \code
 ///   Pane::Pane(SV::Window * parent) : Window(parent) { KivThemeManager::Instance().AddWindow(this); }

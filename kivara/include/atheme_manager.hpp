@@ -21,7 +21,7 @@
 /// The themes, and which of them is current: Modern, until the application chooses another one.
 class KIV_API KivThemeManager : public KivEventListener {
 public:
-  /// Made when first asked for. AppExit destroys it, with themes and images; who asks after that gets a new one.
+  /// Created by the first call. AppExit destroys it, with themes and images; a later call creates a new one.
   static KivThemeManager & Instance();
 
   KivThemeManager(KivThemeManager const &) = delete;
@@ -35,15 +35,15 @@ public:
   KivTheme const & GetTheme(long index) const;
   long GetThemeCount() const; ///< at least 2
 
-  /// Chooses by place or by name, upper and lower case being different, and has the windows and the client area of an
-  /// MDIApplication painted anew. An unknown place or name leaves the current theme; they are painted all the same.
+  /// Chooses by place or by name, which is case-sensitive, and has the windows and the client area of an MDIApplication
+  /// repainted. An unknown place or name leaves the current theme; they are repainted even then.
   void SetCurrentTheme(long index);
   void SetCurrentTheme(SV::String const & name);
 
   /// Whether the system's visual styles are on for this program.
   static bool IsThemed();
 
-  /// Whether themes use visual styles, where these are on; true at first. Switching it on has the windows painted anew,
+  /// Whether themes use visual styles, where these are on; true at first. Switching it on has the windows repainted,
   /// switching it off does not.
   bool IsVisualStylesXPEnabled() const;
   void SetVisualStylesXPEnabled(bool value);
@@ -52,14 +52,14 @@ public:
   /// are gone. It paints nothing, and makes no manager where there is none.
   static void SysThemeChanged();
 
-  /// The windows to be painted anew when another theme is chosen. They are not owned: one that is destroyed has to be
-  /// removed before. Adding one twice, removing an unknown one, and null do nothing.
+  /// The windows to be repainted when another theme is chosen. They are not owned: remove a window before it is
+  /// destroyed. Adding one twice, removing an unknown one, and null do nothing.
   void AddWindow(SV::Window * window);
   void RemoveWindow(SV::Window * window);
 
   /// \name Visual styles of the system
-  /// Handles for SV::CVisualStylesXP::DrawThemeBackground, each by the class of that name. Who opens one gives it back by
-  /// CloseTheme once the drawing is done. Null without visual styles, without IsVisualStylesXPEnabled, and when the style has
+  /// Handles for SV::CVisualStylesXP::DrawThemeBackground, each by the class of that name. Whoever opens one closes it with
+  /// CloseTheme after drawing. Null without visual styles, without IsVisualStylesXPEnabled, and when the style has
   /// no such class.
   /// @{
   void * OpenWindowTheme(SV::Window const & window) const;

@@ -72,13 +72,13 @@ KIV_API bool Kiv_IsDeadNet();
 KIV_API void displayErrorMessage(char const * file, unsigned line);
 
 /// Reports, once per process, that the connection to the database is lost, in a box like that of an internal error.
-/// Under suppression the message goes to the suppression log, if that has a name. It counts as reported even if nobody
-/// saw it. The process continues.
+/// Under suppression the message goes to the suppression log, if that has a name. It counts as reported even if no box
+/// was shown. The process continues.
 KIV_API void displayDeadNetworkMessage();
 
 /// Shows, once per process, that the program ends: with "-assert" in a box with OK and Cancel, otherwise not at all.
 /// Under suppression the notice goes to the suppression log, if that has a name, with or without "-assert". It counts
-/// as shown even if nobody saw it.
+/// as shown even if no box was shown.
 KIV_API void displayExitMessage();
 /// @}
 

@@ -13,7 +13,7 @@ namespace {
 constexpr int kLineSize = 512;
 
 /// \param event  what happened, without the name
-void tell(char const * event, String const & name) {
+void report(char const * event, String const & name) {
   constexpr int around = sizeof "[kivdll]  ''\n"; // all but event and name, with the NUL
   int const room = kLineSize - around - static_cast<int>(std::strlen(event));
   KivDebugOut(kivara::BoundedText<kLineSize>("[kivdll] %s '%.*s'\n", event, room, name.c_str()).c_str());
@@ -42,7 +42,7 @@ bool KivDLLLoader::loadExt(char const * file, unsigned long flags) {
 bool KivDLLLoader::_finishLoad(char const * event, HINSTANCE__ * loaded) {
   handle = loaded;
   _rememberLastError(handle == nullptr);
-  tell(event, filename);
+  report(event, filename);
   return lastError == 0;
 }
 
@@ -51,7 +51,7 @@ bool KivDLLLoader::unload() {
     return lastError == 0;
   _rememberLastError(FreeLibrary(handle) == 0);
   handle = nullptr;
-  tell("Unload", filename);
+  report("Unload", filename);
   filename = String();
   return lastError == 0;
 }

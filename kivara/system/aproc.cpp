@@ -12,6 +12,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 using SV::String;
 
@@ -95,15 +96,12 @@ HANDLE start(std::string & line, STARTUPINFOA & startup, DWORD flags) {
   PROCESS_INFORMATION started = {};
   if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, flags, nullptr, nullptr, &startup, &started))
     return nullptr;
-  CloseHandle(started.hThread);
+  handles::KernelObject const thread(started.hThread);
   return started.hProcess;
 }
 
-void close(void *& handle) {
-  if (handle != INVALID_HANDLE_VALUE)
-    CloseHandle(handle);
-  handle = INVALID_HANDLE_VALUE;
-}
+/// The members are no owners, since copies of the process share them.
+void close(void *& handle) { handles::File const closed(std::exchange(handle, INVALID_HANDLE_VALUE)); }
 
 } // namespace
 

@@ -15,7 +15,7 @@ struct FreeBlock {
   void operator()(void * block) const { std::free(block); }
 };
 
-/// Bytes that grow at the end, with a NUL behind them.
+/// Bytes that grow at the end, followed by a NUL.
 class HttpBody {
 public:
   /// False when there is no memory; all else needs it first.
@@ -40,7 +40,7 @@ private:
   std::size_t size_ = 0;
 };
 
-/// The text of \p size bytes with a NUL behind them.
+/// The text of \p size bytes followed by a NUL.
 /// \param charset  one that begins with "utf-8", or any other for the ANSI code page, which is also the second choice
 /// \return nothing when the system converts them in neither way
 std::optional<SV::WString> textOfBody(char const * bytes, unsigned int size, SV::WString const & charset);

@@ -40,7 +40,7 @@ bool sameCharacters(char const * text, SV::String const & s) {
 }
 
 /// Whether the characters before \p place are \p first and then \p second. There must be enough of them.
-bool standInFrontOf(char const * place, SV::String const & first, SV::String const & second) {
+bool standBefore(char const * place, SV::String const & first, SV::String const & second) {
   char const * const middle = place - second.Len();
   return sameCharacters(middle, second) && sameCharacters(middle - first.Len(), first);
 }
@@ -241,12 +241,12 @@ void KivTextParser::_ImpEraseFront() {
   _ImpSetRest(erasedLine_);
 }
 
-/// Puts the white space and the look-ahead token back in front of the rest. In most cases they are still there, since the line
+/// Puts the white space and the look-ahead token back before the rest. In most cases they are still there, since the line
 /// is not erased for each token, and nothing is copied.
 void KivTextParser::_ImpPutLookAheadBack() {
   _ImpJoinSpaces();
   std::int64_t const length = std::int64_t{spacesToken.Len()} + lookAheadToken.Len();
-  if (length <= restStart_ && standInFrontOf(_ImpRest(), spacesToken, lookAheadToken))
+  if (length <= restStart_ && standBefore(_ImpRest(), spacesToken, lookAheadToken))
     restStart_ -= static_cast<std::int32_t>(length);
   else
     _ImpSetRest(spacesToken + lookAheadToken + currentLine.substr(restStart_));

@@ -13,7 +13,7 @@ bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 bool isForbidden(char c) { return c != '\0' && std::strchr("|*<>?\"", c) != nullptr; }
 
 /// What follows "\\server\share\"; null when the server, the share or a separator is missing.
-char const * behindShare(char const * name) {
+char const * afterShare(char const * name) {
   char const * const server = name + 2;
   char const * at = server;
   while (*at != '\\') {
@@ -58,7 +58,7 @@ bool Kiv_Valid_Filename(char const * name) {
   if (name == nullptr || *name == '\0' || std::strstr(name, "://") != nullptr)
     return false;
   bool const withServer = name[0] == '\\' && name[1] == '\\';
-  char const * const path = withServer ? behindShare(name) : name;
+  char const * const path = withServer ? afterShare(name) : name;
   if (path == nullptr || beginsWithDevice(path) || !holdsValidCharacters(path, !withServer))
     return false;
   char const last = name[std::strlen(name) - 1];

@@ -1,5 +1,6 @@
 #include "adattime_duration.hpp"
 
+#include "aebox.hpp"
 #include "atools.hpp"
 #include "time/durationtext.hpp"
 #include "time/wholenumber.hpp"
@@ -18,6 +19,7 @@ double orDefault(double number, double fallback) { return number != 0 ? number :
 
 double KivCoreTime::defaultDaysPerYear_ = 365.0;
 double KivCoreTime::defaultHoursPerDay_ = 24.0;
+bool KivCoreTime::warnButtonPressed = false;
 
 KivCoreTime::KivCoreTime()
     : value(0.0), maxValue(kLargest), daysPerYear(defaultDaysPerYear_), hoursPerDay(defaultHoursPerDay_),
@@ -87,3 +89,15 @@ String const & KivCoreTime::_d2s(double seconds) {
 double KivCoreTime::_s2d(char const * duration) const {
   return isTime(duration) ? kivara::secondsOf(duration, daysPerYear, hoursPerDay) : 0.0;
 }
+
+void KivCoreTime::tstOverFlow(SV::Window * parent, SV::String const & message) {
+  if (!overflow)
+    return;
+  value = maxValue;
+  if (warnButtonPressed)
+    return;
+  KivWarningBox(parent, SV::WB_OK, message).Execute();
+  warnButtonPressed = true;
+}
+
+void KivCoreTime::ResetWarnButtonPressed() { warnButtonPressed = false; }

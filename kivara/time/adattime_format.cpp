@@ -19,7 +19,7 @@ public:
   void copy(char c, std::size_t count) { text_.append(count, c); }
   void add(String const & text) { text_.append(text.c_str(), static_cast<std::size_t>(text.Len())); }
 
-  /// With zeros in front, up to \p digits.
+  /// With leading zeros, up to \p digits.
   void add(unsigned long number, int digits) {
     char figures[20];
     auto const length = std::to_chars(std::begin(figures), std::end(figures), number).ptr - figures;

@@ -55,7 +55,7 @@ double take(double & rest, double unit) {
   return count;
 }
 
-/// With zeros in front, up to \p digits.
+/// With leading zeros, up to \p digits.
 char * put(char * to, unsigned number, int digits) {
   char figures[10];
   int count = 0;

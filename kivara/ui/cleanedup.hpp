@@ -6,8 +6,8 @@
 
 namespace kivara {
 
-/// Has the registry of the clean-up delete an object, and then clear the variable that points to it, so that nobody gets
-/// what has been deleted.
+/// Has the registry of the clean-up delete an object, and then clear the variable that points to it, so that no
+/// caller gets a deleted object.
 /// \param object  a variable of static storage that holds an object from operator new
 template <class T> void deleteAtCleanUp(T *& object) {
   class Forgetting : public KivCleanUpAction {

@@ -11,13 +11,13 @@ from pathlib import Path
 from mutants import changes, syntax
 
 # Folders that are tested in a room of another name.
-TESTED_ELSEWHERE = {"kivara/main": "frame", "kivara/include/tools": "tl0105"}
+TESTED_ELSEWHERE = {"kivara/main": "frame", "kivara/include/tools": "tl0105", "toolkit/handles": "base"}
 TOOLS_HEADER = "kivara/include/tools.hpp"
 
 
 @dataclass(frozen=True)
 class Mutant:
-    """One change of one file, and how it is told from all others: by its lines, so that it stays itself when lines move."""
+    """One change of one file, and how it is known from all others: by its lines, so that it stays itself when lines move."""
     room: str
     path: str
     line: int
@@ -130,7 +130,9 @@ class Catalogue:
     def _words(self, path):
         parts = path.split("/")
         folder = "/".join(parts[:2]) if parts[0] == "toolkit" else parts[0]
-        return [*self.options.get(path, self.options[folder]), *self.system]
+        # Headers of a folder without sources are read as the library reads them.
+        own = self.options.get(path) or self.options.get(folder) or self.options["kivara"]
+        return [*own, *self.system]
 
 
 _reader = None

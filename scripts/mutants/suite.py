@@ -152,7 +152,7 @@ def _nearness(stem, file):
 
 
 def _startable(waiting, running, jobs):
-    """The cases that can start now, in order. One that runs alone waits for all before it, and all behind it wait for it."""
+    """The cases that can start now, in order. One that runs alone waits for all before it, and all after it wait for it."""
     starting = []
     for case in waiting:
         beside = running + starting

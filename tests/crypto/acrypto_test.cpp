@@ -156,7 +156,7 @@ TEST(KivEncryption, OldFormDecryptsWithTheFillingOnTheEnd) {
 }
 
 TEST(KivEncryption, OldFormsLengthEndsAtTheFirstByte0) {
-  // Behind the last whole block the bytes stay as they were read.
+  // After the last whole block the bytes stay as they were read.
   Outcome const plain = decrypted(0, "41420043");
   EXPECT_EQ(plain.length, 2);
   EXPECT_STREQ(plain.text.get(), "AB");

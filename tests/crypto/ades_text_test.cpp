@@ -23,7 +23,7 @@ std::string encrypted(std::string const & text) {
   return hex;
 }
 
-/// All bytes up to the one before the NUL that was put behind them.
+/// All bytes up to the one before the NUL that was put after them.
 std::string decrypted(std::string hex) {
   unsigned char * text = nullptr;
   Kiv_Decrypt(hex.data(), text);
@@ -140,7 +140,7 @@ TEST(KivDecrypt, APairThatIsNoNumberRepeatsTheByteBeforeIt) {
 }
 
 TEST(KivDecrypt, APairIsReadAsTheRuntimeReadsANumber) {
-  // One digit and something else is that digit; white space in front is passed over, into the pairs that follow; a sign
+  // One digit and something else is that digit; leading white space is passed over, into the pairs that follow; a sign
   // counts.
   EXPECT_EQ(decrypted("4z"), "\x04");
   EXPECT_EQ(decrypted("  41"), "AA");

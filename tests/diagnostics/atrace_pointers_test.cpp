@@ -206,7 +206,7 @@ TEST(Text, ThatAnotherThreadTakesAwayMeanwhileIsNone) {
 
 BOOL WINAPI refuseToRead(HANDLE, void const *, void *, SIZE_T, SIZE_T *) { return FALSE; }
 
-// As when another thread gives the pages back. Wine reads such pages all the same.
+// As when another thread gives the pages back. Wine still reads such pages.
 TEST(Text, ThatTheSystemRefusesToReadIsNone) {
   Pages const pages(PAGE_READWRITE, PAGE_READWRITE | PAGE_GUARD);
   *pages.beforeEnd(1) = '\0';

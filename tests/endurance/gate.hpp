@@ -21,7 +21,7 @@ public:
     changed_.notify_all();
   }
 
-  /// Lets nobody in any more, and waits until nobody is inside.
+  /// Lets no thread in any more, and waits until none is inside.
   void shut() {
     std::unique_lock lock(mutex_);
     isShut_ = true;

@@ -222,7 +222,7 @@ TEST_F(Dispatcher, AHandlerMayRegisterForATypeThatIsNotBeingWalked) {
   EXPECT_EQ(calls, (Calls{"a", "a'"}));
 }
 
-// Not supported, and harmless all the same: the walk stays inside of the sequence when it grows.
+// Not supported, yet harmless: the walk stays inside of the sequence when it grows.
 TEST_F(Dispatcher, AHandlerRegisteredInFrontOfTheRunningOneLetsThatRunAgain) {
   support::GuardPages const guard;
   auto const a = listener("a");

@@ -12,7 +12,7 @@ using Lines = std::vector<std::string>;
 Lines const kHeard{"static of the DLL hears", "late object of the DLL hears",
                    "late object in static memory of the program hears", "static of the program hears"};
 
-/// They die through their base class, in the order of their types. After that nobody hears of an event, though each of them triggers two; nor does a registration or a copy count.
+/// They die through their base class, in the order of their types. After that no listener hears of an event, though each of them triggers two; nor does a registration or a copy count.
 Lines const kLate{"sequence 700 dies, dispatcher gone",
                   "sequence 706 dies, dispatcher gone",
                   "sequence 854 dies, dispatcher gone",

@@ -14,7 +14,7 @@ bool contains(Lines const & lines, std::string const & line) {
   return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
-/// The first six letters tell what is valid at the step: c the command line, f the font, s the suppression settings,
+/// The first six letters say what is valid at the step: c the command line, f the font, s the suppression settings,
 /// d the start directory, l the labels of the buttons, e that the end has begun.
 TEST(Frame, TakesItsStepsInOrder) {
   ProductRun run("frame_order", "-trace -no_windows -trftrace.txt -pidfilepid.txt");

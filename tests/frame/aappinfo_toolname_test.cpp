@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Takes over a command line of one word behind the program's name. The word must outlive the test.
+/// Takes over a command line of one word after the program's name. The word must outlive the test.
 void giveWord(char * word) {
   static char program[] = "tool.exe";
   static char * words[] = {program, nullptr, nullptr};

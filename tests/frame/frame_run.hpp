@@ -11,7 +11,7 @@
 
 namespace kivtest {
 
-/// Runs Main as the entry routine would, with these words behind the program. Once in a process: the words must stay.
+/// Runs Main as the entry routine would, with these words after the program. Once in a process: the words must stay.
 inline void runMain(SV::Application & application, std::vector<std::string> const & words = {}) {
   static std::vector<std::string> text{"tool.exe"};
   static std::vector<char *> argv;

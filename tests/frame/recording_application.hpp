@@ -11,7 +11,7 @@
 
 namespace kivtest {
 
-/// Each of the frame's calls is one step. Severe exceptions are recorded and answered as handled unless told otherwise,
+/// Each of the frame's calls is one step. Severe exceptions are recorded and answered as handled unless set otherwise,
 /// so that an application without resources runs to its end.
 class RecordingApplication : public KivMDIApplication {
 public:

@@ -12,7 +12,7 @@ using Lines = std::vector<std::string>;
 constexpr char kTail[] = "\n\nThis is a severe error!!\n\nThe application will shut down immediately!\n\n"
                          "Please inform your administrator!!";
 
-/// MB_ICONHAND and nothing else; the wait pointer is off while the box is open and as before behind it.
+/// MB_ICONHAND and nothing else; the wait pointer is off while the box is open and as before after it.
 Lines const kBoxAndEnd{"prepareApplication", "runApplication", "box style 10, wait 0", "exit 1, wait 3", "destroyed"};
 
 struct Severe {

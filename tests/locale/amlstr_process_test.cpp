@@ -47,7 +47,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(LookUp{"equals 1 ab", "1, 2"}, LookUp{"equals 1 abc", "1, 3"}, LookUp{"equals 1 abcd", "0, -1"},
                     LookUp{"equals 1 AB", "0, -1"}, LookUp{"equals 1 a", "0, -1"}, LookUp{"equals 2 same", "1, 4"},
                     LookUp{"equals 6 only", "1, 4"}, LookUp{"equals 8 only", "0, -1"},
-                    // Both are equal up to the NUL: the lower language's length tells which it was.
+                    // Both are equal up to the NUL: the lower language's length shows which it was.
                     LookUp{"equals 11 twin", "1, 6"}));
 INSTANTIATE_TEST_SUITE_P(StartsWith, WordLookUp,
                          testing::Values(LookUp{"starts 1 abcd", "1, 2"}, LookUp{"starts 1 ab", "1, 2"},

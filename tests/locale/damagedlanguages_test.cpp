@@ -46,7 +46,7 @@ std::vector<std::pair<unsigned long, std::string>> someTexts(std::mt19937 & rand
   return texts;
 }
 
-/// All texts in front of the first fault, by the rules of the format; whether the end record was reached.
+/// All texts before the first fault, by the rules of the format; whether the end record was reached.
 bool expectedTexts(std::string const & bytes, std::map<unsigned short, std::string> & texts) {
   auto const number = [&](std::size_t at) {
     unsigned long value = 0;

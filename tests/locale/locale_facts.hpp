@@ -12,7 +12,7 @@ namespace kivtest {
 
 enum class Form { Number, Fixed, Sized };
 
-/// A function, and what it has to tell by the system's own names.
+/// A function, and what it has to return by the system's own names.
 struct Fact {
   char const * name;
   Form form;
@@ -155,7 +155,7 @@ inline Fact const kFacts[] = {
 };
 // clang-format on
 
-/// Whether the number of a fact is told as a bool.
+/// Whether the number of a fact is returned as a bool.
 inline bool isYesOrNo(Fact const & fact) {
   return fact.type >= LOCALE_IPOSSYMPRECEDES && fact.type <= LOCALE_INEGSEPBYSPACE;
 }

@@ -89,7 +89,7 @@ TEST(InstalledBinaries, EveryProgramHasAManifestForCurrentControlsAndNoAdministr
 }
 
 TEST(InstalledBinaries, EveryProgramIsDrawnInTheScaleOfTheDisplay) {
-  // This program has the manifest that all programs get: the system tells how it reads it.
+  // This program has the manifest that all programs get: the system says how it reads it.
   wchar_t setting[8] = L"";
   EXPECT_TRUE(QueryActCtxSettingsW(0, nullptr, L"http://schemas.microsoft.com/SMI/2005/WindowsSettings", L"dpiAware",
                                    setting, std::size(setting), nullptr));

@@ -247,7 +247,7 @@ struct Owner {{ Pair pair; int other; void set(Pair a, Pair const * c) {{ {} {} 
             code = sandbox.run(["sh", "-c", "setsid sleep 1000 & echo $! >/tmp/pid; sleep 1000"], longest=1)
             self.assertIsNone(code)
             child = (sandbox.temporary / "pid").read_text().strip()
-            # Where nobody waits for orphans, as in a container, an ended process keeps its number.
+            # Where no process waits for orphans, as in a container, an ended process keeps its number.
             self.assertNotIn(MARK.encode(), _environment_of(child))
 
     def sandbox(self):

@@ -22,8 +22,8 @@ TEST(FarCallSample, TellsOfAServiceThatNobodyOffers) {
   support::ProgramResult const unknown = ask("text.lower one textservices.dll");
   EXPECT_EQ(unknown.exitCode, 1u);
   EXPECT_EQ(unknown.output, "");
-  EXPECT_EQ(unknown.errors, "ask: nobody offers text.lower\r\n");
-  EXPECT_EQ(ask("text.words one").errors, "ask: nobody offers text.words\r\n");
+  EXPECT_EQ(unknown.errors, "ask: no module offers text.lower\r\n");
+  EXPECT_EQ(ask("text.words one").errors, "ask: no module offers text.words\r\n");
 }
 
 TEST(FarCallSample, TellsOfAModuleThatCannotBeLoaded) {

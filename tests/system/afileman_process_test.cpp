@@ -165,7 +165,7 @@ TEST_F(TemporaryFile, HasANameEvenIfTheSystemHasNoAddressForItsUuid) {
   EXPECT_TRUE(isPrefixUuidAndEnd(name, folder_ / "x", ".tmp")) << name;
 }
 
-/// The internal errors that the program tells the debugger.
+/// The internal errors that the program reports to the debugger.
 std::vector<std::string> errorsOf(support::Debugger const & debugger) {
   EXPECT_EQ(debugger.waitForEnd(), 0u);
   std::vector<std::string> errors;

@@ -64,7 +64,7 @@ constexpr Row kRows[] = {
     {"\\a.b", "", "\\", "a.b", "a", ".b"},
     {"\\\\host\\share\\n.x", "\\\\host\\share", "\\\\host\\share\\", "n.x", "n", ".x"},
     {"c:\\dir/a.b/n.x", "c:", "c:\\", "dir/a.b/n.x", "dir/a.b/n", ".x"},
-    // Backslash alone, a dot in front of it included
+    // Backslash alone, a dot before it included
     {"c:\\dir\\name", "c:\\dir", "c:\\dir\\", "name", "name", ""},
     {"c:\\a.b\\name", "c:\\a.b", "c:\\a.b\\", "name", "name", ""},
     {"c:\\a.b\\", "c:\\a.b", "c:\\a.b\\", "", "", ""},

@@ -1,4 +1,4 @@
-// The way through proxies: what the system is told in each step, and a proxy with an account for real.
+// The way through proxies: what the system is given in each step, and a proxy with an account for real.
 
 #include "fakewinhttp.hpp"
 #include "httpclient.hpp"

@@ -139,7 +139,7 @@ private:
   std::optional<std::string> former_;
 };
 
-/// What the client tells the real system about proxies, while nobody listens at the other end.
+/// What the client passes to the real system about proxies, with no server at the other end.
 class HttpUserProxy : public testing::Test {
 protected:
   HttpUserProxy() {

@@ -20,7 +20,7 @@ namespace {
 
 using Size = unsigned __int64;
 
-/// The header in front of a block: its capacity.
+/// The header before a block: its capacity.
 Size capacityOf(void * block) {
   Size capacity = 0;
   std::memcpy(&capacity, static_cast<char *>(block) - sizeof capacity, sizeof capacity);

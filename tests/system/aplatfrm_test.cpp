@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The program's folder as the system tells it, with a separator.
+/// The program's folder as the system returns it, with a separator.
 std::string programFolder() {
   char program[MAX_PATH];
   GetModuleFileNameA(nullptr, program, sizeof program);

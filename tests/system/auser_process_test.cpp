@@ -143,7 +143,7 @@ TEST_F(RealLogon, ThatTheServerRefusesIsShownInTheDebugOutput) {
       << debugger.text();
 }
 
-// Wine grants every account that way: what tells good ones from others is Windows.
+// Wine grants every account that way: only Windows distinguishes good ones from others.
 TEST_F(RealLogon, IsGrantedDirectly) {
   CopiedProgram const program("user_questions", "users");
   EXPECT_TRUE(program.answers("logon worker TESTS \"open sesame\"").starts_with("xp=1 good=1\n"));

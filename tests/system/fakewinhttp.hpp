@@ -51,7 +51,7 @@ public:
   std::set<void *> openHandles;
   std::set<void *> openTexts; ///< that the system allocated for the caller
 
-  /// Writes the call down and tells whether it succeeds.
+  /// Writes the call down and returns whether it succeeds.
   bool note(std::string const & call);
   void * newHandle(std::string const & what);
   std::string nameOf(void * handle) const;

@@ -59,7 +59,7 @@ public:
   }
   std::string take(std::string const & name) { return value(take(), name); }
 
-  /// Whether a child has written any that nobody took.
+  /// Whether a child has written any that has not been taken.
   bool areThere() const { return support::exists(folder_ / "facts.txt"); }
 
 private:

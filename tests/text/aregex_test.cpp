@@ -373,7 +373,7 @@ TEST_F(RegExTextTemplate, IsFilledAtItsFirstPlaceOnly) {
   SV::Resource::SetResManager(nullptr);
 }
 
-// Behind the interface.
+// Through the interface.
 
 TEST(RegEx2, IsThatBehindTheInterface) {
   LiveExpressions const live;

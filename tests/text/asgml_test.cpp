@@ -178,7 +178,7 @@ TEST_F(CharacterMap, LineOf999CharactersIsRead) {
 
 TEST_F(CharacterMap, LineOf1000CharactersEndsTheReading) {
   EXPECT_FALSE(setMap(numberedMap("Name\n" + std::string(1000, 'x') + "\n", 127)));
-  // Also one that would be a comment, behind all that is needed.
+  // Also one that would be a comment, after all that is needed.
   EXPECT_TRUE(setMap(numberedMap("Name\n", 128) + "//" + std::string(2000, 'x') + "\nmore\n"));
 }
 

@@ -117,7 +117,7 @@ TEST(CoreDate, IsDisplayedByTheSettingsWithTheWholeYearInTheLongForm) {
   EXPECT_NE(std::string(settings.GetLongDate(date).c_str()).find("2024"), std::string::npos);
 }
 
-// The settings here have four digits anyway, so the text would not tell.
+// The settings here have four digits anyway, so the text would not show it.
 TEST(CoreDate, AsksForTheWholeYearInTheLongForm) {
   static std::vector<bool> asked; // spies stay as long as the process
   ASSERT_TRUE(support::spyOnImport("kivara.dll", "ChangeLongDateCentury", [](support::SpiedCall & call) {

@@ -27,7 +27,7 @@ static_assert(!std::is_assignable_v<KivCoreTime &, int>);
 static_assert(std::is_constructible_v<KivCoreTime, double>);
 static_assert(std::is_constructible_v<KivCoreTime, long long>);
 
-/// A year tells the days and hours of a base.
+/// A year shows the days and hours of a base.
 constexpr char kYear[] = "01:000:00:00:00";
 constexpr char kDay[] = "00:001:00:00:00";
 

@@ -14,7 +14,7 @@ constexpr DWORD kTextForDebugger = 0x40010006;
 int stops = 0;
 std::string debuggerText;
 
-/// Takes the text for the debugger; counts the stop that debug builds make and goes on behind it.
+/// Takes the text for the debugger; counts the stop that debug builds make and goes on after it.
 LONG CALLBACK passStop(EXCEPTION_POINTERS * exception) {
   if (exception->ExceptionRecord->ExceptionCode == kTextForDebugger)
     debuggerText += reinterpret_cast<char const *>(exception->ExceptionRecord->ExceptionInformation[1]);

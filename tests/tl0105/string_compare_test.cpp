@@ -24,7 +24,7 @@ int sign(int number) { return (number > 0) - (number < 0); }
 
 char patternAt(std::size_t place) { return static_cast<char>('a' + place % 26); }
 
-/// A text of the pattern. What stands around it is no part of it and differs from text to text; with nothing behind it
+/// A text of the pattern. What stands around it is no part of it and differs from text to text; with nothing after it
 /// the text ends directly before a page without access.
 class Room {
 public:

@@ -1,4 +1,4 @@
-// Texts at STRING_MAXLEN: blocks of 2 GiB, or of 4 GiB for WString. Memory that nobody writes to costs nothing, so the
+// Texts at STRING_MAXLEN: blocks of 2 GiB, or of 4 GiB for WString. Memory that is never written to costs nothing, so the
 // texts to begin with are fresh zeros where the characters don't matter.
 
 #include "tools/string.hpp"

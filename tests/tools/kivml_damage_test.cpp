@@ -1,4 +1,4 @@
-// Lists and packed files that are damaged in every way: the tool tells the fault, or loses nothing.
+// Lists and packed files that are damaged in every way: the tool reports the fault, or loses nothing.
 #include "locale/language_run.hpp"
 #include "packedfile.hpp"
 #include "support/data/damage.hpp"

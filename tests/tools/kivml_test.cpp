@@ -168,7 +168,7 @@ INSTANTIATE_TEST_SUITE_P(
                             "kivml.dll: record 3: missing end record: the file ends here\r\n"},
                     BadList{"cut", kGood.substr(0, kGood.size() - 6),
                             "kivml.dll: record 2: the length 3 leads beyond the end of the file\r\n"},
-                    BadList{"behind the end", kGood + "more", "kivml.dll: record 3: 4 bytes behind the end record\r\n"},
+                    BadList{"behind the end", kGood + "more", "kivml.dll: record 3: 4 bytes after the end record\r\n"},
                     BadList{"high bits", with(8 + 4 + 2, 1),
                             "kivml.dll: record 1: the identifier 65537 is above 65535"},
                     BadList{"twice", packedTexts({{5, "a"}, {5, "b"}}),

@@ -94,7 +94,7 @@ String formattedDate(LCID locale, Date const & date, std::wstring const & pictur
   return systemlocale::narrow(isReadable ? text : numericDate(locale, date, numericPicture));
 }
 
-std::wstring withHundredthsBehindSeconds(std::wstring const & picture, std::wstring const & sign, Time const & time) {
+std::wstring withHundredthsAfterSeconds(std::wstring const & picture, std::wstring const & sign, Time const & time) {
   std::wstring const hundredths = sign + picture::number(time.Get100Sec(), 2);
   return picture::withRuns(picture, [&](wchar_t letter, std::size_t count) {
     return letter == L's' ? picture::run(letter, count) + hundredths : picture::run(letter, count);
@@ -158,7 +158,7 @@ String International::GetLongDate(Date const & date) const {
 String International::GetTime(Time const & time, bool withSeconds, bool withHundredths) const {
   std::wstring picture = systemlocale::fact(locale_, withSeconds ? LOCALE_STIMEFORMAT : LOCALE_SSHORTTIME);
   if (withSeconds && withHundredths)
-    picture = withHundredthsBehindSeconds(picture, systemlocale::fact(locale_, LOCALE_SDECIMAL), time);
+    picture = withHundredthsAfterSeconds(picture, systemlocale::fact(locale_, LOCALE_SDECIMAL), time);
   std::wstring text;
   if (isTimeOfDay(time)) {
     SYSTEMTIME moment{};

@@ -125,7 +125,7 @@ Texts unpack(std::string const & bytes, Faults & faults) {
   while (readRecord(source, number, texts, faults))
     places.push_back(number++);
   if (faults.empty() && source.left() > 0)
-    faults.push_back({number, std::to_string(source.left()) + " bytes behind the end record"});
+    faults.push_back({number, std::to_string(source.left()) + " bytes after the end record"});
   findRepeatedIdentifiers(texts, places, faults);
   return texts;
 }

@@ -19,7 +19,7 @@ struct Command {
   std::function<void()> execute;
   std::function<bool()> isChecked = [] { return false; };
   std::function<bool()> isEnabled = [] { return true; };
-  SV::KeyCode key = 0; ///< chooses it too, as long as no dialog is open; the name says so behind a tab
+  SV::KeyCode key = 0; ///< chooses it too, as long as no dialog is open; the name says so after a tab
 };
 using Commands = std::vector<Command>;
 

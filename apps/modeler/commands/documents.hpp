@@ -34,7 +34,7 @@ public:
   /// The file that was opened last; empty before.
   SV::String const & GetLastFile() const { return lastFile_; }
 
-  /// Called when another model may be in front; null for nobody.
+  /// Called when another model may be in front; may be null.
   void ChangeFrontHdl(std::function<void()> handler) { frontChanged_ = std::move(handler); }
 
   /// To be called when the language has changed.

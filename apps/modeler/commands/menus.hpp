@@ -29,7 +29,7 @@ public:
   /// Sets all texts and marks again, in the current language. It comes by itself after each command.
   void Refresh();
 
-  /// Called after each Refresh, for what shows commands elsewhere. Null for nobody.
+  /// Called after each Refresh, for what shows commands elsewhere. May be null.
   void ChangeRefreshHdl(std::function<void()> handler) { refreshed_ = std::move(handler); }
 
   /// \name A command by its identifier, for what shows commands elsewhere

@@ -10,7 +10,7 @@
 
 namespace modeler {
 
-/// What the layout has to be told of texts.
+/// What the layout needs to know about texts.
 struct TextFacts {
   TextSize size;
   std::function<SV::String(Node const &)> duration; ///< how long a node takes, in words; empty for nothing to show

@@ -34,7 +34,7 @@ private:
 
 inline constexpr std::size_t kNoNode = static_cast<std::size_t>(-1);
 
-/// The place of the next node that matches: from the one behind \p from on, and from the last one round to \p from itself.
+/// The place of the next node that matches: from the one after \p from on, and from the last one round to \p from itself.
 /// \param from  a node's place, or kNoNode to begin with the first one
 /// \return kNoNode for none
 std::size_t nextMatch(ProcessModel const & model, NodeMatcher const & matcher, std::size_t from);

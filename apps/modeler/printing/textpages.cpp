@@ -44,7 +44,7 @@ int linesOnPaper(std::string text, int characters) {
   int count = 1;
   for (; text.size() > most; ++count) {
     std::size_t const space = text[most] == ' ' ? most : text.rfind(' ', most - 1);
-    bool const isWhole = space != std::string::npos && space >= 6; // behind the tenth, with the indent
+    bool const isWhole = space != std::string::npos && space >= 6; // after the tenth, with the indent
     text.erase(0, isWhole ? space + 1 : most);
   }
   return count;

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What an event tells a reader.
+/// What an event looks like to a reader.
 
 #include "kivara.hpp"
 

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The dialog that asks what is looked for in a model.
+/// The dialog that asks what to look for in a model.
 
 #include "model/nodesearch.hpp"
 #include "sv/button.hpp"

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What the panes tell of the model in front: its nodes, and the notes on it.
+/// What the panes show of the model in front: its nodes, and the notes on it.
 
 #include "model/processmodel.hpp"
 #include "windows/pane.hpp"

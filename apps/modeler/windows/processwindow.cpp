@@ -125,7 +125,7 @@ long long ProcessWindow::HandleMessage(unsigned message, unsigned long long wPar
   if (message == WM_ERASEBKGND)
     return 1; // Paint draws all, at once
   if (message == WM_DESTROY)
-    drag_.Cancel(); // a window that goes is not told that it has lost the mouse
+    drag_.Cancel(); // a window that goes gets no message that it has lost the mouse
   if (bars_.Handle(GethWnd(), message, wParam))
     return 0;
   long long const result = DocumentWindow::HandleMessage(message, wParam, lParam);

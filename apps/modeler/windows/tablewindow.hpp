@@ -24,7 +24,7 @@ public:
   void Paint(SV::OutputDevice & device, SV::Rectangle const & area) override;
   void Resize(SV::Size const & size) override;
 
-  /// To be called when the language has changed, or what the rows tell.
+  /// To be called when the language has changed, or what the rows show.
   void Retext();
 
 protected:

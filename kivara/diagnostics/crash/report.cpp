@@ -1,12 +1,14 @@
 #include "diagnostics/crash/report.hpp"
 
 #include "fixed_values.hpp"
+#include "handles/handle.hpp"
 
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <io.h>
+#include <utility>
 
 namespace kivara::crash {
 namespace {
@@ -41,11 +43,7 @@ void putInPieces(char const * text) {
 
 } // namespace
 
-void DumpState::closeReport() {
-  if (report != INVALID_HANDLE_VALUE)
-    CloseHandle(report);
-  report = INVALID_HANDLE_VALUE;
-}
+void DumpState::closeReport() { handles::File const closed(std::exchange(report, INVALID_HANDLE_VALUE)); }
 
 DumpState & dumpState() {
   static DumpState state;

@@ -43,7 +43,7 @@ void writeCommandLine() {
   writeLong("    Command line: '", line != nullptr ? line : "[null]", "'\r\n");
 }
 
-/// A line for each line of what the program has told about itself.
+/// A line for each line of the information that the program gave about itself.
 void writeApplicationInfo() {
   SV::String info = KivApplicationInfo::GetInfo();
   if (info.Len() == 0)

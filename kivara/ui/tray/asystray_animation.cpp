@@ -31,7 +31,7 @@ int KivSystemTray::Animate(unsigned int delayMs, int seconds) {
   m_StartTime = _time64(nullptr);
   m_nAnimationPeriod = seconds;
   m_hSavedIcon = m_bEnabled ? m_tnd.hIcon : nullptr;
-  // Without a window the system would make a timer of the thread, whose messages reach nobody.
+  // Without a window the system would make a timer of the thread, whose messages reach no window.
   m_uIDTimer = m_hWnd != nullptr ? SetTimer(m_hWnd, kTimerId, delayMs, nullptr) : 0;
   return m_uIDTimer != 0;
 }

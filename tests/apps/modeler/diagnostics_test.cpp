@@ -172,7 +172,7 @@ class ModelerCrash : public ModelerDiagnostics {
 protected:
   void start() { ModelerDiagnostics::start("-lang2057", {{"TMP", folder.path()}, {"TEMP", folder.path()}}); }
 
-  /// The number behind the words of the journal.
+  /// The number after the words of the journal.
   std::string lineOfTheJournal() const {
     std::string const words = "crash on demand in line ";
     std::string const all = journal();

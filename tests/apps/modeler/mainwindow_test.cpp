@@ -67,7 +67,7 @@ std::vector<std::string> ModelerMainWindow::textsOf(SV::Menu & menu) {
   return texts;
 }
 
-/// The letters behind the single "~" of a menu; "" for a text without one.
+/// The letters after the single "~" of a menu; "" for a text without one.
 std::multiset<std::string> mnemonicsOf(std::vector<std::string> const & texts) {
   std::multiset<std::string> letters;
   for (std::string const & text : texts) {

@@ -193,7 +193,7 @@ TEST(Modeler, OpensAsManyModelsAsTheUserChooses) {
   EXPECT_TRUE(waitForDocument(window, "One"));
 }
 
-// Titles tell the language: the texts of a menu cannot be read from another process.
+// Titles show the language: the texts of a menu cannot be read from another process.
 TEST(Modeler, ChangesItsLanguageWhileItRuns) {
   ProductRun run("modeler", "-journalout.log");
   HWND const window = mainWindow(run);

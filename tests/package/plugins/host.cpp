@@ -1,4 +1,4 @@
-// Loads its plug-ins, tells of each, and prints the log of the plug-ins.
+// Loads its plug-ins, prints a line for each, and then the log of the plug-ins.
 
 #include "acmdline.hpp"
 #include "aplugin.hpp"

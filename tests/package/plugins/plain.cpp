@@ -1,4 +1,4 @@
-// A general plug-in, which tells that it is there.
+// A general plug-in, which prints that it is there.
 
 #include <cstdio>
 

@@ -189,7 +189,7 @@ void leaveMinidumpEmpty() {
                           {{"MiniDumpWriteDump", reinterpret_cast<void *>(claimToHaveWritten)}});
 }
 
-/// Resumes the thread all the same: the program could not end otherwise.
+/// Resumes the thread even then: the program could not end otherwise.
 DWORD WINAPI resumeAndFail(HANDLE thread) {
   ResumeThread(thread);
   SetLastError(ERROR_ACCESS_DENIED);

@@ -35,7 +35,7 @@ void watch(char const * function) {
   support::spyOnImport("kivara.dll", function, [function](SpiedCall const &) { step(function); });
 }
 
-// Behind the application, what is instrumented to count its lines writes the counts.
+// After the application, what is instrumented to count its lines writes the counts.
 bool destroyed = false;
 
 void watchFiles() {

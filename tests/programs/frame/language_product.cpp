@@ -1,4 +1,4 @@
-// A product whose KIVARA_STEPS, parted by '|', tell it what to do with the languages. It prints what it sees as "name=value".
+// A product whose KIVARA_STEPS, separated by '|', say what to do with the languages. It prints what it sees as "name=value".
 // Steps before "run" happen in prepareApplication, the others in runApplication; without "run" the program ends with code 5.
 
 #include "frame_program.hpp"

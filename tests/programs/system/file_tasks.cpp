@@ -1,4 +1,4 @@
-// A product without a user interface that does what its words tell it to, one after the other, and prints a line for each.
+// A product without a user interface that does what its words say, one after the other, and prints a line for each.
 
 #include "acleanup.hpp"
 #include "acmdline.hpp"

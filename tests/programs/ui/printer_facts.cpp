@@ -1,4 +1,4 @@
-// Prints and tells what printers there are, as its words say, one after the other; each answer is a line "word: answer".
+// Prints, and says what printers there are, as its words say, one after the other; each answer is a line "word: answer".
 
 #include "programs/frame/frame_program.hpp"
 

@@ -49,7 +49,7 @@ public:
   }
 
 private:
-  /// From the first byte to behind the last one.
+  /// From the first byte to the one after the last.
   std::size_t place() {
     bool const isAtEnd = places_.end > 0 && random_() % 2 == 0;
     std::size_t const range = isAtEnd ? std::min(places_.end, bytes_.size()) : bytes_.size();

@@ -33,7 +33,7 @@ struct WeakPlaces {
 /// - pieces cut out, doubled or swapped; the rest cut off, within a text or a field too
 /// - a number in four bytes, in eight bytes or in digits replaced by 0, -1, the largest or a neighbour of those
 /// - NUL bytes, some thousand equal bytes, pieces of the format in the wrong place
-/// - the text in another encoding: in UTF-16, behind a byte order mark, with bytes that are no UTF-8
+/// - the text in another encoding: in UTF-16, after a byte order mark, with bytes that are no UTF-8
 std::string damaged(std::string const & bytes, std::mt19937 & random, WeakPlaces const & places = {});
 
 /// The same, up to the first NUL, as what takes a text with a NUL at its end sees it. It may be the sound text.

@@ -4,7 +4,7 @@
 ///
 ///     support::TempFolder const folder;
 ///     support::writeFile(folder / "lang.ini", "2057\n");
-///     support::FileInUse const refusal(folder / "trace.txt");  // nobody can open it until the guard goes
+///     support::FileInUse const refusal(folder / "trace.txt");  // cannot be opened until the guard goes
 ///
 /// Paths are Windows paths in the ANSI code page. What cannot be done throws std::runtime_error with the path and the
 /// system's error code, which fails the test.

@@ -49,7 +49,7 @@ private:
   std::vector<unsigned char> code_;
 };
 
-/// A stub that saves what can hold arguments, tells the spy, restores and jumps to the function.
+/// A stub that saves what can hold arguments, calls the spy, restores and jumps to the function.
 void * makeStub(Watch const * watch, std::uintptr_t original) {
   Code code;
   code.bytes({0x51, 0x52, 0x41, 0x50, 0x41, 0x51}); // push rcx, rdx, r8, r9
@@ -69,7 +69,7 @@ void * makeStub(Watch const * watch, std::uintptr_t original) {
   return code.place();
 }
 
-/// In a mangled name every identifier has its length in front.
+/// In a mangled name every identifier follows its length.
 bool isNamed(std::string_view imported, std::string_view function) {
   if (imported == function || !imported.starts_with("_Z"))
     return imported == function;

@@ -55,7 +55,7 @@ public:
   GuardPages(GuardPages const &) = delete;
   GuardPages & operator=(GuardPages const &) = delete;
 
-  /// Is \p block one with a guard page behind it that is not freed yet?
+  /// Is \p block one with a guard page after it that is not freed yet?
   static bool guards(void const * block);
 };
 

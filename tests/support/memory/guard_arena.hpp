@@ -10,8 +10,8 @@
 namespace support {
 
 /// A reserved range of addresses that is handed out in slots of 2, 4, 8, ... pages: unused pages, the pages of one
-/// block, a page without access. A freed slot waits behind those of its size that were freed earlier. Any thread.
-/// Of blocks that live at the same time, 20,000 are guarded: each is a mapping with another behind it, of which Linux allows a process
+/// block, a page without access. A freed slot waits after those of its size that were freed earlier. Any thread.
+/// Of blocks that live at the same time, 20,000 are guarded: each is a mapping with another after it, of which Linux allows a process
 /// 65,530, and Wine ends one that can have no more.
 class GuardArena {
 public:

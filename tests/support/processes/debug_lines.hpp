@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What the library tells a debugger, seen from inside of the process.
+/// What the library sends to a debugger, seen from inside of the process.
 ///
 ///     support::DebugLines const debug;
 ///     KivDebugOut("[test] a line\n");

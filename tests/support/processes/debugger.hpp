@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A debugger of our own: shows what a program tells a debugger, and where it stops.
+/// A debugger of our own: shows what a program sends to a debugger, and where it stops.
 ///
 ///     support::Debugger debugger({.program = "frame_order", .arguments = "-lang=xx"});
 ///     EXPECT_EQ(debugger.waitForEnd(), 0u);

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A server for HTTP on this machine that answers what a test tells it to, byte by byte: a program of Python outside of Wine.
+/// A server for HTTP on this machine that answers as a test says, byte by byte: a program of Python outside of Wine.
 ///
 ///     support::HttpServer server;
 ///     server.answer("/list", support::okWith("hello"));

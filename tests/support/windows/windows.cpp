@@ -31,7 +31,7 @@ BOOL CALLBACK addChild(HWND window, LPARAM argument) {
 }
 
 /// Sends, but gives up on a window whose thread stays busy. One that has just been busy for long, as with a minidump,
-/// counts as hung until it takes its next message, and is asked all the same.
+/// counts as hung until it takes its next message, and is asked even then.
 bool ask(HWND window, UINT message, WPARAM first, LPARAM second, DWORD_PTR & answer) {
   return SendMessageTimeoutA(window, message, first, second, SMTO_NORMAL, 5000, &answer) != 0;
 }

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// An application that keeps what it is told, and windows between InitSV and DeInitSV.
+/// An application that records its calls, and windows between InitSV and DeInitSV.
 
 #include "sv/sv.hpp"
 #include "tools/winapi.hpp"

@@ -12,7 +12,7 @@ namespace {
 using SV::Application;
 using SV::Window;
 
-/// Throws out of the handler that it is told to.
+/// Throws out of the handler that is chosen.
 class ThrowingWindow : public Window {
 public:
   using Window::Window;

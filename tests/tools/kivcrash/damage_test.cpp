@@ -42,7 +42,7 @@ kivcrash::Findings findIn(std::string const & bytes) {
   return findings;
 }
 
-/// The exit code is not zero if a problem is told.
+/// The exit code is not zero if a problem is reported.
 void expectProblems(unsigned seed, std::string const & sound) {
   support::GuardPages const guard;
   support::Random random(seed);

@@ -51,7 +51,7 @@ public:
     system.NumberOfProcessors = 8;
   }
 
-  /// Puts bytes behind the header and returns their place.
+  /// Puts bytes after the header and returns their place.
   std::uint32_t place(std::string_view bytes) {
     auto const at = static_cast<std::uint32_t>(sizeof header + content_.size());
     content_ += bytes;

@@ -55,7 +55,7 @@ TEST(CrashFindings, BeginTheStackWithTheRegistersOfTheFault) {
   EXPECT_EQ(findings.stacks[0].lines[0].offset, 0x5678u);
 }
 
-/// Behind the last byte of the function, where a call of one that never returns leads to.
+/// After the last byte of the function, where a call of one that never returns leads to.
 std::uint64_t endOf(std::string const & function, Image const & image) {
   DebugSymbols symbols(image);
   std::uint64_t end = 0;

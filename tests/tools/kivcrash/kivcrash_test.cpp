@@ -1,4 +1,4 @@
-// Whole ways: a program fails at a line that it tells, and the tool names that line by the files that are left.
+// Whole ways: a program fails at a line that it prints, and the tool names that line by the files that are left.
 #include "diagnostics/crash_run.hpp"
 #include "support/processes/child_process.hpp"
 #include "zip_builder.hpp"
@@ -23,12 +23,12 @@ public:
   std::string report() const { return run_.fileEndingIn(".log"); }
   CrashRun const & run() const { return run_; }
 
-  /// The line that the program told before it failed.
+  /// The line that the program printed before it failed.
   int line() const {
     for (std::string const & each : run_.output())
       if (each.starts_with("line "))
         return std::atoi(each.c_str() + 5);
-    ADD_FAILURE() << "the program told no line";
+    ADD_FAILURE() << "the program printed no line";
     return 0;
   }
 

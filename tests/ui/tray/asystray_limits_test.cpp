@@ -1,4 +1,4 @@
-// Limits of the tray icon: what is reported where a caller violates them, and what is done all the same.
+// Limits of the tray icon: what is reported where a caller violates them, and what is done even then.
 #include "support/processes/debug_lines.hpp"
 #include "ui/tray/traytest.hpp"
 

@@ -13,7 +13,7 @@ String systemLabel(String const & text) {
   bool marked = false;
   for (int i = 0; i < text.Len(); ++i) {
     char const c = text.charAt(i);
-    char const next = text.charAt(i + 1); // NUL behind the end
+    char const next = text.charAt(i + 1); // NUL after the end
     if (c == '~' && next == '~') {
       result += '~';
       ++i;

@@ -194,10 +194,10 @@ void Menu::insertIntoSystem(std::size_t index) {
     info.fMask |= MIIM_STRING;
     info.dwTypeData = text.writable();
   }
-  // Behind the item before it: the system puts items of its own into the bar above a maximised MDI window.
+  // After the item before it: the system puts items of its own into the bar above a maximised MDI window.
   int const before = index > 0 ? systemPosition(items_[index - 1].key) : -1;
-  int const behind = index == 0 && items_.size() > 1 ? systemPosition(items_[1].key) : -1;
-  UINT const position = static_cast<UINT>(before >= 0 ? before + 1 : std::max(behind, 0));
+  int const next = index == 0 && items_.size() > 1 ? systemPosition(items_[1].key) : -1;
+  UINT const position = static_cast<UINT>(before >= 0 ? before + 1 : std::max(next, 0));
   InsertMenuItemA(handle_, position, TRUE, &info);
 }
 

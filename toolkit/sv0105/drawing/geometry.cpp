@@ -15,7 +15,7 @@ long fitting(Wide value) { return static_cast<long>(std::clamp<Wide>(value, LONG
 
 long sideBetween(Wide first, Wide pastLast) { return fitting(pastLast - first); }
 
-/// The first place behind a side.
+/// The first place after a side.
 long pastSide(Wide start, Wide side) { return fitting(start + side); }
 
 } // namespace

@@ -35,7 +35,7 @@ Icon::Icon(ResId const & id) {
 
 Icon::Icon(IconStyle style) {
   char const * const name = systemName(style);
-  // The system's own icons are shared by all and deleted by nobody.
+  // The system's own icons are shared by all and never deleted.
   if (HICON const icon = name ? LoadIconA(nullptr, name) : nullptr)
     icon_ = std::shared_ptr<HICON__>(icon, [](HICON) {});
 }

@@ -1,6 +1,7 @@
 #include "drawing/sourcedevice.hpp"
 
 #include "application/toolkit.hpp"
+#include "handles/handle.hpp"
 
 #include <utility>
 
@@ -24,9 +25,6 @@ SourceDevice::~SourceDevice() {
     SelectObject(context_, former_);
 }
 
-void dropSourceDevice() {
-  if (HDC const device = std::exchange(toolkit().sourceDevice, nullptr))
-    DeleteDC(device);
-}
+void dropSourceDevice() { handles::MemoryDevice const dropped(std::exchange(toolkit().sourceDevice, nullptr)); }
 
 } // namespace SV::detail

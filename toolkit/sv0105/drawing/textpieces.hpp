@@ -8,7 +8,7 @@
 
 namespace SV::detail {
 
-/// Draws the text in the font of the context; what would begin behind the context's right edge is left out.
+/// Draws the text in the font of the context; what would begin beyond the context's right edge is left out.
 void drawPieces(HDC context, Point const & position, String const & text);
 
 /// In pixels; a width beyond 31 bits is the largest of them.

@@ -108,8 +108,8 @@ String defaultOfRegistry() {
   return firstPart(device);
 }
 
-/// Where a program has no spooler's library, registry and WIN.INI may tell what was there for another one: some systems
-/// write them when it is loaded.
+/// As long as a program has not loaded the library of the spooler, registry and WIN.INI may hold the printers of an earlier
+/// program: some systems write them when that library is loaded.
 void bringListsUpToDate() {
   static HMODULE const library = LoadLibraryA("winspool.drv");
   static_cast<void>(library);

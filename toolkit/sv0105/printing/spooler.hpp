@@ -24,7 +24,7 @@ Spooler openPrinter(String const & name);
 /// Whether the system still has it: it can be opened by those that use it after it was taken away.
 bool isKnown(Spooler const & printer);
 
-/// The name of the driver; empty when the system does not tell.
+/// The name of the driver; empty when the system does not say.
 String driverNameOf(Spooler const & printer);
 
 /// Its settings, as the system lays them out. Empty when the printer refuses.

@@ -44,7 +44,7 @@ std::wstring absolutePath(std::wstring const & name) {
   return folder.size() > 1 && folder[1] == L':' ? folder.substr(0, 2) + name : name;
 }
 
-/// A file open for reading, which nobody can change in the meantime, and its bytes.
+/// A file open for reading, which no program can change meanwhile, and its bytes.
 class MappedFile {
 public:
   explicit MappedFile(std::wstring const & path)

@@ -13,7 +13,7 @@ struct DialogTemplate {
   alignas(DWORD) DLGTEMPLATE header = {};
   WORD menu = 0;
   wchar_t className[32] = {};
-  // Behind the name comes an empty title: a zero, of which the array has enough.
+  // After the name comes an empty title: a zero, of which the array has enough.
 };
 
 } // namespace

@@ -14,7 +14,7 @@ using detail::toolkit;
 
 namespace {
 
-/// Behind the identifiers that menus may use.
+/// Above the identifiers that menus may use.
 constexpr UINT kFirstChildId = MENU_ITEM_MAX_ID + 1;
 
 detail::WindowSpec clientSpec(MDIFrame & frame, CLIENTCREATESTRUCT & data) {

@@ -15,7 +15,7 @@ void unregisterWindowClasses();
 LRESULT CALLBACK windowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// While it lives, the next system window that has no object yet is the one of \p window, if not null: it gets its
-/// first messages before the system has told its handle.
+/// first messages before the system has returned its handle.
 class Attaching {
 public:
   explicit Attaching(Window * window);

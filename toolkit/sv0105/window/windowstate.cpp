@@ -38,7 +38,7 @@ bool Window::fillBackground(HDC device) const {
   RECT area;
   if (background_.IsNone() || !GetClientRect(hwnd_, &area))
     return false;
-  // A brush that belongs to the device: it follows the system's colours and has to be given back to nobody.
+  // A brush that belongs to the device: it follows the system's colours and is never freed.
   SetDCBrushColor(device, background_.GetColor().GetRGB());
   FillRect(device, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
   return true;

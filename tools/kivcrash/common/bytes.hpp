@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Views of bytes that nobody has checked: every access is tested against the end.
+/// Views of bytes that have not been checked: every access is tested against the end.
 
 #include <algorithm>
 #include <cstdint>
@@ -25,7 +25,7 @@ public:
   std::uint64_t size() const { return bytes_.size(); }
   std::string_view text() const { return bytes_; }
 
-  /// The part of that length; nothing when any of it lies behind the end.
+  /// The part of that length; nothing when any of it lies beyond the end.
   std::optional<Bytes> part(std::uint64_t offset, std::uint64_t length) const {
     if (offset > bytes_.size() || length > bytes_.size() - offset)
       return std::nullopt;

@@ -44,7 +44,7 @@ std::filesystem::path logBeside(std::filesystem::path const & dump) {
   return dump.parent_path() / dump.stem().replace_extension(L".log");
 }
 
-/// Where it cannot be read, the minidump is there all the same.
+/// Where it cannot be read, there is still the minidump.
 void addLog(CrashFile & file, std::filesystem::path const & log, Problems & problems) {
   try {
     file.reports = readReports(readWhole(log), problems);

@@ -13,7 +13,7 @@ namespace kivcrash {
 
 using Streams = std::map<std::uint32_t, Bytes>;
 
-/// Each operation returns what can be read and tells the problems that it was made with.
+/// Each operation returns what can be read, and reports the rest to the problems that the reader was made with.
 class DumpReader {
 public:
   DumpReader(Bytes const & file, Streams const & streams, Problems & problems)

@@ -28,7 +28,7 @@ RUNTIME_FUNCTION const * AddressSpace::functionAt(std::uint64_t address) const {
   return image ? image->functionAt(static_cast<std::uint32_t>(address - moduleAt(address)->base)) : nullptr;
 }
 
-bool AddressSpace::isBehindCall(std::uint64_t address) const {
+bool AddressSpace::isAfterCall(std::uint64_t address) const {
   constexpr unsigned kLongest = 7;       // bytes of a call
   constexpr unsigned char kNear = 0xE8;  // with a distance of four bytes
   constexpr unsigned char kOther = 0xFF; // through a register or memory, by the middle of the next byte

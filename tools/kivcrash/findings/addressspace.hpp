@@ -25,7 +25,7 @@ public:
   /// The entry that says how the function at the address keeps its stack; null where there is none.
   RUNTIME_FUNCTION const * functionAt(std::uint64_t address) const;
   /// Whether a function that was called there may return to the address.
-  bool isBehindCall(std::uint64_t address) const;
+  bool isAfterCall(std::uint64_t address) const;
 
 private:
   Dump const & dump_;

@@ -137,7 +137,7 @@ private:
       std::optional<std::uint64_t> const value = space_->readPointer(at);
       if (!value)
         break;
-      if (!space_->isBehindCall(*value))
+      if (!space_->isAfterCall(*value))
         continue;
       ++tried;
       Walker next = from(*value, at + sizeof at);

@@ -13,7 +13,7 @@ constexpr std::uint32_t kMostSections = 96; // those of the system's loader
 constexpr char kDebugLink[] = ".gnu_debuglink";
 constexpr char kDebugInfo[] = ".debug_info";
 
-/// "/123" is a place in the table of strings, which lies behind the symbols.
+/// "/123" is a place in the table of strings, which comes after the symbols.
 std::string sectionName(Bytes const & file, IMAGE_FILE_HEADER const & header, IMAGE_SECTION_HEADER const & section) {
   auto const * const stored = reinterpret_cast<char const *>(section.Name);
   std::string const name(stored, std::find(stored, stored + IMAGE_SIZEOF_SHORT_NAME, '\0'));

@@ -53,7 +53,7 @@ std::string faultOfSymbols(Image const & symbols, Module const & module) {
   return symbols.hasDebugSymbols() ? "" : "there are no debug symbols in it";
 }
 
-/// Anybody can write a path into a dump. One in the network would tell its owner who reads the dump.
+/// Anybody can write a path into a dump. One in the network would show its owner who reads the dump.
 bool isOnDrive(std::filesystem::path const & path) {
   return path.is_absolute() && path.root_name().native().ends_with(L':');
 }
@@ -138,7 +138,7 @@ FoundFile ModuleFiles::findSymbols(Module const & module) {
   }
   std::optional<Image::DebugLink> const link = program.image ? program.image->debugLink() : std::nullopt;
   if (program.image && !link)
-    return found; // nobody made debug symbols for it
+    return found; // no debug symbols were made for it
   std::filesystem::path const name = toWide(link ? link->name : std::string(fileName(module.path)) + ".debug");
   Paths paths;
   if (link)

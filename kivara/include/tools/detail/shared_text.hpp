@@ -64,12 +64,12 @@ public:
     if (length <= 0)
       return;
     if (old != 0 && fitsInPlace(old + length)) {
-      putBehind(data_, old, text, length);
+      putAfter(data_, old, text, length);
       return;
     }
     Data * const grown = CreateStringData(static_cast<Char const *>(nullptr), old + length);
     std::memcpy(grown->aStr, data_->aStr, static_cast<std::size_t>(old) * sizeof(Char));
-    putBehind(grown, old, text, length);
+    putAfter(grown, old, text, length);
     release(std::exchange(data_, grown));
   }
 
@@ -118,7 +118,7 @@ private:
     return length == 0 ? TextBlock<Char>::empty() : CreateStringData(text, length);
   }
 
-  static void putBehind(Data * block, std::int32_t old, Char const * text, std::int32_t length) {
+  static void putAfter(Data * block, std::int32_t old, Char const * text, std::int32_t length) {
     std::memcpy(block->aStr + old, text, static_cast<std::size_t>(length) * sizeof(Char));
     block->aStr[old + length] = Char();
     block->nLen = old + length;

@@ -10,7 +10,7 @@ inline constexpr WinBits WB_SPIN = 0x400;         ///< for MetricField: two butt
 inline constexpr WinBits WB_SPIN_REPEAT = 0x800;  ///< they go on stepping while they are held
 inline constexpr WinBits WB_DIGITS_ONLY = 0x4000; ///< only what belongs to a number with its unit can be typed
 
-/// The unit that is shown behind the number.
+/// The unit that is shown after the number.
 enum FieldUnit : unsigned short { FIELD_UNIT_NONE = 0, FIELD_UNIT_CUSTOM = 0xB };
 
 /// A field for a whole number. At most 256 characters can be typed or pasted. The up and down keys and the wheel step it too.

@@ -101,7 +101,7 @@ public:
   /// An area with the brush, and its edge, which belongs to it, with the pen.
   void DrawRect(Rectangle const & rectangle);
 
-  /// One line of text in font and colours of the font; \p position is the upper left corner. Characters that lie behind the
+  /// One line of text in font and colours of the font; \p position is the upper left corner. Characters beyond the
   /// right edge of the device are left out, so that a text of any length takes no longer than what is seen of it.
   void DrawText(Point const & position, String const & text);
   /// As high as the font, also for the empty text.

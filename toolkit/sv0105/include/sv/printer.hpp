@@ -15,7 +15,7 @@ enum Orientation : unsigned short { ORIENTATION_PORTRAIT = 0, ORIENTATION_LANDSC
 /// Where printers are looked for, and how their names are compared. The entry routine of a program sets it from the command line.
 struct PrinterSwitches {
   /// True: printers and the default one are read from the registry, those of this machine and the user's connections to
-  /// others; nobody asks whether they can be reached.
+  /// others; whether they can be reached is not checked.
   bool registryPrinters = false;
   /// True: a printer is only found by its name in the same case.
   bool caseSensitivePrinters = false;

@@ -135,7 +135,7 @@ public:
   static Window * FindAt(Point const & onScreen);
 
   /// The font that Paint begins with: the application's until one is set here. The change gives the former one, and has
-  /// the window painted anew; the font that it draws with at the moment is changed by OutputDevice::ChangeFont.
+  /// the window repainted; the font that it draws with at the moment is changed by OutputDevice::ChangeFont.
   Font const & GetFont() const;
   Font ChangeFont(Font const & font);
 
@@ -153,7 +153,7 @@ public:
   /// front.
   virtual void GrabFocus();
 
-  /// Has it painted anew; Update does so at once where something is to be painted.
+  /// Has it repainted; Update does so at once where something is to be painted.
   void Invalidate();
   virtual void Update();
 
@@ -169,7 +169,7 @@ protected:
   /// Answers a message of the system, after the message hook. What a class does not deal with goes to its base.
   virtual long long HandleMessage(unsigned message, unsigned long long wParam, long long lParam);
 
-  /// What the system does with a message that nobody dealt with.
+  /// What the system does with a message that no class has handled.
   virtual long long DefaultProcedure(unsigned message, unsigned long long wParam, long long lParam);
 
   HDC fetchContext() const override; ///< for the client area, without the windows in it
