@@ -2,6 +2,7 @@
 
 #include "aappinfo.hpp"
 #include "aplatfrm.hpp"
+#include "diagnostics/crash/windowsname.hpp"
 #include "diagnostics/crash_run.hpp"
 
 #include <gtest/gtest.h>
