@@ -30,6 +30,7 @@ endif()
 if(KIVARA_COVERAGE)
   add_compile_options($<$<COMPILE_LANGUAGE:CXX>:--coverage>)
   add_link_options(--coverage)
+  add_compile_definitions(KIVARA_COVERAGE=1)
 endif()
 
 # Sections begin at whole pages of the file, so that they can be mapped. Wine reads the others into memory when a process starts, debug

@@ -274,6 +274,10 @@ constexpr Way kWays[] = {
 
 } // namespace
 
+#ifdef KIVARA_COVERAGE
+extern "C" __declspec(dllimport) void countCrashes();
+#endif
+
 void kivtest::act(char const * word) {
   if (std::strncmp(word, "fail:", 5) == 0)
     letFail(word + 5);
@@ -288,6 +292,9 @@ void kivtest::act(char const * word) {
 }
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
+#ifdef KIVARA_COVERAGE
+  countCrashes();
+#endif
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   std::puts("ready");
   for (char * word = std::strtok(arguments, " "); word != nullptr; word = std::strtok(nullptr, " "))

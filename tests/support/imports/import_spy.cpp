@@ -38,10 +38,21 @@ public:
       code_.push_back(static_cast<unsigned char>(value >> shift));
     return *this;
   }
-  void * place() const {
-    void * const memory = VirtualAlloc(nullptr, code_.size(), MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE);
+  std::size_t size() const { return code_.size(); }
+
+  /// Copies it to memory that can be run. Exceptions pass through it, as through a function whose frame the unwind information describes.
+  void * place(std::initializer_list<int> unwindInformation) {
+    std::size_t const end = code_.size();
+    bytes(unwindInformation);
+    code_.resize((code_.size() + 3) / 4 * 4); // where the table has to stand
+    RUNTIME_FUNCTION const function{0, static_cast<DWORD>(end), static_cast<DWORD>(end)};
+    auto * const memory = static_cast<unsigned char *>(VirtualAlloc(
+        nullptr, code_.size() + sizeof function, MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE));
     std::memcpy(memory, code_.data(), code_.size());
-    FlushInstructionCache(GetCurrentProcess(), memory, code_.size());
+    auto * const table = reinterpret_cast<RUNTIME_FUNCTION *>(memory + code_.size());
+    *table = function;
+    FlushInstructionCache(GetCurrentProcess(), memory, end);
+    RtlAddFunctionTable(table, 1, reinterpret_cast<std::uintptr_t>(memory));
     return memory;
   }
 
@@ -66,7 +77,10 @@ void * makeStub(Watch const * watch, std::uintptr_t original) {
   code.bytes({0x41, 0x59, 0x41, 0x58, 0x5A, 0x59});                 // pop r9, r8, rdx, rcx
   code.bytes({0x48, 0xB8}).address(original);                       // mov rax, original
   code.bytes({0xFF, 0xE0});                                         // jmp rax
-  return code.place();
+  while (code.size() % 4 != 0)
+    code.bytes({0xCC});
+  // Version 1, a prolog of 10 bytes, five entries: 0x68 bytes of stack at its end, and 8 for each register before.
+  return code.place({1, 10, 5, 0, 10, 0xC2, 6, 0x02, 4, 0x02, 2, 0x02, 1, 0x02});
 }
 
 /// In a mangled name every identifier follows its length.

@@ -180,6 +180,11 @@ ChildProcess::ChildProcess(ProgramStart const & start) : job_(makeJob()) {
 }
 
 ChildProcess::~ChildProcess() {
+#ifdef KIVARA_COVERAGE
+  // A program that is ended by force counts no lines.
+  if (running() && PostThreadMessageA(mainThreadId_, WM_QUIT, 0, 0))
+    WaitForSingleObject(process_, 3000);
+#endif
   if (running())
     kill();
   CloseHandle(job_);
