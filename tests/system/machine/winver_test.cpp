@@ -1,4 +1,4 @@
-#include "system/winver.hpp"
+#include "system/machine/winver.hpp"
 
 #include <gtest/gtest.h>
 

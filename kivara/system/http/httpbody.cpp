@@ -1,4 +1,4 @@
-#include "system/httpbody.hpp"
+#include "system/http/httpbody.hpp"
 
 #include "tools/winapi.hpp"
 

@@ -1,7 +1,7 @@
 #include "amachine.hpp"
 
-#include "system/registrykey.hpp"
-#include "system/systemfunction.hpp"
+#include "system/machine/registrykey.hpp"
+#include "system/machine/systemfunction.hpp"
 #include "tools/winapi.hpp"
 
 #include <winsock2.h>

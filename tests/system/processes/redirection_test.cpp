@@ -1,4 +1,4 @@
-#include "system/redirection.hpp"
+#include "system/processes/redirection.hpp"
 
 #include "support/data/damage.hpp"
 #include "support/memory/allocation.hpp"

@@ -1,4 +1,4 @@
-#include "system/redirection.hpp"
+#include "system/processes/redirection.hpp"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "system/httpcall.hpp"
+#include "system/http/httpcall.hpp"
 
-#include "system/httpbody.hpp"
+#include "system/http/httpbody.hpp"
 
 #include <cstdlib>
 #include <utility>

@@ -2,7 +2,7 @@
 /// \file
 /// The child program platform_facts in a folder of its own.
 
-#include "copied_program.hpp"
+#include "system/copied_program.hpp"
 
 namespace kivtest {
 

@@ -5,7 +5,7 @@
 #include "handles/handle.hpp"
 #include "sv/application.hpp"
 #include "sv/window.hpp"
-#include "system/redirection.hpp"
+#include "system/processes/redirection.hpp"
 #include "tools/winapi.hpp"
 
 #include <shellapi.h>

@@ -2,9 +2,9 @@
 
 #include "auser.hpp"
 
-#include "copied_program.hpp"
 #include "support/harness/wine.hpp"
 #include "support/processes/debugger.hpp"
+#include "system/copied_program.hpp"
 #include "userfile.hpp"
 
 #define SECURITY_WIN32

@@ -3,8 +3,8 @@
 #include "auser.hpp"
 
 #include "aplatfrm.hpp"
-#include "system/ntlmexchange.hpp"
-#include "system/systemlibrary.hpp"
+#include "system/users/ntlmexchange.hpp"
+#include "system/users/systemlibrary.hpp"
 #include "tools/winapi.hpp"
 
 #include <cstddef>

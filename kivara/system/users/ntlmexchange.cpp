@@ -1,8 +1,8 @@
-#include "system/ntlmexchange.hpp"
+#include "system/users/ntlmexchange.hpp"
 
 #include "atrace.hpp"
 #include "base/boundedtext.hpp"
-#include "system/heapblock.hpp"
+#include "system/users/heapblock.hpp"
 
 #define SECURITY_WIN32 // the interface for programs
 #include <sspi.h>

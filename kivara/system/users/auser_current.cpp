@@ -6,8 +6,8 @@
 #include "aplatfrm.hpp"
 #include "atrace.hpp"
 #include "base/openfile.hpp"
-#include "system/heapblock.hpp"
-#include "system/systemlibrary.hpp"
+#include "system/users/heapblock.hpp"
+#include "system/users/systemlibrary.hpp"
 
 #define SECURITY_WIN32 // the interface for programs
 #include <sspi.h>

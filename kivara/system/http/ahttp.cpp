@@ -1,7 +1,7 @@
 #include "ahttp.hpp"
 
 #include "base/openfile.hpp"
-#include "system/httpcall.hpp"
+#include "system/http/httpcall.hpp"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "amachine.hpp"
 #include "handles/handle.hpp"
-#include "system/systemfunction.hpp"
+#include "system/machine/systemfunction.hpp"
 
 #include <objbase.h>
 #include <oleauto.h>

@@ -3,9 +3,9 @@
 #include "atools.hpp"
 #include "handles/handle.hpp"
 #include "sv/sysdepen.hpp"
-#include "system/registrykey.hpp"
-#include "system/startdir.hpp"
-#include "system/winver.hpp"
+#include "system/machine/registrykey.hpp"
+#include "system/machine/startdir.hpp"
+#include "system/machine/winver.hpp"
 #include "tools/direntry.hpp"
 #include "tools/winapi.hpp"
 

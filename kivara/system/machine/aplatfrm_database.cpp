@@ -4,7 +4,7 @@
 #include "base/modules.hpp"
 #include "base/version.hpp"
 #include "kivara_version.hpp"
-#include "system/registrykey.hpp"
+#include "system/machine/registrykey.hpp"
 #include "tools/direntry.hpp"
 
 #include <algorithm>
