@@ -3,8 +3,8 @@
 #include "diagnostics/internal_errors.hpp"
 #include "support/data/random.hpp"
 #include "support/memory/allocation.hpp"
-#include "text/masking.hpp"
-#include "text/poisoned_page.hpp"
+#include "text/tools/masking.hpp"
+#include "text/tools/poisoned_page.hpp"
 
 #include <gtest/gtest.h>
 

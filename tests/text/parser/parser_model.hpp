@@ -2,7 +2,7 @@
 /// \file
 /// Model of a text parser over a file: slow and simple, over std::string, one rule after the other.
 
-#include "line_model.hpp"
+#include "text/readers/line_model.hpp"
 
 #include <cstdint>
 #include <string>

@@ -4,7 +4,7 @@
 
 #include "aparser.hpp"
 #include "parser_model.hpp"
-#include "textfile.hpp"
+#include "text/readers/textfile.hpp"
 
 #include <random>
 

@@ -1,7 +1,7 @@
 // A reader that throws: what its parser shows afterwards, and that the reader is ended when there is no parser.
 
-#include "listreader.hpp"
 #include "parsertext.hpp"
+#include "text/readers/listreader.hpp"
 
 #include "support/memory/allocation.hpp"
 

@@ -1,8 +1,8 @@
 #include "aparser.hpp"
 
-#include "charclass.hpp"
-#include "rawtext.hpp"
-#include "sparetexts.hpp"
+#include "text/parser/charclass.hpp"
+#include "text/parser/rawtext.hpp"
+#include "text/sparetexts.hpp"
 
 #include "tools/winapi.hpp"
 

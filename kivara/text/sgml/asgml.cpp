@@ -3,7 +3,7 @@
 #include "atools.hpp"
 #include "base/textids.hpp"
 #include "sv/resource.hpp"
-#include "text/sgmltables.hpp"
+#include "text/sgml/sgmltables.hpp"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "atools.hpp"
 #include "atrace.hpp"
 #include "base/modules.hpp"
-#include "text/masking.hpp"
+#include "text/tools/masking.hpp"
 #include "tools/winapi.hpp"
 
 #include <algorithm>

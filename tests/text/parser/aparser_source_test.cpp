@@ -1,7 +1,7 @@
 // What a parser and its reader see of each other while a line is read.
 
-#include "listreader.hpp"
 #include "parsertext.hpp"
+#include "text/readers/listreader.hpp"
 
 #include "support/memory/allocation.hpp"
 

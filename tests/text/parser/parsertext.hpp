@@ -4,7 +4,7 @@
 
 #include "aparser.hpp"
 
-#include "textfile.hpp"
+#include "text/readers/textfile.hpp"
 
 #include <string>
 #include <string_view>

@@ -4,7 +4,7 @@
 #include "base/textids.hpp"
 #include "sv/application.hpp"
 #include "sv/resource.hpp"
-#include "text/codepagelocale.hpp"
+#include "text/matching/codepagelocale.hpp"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
 #include "areader.hpp"
 
-#include "sparetexts.hpp"
+#include "text/sparetexts.hpp"
 
 #include "handles/handle.hpp"
 #include "tools/winapi.hpp"

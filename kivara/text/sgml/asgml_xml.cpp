@@ -2,7 +2,7 @@
 
 #include "asgml.hpp"
 #include "atools.hpp"
-#include "text/sgmltables.hpp"
+#include "text/sgml/sgmltables.hpp"
 
 #include <cstring>
 #include <string>

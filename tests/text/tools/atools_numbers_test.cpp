@@ -3,7 +3,7 @@
 #include "diagnostics/internal_errors.hpp"
 #include "support/data/random.hpp"
 #include "support/memory/allocation.hpp"
-#include "text/poisoned_page.hpp"
+#include "text/tools/poisoned_page.hpp"
 
 #include <gtest/gtest.h>
 

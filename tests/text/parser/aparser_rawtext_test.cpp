@@ -1,7 +1,7 @@
 // Raw text and seeks of the parser.
 
-#include "listreader.hpp"
 #include "parsertext.hpp"
+#include "text/readers/listreader.hpp"
 
 using SV::String;
 

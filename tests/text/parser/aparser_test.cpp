@@ -1,7 +1,7 @@
 #include "aparser.hpp"
 
-#include "listreader.hpp"
 #include "parsertext.hpp"
+#include "text/readers/listreader.hpp"
 
 #include "support/imports/import_spy.hpp"
 
