@@ -1,4 +1,4 @@
-#include "windows/arrangement.hpp"
+#include "windows/parts/arrangement.hpp"
 
 #include <gtest/gtest.h>
 

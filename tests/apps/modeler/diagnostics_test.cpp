@@ -218,7 +218,8 @@ TEST_F(ModelerCrash, LeavesWhatLeadsToTheLineOfItsSource) {
   std::size_t const begin = result.output.rfind('\n', at) + 1;
   std::string const first = result.output.substr(begin, result.output.find_first_of("\r\n", at) - begin);
   EXPECT_NE(first.find("crashOnDemand"), std::string::npos) << result.output;
-  EXPECT_TRUE(first.ends_with("apps/modeler/commands/crashcommand.cpp:" + line)) << line << '\n' << result.output;
+  EXPECT_TRUE(first.ends_with("apps/modeler/commands/program/crashcommand.cpp:" + line)) << line << '\n'
+                                                                                         << result.output;
 }
 
 } // namespace

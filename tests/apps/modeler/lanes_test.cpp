@@ -1,4 +1,4 @@
-#include "model/lanes.hpp"
+#include "model/layout/lanes.hpp"
 
 #include <gtest/gtest.h>
 

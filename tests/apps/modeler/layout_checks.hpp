@@ -2,7 +2,7 @@
 /// \file
 /// What holds for every layout of a process model.
 
-#include "model/layout.hpp"
+#include "model/layout/layout.hpp"
 
 #include <ostream>
 #include <string>

@@ -1,5 +1,5 @@
-#include "commands/lookcommands.hpp"
 #include "commands/menus.hpp"
+#include "commands/program/lookcommands.hpp"
 #include "in_process.hpp"
 #include "texts/viewtexts.hpp"
 

@@ -4,7 +4,7 @@
 #include "background/eventlog.hpp"
 #include "program/mainwindow.hpp"
 #include "sv0105/input.hpp"
-#include "windows/windowlist.hpp"
+#include "windows/documents/windowlist.hpp"
 
 #include <algorithm>
 #include <set>

@@ -1,5 +1,5 @@
-#include "commands/languagecommands.hpp"
 #include "commands/menus.hpp"
+#include "commands/program/languagecommands.hpp"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 // Files of models that were damaged: the fault is reported with its line, or there is a model that can be saved and read again.
-#include "model/modelwriter.hpp"
 #include "model/processmodel.hpp"
+#include "model/writing/modelwriter.hpp"
 
 #include "support/data/damage.hpp"
 #include "support/data/files.hpp"

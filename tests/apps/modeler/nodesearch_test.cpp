@@ -1,5 +1,5 @@
 // Nodes of a process model, by what their texts say.
-#include "model/nodesearch.hpp"
+#include "model/analysis/nodesearch.hpp"
 
 #include <gtest/gtest.h>
 

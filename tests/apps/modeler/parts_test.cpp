@@ -2,9 +2,9 @@
 
 #include "in_process.hpp"
 
-#include "windows/modelpanes.hpp"
-#include "windows/statusbar.hpp"
-#include "windows/toolbar.hpp"
+#include "windows/parts/modelpanes.hpp"
+#include "windows/parts/statusbar.hpp"
+#include "windows/parts/toolbar.hpp"
 
 #include "support/windows/pixels.hpp"
 

@@ -1,4 +1,4 @@
-#include "model/paths.hpp"
+#include "model/analysis/paths.hpp"
 
 #include <gtest/gtest.h>
 

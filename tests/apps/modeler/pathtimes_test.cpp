@@ -1,6 +1,6 @@
 // How long a process takes on its ways.
+#include "model/analysis/pathtimes.hpp"
 #include "model/modeltime.hpp"
-#include "model/pathtimes.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "printing/picturefile.hpp"
 #include "support/windows/pixels.hpp"
 #include "sv/virtualdevice.hpp"
-#include "windows/processdrawing.hpp"
+#include "windows/documents/processdrawing.hpp"
 
 namespace {
 

@@ -1,17 +1,17 @@
 // At 100, 150 and 200 percent, in both looks and languages: what the sample product shows has room for its texts.
 #include "background/userfacts.hpp"
+#include "dialogs/finddialog.hpp"
+#include "dialogs/requestdialog.hpp"
+#include "dialogs/userdialog.hpp"
 #include "in_process.hpp"
 #include "languages.hpp"
 #include "support/imports/import_hook.hpp"
 #include "support/windows/windows.hpp"
 #include "texts/diagnosticstexts.hpp"
 #include "texts/viewtexts.hpp"
-#include "windows/finddialog.hpp"
-#include "windows/modelpanes.hpp"
-#include "windows/requestdialog.hpp"
-#include "windows/statusbar.hpp"
-#include "windows/toolbar.hpp"
-#include "windows/userdialog.hpp"
+#include "windows/parts/modelpanes.hpp"
+#include "windows/parts/statusbar.hpp"
+#include "windows/parts/toolbar.hpp"
 
 #include <tuple>
 

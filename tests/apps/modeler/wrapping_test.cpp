@@ -1,4 +1,4 @@
-#include "model/wrapping.hpp"
+#include "model/layout/wrapping.hpp"
 
 #include <gtest/gtest.h>
 
