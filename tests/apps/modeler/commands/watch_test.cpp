@@ -1,7 +1,7 @@
 // The record of messages, switched by its command. Boxes go to a log.
+#include "apps/modeler/in_process.hpp"
 #include "commands/menus.hpp"
 #include "commands/program/diagnosticscommands.hpp"
-#include "in_process.hpp"
 #include "support/data/files.hpp"
 #include "texts/diagnosticstexts.hpp"
 

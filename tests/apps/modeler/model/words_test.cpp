@@ -1,5 +1,5 @@
 // The words of model files, as the page on the sample product has them.
-#include "in_process.hpp"
+#include "apps/modeler/in_process.hpp"
 
 #include "model/words.hpp"
 

@@ -1,10 +1,10 @@
 // At 100, 150 and 200 percent, in both looks and languages: what the sample product shows has room for its texts.
+#include "apps/modeler/in_process.hpp"
+#include "apps/modeler/languages.hpp"
 #include "background/userfacts.hpp"
 #include "dialogs/finddialog.hpp"
 #include "dialogs/requestdialog.hpp"
 #include "dialogs/userdialog.hpp"
-#include "in_process.hpp"
-#include "languages.hpp"
 #include "support/imports/import_hook.hpp"
 #include "support/windows/windows.hpp"
 #include "texts/diagnosticstexts.hpp"

@@ -1,7 +1,7 @@
 // Who is at work.
+#include "apps/modeler/in_process.hpp"
+#include "apps/modeler/languages.hpp"
 #include "background/userfacts.hpp"
-#include "in_process.hpp"
-#include "languages.hpp"
 #include "support/data/files.hpp"
 #include "support/processes/child_process.hpp"
 

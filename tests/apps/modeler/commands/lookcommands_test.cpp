@@ -1,6 +1,6 @@
+#include "apps/modeler/in_process.hpp"
 #include "commands/menus.hpp"
 #include "commands/program/lookcommands.hpp"
-#include "in_process.hpp"
 #include "texts/viewtexts.hpp"
 
 #include <gtest/gtest.h>

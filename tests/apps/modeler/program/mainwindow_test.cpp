@@ -1,5 +1,5 @@
 // The main window of the sample product, with all its menus, in the process of the test.
-#include "in_process.hpp"
+#include "apps/modeler/in_process.hpp"
 
 #include "background/eventlog.hpp"
 #include "program/mainwindow.hpp"

@@ -1,7 +1,7 @@
 // What a request to a URL has brought, in words.
+#include "apps/modeler/in_process.hpp"
+#include "apps/modeler/languages.hpp"
 #include "background/answertext.hpp"
-#include "in_process.hpp"
-#include "languages.hpp"
 
 #include <ostream>
 

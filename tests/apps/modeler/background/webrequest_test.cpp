@@ -4,8 +4,8 @@
 #include "support/processes/child_process.hpp"
 #include "support/servers/http_server.hpp"
 
+#include "apps/modeler/in_process.hpp"
 #include "dialogs/requestdialog.hpp"
-#include "in_process.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The bars and panes of the sample product in a window of the test, with a mouse of the test's own.
 
-#include "in_process.hpp"
+#include "apps/modeler/in_process.hpp"
 
 #include "windows/parts/modelpanes.hpp"
 #include "windows/parts/statusbar.hpp"

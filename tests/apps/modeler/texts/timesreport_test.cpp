@@ -1,5 +1,5 @@
 // What the window with the times of a process says, in both languages.
-#include "in_process.hpp"
+#include "apps/modeler/in_process.hpp"
 
 #include "texts/timesreport.hpp"
 

@@ -1,5 +1,5 @@
 // The drawing of a process model as a file, read by the system.
-#include "in_process.hpp"
+#include "apps/modeler/in_process.hpp"
 
 #include "printing/picturefile.hpp"
 #include "support/windows/pixels.hpp"
