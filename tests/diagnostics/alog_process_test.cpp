@@ -60,7 +60,7 @@ TEST(NamedLogs, OfAProgramAreWholeWhenItHasEnded) {
 TEST(NamedLogs, AreClosedWhenTheProgramEnds) {
   ReporterRun run("-no_dialogs watchclosedfiles addtolog:one addtolog:two addtocsvlog:;three");
   Lines lines = run.lines();
-  std::erase_if(lines, [](std::string const & line) { return line.find("named.") == std::string::npos; });
+  std::erase_if(lines, [](std::string const & line) { return !line.starts_with("closed named."); });
   EXPECT_EQ(lines, (Lines{"closed named.csv", "closed named.log"}));
 }
 

@@ -11,6 +11,7 @@ from pathlib import Path
 
 RUN = str(Path(__file__).resolve().parent / "run-under-wine")
 NOT_BEGUN = "err:virtual:virtual_alloc_first_teb wine: failed to map the shared user data: c0000018"
+REFUSED = "setarch: failed to set personality to linux64: Operation not permitted"
 
 
 class Harness(unittest.TestCase):
@@ -55,6 +56,14 @@ class Harness(unittest.TestCase):
                 self.assertEqual(self.run_it("--gtest_filter=A.B").returncode, code)
                 self.assertEqual(self.run_it("--gtest_filter=A.*", "--gtest_list_tests").returncode, 0)
 
+    def PassesOnWhatTheProgramPrintsByteByByte(self):
+        for printed in ("", "no end", "one\\ntwo\\n\\n", "a\\000b\\n", "\\344\\377\\r\\n", "%%s\\\\n"):
+            with self.subTest(printed):
+                self.wine(f"printf '{printed}'; printf '{printed}.' >&2")
+                ended = subprocess.run([RUN, "program"], env=self.environment(), capture_output=True, check=False)
+                expected = subprocess.run(["printf", printed], capture_output=True, check=True).stdout
+                self.assertEqual((ended.stdout, ended.stderr, ended.returncode), (expected, expected + b".", 0))
+
     def EndsItsProgramAndItsFolderWhenItIsEnded(self):
         self.wine('pwd >"$RECORD.folder"; exec sleep 1000')
         process = subprocess.Popen([RUN, "program"], env=self.environment(), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -73,7 +82,7 @@ class Harness(unittest.TestCase):
 
     def refuse_fixed_places(self):
         program = self.folder / "bin/setarch"
-        program.write_text("#!/bin/sh\nexit 1\n")
+        program.write_text(f"#!/bin/sh\necho '{REFUSED}' >&2\nexit 1\n")
         program.chmod(0o755)
 
     def environment(self):

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cctype>
 #include <clocale>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -144,16 +145,22 @@ std::string ourPages() {
   return text;
 }
 
+/// What the sample reports on a long text. It goes into a file: Wine writes each line by itself, which takes seconds through a pipe.
+std::string reportOfWords(std::string const & text) {
+  std::string const words = '"' + support::binFolder() + "\\words.exe\" " + writeText(text) + " >report.txt";
+  EXPECT_EQ(std::system(words.c_str()), 0);
+  return support::readFile("report.txt").value_or("");
+}
+
 } // namespace
 
 TEST(Words, ReportsEveryWordOfALongTextWithItsPlace) {
   Prose prose(12);
   prose.writeParagraphs(1'200'000);
   ASSERT_GT(prose.text.size(), std::size_t{1} << 20);
-  auto const result = support::runProgram({.program = "words", .arguments = writeText(prose.text)});
-  EXPECT_EQ(result.exitCode, 0u);
-  ASSERT_EQ(result.output.size(), prose.report.size());
-  EXPECT_TRUE(result.output == prose.report);
+  std::string const report = reportOfWords(prose.text);
+  ASSERT_EQ(report.size(), prose.report.size());
+  EXPECT_TRUE(report == prose.report);
 }
 
 TEST(Words, ReportsEveryWordOfTheProjectsOwnPages) {
@@ -163,11 +170,10 @@ TEST(Words, ReportsEveryWordOfTheProjectsOwnPages) {
   std::string text;
   while (text.size() <= std::size_t{1} << 20)
     text += pages;
-  auto const result = support::runProgram({.program = "words", .arguments = writeText(text)});
-  std::string const report = reportOn(text);
-  EXPECT_EQ(result.exitCode, 0u);
-  ASSERT_EQ(result.output.size(), report.size());
-  EXPECT_TRUE(result.output == report);
+  std::string const expected = reportOn(text);
+  std::string const report = reportOfWords(text);
+  ASSERT_EQ(report.size(), expected.size());
+  EXPECT_TRUE(report == expected);
 }
 
 TEST(Words, ByteOfValueZeroSeparatesWordsAndMovesNoColumn) {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
+#include <utility>
 
 namespace {
 
@@ -164,13 +165,23 @@ TEST(Modeler, ShowsAModelThatFitsWithoutScrollBars) {
   EXPECT_TRUE(support::eventually([&] { return !hasBars(document); }));
 }
 
+/// What the window shows when its process has drawn all of it.
+support::Pixels drawn(HWND window) {
+  support::Pixels pixels = support::readWindow(window);
+  EXPECT_TRUE(support::eventually([&] {
+    support::Pixels const before = std::exchange(pixels, support::readWindow(window));
+    return before == pixels;
+  }));
+  return pixels;
+}
+
 TEST(Modeler, DrawsAModelAnewInAnotherLanguage) {
   ProductRun run("modeler", "");
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
   HWND const document = openSample(window);
   ASSERT_TRUE(document);
-  support::Pixels const english = support::readWindow(document);
+  support::Pixels const english = drawn(document);
   PostMessageA(window, WM_COMMAND, kGerman, 0);
   EXPECT_TRUE(support::eventually([&] { return support::readWindow(document) != english; }));
   PostMessageA(window, WM_COMMAND, kEnglish, 0);
