@@ -9,7 +9,7 @@
 #include "sv/application.hpp"
 #include "sv/imagepool.hpp"
 #include "sv/resource.hpp"
-#include "system/startdir.hpp"
+#include "system/machine/startdir.hpp"
 #include "tools/international.hpp"
 #include "tools/winapi.hpp"
 

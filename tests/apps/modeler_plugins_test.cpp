@@ -1,4 +1,4 @@
-#include "modeler/modeler_run.hpp"
+#include "apps/modeler/runs/modeler_run.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "aappinfo.hpp"
-#include "modeler/modeler_run.hpp"
+#include "apps/modeler/runs/modeler_run.hpp"
 #include "support/processes/console.hpp"
 #include "support/windows/pixels.hpp"
 #include "tools/winapi.hpp"

@@ -13,27 +13,27 @@ endfunction()
 
 expect_table("folders are added up, files of less than 90 % named"
 "toolkit/tl0105/date.cpp,10,9,0.9,0,0,0
-kivara/text/areader.cpp,30,10,0.333,8,4,0.5
-kivara/text/aparser.cpp,70,70,1.0,8,4,0.5
+kivara/text/tools/atools.cpp,30,10,0.333,8,4,0.5
+kivara/text/tools/atools_keys.cpp,70,70,1.0,8,4,0.5
 kivara/frame/aapp.cpp,1000,899,0.899,8,4,0.5
 "
 "  89.9 %    1000 lines  kivara/frame
-  80.0 %     100 lines  kivara/text
+  80.0 %     100 lines  kivara/text/tools
   90.0 %      10 lines  toolkit/tl0105
   89.0 %    1100 lines  all of kivara/
   90.0 %      10 lines  all of toolkit/
   89.0 %    1110 lines  in all
 files below 90 %:
   89.9 %    1000 lines  kivara/frame/aapp.cpp
-  33.3 %      30 lines  kivara/text/areader.cpp
+  33.3 %      30 lines  kivara/text/tools/atools.cpp
 ")
 
 expect_table("no file is below 90 %, and a file without code counts as run"
-"kivara/ui/acolor.cpp,10,10,1.0,0,0,0
+"kivara/ui/drawing/acolor.cpp,10,10,1.0,0,0,0
 kivara/include/kivara.hpp,0,0,,0,0,0
 "
 " 100.0 %       0 lines  kivara/include
- 100.0 %      10 lines  kivara/ui
+ 100.0 %      10 lines  kivara/ui/drawing
  100.0 %      10 lines  all of kivara/
  100.0 %      10 lines  in all
 files below 90 %: none

@@ -11,7 +11,7 @@ ROOT = Path(__file__).parents[2]
 CASE = re.compile(r"^TEST(?:_F|_P)?\((\w+), (\w+)\)", re.MULTILINE)
 LONG_TEST = re.compile(r'kivara_long_test\(\w+ FILTER "([^"]+)"\)')
 ROW = re.compile(r"^\| .* \| `(\w+\.\w+)` \| ([\d,]+) \| ([\d,]+) \|$")
-DAMAGES = re.compile(r'^#include "support/damage\.hpp"', re.MULTILINE)
+DAMAGES = re.compile(r'^#include "support/data/damage\.hpp"', re.MULTILINE)
 
 
 def rows():

@@ -191,7 +191,7 @@ struct Owner {{ Pair pair; int other; void set(Pair a, Pair const * c) {{ {} {} 
         suite = Suite(None, None, 1)
         suite.cases = [Case(file, "text", (), file, seconds=seconds) for file, seconds in
                        (("areader_test", 1), ("aparser_test", 9), ("aparser_rawtext_test", 3), ("aparser_model_test", 1))]
-        mutant = mutants(path="kivara/text/aparser.cpp")[0]
+        mutant = mutants(path="kivara/text/parser/aparser.cpp")[0]
         self.assertEqual([case.name for case in suite.near_first(mutant)],
                          ["aparser_test", "aparser_model_test", "aparser_rawtext_test", "areader_test"])
         suite.learn(mutant, suite.cases[0])

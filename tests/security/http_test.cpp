@@ -1,6 +1,6 @@
 // Where a request may go that was made with a certificate and with secrets.
 
-#include "system/httpclient.hpp"
+#include "system/http/httpclient.hpp"
 #include "tools/winapi.hpp"
 
 #include <winhttp.h>

@@ -7,7 +7,7 @@
 #include "auser.hpp"
 #include "support/processes/child_process.hpp"
 #include "support/windows/windows.hpp"
-#include "system/process_child.hpp"
+#include "system/processes/process_child.hpp"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "support/data/files.hpp"
 #include "support/processes/child_process.hpp"
 #include "support/processes/debug_lines.hpp"
-#include "system/process_child.hpp"
+#include "system/processes/process_child.hpp"
 #include "tools/winapi.hpp"
 
 #include <winternl.h>

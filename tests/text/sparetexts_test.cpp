@@ -2,8 +2,8 @@
 
 #include "aparser.hpp"
 
-#include "listreader.hpp"
-#include "textfile.hpp"
+#include "text/readers/listreader.hpp"
+#include "text/readers/textfile.hpp"
 
 #include "support/memory/allocation.hpp"
 

@@ -4,7 +4,7 @@
 #include "auser.hpp"
 #include "support/data/files.hpp"
 #include "support/memory/allocation.hpp"
-#include "system/userfile.hpp"
+#include "system/users/userfile.hpp"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "support/data/files.hpp"
 #include "support/processes/child_process.hpp"
 #include "support/processes/console.hpp"
-#include "system/userfile.hpp"
+#include "system/users/userfile.hpp"
 #include "tools/winapi.hpp"
 
 #include <gtest/gtest.h>

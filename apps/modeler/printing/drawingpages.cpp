@@ -2,7 +2,7 @@
 
 #include "texts/modelnotes.hpp"
 #include "tools/winapi.hpp"
-#include "windows/processdrawing.hpp"
+#include "windows/documents/processdrawing.hpp"
 
 namespace modeler {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "acolor.hpp"
 #include "tools/winapi.hpp"
-#include "windows/processdrawing.hpp"
+#include "windows/documents/processdrawing.hpp"
 
 #include <algorithm>
 #include <cstdint>

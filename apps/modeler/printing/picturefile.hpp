@@ -2,7 +2,7 @@
 /// \file
 /// The drawing of a process model as a picture in a file.
 
-#include "model/layout.hpp"
+#include "model/layout/layout.hpp"
 #include "sv/font.hpp"
 
 namespace modeler {

@@ -1,9 +1,9 @@
 #include "program/mainwindow.hpp"
 
-#include "commands/crashcommand.hpp"
-#include "commands/languagecommands.hpp"
-#include "commands/lookcommands.hpp"
-#include "commands/windowcommands.hpp"
+#include "commands/program/crashcommand.hpp"
+#include "commands/program/languagecommands.hpp"
+#include "commands/program/lookcommands.hpp"
+#include "commands/program/windowcommands.hpp"
 #include "texts/diagnosticstexts.hpp"
 #include "texts/viewtexts.hpp"
 #include "tools/winapi.hpp"

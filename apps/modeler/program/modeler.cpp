@@ -3,7 +3,7 @@
 #include "acmdline.hpp"
 #include "atrace.hpp"
 #include "background/startupphase.hpp"
-#include "model/modelxml.hpp"
+#include "model/writing/modelxml.hpp"
 #include "program/mainwindow.hpp"
 #include "sv/imagepool.hpp"
 #include "texts/modelreport.hpp"

@@ -3,8 +3,8 @@
 #include "model/excerpt.hpp"
 #include "texts/viewtexts.hpp"
 #include "tools/winapi.hpp"
-#include "windows/arrangement.hpp"
-#include "windows/documentwindow.hpp"
+#include "windows/documents/documentwindow.hpp"
+#include "windows/parts/arrangement.hpp"
 #include "windows/scaling.hpp"
 
 #include <utility>

@@ -4,11 +4,11 @@
 
 #include "background/settings.hpp"
 #include "commands/command.hpp"
-#include "commands/documents.hpp"
-#include "windows/arrangement.hpp"
-#include "windows/modelpanes.hpp"
-#include "windows/statusbar.hpp"
-#include "windows/toolbar.hpp"
+#include "commands/models/documents.hpp"
+#include "windows/parts/arrangement.hpp"
+#include "windows/parts/modelpanes.hpp"
+#include "windows/parts/statusbar.hpp"
+#include "windows/parts/toolbar.hpp"
 
 #include "sv/mdi.hpp"
 

@@ -1,7 +1,7 @@
 #include "texts/modelnotes.hpp"
 
+#include "model/analysis/paths.hpp"
 #include "model/modeltime.hpp"
-#include "model/paths.hpp"
 #include "texts/texts.hpp"
 
 using SV::String;

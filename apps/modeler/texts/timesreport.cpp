@@ -1,7 +1,7 @@
 #include "texts/timesreport.hpp"
 
+#include "model/analysis/pathtimes.hpp"
 #include "model/modeltime.hpp"
-#include "model/pathtimes.hpp"
 #include "texts/analysistexts.hpp"
 #include "texts/traytexts.hpp"
 
