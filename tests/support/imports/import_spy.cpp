@@ -46,8 +46,8 @@ public:
     bytes(unwindInformation);
     code_.resize((code_.size() + 3) / 4 * 4); // where the table has to stand
     RUNTIME_FUNCTION const function{0, static_cast<DWORD>(end), static_cast<DWORD>(end)};
-    auto * const memory = static_cast<unsigned char *>(VirtualAlloc(
-        nullptr, code_.size() + sizeof function, MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE));
+    auto * const memory = static_cast<unsigned char *>(
+        VirtualAlloc(nullptr, code_.size() + sizeof function, MEM_RESERVE | MEM_COMMIT, PAGE_EXECUTE_READWRITE));
     std::memcpy(memory, code_.data(), code_.size());
     auto * const table = reinterpret_cast<RUNTIME_FUNCTION *>(memory + code_.size());
     *table = function;
