@@ -191,6 +191,9 @@ TEST_F(MessBoxTest, TakesItsTextFromAResource) {
   SV::ResId const id(0x2000001);
   SV::String const text = SV::Resource::LoadString(id);
   ASSERT_GT(text.Len(), 0);
+  MessBox const plain(nullptr, id);
+  EXPECT_EQ(plain.GetMessText(), text);
+  EXPECT_EQ(labelsOf(plain.GethWnd()).size(), 1u) << "OK";
   EXPECT_EQ(SV::InfoBox(nullptr, id).GetMessText(), text);
   SV::QueryBox const query(nullptr, id);
   EXPECT_EQ(query.GetMessText(), text);

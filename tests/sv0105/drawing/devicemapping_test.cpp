@@ -57,6 +57,15 @@ TEST_F(Mapping, AndBackGivesTheNearestUnit) {
   EXPECT_EQ(device.GetOutputSizePixel(), (Size{40, 30}));
 }
 
+TEST_F(Mapping, AndBackTakesEachSideOfARectangle) {
+  Rectangle const pixels({15, 15}, {81, 81}); // to 96, which is 254 tenths
+  Rectangle const tenths({40, 40}, {214, 214});
+  EXPECT_EQ(device.PixelToLogic(pixels, MapMode(SV::MAP_10TH_MM)), tenths);
+  EXPECT_EQ(device.PixelToLogic(pixels), pixels);
+  device.ChangeMapMode(MapMode(SV::MAP_10TH_MM));
+  EXPECT_EQ(device.PixelToLogic(pixels), tenths);
+}
+
 TEST_F(Mapping, BeyondTheLargestNumberIsThat) {
   MapMode const tenths(SV::MAP_10TH_MM);
   EXPECT_EQ(device.PixelToLogic(Point{LONG_MAX, LONG_MIN}, tenths), (Point{LONG_MAX, LONG_MIN}));
