@@ -80,7 +80,7 @@ TEST_F(Fetch, ToAFileThatCannotBeWrittenEndsWith4) {
   }
 }
 
-TEST_F(Fetch, FollowsRedirectsUnlessItIsToldNotTo) {
+TEST_F(Fetch, FollowsRedirectsUnlessForbidden) {
   server.answer("/from", support::redirectTo("/to"));
   server.answer("/to", okWith("there"));
   EXPECT_EQ(fetch("-noredirects " + server.url("/from") + " file").exitCode, 3u);
@@ -89,7 +89,7 @@ TEST_F(Fetch, FollowsRedirectsUnlessItIsToldNotTo) {
   EXPECT_EQ(file(), "there");
 }
 
-TEST_F(Fetch, WantsAValidCertificateUnlessItIsToldNotTo) {
+TEST_F(Fetch, WantsAValidCertificateUnlessTheOptionSaysNot) {
   HttpServer secure("self-signed");
   secure.answer("/", okWith("secret"));
   EXPECT_EQ(fetch(secure.url("/") + " file").exitCode, 1u);
@@ -98,7 +98,7 @@ TEST_F(Fetch, WantsAValidCertificateUnlessItIsToldNotTo) {
   EXPECT_EQ(file(), "secret");
 }
 
-TEST_F(Fetch, TriesAsOftenAsItIsTold) {
+TEST_F(Fetch, TriesAsOftenAsTheOptionSays) {
   server.answer("/", {.bytes = ""});
   server.answer("/", {.bytes = ""});
   server.answer("/", okWith("third"));
@@ -113,7 +113,7 @@ TEST_F(Fetch, EndsByTheTimeout) {
   EXPECT_EQ(result.errors, "fetch: no answer, system error 12002\r\n");
 }
 
-TEST_F(Fetch, TakesAFileNameWithBlanksBehindAProxy) {
+TEST_F(Fetch, TakesAFileNameWithBlanksThroughAProxy) {
   server.answer("/", okWith("here"));
   EXPECT_EQ(fetch("-proxy 127.0.0.1:" + std::to_string(server.port()) + ' ' + server.url("/") + " \"a name\"").exitCode,
             0u);

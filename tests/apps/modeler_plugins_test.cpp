@@ -41,7 +41,7 @@ TEST(ModelerCommands, ThatAreNotExecutedAreReported) {
   EXPECT_NE(run.file("out.log").value_or("").find(": command: CountLines: not executed\r\n"), std::string::npos);
 }
 
-TEST(ModelerPluginRun, GeneralPluginsHearOfUsersAndTheLogTellsOfTheLoading) {
+TEST(ModelerPluginRun, GeneralPluginsHearOfUsersAndTheLogHasTheLoading) {
   ProductRun run("modeler", "-trace -trfout.txt -plug_log");
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);

@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
                         "a.txt:1:The cat\r\na.txt:2:concatenate\r\na.txt:5:[cat]?\r\nb.txt:1:no line end: cat\r\n", 2},
                     Row{"dog a.txt", "", 1}, Row{"cat", "", 2}, Row{"-x cat a.txt", "", 2}, Row{"-r ( a.txt", "", 2}));
 
-TEST(SearchErrors, AreToldInWords) {
+TEST(SearchErrors, AreReportedInWords) {
   auto const errors = [](char const * arguments) {
     return support::runProgram({.program = "search", .arguments = arguments}).errors;
   };

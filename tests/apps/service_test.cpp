@@ -88,7 +88,7 @@ TEST(Service, AnswersAndEndsWhenItIsAsked) {
   EXPECT_EQ(run.stop(), 0u);
 }
 
-TEST(Service, TakesTheLanguageThatItIsTold) {
+TEST(Service, TakesTheLanguageOfTheOption) {
   ServiceRun run("-langde");
   EXPECT_TRUE(holds(run.request("GET /status"), "\nlanguage: 1031\n"));
   EXPECT_EQ(run.stop(), 0u);
@@ -124,7 +124,7 @@ TEST(Service, WritesPidFileAndLog) {
   EXPECT_TRUE(log.ends_with(": stopped\r\n")) << log;
 }
 
-TEST(Service, TellsTheAnswerInTheLongFormOfTheLog) {
+TEST(Service, GivesTheAnswerInTheLongFormOfTheLog) {
   ServiceRun run("-wslogfileservice.log -wslogformatlong");
   run.request("GET /elsewhere");
   EXPECT_EQ(run.stop(), 0u);
@@ -140,7 +140,7 @@ TEST(Service, KeepsYesterdaysLogAsABackup) {
   EXPECT_EQ(support::readFile(folder / "service_2001.02.03.log"), "2001.02.03, 07:08:09: an old line\r\n");
 }
 
-TEST(Service, TakesThePortThatItIsToldAndSaysInItsLogsWhenItCannot) {
+TEST(Service, TakesThePortOfTheOptionAndSaysInItsLogsWhenItCannot) {
   ServiceRun first("");
   std::string const port = std::to_string(first.port());
   ServiceRun second("-port" + port + " -wslogfileservice.log -log_no_dialogsdialogs.log");

@@ -18,7 +18,7 @@ struct ShortForm {
 std::ostream & operator<<(std::ostream & out, ShortForm const & row) { return out << row.high << ' ' << row.low; }
 
 class VersionString : public testing::TestWithParam<ShortForm> {};
-TEST_P(VersionString, CutsZerosButNotTheFirstDigitBehindThePoint) {
+TEST_P(VersionString, CutsZerosButNotTheFirstDigitAfterThePoint) {
   VersionTexts version = initial();
   version.high = GetParam().high;
   version.low = GetParam().low;

@@ -156,7 +156,7 @@ TEST(AesChain, EncryptionCompletesTheLastBlockWithZerosAtEveryLength) {
   }
 }
 
-TEST(AesChain, DecryptionGivesTheBytesOfTheLengthAndZerosBehind) {
+TEST(AesChain, DecryptionGivesTheBytesOfTheLengthThenZeros) {
   bytes::Random random(9);
   Bytes const iv = random.bytes(16);
   Bytes const key = random.bytes(32);

@@ -80,7 +80,7 @@ TEST(Base64Decode, AnEmptyTextGivesNoBytes) {
   EXPECT_EQ(result.length, 0);
 }
 
-TEST(Base64Decode, ReadsLinesOfUpTo1000CharactersWithWhiteSpaceAndWhatStandsInFront) {
+TEST(Base64Decode, ReadsLinesOfUpTo1000CharactersWithWhiteSpaceAndTextBefore) {
   struct Row {
     std::string text;
     std::string bytes;

@@ -159,7 +159,7 @@ TEST(KivBase64, EachFormReadsTheOthersTextsOfWholeGroups) {
   EXPECT_EQ(oldDecode(newEncode("ABCDEF").counted).counted, "ABCDEF");
 }
 
-TEST(KivBase64, ASingleCharacterBehindTheLastGroupIsDroppedUnseen) {
+TEST(KivBase64, ASingleCharacterAfterTheLastGroupIsDropped) {
   for (std::string const tail : {"R", "=", "\xff"}) {
     EXPECT_TRUE(oldDecode("QUJD" + tail).good) << tail;
     EXPECT_EQ(oldDecode("QUJD" + tail).counted, "ABC") << tail;

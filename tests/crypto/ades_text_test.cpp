@@ -129,7 +129,7 @@ TEST(KivDecrypt, ReadsUpperCaseToo) {
   EXPECT_EQ(decrypted(hex), "12345678");
 }
 
-TEST(KivDecrypt, BytesBehindTheLastWholeBlockStayAsTheyWereRead) {
+TEST(KivDecrypt, BytesAfterTheLastWholeBlockStayAsTheyWereRead) {
   EXPECT_EQ(decrypted("414243"), "ABC");
   EXPECT_EQ(decrypted(encrypted("12345678") + "414243"), "12345678ABC");
 }

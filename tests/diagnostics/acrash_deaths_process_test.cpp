@@ -150,7 +150,7 @@ TEST(Crash, WithoutMemoryLeavesWhatNeedsNone) {
   EXPECT_TRUE(isWhole(run.report()));
 }
 
-TEST(Crash, WithoutMemoryHasNoArchiveAndItsBoxAllTheSame) {
+TEST(Crash, WithoutMemoryHasNoArchiveButItsBox) {
   CrashRun const run({"watch takememory read"});
   EXPECT_EQ(run.output(), Lines{"ready"}) << "no command";
   EXPECT_EQ(run.boxes().size(), 1u);
@@ -163,7 +163,7 @@ TEST(MiniDump, WithoutMemorySaysThatItCannotBeMade) {
   EXPECT_EQ(run.report(), "# === [Mini Dump for amodule.cpp line 246]\r\n# [failed to create the minidump - EC 8]\r\n");
 }
 
-TEST(Crash, WithoutHandlesLeavesNoFileAndEndsAllTheSame) {
+TEST(Crash, WithoutHandlesLeavesNoFileButEnds) {
   std::string const words =
       "suppress fail:CreateFileA fail:CreateEventA fail:CreateThread fail:DuplicateHandle minidump read";
   CrashRun const run({words});

@@ -170,7 +170,7 @@ TEST(CrashBox, OfTheReportIsNotShownUnderSuppression) {
   EXPECT_NE(run.report(), "");
 }
 
-TEST(CrashBox, TellsThatTheReportCannotBeOpened) {
+TEST(CrashBox, SaysThatTheReportCannotBeOpened) {
   CrashRun const run({"fail:CreateFileA read"});
   EXPECT_EQ(run.errors(), (Lines{"[exception] An exception of type 0xC0000005 occured",
                                  "CreateMiniDump dmp file failed", "[exception] finished dumpfile creation"}));

@@ -136,7 +136,7 @@ TEST_F(LogOnDisk, WhoseBackupsNameIsAFolderIsEmptied) {
   EXPECT_NE(readFile(kName)->find(" FAILED (EC: "), std::string::npos);
 }
 
-TEST_F(LogOnDisk, InAFolderThatNobodyMayWriteToIsNotOpened) {
+TEST_F(LogOnDisk, InAFolderThatCannotBeWrittenToIsNotOpened) {
   // The administrator may write to all folders of a Unix disk, but not to that of its processes.
   constexpr char kReadOnlyFolder[] = "Z:\\proc";
   if (!support::exists(kReadOnlyFolder))

@@ -41,7 +41,7 @@ TEST(DebugOutput, ComesFromAnyThread) {
   EXPECT_EQ(run.texts(), Lines{"line"});
 }
 
-TEST(DebugOutput, WithNobodyListeningIsNowhere) {
+TEST(DebugOutput, WithNoListenerIsNowhere) {
   auto const result = support::runProgram({.program = "error_reporter", .arguments = "out:line heapcheck:a.cpp"});
   EXPECT_EQ(result.exitCode, 0u);
   EXPECT_EQ(result.output, "");

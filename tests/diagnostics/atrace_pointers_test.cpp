@@ -111,7 +111,7 @@ TEST(Readable, ARangeThatEndsInAGuardPageIsNot) {
   EXPECT_FALSE(Kiv_MemoryIsReadable(pages.beforeEnd(16), 17));
 }
 
-TEST(Readable, ARangeThatEndsBehindAllMemoryIsNot) {
+TEST(Readable, ARangeThatEndsAfterAllMemoryIsNot) {
   int value = 0;
   EXPECT_FALSE(Kiv_MemoryIsReadable(&value, static_cast<std::size_t>(-1) / 2));
 }

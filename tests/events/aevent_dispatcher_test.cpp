@@ -223,7 +223,7 @@ TEST_F(Dispatcher, AHandlerMayRegisterForATypeThatIsNotBeingWalked) {
 }
 
 // Not supported, yet harmless: the walk stays inside of the sequence when it grows.
-TEST_F(Dispatcher, AHandlerRegisteredInFrontOfTheRunningOneLetsThatRunAgain) {
+TEST_F(Dispatcher, AHandlerRegisteredBeforeTheRunningOneLetsThatRunAgain) {
   support::GuardPages const guard;
   auto const a = listener("a");
   auto const b = listener("b");
@@ -235,7 +235,7 @@ TEST_F(Dispatcher, AHandlerRegisteredInFrontOfTheRunningOneLetsThatRunAgain) {
   EXPECT_EQ(calls, (Calls{"b", "b", "a"}));
 }
 
-TEST_F(Dispatcher, AHandlerRegisteredBehindTheRunningOneRunsInTheSameWalk) {
+TEST_F(Dispatcher, AHandlerRegisteredAfterTheRunningOneRunsInTheSameWalk) {
   support::GuardPages const guard;
   auto const a = listener("a");
   a->then = [&](KivEvent *) {

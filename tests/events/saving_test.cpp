@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(SavingSample, AsksTellsAndLeaves) {
+TEST(SavingSample, AsksReportsAndLeaves) {
   auto const result = support::runProgram({.program = "saving", .arguments = "order \"old invoice\" order"});
   EXPECT_EQ(result.exitCode, 1u);
   EXPECT_EQ(result.output, "1 BeforeSaveModel order\r\n"
@@ -25,7 +25,7 @@ TEST(SavingSample, EndsWith0WhenNothingWasRefused) {
   EXPECT_EQ(support::runProgram({.program = "saving", .arguments = "order"}).exitCode, 0u);
 }
 
-TEST(SavingSample, TellsHowItIsUsed) {
+TEST(SavingSample, SaysHowItIsUsed) {
   auto const result = support::runProgram({.program = "saving"});
   EXPECT_EQ(result.exitCode, 2u);
   EXPECT_EQ(result.errors, "usage: saving MODEL...\r\n");

@@ -57,7 +57,7 @@ TEST(Frame, TakesItsStepsInOrder) {
                           }));
 }
 
-TEST(Frame, OpensTheConsoleRightBehindTheCommandLine) {
+TEST(Frame, OpensTheConsoleRightAfterTheCommandLine) {
   ProductRun run("frame_order", "-console -trace -trftrace.txt");
   EXPECT_EQ(run.exitCode(), 0u);
   Lines const steps = run.record();
@@ -118,7 +118,7 @@ TEST(Frame, KnowsWhetherItHasAGUI) {
   EXPECT_EQ(ProductRun("frame_facts", "", {{"GUI", "0"}}).fact("with GUI"), "0");
 }
 
-TEST(Frame, IsToldOfChangesOfTheSystem) {
+TEST(Frame, HearsOfChangesOfTheSystem) {
   ProductRun run("frame_changes", "");
   ASSERT_TRUE(run.waitForRecord("waiting"));
   HWND const listener =

@@ -78,7 +78,7 @@ TEST(Application, SwitchesTracingOffWithoutTheOption) {
   EXPECT_FALSE(Kiv_IsTracingEnabled());
 }
 
-TEST(Application, StartsAllTheSameWithoutTraceAndPidFile) {
+TEST(Application, StartsEvenWithoutTraceAndPidFile) {
   RecordingApplication application;
   runMain(application, {"-trfno\\such\\folder.txt", "-pidfileno\\such\\folder.pid"});
   EXPECT_EQ(application.steps().back(), "run");
@@ -247,7 +247,7 @@ TEST(Application, WithAGUISuppressesNothing) {
   EXPECT_TRUE(KivApplicationInterface::IsWithGUI());
 }
 
-TEST(Application, TellsThatTheEndHasBegun) {
+TEST(Application, ReportsThatTheEndHasBegun) {
   RecordingApplication application;
   bool inRun = true;
   application.onRun = [&] { return inRun = KivApplicationInterface::IsAfterMain(), 0; };
@@ -268,7 +268,7 @@ private:
   std::function<void(KivEvent *)> then_;
 };
 
-TEST(Application, TellsOfItsEndWithTheExitCodeBeforeAnythingGoes) {
+TEST(Application, ReportsItsEndWithTheExitCodeBeforeAnythingGoes) {
   RecordingApplication application;
   SV::ResMgr manager("language\\2057\\kivara72.dll");
   application.onPrepare = [&] {
@@ -335,7 +335,7 @@ TEST(Application, TakesTheStepsOfItsEndInOrder) {
   EXPECT_EQ(contents("out.txt"), "");
 }
 
-TEST(Application, TellsListenersOfEachChangeOfTheSystemsSettings) {
+TEST(Application, ReportsEachChangeOfTheSystemsSettingsToListeners) {
   RecordingApplication application;
   std::vector<int> changes;
   Observer const observer(KIV_EVENT_SystemSettingsChanged, [&](KivEvent * event) {

@@ -192,7 +192,7 @@ TEST(CleanUp, NamesOfDifferentLengthDiffer) {
   EXPECT_FALSE(support::exists("a.tmp"));
 }
 
-TEST(CleanUp, NamesOfOneLengthThatDifferBehindANulAreTheSame) {
+TEST(CleanUp, NamesOfOneLengthThatDifferAfterANulAreTheSame) {
   addFile("b.tmp");
   support::writeFile("a.tmp", "");
   KivCleanUp::Instance().AddFileCleanUpAction(String("a.tmp\0x", 7));

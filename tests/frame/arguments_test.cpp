@@ -198,7 +198,7 @@ TEST(PrinterSwitches, LegacyPrintingClearsCurrentPrintingAlone) {
   EXPECT_FALSE(found.currentPrinting);
 }
 
-TEST(PrinterSwitches, AreReadFromExactOptionsBehindTheProgramOnly) {
+TEST(PrinterSwitches, AreReadFromExactOptionsAfterTheProgramOnly) {
   SV::PrinterSwitches const found = switches({"-legacy-printing", "registry-printers", "-registry-printersx",
                                               "-Registry-Printers", "--case-sensitive-printers", "-legacy", "", "-"});
   EXPECT_FALSE(found.registryPrinters);

@@ -29,7 +29,7 @@ INSTANTIATE_TEST_SUITE_P(Values, LanguageOption,
                                          Choice{"French", "1036"}, Choice{"zh", "2052"}, Choice{"en", "2057"},
                                          Choice{"Germany", "2057"}, Choice{"nothing", "2057"}, Choice{"0", "2057"}));
 
-TEST(LanguageOptionValue, ThatNamesNoLanguageIsToldAndKeepsTheLanguage) {
+TEST(LanguageOptionValue, ThatNamesNoLanguageIsReportedAndKeepsTheLanguage) {
   LanguageFolder folder;
   folder.write("lang.ini", "2057\n");
   EXPECT_TRUE(tells(folder.debugTexts("", "-langGermany"), "[locale] The locale 'Germany' could not be resolved!\n"));

@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Severe{"768", "0", "-10003]\nGeneral exception 768 occured."},
                     Severe{"-3", "4294967295", "-10003]\nGeneral exception -3 occured.\nResource ID: 4294967295"}));
 
-TEST(SevereExceptionBox, TellsThatAnExceptionHasLeftAHandler) {
+TEST(SevereExceptionBox, SaysThatAnExceptionHasLeftAHandler) {
   ProductRun run("frame_severe", "", {{"THROW", "1"}});
   EXPECT_EQ(run.answerBox().texts, Lines{std::string("[Child-10003]\nGeneral exception 2048 occured.") + kTail});
   EXPECT_EQ(run.exitCode(), 1u);
@@ -72,7 +72,7 @@ struct BadFile {
 std::ostream & operator<<(std::ostream & out, BadFile const & row) { return out << row.name; }
 
 class BadResourceFile : public testing::TestWithParam<BadFile> {};
-TEST_P(BadResourceFile, GivesTheToldBoxAndNeverAFault) {
+TEST_P(BadResourceFile, GivesTheErrorBoxAndNeverAFault) {
   support::TempFolder const folder;
   std::string const path = folder / GetParam().name;
   std::string const good = support::readFile(support::binFolder() + "frame_texts.dll").value();
@@ -89,7 +89,7 @@ INSTANTIATE_TEST_SUITE_P(Files, BadResourceFile,
                          testing::Values(BadFile{"empty.dll", 0}, BadFile{"header.dll", 5}, BadFile{"half.dll", 500},
                                          BadFile{"noise.dll", -1}));
 
-TEST(ResourceFile, ThatIsMissingGivesTheToldBox) {
+TEST(ResourceFile, ThatIsMissingGivesTheErrorBox) {
   ProductRun run("frame_severe", "", {{"LOAD", "no_such_texts.dll"}});
   EXPECT_EQ(run.answerBox().texts, Lines{"[Child-10004]\nInternal error loading a resource file.\n"
                                          "Resource file name: .\\no_such_texts.dll" +
@@ -117,14 +117,14 @@ TEST(ResourceFile, OtherExceptionsKeepTheirBoxWhileALanguageIsTried) {
   EXPECT_EQ(run.record(), kBoxAndEnd);
 }
 
-TEST(Resource, ThatIsMissingAtStartUpGivesTheToldBox) {
+TEST(Resource, ThatIsMissingAtStartUpGivesTheErrorBox) {
   ProductRun run("frame_severe", "", {{"RESOURCES", "frame_texts_no_charset.dll"}});
   EXPECT_EQ(run.answerBox().texts,
             Lines{std::string("[Child-10001]\nInternal error loading a resource.\nResource ID: 33564939") + kTail});
   EXPECT_EQ(run.exitCode(), 1u);
 }
 
-TEST(Resource, WithoutAManagerGivesTheToldBox) {
+TEST(Resource, WithoutAManagerGivesTheErrorBox) {
   ProductRun run("frame_severe", "-charset1", {{"RESOURCES", "none"}});
   EXPECT_EQ(run.answerBox().texts,
             Lines{std::string("[Child-10001]\nInternal error loading a resource.\nResource ID: 33564962") + kTail});

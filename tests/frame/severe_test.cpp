@@ -28,7 +28,7 @@ TEST(SevereException, ShowsItsTextUnderTheApplicationsName) {
   EXPECT_EQ(watch.boxes()[0].text, kResourceText);
 }
 
-TEST(SevereException, OfASystemObjectIsToldToo) {
+TEST(SevereException, OfASystemObjectIsReportedToo) {
   RecordingApplication application;
   BoxWatch watch;
   EXPECT_FALSE(application._handleException(0x200, 0));
@@ -178,7 +178,7 @@ TEST(SevereException, InsideOfAnotherIsLeftToTheToolkitWithoutABox) {
   EXPECT_EQ(watch.boxes().size(), 1u);
 }
 
-TEST(SevereException, AfterAnotherOneIsToldAgain) {
+TEST(SevereException, AfterAnotherOneIsReportedAgain) {
   RecordingApplication application;
   BoxWatch watch;
   application._handleException(0x200, 0);
@@ -196,7 +196,7 @@ TEST(SevereException, OfAResourceFileIsSilentWhileOneIsBeingLoaded) {
   EXPECT_TRUE(application._handleException(0x400, 0)) << "a handled exception must not count as still being handled";
 }
 
-TEST(SevereException, OfAResourceFileIsToldAtAllOtherTimes) {
+TEST(SevereException, OfAResourceFileIsReportedAtAllOtherTimes) {
   RecordingApplication application;
   BoxWatch watch;
   EXPECT_FALSE(application._handleException(0x400, 0));
@@ -204,7 +204,7 @@ TEST(SevereException, OfAResourceFileIsToldAtAllOtherTimes) {
   EXPECT_EQ(watch.boxes()[0].text.rfind("[Recorder-10004]\nInternal error loading a resource file.\n\n", 0), 0u);
 }
 
-TEST(SevereException, OtherCodesAreToldWhileAResourceFileIsBeingLoaded) {
+TEST(SevereException, OtherCodesAreReportedWhileAResourceFileIsBeingLoaded) {
   RecordingApplication application;
   BoxWatch watch;
   kivara::loadingResourceFile = true;

@@ -24,7 +24,7 @@ struct Row {
 std::ostream & operator<<(std::ostream & out, Row const & row) { return out << row.code << ", " << row.arg; }
 
 class SevereExceptionText : public testing::TestWithParam<Row> {};
-TEST_P(SevereExceptionText, TellsNameCodeAndArgument) {
+TEST_P(SevereExceptionText, GivesNameCodeAndArgument) {
   std::string const text = severeExceptionText("Tool", GetParam().code, GetParam().arg).c_str();
   EXPECT_EQ(text, std::string("[Tool") + GetParam().message + kTail);
 }
@@ -78,13 +78,13 @@ TEST(SevereExceptionText, AFileNameThatCannotBeReadIsEmpty) {
               "[Tool-10004]\nInternal error loading a resource file.\nResource file name: " + std::string(kTail));
 }
 
-TEST(SevereExceptionText, AnEmptyFileNameIsToldToo) {
+TEST(SevereExceptionText, AnEmptyFileNameIsGivenToo) {
   LowText const name(std::string(1, '\0'));
   EXPECT_EQ(fileText(name.address()),
             "[Tool-10004]\nInternal error loading a resource file.\nResource file name: " + std::string(kTail));
 }
 
-TEST(SevereExceptionText, AFileNameIsToldToItsFirst1023Bytes) {
+TEST(SevereExceptionText, AFileNameIsGivenToItsFirst1023Bytes) {
   LowText const name(std::string(2000, 'n'));
   EXPECT_NE(fileText(name.address()).find(": " + std::string(1023, 'n') + "\n\nThis is"), std::string::npos);
 }

@@ -100,7 +100,7 @@ TEST(LanguageListFile, ReadASecondTimeHasNoEffect) {
   EXPECT_EQ(facts.at("current"), "1036");
 }
 
-TEST(LanguageDebugLines, TellEachLanguageAndTheChange) {
+TEST(LanguageDebugLines, NameEachLanguageAndTheChange) {
   LanguageFolder folder;
   folder.write("lang.ini", "2057\n1031\n");
   Texts const texts = folder.debugTexts("");
@@ -109,7 +109,7 @@ TEST(LanguageDebugLines, TellEachLanguageAndTheChange) {
   EXPECT_TRUE(tells(texts, "[locale] Changing default language to 2057: English / United Kingdom\n"));
 }
 
-TEST(LanguageDebugLines, NoneTellsOfAChangeWhenTheFirstIsGerman) {
+TEST(LanguageDebugLines, NoneReportsAChangeWhenTheFirstIsGerman) {
   LanguageFolder folder;
   folder.write("lang.ini", "1031\n2057\n");
   EXPECT_FALSE(anyHolds(folder.debugTexts(""), "Changing default language"));
@@ -164,7 +164,7 @@ TEST_F(Packs, OfALanguageThatIsNotListedComeFromTheProgramFolder) {
   EXPECT_EQ(facts.at("chain"), ".\\texts72.dll");
 }
 
-TEST_F(Packs, TellEachLoadOnTheDebugOutput) {
+TEST_F(Packs, ReportEachLoadOnTheDebugOutput) {
   folder.addPack(kGerman, "spare72.dll");
   Texts const texts = folder.debugTexts("create texts 1|create spare 0");
   EXPECT_TRUE(tells(texts, "[locale] Loading resource DLL language\\2057\\texts72.dll\n"));
@@ -172,7 +172,7 @@ TEST_F(Packs, TellEachLoadOnTheDebugOutput) {
   EXPECT_TRUE(tells(texts, "[locale] Error! Loading fallback resource DLL spare72.dll\n"));
 }
 
-TEST_F(Packs, AreToldOfInTheOrderOfTheSteps) {
+TEST_F(Packs, AreReportedInTheOrderOfTheSteps) {
   folder.addPack(kGerman, "spare72.dll");
   Texts lines;
   for (std::string const & text :
@@ -209,13 +209,13 @@ TEST_F(Packs, ThatAreNowhereGiveABoxAndAFlagAndNoMore) {
   EXPECT_EQ(run.fact("chain"), "none");
 }
 
-TEST_F(Packs, ThatAreNowhereAreToldByTheNumberOfALanguageWithoutAName) {
+TEST_F(Packs, ThatAreNowhereAreReportedByTheNumberOfALanguageWithoutAName) {
   ProductRun run(folder.start("create none 1", "-lang9999"));
   EXPECT_TRUE(holds(run.answerBox().texts.at(0), "for the selected language '9999'.\n"));
   EXPECT_EQ(run.fact("create"), "0");
 }
 
-TEST_F(Packs, ThatAreNowhereAreToldOnTheDebugOutput) {
+TEST_F(Packs, ThatAreNowhereAreReportedOnTheDebugOutput) {
   EXPECT_TRUE(tells(folder.debugTexts("create none 1", "-no_dialogs"),
                     "[locale] Failed to load the resource file 'none72.dll' for the selected language 'English'.\n"
                     "         Please change your language selection."));
@@ -266,7 +266,7 @@ TEST_F(Packs, AreMadeActiveAsTheFirstOfTheChainAndNotBecauseNoneIs) {
   EXPECT_EQ(folder.facts("create texts 1|delete|create common 0|chain").at("chain"), "language\\common72.dll");
 }
 
-TEST_F(Packs, AreLoadedUnderTheFlagThatTheirFailureIsToldHere) {
+TEST_F(Packs, AreLoadedUnderTheFlagThatTheirFailureIsReportedHere) {
   folder.addPack(kGerman, "spare72.dll");
   for (std::string const steps : {"create texts 1", "create spare 0", "create none 1", "create texts 1|set 1031"})
     EXPECT_EQ(folder.facts(steps + "|flag", "-no_dialogs").at("flag"), "set in each load") << steps;
@@ -420,7 +420,7 @@ TEST_F(Packs, LaterOnesFillTheGapsOfEarlierOnesWithoutAWord) {
   EXPECT_EQ(result.exitCode, 5u);
 }
 
-TEST_F(Packs, BehindSeveralGapsAreReachedOneAfterTheOther) {
+TEST_F(Packs, AfterSeveralGapsAreReachedOneAfterTheOther) {
   folder.addPack("testres\\first72.dll", "language\\gaps72.dll");
   folder.addPack("testres\\first72.dll", "language\\moregaps72.dll");
   auto const facts = folder.facts("create gaps 0|create moregaps 0|create texts 1|text 0x2002923|chain");

@@ -100,13 +100,13 @@ TEST_F(KIVTEST_SUITE, BeginTheWeekWithMonday) {
   EXPECT_STREQ(Locale::Kiv_GetAbbreviatedDayName1().c_str(), text);
 }
 
-TEST_F(KIVTEST_SUITE, TellNoMonth13WhereAYearHas12) {
+TEST_F(KIVTEST_SUITE, HaveNoMonth13WhereAYearHas12) {
   EXPECT_EQ(Locale::Kiv_GetMonthName13().Len(), 0);
   EXPECT_EQ(Locale::Kiv_GetAbbreviatedMonthName13().Len(), 0);
   EXPECT_GT(Locale::Kiv_GetMonthName12().Len(), 0);
 }
 
-TEST_F(KIVTEST_SUITE, TellTheCurrencySymbolAsDateSeparator) {
+TEST_F(KIVTEST_SUITE, GiveTheCurrencySymbolAsDateSeparator) {
   std::string const symbol = whole(LOCALE_SCURRENCY);
   std::string const separator = told(Locale::Kiv_GetDateSeparator());
   EXPECT_NE(separator, whole(LOCALE_SDATE));
@@ -116,7 +116,7 @@ TEST_F(KIVTEST_SUITE, TellTheCurrencySymbolAsDateSeparator) {
     EXPECT_TRUE(symbol.starts_with(separator)) << separator;
 }
 
-TEST_F(KIVTEST_SUITE, TellASortNameOnlyWhereItHasAtMost3Characters) {
+TEST_F(KIVTEST_SUITE, GiveASortNameOnlyWhereItHasAtMost3Characters) {
   std::string const name = whole(LOCALE_SSORTNAME);
   EXPECT_EQ(told(Locale::Kiv_GetSortName()), leftIn(4, LOCALE_SSORTNAME));
   EXPECT_EQ(told(Locale::Kiv_GetSortName()) == name, name.size() <= 3);

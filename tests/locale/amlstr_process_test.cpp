@@ -107,7 +107,7 @@ TEST(Words, AreThereWhateverTheOptionOfTheLanguageSays) {
     EXPECT_EQ(WordFolder().facts("get 1 2057", option).at("get"), "abc") << option;
 }
 
-TEST(Words, WithoutAPlaceForTheLengthAndWithoutATextAreLookedUpAllTheSame) {
+TEST(Words, WithoutAPlaceForTheLengthAndWithoutATextAreStillLookedUp) {
   auto const facts = WordFolder().facts("nulls 1 abc");
   EXPECT_EQ(facts.at("nulls"), "1111, 0, 000");
   EXPECT_EQ(WordFolder().facts("nulls 1 xab").at("nulls"), "0000, 1, 000");

@@ -103,7 +103,7 @@ TEST_F(PackOfThePage, IsInEffectOnceItIsLaidOut) {
   EXPECT_EQ(facts.at("starts"), "1, 8") << "in whatever language the program runs";
 }
 
-TEST_F(PackOfThePage, IsTheLanguageOfAProgramThatIsToldSo) {
+TEST_F(PackOfThePage, IsTheLanguageOfAProgramByAnOption) {
   packWords();
   layOut();
   EXPECT_EQ(folder.facts("create kivara 1|chain", "-langfr").at("chain"), "language\\1036\\kivara72.dll");

@@ -55,14 +55,14 @@ void expectOwnVersion(fs::path const & file) {
 
 } // namespace
 
-TEST(InstalledBinaries, EveryDllTellsItsVersionAndName) {
+TEST(InstalledBinaries, EveryDllHasItsVersionAndName) {
   auto const dlls = binaries(".dll");
   EXPECT_GE(dlls.size(), 5u);
   for (auto const & dll : dlls)
     expectOwnVersion(dll);
 }
 
-TEST(InstalledBinaries, EveryProgramTellsItsVersionAndName) {
+TEST(InstalledBinaries, EveryProgramHasItsVersionAndName) {
   auto const programs = binaries(".exe");
   EXPECT_GE(programs.size(), 2u);
   for (auto const & program : programs)

@@ -49,7 +49,7 @@ TEST(MinimalProgram, EndsByItselfWhenAskedTo) {
   EXPECT_EQ(child.waitForEnd(), 0u);
 }
 
-TEST(MinimalProgram, SpeaksTheLanguageItIsToldTo) {
+TEST(MinimalProgram, SpeaksTheLanguageOfTheOption) {
   support::ChildProcess const child(minimal("-langde"));
   EXPECT_TRUE(support::waitForWindow({.processId = child.processId(), .title = "Das k\xFCrzeste Programm"}));
 }

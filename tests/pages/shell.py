@@ -46,7 +46,7 @@ PLACE = re.compile(r"`([\w./-]+)`(?:, (at the end|in place of `(.+)`|after `(.+)
 # What differs from run to run.
 VARIES = [re.compile(pattern) for pattern in (
     r"\d{4}[.-]\d\d[.-]\d\d,? \d\d:\d\d:\d\d",  # 2026.11.22, 08:30:15
-    r"\d\d[.]\d\d[.]\d{4}, \d\d:\d\d[.:]\d\d",  # 22.11.2026, 08:30.15
+    r"\d\d[.]\d\d[.]\d{4}, \d{1,2}:\d\d[.:]\d\d",  # 22.11.2026, 8:30.15
     r"\b\d+[.]\d\d[.]\d\d[.]\d{4}\b",  # the version of the library
     r"\b\d{17}\b",  # the moment in the name of a minidump
     r"\+0x[0-9A-F]+",
@@ -96,8 +96,8 @@ def entry_for(table, page, block):
 def same(expected, printed):
     """Whether the output is as the page shows it."""
     def plain(text):
-        for varies in VARIES:
-            text = varies.sub("#", text)
+        for number, varies in enumerate(VARIES):
+            text = varies.sub(f"#{number}", text)
         return "\n".join(line.rstrip() for line in text.strip().splitlines())
 
     pattern = re.escape(plain(expected)).replace(r"\.\.\.", ".*")

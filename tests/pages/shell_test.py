@@ -86,6 +86,8 @@ class ShellBlocks(unittest.TestCase):
         self.assertFalse(same("a.cpp:7 in ... at +0x16\n", "a.cpp:8 in /tmp/x at +0x16\n"))
         self.assertTrue(same("version: 7.20.00.5050\n", "version: 7.30.01.5100\n"))
         self.assertTrue(same("2026.11.22, 08:30:15: 3 ms, thread 4\n", "2027.01.01, 09:31:16: 12 ms, thread 88\n"))
+        self.assertTrue(same("time: 22.11.2026, 6:30.15\n", "time: 01.01.2027, 16:31.16\n"))
+        self.assertFalse(same("time: 2026.11.22, 06:30:15\n", "time: 22.11.2026, 6:30.15\n"))
 
     def FilesAreWrittenWhereThePageSays(self):
         self.assertEqual(changed("a\n", "b\n", None, None, None), "b\n")

@@ -96,7 +96,7 @@ TEST(ExtensionManager, ANulInAPathCountsForTheLengthAndEndsTheComparison) {
   EXPECT_EQ(same, String("model.K\0b", 9));
 }
 
-TEST(ExtensionManager, ADotBehindANulIsTheLastOne) {
+TEST(ExtensionManager, ADotAfterANulIsTheLastOne) {
   KivExtensionManager const manager("xml");
   EXPECT_EQ(manager.getPath(String("a\0b.xml", 7)), String("a\0b", 3));
 }

@@ -18,7 +18,7 @@ TEST(FarCallSample, CallsTheServicesOfAModuleThatItIsNotLinkedWith) {
   EXPECT_EQ(ask("text.words one textservices.dll").exitCode, 0u);
 }
 
-TEST(FarCallSample, TellsOfAServiceThatNobodyOffers) {
+TEST(FarCallSample, NamesAServiceThatIsNotOffered) {
   support::ProgramResult const unknown = ask("text.lower one textservices.dll");
   EXPECT_EQ(unknown.exitCode, 1u);
   EXPECT_EQ(unknown.output, "");
@@ -26,13 +26,13 @@ TEST(FarCallSample, TellsOfAServiceThatNobodyOffers) {
   EXPECT_EQ(ask("text.words one").errors, "ask: no module offers text.words\r\n");
 }
 
-TEST(FarCallSample, TellsOfAModuleThatCannotBeLoaded) {
+TEST(FarCallSample, NamesAModuleThatCannotBeLoaded) {
   support::ProgramResult const missing = ask("text.words one missing.dll");
   EXPECT_EQ(missing.exitCode, 1u);
   EXPECT_EQ(missing.errors, "ask: cannot load missing.dll\r\n");
 }
 
-TEST(FarCallSample, TellsHowItIsUsed) {
+TEST(FarCallSample, SaysHowItIsUsed) {
   support::ProgramResult const wrong = ask("text.words");
   EXPECT_EQ(wrong.exitCode, 2u);
   EXPECT_EQ(wrong.errors, "usage: ask SERVICE TEXT MODULE...\r\n");

@@ -35,7 +35,7 @@ Uuid uuidOf(std::string const & name) {
 /// Says that all of a UUID but its version and its variant is random.
 constexpr unsigned kRandomVersion = 4;
 
-TEST(TemporaryName, Has122BitsThatNobodyCanGuess) {
+TEST(TemporaryName, Has122BitsThatCannotBeGuessed) {
   Uuid ones;
   Uuid zeros;
   for (int i = 0; i < 200; ++i) {

@@ -361,7 +361,7 @@ static_assert(!std::is_copy_constructible_v<KivMemBuf> && !std::is_copy_assignab
 static_assert(!std::is_polymorphic_v<KivMemCache> && sizeof(KivMemCache) == sizeof(ISequence<void *>));
 
 // Modules that are built at other times read the fields.
-TEST(MemBuf, HoldsTheBlockAndThenItsSizeBehindTheTableOfVirtuals) {
+TEST(MemBuf, HoldsTheBlockAndThenItsSizeAfterTheTableOfVirtuals) {
   KivMemBuf buffer;
   auto const * const start = reinterpret_cast<char const *>(&buffer);
   EXPECT_EQ(reinterpret_cast<char const *>(&buffer.data) - start, 8);

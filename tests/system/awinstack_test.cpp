@@ -62,7 +62,7 @@ protected:
   Changes changes;
 };
 
-TEST_F(WindowStack, APushTellsOfTheDepthAndTheTitle) {
+TEST_F(WindowStack, APushReportsTheDepthAndTheTitle) {
   TitledWindow a("first");
   TitledWindow b("second");
   Kiv_PushParentWindow(&a);
@@ -70,7 +70,7 @@ TEST_F(WindowStack, APushTellsOfTheDepthAndTheTitle) {
   EXPECT_EQ(changes.lines, (Lines{"+1 first", "+2 second"}));
 }
 
-TEST_F(WindowStack, APopTellsOfTheDepthAndTheTitleAndGivesTheWindow) {
+TEST_F(WindowStack, APopReportsTheDepthAndTheTitleAndGivesTheWindow) {
   TitledWindow a("first");
   TitledWindow b("second");
   Kiv_PushParentWindow(&a);
@@ -92,7 +92,7 @@ TEST_F(WindowStack, AWindowLeavesFromWhereverItLies) {
   EXPECT_EQ(Kiv_GetTopWindow(0), &b);
 }
 
-TEST_F(WindowStack, AWindowPushedTwiceStandsOnceAndTellsOnce) {
+TEST_F(WindowStack, AWindowPushedTwiceStandsOnceAndIsReportedOnce) {
   TitledWindow a("first");
   TitledWindow b("second");
   a.Show();
@@ -109,7 +109,7 @@ TEST_F(WindowStack, AWindowPushedTwiceStandsOnceAndTellsOnce) {
   EXPECT_EQ(Kiv_PopParentWindow(&a), nullptr);
 }
 
-TEST_F(WindowStack, PoppingAWindowThatIsNotOnItGivesNullAndTellsNothing) {
+TEST_F(WindowStack, PoppingAWindowThatIsNotOnItGivesNullAndReportsNothing) {
   TitledWindow a("first");
   EXPECT_EQ(Kiv_PopParentWindow(&a), nullptr);
   EXPECT_EQ(changes.lines, Lines());
@@ -304,7 +304,7 @@ TEST_F(WindowStack, AWindowIsReportedWhenLessThan480BytesOfItCanBeRead) {
 }
 
 // The report does not keep a window from being found: its address may only look like the fill of freed memory.
-TEST_F(WindowStack, AWindowThatIsReportedIsTakenAllTheSameWhenItIsVisible) {
+TEST_F(WindowStack, AWindowThatIsReportedIsStillTakenWhenItIsVisible) {
   PlacedWindow placed(0x4CDCD0000);
   ASSERT_TRUE(placed.get());
   placed.get()->Show();

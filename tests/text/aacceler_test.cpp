@@ -153,7 +153,7 @@ TEST(AcceleratorTable, LeavesOtherOwnersOfATextTheirs) {
   EXPECT_STREQ(original.c_str(), "File");
 }
 
-TEST(AcceleratorTable, SeesCharactersBehindANul) {
+TEST(AcceleratorTable, SeesCharactersAfterANul) {
   KivAcceleratorTable table;
   EXPECT_TRUE(table.AddAcceleratedString(String("a\0~b", 4)));
   EXPECT_TRUE(table.IsInUse('b'));

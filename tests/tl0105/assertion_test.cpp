@@ -81,7 +81,7 @@ TEST_F(Assertion, NullMessageIsLeftOut) {
   EXPECT_EQ(written(), "[assertion] file.cpp (7): pData->nLen > 0\n");
 }
 
-TEST_F(Assertion, NullExpressionAndFileAreToldAsUnknown) {
+TEST_F(Assertion, NullExpressionAndFileAreReportedAsUnknown) {
   SV::SV_CheckAssert(false, nullptr, nullptr, nullptr, 0);
   EXPECT_EQ(written(), "[assertion] ? (0): ?\n");
 }
@@ -104,7 +104,7 @@ TEST_F(Assertion, LineBreaksInTheTextsStayOnTheOneLine) {
   EXPECT_EQ(written(), "[assertion] file.cpp (3): a == b: two  lines\n");
 }
 
-TEST_F(Assertion, TheMacroTellsExpressionAndPlace) {
+TEST_F(Assertion, TheMacroReportsExpressionAndPlace) {
   SV_CHECK(1 > 2, "1 > 2");
   unsigned const line = __LINE__ - 1;
   EXPECT_NE(written().find("assertion_test.cpp (" + std::to_string(line) + "): 1 > 2\n"), std::string::npos);

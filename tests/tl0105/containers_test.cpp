@@ -60,7 +60,7 @@ TEST(KeySortedSet, KeepsUniqueKeysInByteOrder) {
   EXPECT_TRUE(set.empty());
 }
 
-TEST(KeySortedSet, KeysThatDifferBehindANulAreOneKey) {
+TEST(KeySortedSet, KeysThatDifferAfterANulAreOneKey) {
   IKeySortedSet<String, String> set;
   set.insert({String("a\0b", 3), "1"});
   EXPECT_FALSE(set.insert({String("a\0c", 3), "2"}).second);

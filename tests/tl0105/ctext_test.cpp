@@ -32,7 +32,7 @@ TEST(CText, LengthOfNullIs0) {
   EXPECT_EQ(h_strlen(static_cast<wchar_t const *>(nullptr)), 0);
 }
 
-TEST(CText, LengthIsCountedAtEachAlignmentAndNothingBehindTheNulIsRead) {
+TEST(CText, LengthIsCountedAtEachAlignmentAndNothingAfterTheNulIsRead) {
   support::GuardPages const guard;
   for (std::size_t before = 0; before < 16; ++before)
     for (std::size_t length = 0; length <= 200; ++length) {
@@ -115,7 +115,7 @@ TEST(CText, CaseChangesInPlaceForTheLengthGiven) {
   EXPECT_STREQ(text, "ABC-DEF");
 }
 
-TEST(CText, CaseChangesReachBehindANul) {
+TEST(CText, CaseChangesReachAfterANul) {
   char text[] = "AB\0CD";
   h_strlwr(text, 5);
   EXPECT_EQ(std::string(text, 5), std::string("ab\0cd", 5));
@@ -153,7 +153,7 @@ TEST(CText, BytesAbove127FollowTheRuntimesLocale) {
   std::setlocale(LC_CTYPE, "C");
 }
 
-TEST(CText, NumbersStandAtTheStartBehindWhiteSpace) {
+TEST(CText, NumbersStandAtTheStartAfterWhiteSpace) {
   struct Row {
     char const * text;
     long number;

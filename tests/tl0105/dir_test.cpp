@@ -180,7 +180,7 @@ TEST_F(DirTest, AnEmptyListThatWasReadHasNoError) {
   EXPECT_EQ(Dir(entry("."), SV::FSYS_KIND_DIR).GetError() + Dir(entry("."), 0).GetError(), SV::FSYS_ERR_OK);
 }
 
-TEST_F(DirTest, AFolderThatCannotBeReadIsToldByTheSystemsCode) {
+TEST_F(DirTest, AFolderThatCannotBeReadIsReportedByTheSystemsCode) {
   write("file.txt");
   EXPECT_EQ(Dir(entry("nowhere"), kAll).GetError(), DWORD{ERROR_PATH_NOT_FOUND});
   EXPECT_EQ(Dir(entry("nowhere\\*.txt"), kAll).GetError(), DWORD{ERROR_PATH_NOT_FOUND});
@@ -196,7 +196,7 @@ TEST_F(DirTest, AFolderThatCannotBeReadIsToldByTheSystemsCode) {
   EXPECT_EQ(Dir(entry("folder"), kAll).GetError(), SV::FSYS_ERR_OK);
 }
 
-TEST_F(DirTest, AListThatBreaksOffHoldsWhatCameBeforeAndTellsTheError) {
+TEST_F(DirTest, AListThatBreaksOffHoldsWhatCameBeforeAndReportsTheError) {
   for (char const * name : {"a", "b", "c", "d"})
     write(name);
   support::replaceImports(GetModuleHandleA("TL0105.dll"), "KERNEL32.dll",

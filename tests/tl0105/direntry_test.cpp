@@ -244,7 +244,7 @@ TEST_F(DirEntryTest, PartsOfEveryOddPathFitTogether) {
   }
 }
 
-TEST_F(DirEntryTest, ExistsTellsOfFilesAndFolders) {
+TEST_F(DirEntryTest, ExistsKnowsFilesAndFolders) {
   write("file.txt");
   CreateDirectoryA("folder", nullptr);
   EXPECT_TRUE(entry("file.txt").Exists());

@@ -161,7 +161,7 @@ TEST(International, SwitchesOfACopyAreItsOwn) {
   EXPECT_EQ(text(original.GetOKButtonText()), "OK");
 }
 
-TEST(International, HundredthsFollowTheSecondsBehindTheDecimalSign) {
+TEST(International, HundredthsFollowTheSecondsAfterTheDecimalSign) {
   EXPECT_EQ(text(International(0, kGerman).GetTime(Time(15, 4, 5, 7), true, true)), "15:04:05,07");
   EXPECT_EQ(text(International(0, kGerman).GetTime(Time(15, 4, 5, 7), true, false)), "15:04:05");
   EXPECT_EQ(text(International(0, kBritish).GetTime(Time(15, 4, 5, 67), true, true)), "15:04:05.67");

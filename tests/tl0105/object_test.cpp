@@ -45,7 +45,7 @@ TEST(KivObjectTest, IsDeletedThroughEitherRoot) {
   EXPECT_EQ(destroyed, 2);
 }
 
-TEST(KivObjectTest, IsFoundBehindALinkByItsType) {
+TEST(KivObjectTest, IsFoundThroughALinkByItsType) {
   Derived derived;
   Other other;
   LinkHdl * link = &derived;

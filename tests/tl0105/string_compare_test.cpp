@@ -81,7 +81,7 @@ TEST(StringCompare, ADifferenceAtAnyPlaceIsSeen) {
   });
 }
 
-TEST(StringCompare, SameLooksBehindANul) {
+TEST(StringCompare, SameComparesPastANul) {
   forAllPlacements(0, [](char * a, char * b, std::size_t length) {
     for (std::size_t place = 0; place < length; ++place) {
       a[place] = b[place] = '\0';
@@ -153,7 +153,7 @@ TEST(StringCompare, TheOperatorsAgreeWithTheRuntimeForEachLengthAndPlace) {
   }
 }
 
-TEST(StringCompare, ACTextIsReadToItsNulAndNotBehindIt) {
+TEST(StringCompare, ACTextIsReadToItsNulAndNotPastIt) {
   forAllPlacements(1, [](char * a, char * b, std::size_t length) {
     a[length] = b[length] = '\0';
     String const text(a, static_cast<std::int32_t>(length));

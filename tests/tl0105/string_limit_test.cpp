@@ -116,7 +116,7 @@ TEST(StringLimit, SubstringsReachTheEnd) {
 }
 
 // In code page 1252 the euro sign is 0x80, and in UTF-8 it has three bytes: of those texts, STRING_MAXLEN holds a third.
-TEST(StringLimit, TheUtf8FormStopsBehindTheLastCharacterThatFits) {
+TEST(StringLimit, TheUtf8FormStopsAfterTheLastCharacterThatFits) {
   if (GetACP() != 1252)
     GTEST_SKIP() << "the texts are those of code page 1252";
   constexpr std::int32_t kFit = STRING_MAXLEN / 3;

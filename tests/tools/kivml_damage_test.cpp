@@ -23,7 +23,7 @@ bool areSame(kivml::Texts const & a, kivml::Texts const & b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](auto const & x, auto const & y) { return x == y; });
 }
 
-TEST(KivmlDamage, OfAListIsToldOrTheTextsComeBack) {
+TEST(KivmlDamage, OfAListIsReportedOrTheTextsComeBack) {
   support::GuardPages const guard;
   support::Random random(21);
   std::size_t sound = 0;
@@ -43,7 +43,7 @@ TEST(KivmlDamage, OfAListIsToldOrTheTextsComeBack) {
   EXPECT_LT(sound, support::times(kTexts));
 }
 
-TEST(KivmlDamage, OfAPackedFileIsToldOrItIsTheSameFile) {
+TEST(KivmlDamage, OfAPackedFileIsReportedOrItIsTheSameFile) {
   support::GuardPages const guard;
   support::Random random(22);
   std::string const whole = packedTexts({{1, "one"}, {1000, "a second text"}, {65535, "last"}});

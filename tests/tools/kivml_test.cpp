@@ -43,7 +43,7 @@ TEST(Kivml, TakesUtf8WithAndWithoutAMarkIntoTheCodePage) {
   EXPECT_EQ(packer.read("kivml.dll"), packedTexts({{1, "Aktivit\xE4t \x80"}}));
 }
 
-TEST(Kivml, TakesAnotherCodePageWhenTold) {
+TEST(Kivml, TakesAnotherCodePageByAnOption) {
   Packer const packer;
   packer.write("list.txt", "1 \xD0\x96\n");
   EXPECT_EQ(packer.run("pack list.txt kivml.dll --codepage 1251").exitCode, 0u);
@@ -132,7 +132,7 @@ TEST(Kivml, LeavesAccentsThatTheCodePageHas) {
   EXPECT_EQ(packer.read("kivml.dll"), packedTexts({{1, "e\xCC"}}));
 }
 
-TEST(Kivml, TellsAllFaultsInTheOrderOfTheLines) {
+TEST(Kivml, ReportsAllFaultsInTheOrderOfTheLines) {
   Packer const packer;
   packer.write("list.txt", "1 a\n1 b\nx\n");
   EXPECT_EQ(packer.run("pack list.txt kivml.dll").errors,
@@ -149,7 +149,7 @@ std::string with(std::size_t position, char byte) {
 }
 
 class KivmlPacked : public testing::TestWithParam<BadList> {};
-TEST_P(KivmlPacked, ThatIsFaultyIsToldWithFileRecordAndReason) {
+TEST_P(KivmlPacked, ThatIsFaultyIsReportedWithFileRecordAndReason) {
   Packer const packer;
   packer.write("kivml.dll", GetParam().content);
   for (std::string const arguments : {"check kivml.dll", "unpack kivml.dll out.txt"}) {

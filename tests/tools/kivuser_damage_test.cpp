@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kFiles = 2'000;
 
-TEST(KivuserDamage, IsToldOrTheAccountIsThatOfTheLibrary) {
+TEST(KivuserDamage, IsReportedOrTheAccountIsThatOfTheLibrary) {
   support::GuardPages const guard;
   support::Random random(28);
   support::TempFolder const folder;

@@ -52,7 +52,7 @@ TEST_F(Kivuser, ReplacesAFormerFile) {
   EXPECT_EQ(account(), "scott/tiger");
 }
 
-TEST_F(Kivuser, WritesTheFirstLineWhenTold) {
+TEST_F(Kivuser, WritesTheFirstLineByAnOption) {
   EXPECT_EQ(run("write adbuser.txt scott --first \"a remark\"", "tiger").exitCode, 0u);
   EXPECT_EQ(content(), encrypted("a remark\nscott\ntiger"));
 }
@@ -160,7 +160,7 @@ struct Fault {
 void PrintTo(Fault const & fault, std::ostream * out) { *out << fault.why; }
 
 class KivuserFault : public Kivuser, public testing::WithParamInterface<Fault> {};
-TEST_P(KivuserFault, IsToldWithTheFile) {
+TEST_P(KivuserFault, IsReportedWithTheFile) {
   support::writeFile(path(), GetParam().bytes);
   auto const result = run("check adbuser.txt");
   EXPECT_EQ(result.exitCode, 1u);
@@ -187,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"four lines", encrypted("\nscott\ntiger\n"), lines(4)},
         Fault{"no name", encrypted("\n\ntiger"), "the name of the user is empty"}));
 
-TEST_F(Kivuser, TellsOfAnIncompleteBlockThoughTheLibraryReadsIt) {
+TEST_F(Kivuser, ReportsAnIncompleteBlockThoughTheLibraryReadsIt) {
   support::writeFile(path(), kGood + "00");
   auto const result = run("check adbuser.txt");
   EXPECT_EQ(result.exitCode, 1u);

@@ -61,7 +61,7 @@ TEST(ProcessGuard, AProcessThatTakesTooLongEndsWithTheStackOfItsMainThread) {
   EXPECT_TRUE(holds(child.output, "begun")) << child.output;
 }
 
-TEST(ProcessGuard, ABoxThatNobodyPressesIsTold) {
+TEST(ProcessGuard, ABoxThatIsNotAnsweredIsReported) {
   _putenv("KIVARA_TEST_TIMEOUT=3");
   auto const child = misbehave("box");
   EXPECT_EQ(child.exitCode, ProcessGuard::kTimedOut);

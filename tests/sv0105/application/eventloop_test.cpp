@@ -99,7 +99,7 @@ TEST_F(SystemChanges, AreTheirNumbers) {
   EXPECT_EQ(SV::SYSCHANGE_LOCALE, 6);
 }
 
-TEST_F(SystemChanges, AreToldOncePerChangeThoughSeveralWindowsHearOfThem) {
+TEST_F(SystemChanges, AreReportedOncePerChangeThoughSeveralWindowsHearOfThem) {
   SV::Window first(nullptr, SV::WB_TITLE);
   SV::Window second(nullptr, SV::WB_TITLE);
   SV::MDIFrame frame("Frame");
@@ -127,7 +127,7 @@ TEST_F(SystemChanges, AreHeardWithoutAnyWindowOfTheProgram) {
   EXPECT_EQ(application.changes, std::vector{SV::SYSCHANGE_COLORS});
 }
 
-TEST_F(SystemChanges, TellWhenTheProgramComesToTheFrontAndLeavesIt) {
+TEST_F(SystemChanges, ReportWhenTheProgramComesToTheFrontAndLeavesIt) {
   SV::Window window(nullptr, SV::WB_TITLE);
   broadcast(WM_ACTIVATEAPP, TRUE, nullptr);
   EXPECT_EQ(application.activations, 1);

@@ -130,7 +130,7 @@ TEST_F(HelpKeys, StartTheTopicOfTheWindowOrOfTheNextOneAroundItThatHasOne) {
   EXPECT_EQ(topicOf(inner), 12u);
 }
 
-TEST_F(HelpKeys, AreToldAsTheyWereBefore) {
+TEST_F(HelpKeys, AreReportedAsTheyWereBefore) {
   EXPECT_EQ(Application::EnableHelp(3), 0);
   EXPECT_EQ(Application::EnableHelp(0), 3);
 }

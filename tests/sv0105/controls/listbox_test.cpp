@@ -48,7 +48,7 @@ TEST_P(ListBox, TakesAVeryLongEntry) {
   EXPECT_EQ(textOf(list.GetEntry(0)), text);
 }
 
-TEST_P(ListBox, TellsWhatTheUserSelectsAndNotWhatTheProgramDoes) {
+TEST_P(ListBox, ReportsWhatTheUserSelectsAndNotWhatTheProgramDoes) {
   for (char const * text : {"a", "b", "c"})
     list.InsertEntry(text);
   std::vector<long> selected;

@@ -268,7 +268,7 @@ TEST_F(FrameMenuTest, IsDrawnAnewWhenAChangeIsDone) {
   bar.SetPopupMenu(2, nullptr);
 }
 
-TEST_F(FrameMenuTest, TellsTheMenuThatTheItemIsIn) {
+TEST_F(FrameMenuTest, NamesTheMenuThatTheItemIsIn) {
   bar.ChangeSelectHdl(recordAs("bar"));
   file.ChangeSelectHdl(recordAs("file"));
   more.ChangeSelectHdl(recordAs("more"));
@@ -277,7 +277,7 @@ TEST_F(FrameMenuTest, TellsTheMenuThatTheItemIsIn) {
   EXPECT_EQ(chosen, (std::vector<std::string>{"file10", "more20", "bar2"}));
 }
 
-TEST_F(FrameMenuTest, TellsTheNextMenuAboveThatHasAHandler) {
+TEST_F(FrameMenuTest, ReportsToTheNextMenuAboveThatHasAHandler) {
   bar.ChangeSelectHdl(recordAs("bar"));
   choose(20);
   EXPECT_EQ(chosen, std::vector<std::string>{"bar20"});
@@ -286,7 +286,7 @@ TEST_F(FrameMenuTest, TellsTheNextMenuAboveThatHasAHandler) {
   EXPECT_EQ(chosen.back(), "file20");
 }
 
-TEST_F(FrameMenuTest, TellsNobodyOfItemsThatOnlyOpenAMenuOrThatAreNotThere) {
+TEST_F(FrameMenuTest, ReportsNoItemThatOnlyOpensAMenuOrIsNotThere) {
   bar.ChangeSelectHdl(recordAs("bar"));
   for (unsigned short id : {0, 1, 11, 99})
     choose(id);

@@ -69,7 +69,7 @@ protected:
   }
 };
 
-TEST_F(MetricField, ShowsItsValueWithTheUnitBehindIt) {
+TEST_F(MetricField, ShowsItsValueFollowedByTheUnit) {
   DayDialog dialog;
   EXPECT_STREQ(dialog.day.GetText().c_str(), "1.");
   dialog.day.SetValue(17);
@@ -205,7 +205,7 @@ TEST_F(MetricField, CountsATextThatIsDeletedAsTheNumberThatWasTypedBefore) {
   EXPECT_EQ(dialog.day.GetValue(), 24);
 }
 
-TEST_F(MetricField, TellsThatItHasLostTheKeyboardWithItsTextCorrected) {
+TEST_F(MetricField, ReportsThatItHasLostTheKeyboardWithItsTextCorrected) {
   DayDialog dialog;
   std::string text;
   dialog.day.ChangeLoseFocusHdl([&](SV::Control * field) { text = textOf(field->GetText()); });

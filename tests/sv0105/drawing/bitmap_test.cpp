@@ -121,7 +121,7 @@ HBITMAP WINAPI refuseForLackOfMemory(HDC, BITMAPINFO const *, UINT, void **, HAN
   return nullptr;
 }
 
-TEST_F(BitmapTest, ThatTheSystemRefusesTellsItsErrorAndNoOlderOne) {
+TEST_F(BitmapTest, ThatTheSystemRefusesReportsItsErrorAndNoOlderOne) {
   struct {
     void * function;
     DWORD error;

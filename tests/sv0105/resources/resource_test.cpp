@@ -177,7 +177,7 @@ void play(char const * function, void * replacement) {
 void * WINAPI refuseMemory(void *, SIZE_T, DWORD, DWORD) { return nullptr; }
 SIZE_T WINAPI refuseToTell(void const *, MEMORY_BASIC_INFORMATION *, SIZE_T) { return 0; }
 
-TEST_F(ResourceFile, ThatIsMissingIsToldWithoutItsNameWhenNoMemoryIsLeftBelow4GiB) {
+TEST_F(ResourceFile, ThatIsMissingIsReportedWithoutItsNameWhenNoMemoryIsLeftBelow4GiB) {
   play("VirtualAlloc", reinterpret_cast<void *>(refuseMemory));
   EXPECT_FALSE(ResMgr("missing72.dll").IsLoaded());
   play("VirtualQuery", reinterpret_cast<void *>(refuseToTell));
@@ -203,7 +203,7 @@ TEST_F(ResourceFile, IsFoundBesideAProgramWithALongPath) {
   EXPECT_GE(longestAsked, 600u);
 }
 
-TEST_F(ResourceFile, ThatIsMissingTellsItsNameForEveryLength) {
+TEST_F(ResourceFile, ThatIsMissingReportsItsNameForEveryLength) {
   for (int length : {0, 1, 4095, 65535, 65536, 1000000, 3}) {
     std::string const name(static_cast<std::size_t>(length), 'n');
     ResMgr const manager(name.c_str());

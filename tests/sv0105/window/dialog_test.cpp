@@ -46,7 +46,7 @@ TEST_F(ModalDialog, DoesNotRunTwiceAtATime) {
   EXPECT_EQ(inner, 0);
 }
 
-TEST_F(ModalDialog, EndedBeforeItRunsRunsAllTheSame) {
+TEST_F(ModalDialog, EndedBeforeItRunsStillRuns) {
   Question question(nullptr);
   question.EndDialog(9);
   script->then([&] { question.EndDialog(1); });

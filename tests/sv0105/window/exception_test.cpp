@@ -124,7 +124,7 @@ std::string told;
 
 void WINAPI keepText(char const * text) { told += text; }
 
-TEST_F(HandlerException, IsToldToTheDebuggerInOneLine) {
+TEST_F(HandlerException, IsReportedToTheDebuggerInOneLine) {
   support::replaceImports(GetModuleHandleA("SV0105.dll"), "KERNEL32.dll",
                           {{"OutputDebugStringA", reinterpret_cast<void *>(keepText)}});
   window.failing = "Close";

@@ -26,7 +26,7 @@ protected:
   InputWindow window{nullptr, SV::WB_TITLE};
 };
 
-TEST_F(InputTest, TellsPlaceButtonAndClicksOfTheMouse) {
+TEST_F(InputTest, GivesPlaceButtonAndClicksOfTheMouse) {
   SendMessageA(window.GethWnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(-3, 7));
   SendMessageA(window.GethWnd(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 5));
   SendMessageA(window.GethWnd(), WM_RBUTTONDBLCLK, MK_RBUTTON | MK_LBUTTON, MAKELPARAM(4, 5));
@@ -44,7 +44,7 @@ TEST_F(InputTest, TellsPlaceButtonAndClicksOfTheMouse) {
   EXPECT_EQ(window.ups[0].button, SV::MOUSE_MIDDLE);
 }
 
-TEST_F(InputTest, TellsTheNotchesOfTheWheelInTheCoordinatesOfTheWindow) {
+TEST_F(InputTest, GivesTheNotchesOfTheWheelInTheCoordinatesOfTheWindow) {
   window.SetPosSizePixel({100, 100}, {200, 100});
   POINT point = {5, 6};
   ClientToScreen(window.GethWnd(), &point);

@@ -39,7 +39,7 @@ protected:
   HttpServer server;
 };
 
-TEST_P(HttpBodySize, ArrivesWholeWithANulBehind) {
+TEST_P(HttpBodySize, ArrivesWholeWithANulAfterIt) {
   server.answer("/", filled(GetParam(), lengthHeader(GetParam())));
   KivHTTPClient client(wide(server.url("/")), nullptr);
   EXPECT_TRUE(get(client));
@@ -121,7 +121,7 @@ TEST_F(HttpBody, ThatEndsInAChunkIsAnAnswer) {
   EXPECT_EQ(body(client), "hellowor");
 }
 
-TEST_F(HttpBody, BehindAConnectionThatBreaksIsAnAnswer) {
+TEST_F(HttpBody, LostWithTheConnectionIsStillAnAnswer) {
   server.answer("/", {.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 50\r\n\r\n", .end = HttpAnswer::End::reset});
   EXPECT_TRUE(get(client));
   EXPECT_EQ(client.GetResponseStatusCode(), L"200");

@@ -31,7 +31,7 @@ protected:
   }
 };
 
-TEST_F(HttpFailure, NobodyListensLeavesTheFormerAnswer) {
+TEST_F(HttpFailure, WithoutAServerLeavesTheFormerAnswer) {
   support::RefusingPort const refusing;
   ClientWithFormerAnswer client(server);
   EXPECT_EQ(client.GetLastError(), 0u);

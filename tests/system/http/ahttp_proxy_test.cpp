@@ -82,7 +82,7 @@ TEST_F(HttpProxy, AnAccountWithoutAProxyIsNotSet) {
   EXPECT_EQ(http.callsOf({"option"}), Calls{});
 }
 
-TEST_F(HttpProxy, ThatIsRefusedLeavesTheErrorAndTheAccountIsSetAllTheSame) {
+TEST_F(HttpProxy, ThatIsRefusedLeavesTheErrorAndTheAccountIsStillSet) {
   http.failures = {{"option 38", {87}}};
   client.SetProxy(L"proxy");
   client.SetProxyUsername(L"user");
@@ -155,7 +155,7 @@ TEST_F(HttpProxy, OfAScriptGoesBeforeAFixedOne) {
   EXPECT_EQ(http.callsOf({"option"}), Calls{"option 38 3 found:1 -"});
 }
 
-TEST_F(HttpProxy, OfAScriptThatNamesNoneIsSetAllTheSame) {
+TEST_F(HttpProxy, OfAScriptThatNamesNoneIsStillSet) {
   http.user = {.script = L"http://pac/"};
   EXPECT_TRUE(get(client));
   EXPECT_EQ(calls(), (Calls{kSend, "user", kScript, "option 38 1 - -", kSend, "receive request"}));

@@ -24,7 +24,7 @@ TEST(DatabaseAdapters, AreNotThereWithoutTheirFiles) {
   EXPECT_EQ(program.answers(kAllAdapters), "db2=0\ninformix=0\noracle=0\nsqlserver=0\n");
 }
 
-TEST(DatabaseAdapters, AreEachToldByOneFile) {
+TEST(DatabaseAdapters, AreEachKnownByOneFile) {
   struct {
     char const * file;
     char const * answers;

@@ -229,7 +229,7 @@ TEST(SQLServerVersion, OfThisMachineIsAskedForByNoServerOrAPoint) {
   EXPECT_EQ(versionOf("", "."), (Answer{0, 9}));
 }
 
-TEST(SQLServerVersion, OfAnotherMachineIsNotTold) {
+TEST(SQLServerVersion, OfAnotherMachineIsNotGiven) {
   TemporaryKey const key(HKEY_LOCAL_MACHINE, kDefaultVersion);
   key.set("CurrentVersion", "9.0");
   for (char const * server : {"server", "..", "localhost", " "})

@@ -34,7 +34,7 @@ TEST(Platform, VersionTestsAgreeWithTheSystem) {
   EXPECT_EQ(Kiv_IsAtLeastWindows7(), number >= 601);
 }
 
-TEST(Platform, Windows10IsToldFromTheRegistry) { EXPECT_EQ(Kiv_IsAtLeastWindows10(), registryMajorVersion() >= 10); }
+TEST(Platform, Windows10IsKnownFromTheRegistry) { EXPECT_EQ(Kiv_IsAtLeastWindows10(), registryMajorVersion() >= 10); }
 
 TEST(Platform, A64BitProgramIsNotTakenForA32BitOneOnA64BitSystem) { EXPECT_FALSE(Kiv_IsRunningOn64Bits()); }
 

@@ -100,7 +100,7 @@ TEST_F(Redirection, LeavesTheRestOfTheLineAsItIs) {
   EXPECT_EQ(facts.take("line"), kivtest::childPath() + " a    b  c");
 }
 
-TEST_F(Redirection, NotUsedIsTakenOutAllTheSameAndOpensNoFile) {
+TEST_F(Redirection, NotUsedIsStillTakenOutAndOpensNoFile) {
   Facts facts;
   run("a 1>" + out + " b 2>>" + err, false);
   EXPECT_EQ(facts.take("line"), kivtest::childPath() + " a  b ");

@@ -117,7 +117,7 @@ protected:
   FullDomain() { start("program -getfulldomainname"); }
 };
 
-TEST_F(FullDomain, IsBehindTheAtOfThePrincipalName) {
+TEST_F(FullDomain, FollowsTheAtOfThePrincipalName) {
   EXPECT_TRUE(ask());
   EXPECT_EQ(user, "worker");
   EXPECT_EQ(domain, "sales.example.com");

@@ -375,7 +375,7 @@ TEST_F(RegExTextTemplate, IsFilledAtItsFirstPlaceOnly) {
 
 // Through the interface.
 
-TEST(RegEx2, IsThatBehindTheInterface) {
+TEST(RegEx2, IsTheOneThatTheInterfaceUses) {
   LiveExpressions const live;
   {
     KivRegEx2 const matcher("b+", 0);

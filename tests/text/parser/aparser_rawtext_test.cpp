@@ -53,7 +53,7 @@ TEST(GetUntil, StopThatIsNotConsumedBecomesTheNextToken) {
   EXPECT_EQ(next(parser), "c");
 }
 
-TEST(GetUntil, TextBeginsWithTheSpacesInFrontOfTheLookAhead) {
+TEST(GetUntil, TextBeginsWithTheSpacesBeforeTheLookAhead) {
   KivTextParser parser(textOf("a   b c;d"), 0);
   EXPECT_EQ(next(parser), "a");
   EXPECT_EQ(until(parser, ';', true, kNoEscape), "   b c");
@@ -81,7 +81,7 @@ TEST(GetUntil, StopAtTheStartOfALineIsNeverEscaped) {
   EXPECT_EQ(next(parser), "b");
 }
 
-TEST(GetUntil, StopRightBehindTheStartGivesAnEmptyText) {
+TEST(GetUntil, StopRightAfterTheStartGivesAnEmptyText) {
   KivTextParser parser(textOf("\"\" b"), 0);
   ASSERT_TRUE(parser.ExpectToken('"'));
   EXPECT_EQ(until(parser, '"', true, '\\'), "");
@@ -143,7 +143,7 @@ TEST(SkipUntil, LooksAtTheTokenThatIsPutBack) {
   EXPECT_EQ(next(parser), "a");
 }
 
-TEST(SkipUntil, LooksBehindAByteOfValueZeroToo) {
+TEST(SkipUntil, SearchesPastAByteOfValueZeroToo) {
   using namespace std::string_literals;
   KivTextParser parser(textOf("a\0;b"s), 0);
   parser.SkipUntil(';', true);

@@ -89,7 +89,7 @@ TEST(TextFileReaderModel, EveryMixOfLineEndsAtEveryPositionOfTheBlock) {
 
 class TextFileReaderEnds : public testing::TestWithParam<int> {};
 
-TEST_P(TextFileReaderEnds, EveryEndOfTheFileBehindEveryFirstByteOfTheLastBlock) {
+TEST_P(TextFileReaderEnds, EveryEndOfTheFileAfterEveryFirstByteOfTheLastBlock) {
   std::string text;
   while (text.size() < 8192)
     text += allMixes();

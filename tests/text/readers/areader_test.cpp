@@ -194,7 +194,7 @@ TEST(TextFileReader, PairAcrossABlockCountsAsOneTerminator) {
   EXPECT_EQ(linesOfText(x(8191) + "\r\nb\n"), (Lines{x(8191) + "\n", "b\n"}));
 }
 
-TEST(TextFileReader, LongestLineHas8191BytesInFrontOfItsTerminator) {
+TEST(TextFileReader, LongestLineHas8191BytesBeforeItsTerminator) {
   EXPECT_EQ(linesOfText(x(8191) + "\n"), (Lines{x(8191) + "\n"}));
   EXPECT_EQ(linesOfText("ab\n" + x(8191)), (Lines{"ab\n", x(8191) + "\n"}));
 }
@@ -231,7 +231,7 @@ TEST(TextFileReader, OffsetAfterTheLastLineIsTheSizeOfTheFile) {
   }
 }
 
-TEST(TextFileReader, OffsetsTellTheBlockAndThePositionInIt) {
+TEST(TextFileReader, OffsetsGiveTheBlockAndThePositionInIt) {
   Owned<> const reader(writeText(x(8000) + "\n" + x(999) + "\n" + x(999) + "\n"));
   ASSERT_TRUE(reader->Init());
   String line;
@@ -245,7 +245,7 @@ TEST(TextFileReader, OffsetsTellTheBlockAndThePositionInIt) {
   EXPECT_DOUBLE_EQ(reader->GetCurrentPercent(), 9001 / 10001.0 * 100.0);
 }
 
-TEST(TextFileReader, Is2CharsForNewlineTellsAboutTheLastLineOnly) {
+TEST(TextFileReader, Is2CharsForNewlineIsAboutTheLastLineOnly) {
   Owned<> const reader(writeText("a\r\nb\nc\r\nd\re"));
   EXPECT_TRUE(reader->Is2CharsForNewline());
   ASSERT_TRUE(reader->Init());

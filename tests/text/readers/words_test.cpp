@@ -183,7 +183,7 @@ TEST(Words, ByteOfValueZeroSeparatesWordsAndMovesNoColumn) {
   EXPECT_EQ(result.output, "1:1 0 one\r\n1:7 6 two\r\n2:3 13 three\r\n3:3 21 four\r\n");
 }
 
-TEST(Words, TellsWhenTheFileCannotBeRead) {
+TEST(Words, SaysWhenTheFileCannotBeRead) {
   auto const result = support::runProgram({.program = "words", .arguments = "missing.txt"});
   EXPECT_EQ(result.exitCode, 1u);
   EXPECT_EQ(result.errors, "words: cannot read missing.txt\r\n");
@@ -195,7 +195,7 @@ TEST(Words, EmptyTextHasNoWords) {
   EXPECT_EQ(result.output, "");
 }
 
-TEST(Words, TellsHowItIsUsed) {
+TEST(Words, SaysHowItIsUsed) {
   auto const result = support::runProgram({.program = "words"});
   EXPECT_EQ(result.exitCode, 2u);
   EXPECT_EQ(result.errors, "usage: words FILE\r\n");

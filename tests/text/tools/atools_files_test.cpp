@@ -21,7 +21,7 @@ std::ostream & operator<<(std::ostream & out, Row const & row) {
 }
 
 class ValidFilename : public testing::TestWithParam<Row> {};
-TEST_P(ValidFilename, IsToldFromItsTextAlone) { EXPECT_EQ(Kiv_Valid_Filename(GetParam().name), GetParam().valid); }
+TEST_P(ValidFilename, IsKnownFromItsTextAlone) { EXPECT_EQ(Kiv_Valid_Filename(GetParam().name), GetParam().valid); }
 
 INSTANTIATE_TEST_SUITE_P(Plain, ValidFilename,
                          testing::Values(Row{nullptr, false}, Row{"", false}, Row{"C:\\dir\\file.txt", true},
@@ -196,7 +196,7 @@ TEST_F(FileQuestion, IsNotAskedAboutTheDatabaseNorWithoutAName) {
   EXPECT_EQ(questions, 1);
 }
 
-TEST_F(FileQuestion, TellsOfUseOnlyByASharingViolation) {
+TEST_F(FileQuestion, KnowsUseOnlyByASharingViolation) {
   for (DWORD const code : {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_LOCK_VIOLATION,
                            ERROR_SHARING_VIOLATION}) {
     refusal = code;

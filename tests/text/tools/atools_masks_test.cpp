@@ -24,7 +24,7 @@ std::string bytesOf(String const & text) { return {text.c_str(), static_cast<std
 
 // Masks with an escape.
 
-TEST(Mask, PutsTheEscapeInFrontOfMaskedCharactersAndEscapes) {
+TEST(Mask, PutsTheEscapeBeforeMaskedCharactersAndEscapes) {
   EXPECT_STREQ(Kiv_Mask("a\"b", '"', '\\').c_str(), "a\\\"b");
   EXPECT_STREQ(Kiv_Mask("\"\\\"", '"', '\\').c_str(), "\\\"\\\\\\\"");
   EXPECT_STREQ(Kiv_Mask("nothing", '"', '\\').c_str(), "nothing");
@@ -36,7 +36,7 @@ TEST(Mask, OfNothingIsEmpty) {
   EXPECT_EQ(Kiv_Mask(nullptr, '"', '\\').Len(), 0);
 }
 
-TEST(Unmask, DropsTheEscapeAndTakesWhateverStandsBehindIt) {
+TEST(Unmask, DropsTheEscapeAndTakesWhateverFollows) {
   EXPECT_STREQ(Kiv_Unmask("a\\\"b", '\\').c_str(), "a\"b");
   EXPECT_STREQ(Kiv_Unmask("\\\\\\n\\a", '\\').c_str(), "\\na");
   EXPECT_STREQ(Kiv_Unmask("a;;b", ';').c_str(), "a;b");
@@ -95,7 +95,7 @@ TEST(Unmask, OfRandomBytesStaysWithinThem) {
 }
 
 // A text that is too long for a String takes gigabytes, so the rule is tested with a smaller limit.
-TEST(MaskedExtent, IsCutInFrontOfTheCharacterThatDoesNotFit) {
+TEST(MaskedExtent, IsCutBeforeTheCharacterThatDoesNotFit) {
   auto const isB = [](char c) { return c == 'b'; };
   auto const extent = [&isB](std::size_t most) { return kivara::maskedExtent("abab", 4, most, isB); };
   struct {

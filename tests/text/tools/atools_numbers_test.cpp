@@ -34,7 +34,7 @@ std::ostream & operator<<(std::ostream & out, Row const & row) {
 }
 
 class ValidInteger : public testing::TestWithParam<Row> {};
-TEST_P(ValidInteger, IsASignOrADigitWithDigitsBehindIt) {
+TEST_P(ValidInteger, IsASignOrADigitFollowedByDigits) {
   EXPECT_EQ(Kiv_Valid_Integer(GetParam().text), GetParam().valid);
 }
 INSTANTIATE_TEST_SUITE_P(Texts, ValidInteger,
@@ -158,7 +158,7 @@ TEST_F(NumberForms, AtofAllocatesOnlyForTextsOf128CharactersAndMore) {
   EXPECT_GE(count.value(), 1u);
 }
 
-TEST_F(NumberForms, LtoaWritesByTheFormatAndTellsTheLength) {
+TEST_F(NumberForms, LtoaWritesByTheFormatAndGivesTheLength) {
   char text[32];
   EXPECT_EQ(kiv_ltoa(-42, text, "%ld"), 3);
   EXPECT_STREQ(text, "-42");

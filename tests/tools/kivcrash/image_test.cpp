@@ -32,7 +32,7 @@ TEST(CrashImage, HasHeaderAndSections) {
   EXPECT_TRUE(std::ranges::any_of(sections, [](auto const & each) { return each.name == ".debug_info"; }));
 }
 
-TEST(CrashImage, IsReadAsInMemoryWithZerosBehindWhatIsInTheFile) {
+TEST(CrashImage, IsReadAsInMemoryWithZerosAfterWhatIsInTheFile) {
   Image const image = program();
   char code[4];
   EXPECT_EQ(image.readMemory(image.sections()[0].address, code, 4), 4u);

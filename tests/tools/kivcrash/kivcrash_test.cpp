@@ -159,7 +159,7 @@ TEST(Kivcrash, WithSymbolsAloneNamesTheFaultAndGuessesTheRest) {
       << result.errors;
 }
 
-TEST(Kivcrash, NamesAFileOfAnotherBuildAndTellsTheRest) {
+TEST(Kivcrash, NamesAFileOfAnotherBuildAndReportsTheRest) {
   Crash const crash = splitCrash();
   Kept const kept(crash);
   kept.keep("crash_plug.dll", "crash_lines.exe");

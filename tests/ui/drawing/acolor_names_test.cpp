@@ -105,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(Table, ColorDigits, testing::ValuesIn(kDigits));
 TEST(ColorDigitsOfNull, AreThoseOfTheEmptyText) { EXPECT_EQ(valuesOfDigits(nullptr), (Answer{0, 0, 0, false})); }
 
 class ColorText : public testing::TestWithParam<Digits> {};
-TEST_P(ColorText, TellsValuesAndWhetherItIsAName) { EXPECT_EQ(valuesOf(GetParam().text), GetParam().values); }
+TEST_P(ColorText, GivesValuesAndWhetherItIsAName) { EXPECT_EQ(valuesOf(GetParam().text), GetParam().values); }
 TEST_P(ColorText, GivesAUserColourWithTheValuesInTheHighBytes) {
   Color const color = getColorOfColorName(GetParam().text);
   EXPECT_EQ(color.GetColorName(), SV::COL_USER);

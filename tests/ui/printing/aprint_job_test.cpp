@@ -140,7 +140,7 @@ TEST_F(Job, HasItsNameInTheQueue) {
   EXPECT_EQ(queue.job().title, "Name of the job");
 }
 
-TEST_F(Job, ThatCannotStartLeavesNothingBehind) {
+TEST_F(Job, ThatCannotStartLeavesNothing) {
   support::PrintQueue const queue;
   choosePrinter(queue.name());
   KivPrinter & printer = *Kiv_GetPrinter(true);

@@ -178,7 +178,7 @@ TEST_F(Text, ASpaceWithinTheFirstTenCharactersDoesNotEndALine) {
   EXPECT_FALSE(endsAtSpace(queue(), 5, perLine)); // the tenth character
 }
 
-TEST_F(Text, ASpaceBehindTheTenthCharacterEndsALine) {
+TEST_F(Text, ASpaceAfterTheTenthCharacterEndsALine) {
   int const perLine = charactersOfLine() - 4;
   EXPECT_TRUE(endsAtSpace(queue(), 6, perLine));
 }

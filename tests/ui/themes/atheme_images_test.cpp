@@ -171,7 +171,7 @@ TEST_F(ThemeImageCalls, LeaveAnEdgeOfOnePixel) {
     EXPECT_EQ(SV::Rectangle(area), SV::Rectangle(1, 1, 14, 14));
 }
 
-TEST_F(ThemeImageCalls, ThatNobodyAskedForAreNotForgottenEither) {
+TEST_F(ThemeImageCalls, ThatWereNeverAskedForAreNotForgottenEither) {
   manager();
   KivThemeManager::SysThemeChanged();
   EXPECT_TRUE(styleCalls().opened.empty());

@@ -91,7 +91,7 @@ TEST_F(TrayLimits, OfABalloonAreReportedInTheirOrderAndTheTextsAreCut) {
                         "uTimeout >= 10 && uTimeout <= 30 (asystray)"};
 }
 
-TEST_F(TrayLimits, ATimeoutOf9IsReportedAndUsedAllTheSame) {
+TEST_F(TrayLimits, ATimeoutOf9IsReportedButUsed) {
   start();
   Tray tray;
   create(tray);

@@ -153,7 +153,7 @@ TEST_F(TrayShell, OtherMessagesOfTheWindowAreTheSystemsExceptTheSettingWithTheNu
   expectedAssertions = {"m_bHidden == FALSE (asystray)"}; // there is no shell
 }
 
-TEST_F(TrayShell, TellsItsBeginningByTheMessageOfThatName) {
+TEST_F(TrayShell, ReportsItsBeginningByTheMessageOfThatName) {
   EXPECT_EQ(Tray::m_nTaskbarCreatedMsg, RegisterWindowMessageA("TaskbarCreated"));
 }
 

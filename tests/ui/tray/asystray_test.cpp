@@ -182,7 +182,7 @@ TEST_F(SystemTray, ThatIsCreatedAgainRemovesItsIconAndItsWindow) {
   EXPECT_EQ(stateOf(tray), "100");
 }
 
-TEST_F(SystemTray, LeavesNeitherIconNorWindowBehind) {
+TEST_F(SystemTray, LeavesNeitherIconNorWindow) {
   start();
   std::size_t const before = ownTopLevelWindows().size();
   {
@@ -436,7 +436,7 @@ TEST_F(SystemTray, IsNotFoundByTheShellUnderAnotherWindow) {
   EXPECT_EQ(shell->shortCalls(), Lines{"modify 5 flags 0: taken"});
 }
 
-TEST_F(SystemTray, TellsTheShellAboutAnotherMessage) {
+TEST_F(SystemTray, GivesTheShellAnotherMessage) {
   start();
   Tray tray;
   create(tray);

@@ -61,7 +61,7 @@ TEST_F(ModelerLookCommands, TakeNoNoticeOfAThemeThatDoesNotExist) {
   EXPECT_EQ(themeInUse(), "Modern");
 }
 
-TEST_F(ModelerLookCommands, TellWhatShowsThemElsewhere) {
+TEST_F(ModelerLookCommands, NameWhatShowsThemElsewhere) {
   int refreshed = 0;
   menus.ChangeRefreshHdl([&] { ++refreshed; });
   menus.Choose(modeler::VIEW_CLASSIC);

@@ -82,7 +82,7 @@ TEST_F(ModelerMenus, DoNotCallACommandThatIsNotEnabled) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST_F(ModelerMenus, ListTheKeysThatNamesTell) {
+TEST_F(ModelerMenus, ListTheKeysThatNamesGive) {
   modeler::Menus menus;
   auto const nothing = [] {};
   menus.Add({{modeler::MENU_FILE, 901, [] { return String("~Open...\tCtrl+O"); }, nothing},

@@ -81,7 +81,7 @@ TEST(ModelerSearching, TakesEveryByteOfAPlainTextForItself) {
   }
 }
 
-TEST(ModelerSearching, GoesOnBehindTheLastHitAndRound) {
+TEST(ModelerSearching, GoesOnAfterTheLastHitAndRound) {
   ProcessModel const model = order();
   NodeMatcher const matcher({"order", SearchKind::Plain, false}, false);
   EXPECT_EQ(nextMatch(model, matcher, 0), 1u);

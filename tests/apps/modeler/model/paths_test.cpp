@@ -53,7 +53,7 @@ TEST(PathsOfAModel, AreNoneWithoutAStartOrAnEnd) {
   EXPECT_TRUE(pathsOf(modelOf("sab", {"sa", "sb"}), 10).paths.empty());
 }
 
-TEST(PathsOfAModel, GoOnBehindAnEnd) {
+TEST(PathsOfAModel, GoOnAfterAnEnd) {
   ProcessModel model = modelOf("sea", {"se", "ea"});
   model.nodes[2].kind = NodeKind::End;
   EXPECT_EQ(textsOf(model, pathsOf(model, 10)), (Texts{"s > e", "s > e > a"}));

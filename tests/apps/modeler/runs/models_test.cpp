@@ -218,7 +218,7 @@ TEST(Modeler, ChangesItsLanguageWhileItRuns) {
   EXPECT_NE(run.file("out.log").value_or("").find("language: 1031\r\n"), std::string::npos);
 }
 
-TEST(Modeler, StartsInTheLanguageThatItIsTold) {
+TEST(Modeler, StartsInTheLanguageOfTheOption) {
   ProductRun run("modeler", "-langde");
   HWND const window = mainWindow(run);
   ASSERT_TRUE(window);
