@@ -74,6 +74,11 @@ def in_order(mutants, seed):
                 yield each.pop()
 
 
+def included_and_defined(words):
+    """The options of a compiler's command that say what it includes and defines."""
+    return [word for before, word in zip(["", *words], words) if word[:2] in ("-I", "-D") or "-isystem" in (before, word)]
+
+
 class Catalogue:
     """The sources of a checkout that has been configured, by rooms."""
 
@@ -121,7 +126,7 @@ class Catalogue:
         for entry in json.loads(commands.read_text()):
             path = Path(entry["file"])
             if path.is_relative_to(self.root):
-                words = [word for word in shlex.split(entry["command"]) if word[:2] in ("-I", "-D")]
+                words = included_and_defined(shlex.split(entry["command"]))
                 relative = path.relative_to(self.root).as_posix()
                 options.setdefault(relative, words)
                 options.setdefault("/".join(relative.split("/")[:2 if relative.startswith("toolkit") else 1]), words)

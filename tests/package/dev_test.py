@@ -115,6 +115,21 @@ class Dev(unittest.TestCase):
         self.assertEqual(test(2, alone=8), (1, "dev: failed side by side with others, and tried alone now: Test.1 Test.2"))
         self.assertEqual(test(6, alone=0), (1, "dev: testing (release)"))
 
+    def KeepsTheTimesOfTestsInARunInRandomOrder(self):
+        with tempfile.TemporaryDirectory() as build:
+            times = Path(build) / "Testing/Temporary/CTestCostData.txt"
+            times.parent.mkdir(parents=True)
+            script = (f"set -euo pipefail; root={ROOT}; for part in common wine build; do source {ROOT}/scripts/$part.sh; done; "
+                      f"ready_for_tests() {{ :; }}; build_dir() {{ echo {build}; }}; ctest() {{ echo random >{times}; return 8; }}; "
+                      "verb_test --rounds 2")
+            for known in (None, "A.Test 1 0.25\n"):
+                if known:
+                    times.write_text(known)
+                ended = subprocess.run(["bash", "-c", script], capture_output=True, text=True, check=False)
+                self.assertEqual(ended.returncode, 1, ended.stderr)
+                self.assertEqual(times.read_text() if times.exists() else None, known)
+                self.assertEqual([path.name for path in times.parent.iterdir()], [times.name] if known else [])
+
     def TestsUnderEachVersionOfWindowsInAPrefixOfItsOwn(self):
         def test(*arguments):
             """The prefix that the tests would run in, and what is said of them."""

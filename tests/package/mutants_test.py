@@ -9,7 +9,7 @@ import unittest
 from pathlib import Path
 
 from mutants import results, syntax
-from mutants.catalogue import in_order, mutants_of
+from mutants.catalogue import in_order, included_and_defined, mutants_of
 from mutants.changes import changes_of
 from mutants.known import Known, entry_for
 from mutants.results import Results
@@ -132,7 +132,7 @@ struct Owner {{ Pair pair; int other; void set(Pair a, Pair const * c) {{ {} {} 
             with self.subTest(first + second):
                 self.assertEqual("order:" in shown(text.format(first, second)), swapped)
 
-    def ReadsPlacesBehindLettersBeyondAscii(self):
+    def ReadsPlacesAfterLettersBeyondAscii(self):
         text = 'char const * u = "ü";\nint const seven = 7;\n'
         self.assertIn("constant: 7 => 8\n", shown(text))
 
@@ -233,6 +233,23 @@ struct Owner {{ Pair pair; int other; void set(Pair a, Pair const * c) {{ {} {} 
             self.assertEqual((work / "tree/a.cpp").read_text(), "one")
             self.assertEqual((work / "tree/b.cpp").stat().st_mtime_ns, untouched)
             self.assertFalse((work / "tree/c.cpp").exists())
+
+    def KnowsNoTestProgramThatIsNotBuiltAnyMore(self):
+        with tempfile.TemporaryDirectory() as folder:
+            tree = Tree(folder, folder, None)
+            room = tree.folder / "tests/text"
+            room.mkdir(parents=True)
+            room.joinpath("CMakeLists.txt").write_text("add_custom_target(built_test)\nadd_custom_target(helper)\n")
+            project = "cmake_minimum_required(VERSION 3.20)\nproject(p NONE)\nadd_subdirectory(tests/text)\n"
+            (tree.folder / "CMakeLists.txt").write_text(project)
+            subprocess.run(["cmake", "-G", "Ninja", "-S", str(tree.folder), "-B", str(tree.build)], check=True, stdout=subprocess.DEVNULL)
+            for name in ("built_test", "helper", "gone_test"):
+                (tree.build / "tests/text/CMakeFiles" / f"{name}.dir").mkdir(parents=True, exist_ok=True)
+            self.assertEqual(tree.targets_of("text"), ["built_test"])
+
+    def ReadsASourceWithAllFoldersOfTheCommandThatCompilesIt(self):
+        self.assertEqual(included_and_defined("g++ -DA=1 -Iown -isystem other -O2 -o a.obj -c a.cpp".split()),
+                         ["-DA=1", "-Iown", "-isystem", "other"])
 
     def LetsChangedCodeWriteNothingOfTheUsers(self):
         with self.sandbox() as (sandbox, folder):

@@ -24,7 +24,8 @@ std::string printedFile(std::string const & name) {
   return path;
 }
 
-/// A program outside of Wine gives no handle: that it has ended is seen by its file.
+/// A program outside of Wine gives no handles: what stands in their place may be the number of any other, and is not to be closed.
+/// That it has ended is seen by its file.
 void askServer(std::string const & what, std::string const & queue) {
   std::string const answer = printedFile(queue + ".done");
   DeleteFileA(answer.c_str());
@@ -35,8 +36,6 @@ void askServer(std::string const & what, std::string const & queue) {
   if (!CreateProcessA("\\\\?\\unix/bin/sh", commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
                       &process))
     throw std::runtime_error("print-queue does not start: error " + std::to_string(GetLastError()));
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
   if (!eventually([&] { return exists(answer); }))
     throw std::runtime_error("print-queue does not answer: " + what + ' ' + queue);
   std::string const text = readFile(answer).value_or("");

@@ -51,6 +51,22 @@ TEST_F(ModelerExport, WritesXmlAndAsksBeforeItOverwritesIt) {
   EXPECT_TRUE(support::eventually([&] { return support::readFile(file).value_or("").ends_with("</process>\n"); }));
 }
 
+TEST_F(ModelerExport, ReportsAFileThatAnotherProgramHasOpenAndLeavesIt) {
+  for (WPARAM const command : {kExportXml, kExportPicture}) {
+    std::string const file = folder / (command == kExportXml ? "model.xml" : "model.bmp");
+    support::writeFile(file, "old");
+    {
+      support::FileInUse const inUse(file);
+      exportTo(command, file);
+      modeler::answerOwnBox(*run, "Yes");
+      std::string const report = modeler::answerOwnBox(*run, "OK").texts.back();
+      EXPECT_EQ(report, "The file " + file + " cannot be written.");
+    }
+    EXPECT_EQ(support::readFile(file).value_or(""), "old");
+    EXPECT_TRUE(journalHas("not exported: " + file));
+  }
+}
+
 TEST_F(ModelerExport, WritesItsDrawingAsABitmapAndAsksBeforeItOverwritesIt) {
   std::string const file = folder / "model.bmp";
   support::writeFile(file, "old");
