@@ -409,6 +409,15 @@ TEST(HelpObject, DiesAfterMain) {
   EXPECT_EQ(SV::Application::GetHelp(), nullptr);
 }
 
+TEST(HelpObject, IsMadeAgainAfterMain) {
+  RecordingApplication application;
+  application.onPrepare = [&] { return application.createHelpObject("first"), 0; };
+  runMain(application);
+  application.createHelpObject("second");
+  ASSERT_NE(SV::Application::GetHelp(), nullptr);
+  EXPECT_STREQ(SV::Application::GetHelp()->GetFileName().c_str(), (Kiv_GetProgramPath(true) + "second.chm").c_str());
+}
+
 TEST(Resources, LabelTheButtonsAndSetTheCharSet) {
   RecordingApplication application;
   SV::ResMgr * manager = nullptr;

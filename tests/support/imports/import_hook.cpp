@@ -2,6 +2,7 @@
 
 #include <psapi.h>
 
+#include <cstddef>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -16,23 +17,31 @@ std::string folderOf(HMODULE module) {
   return text.substr(0, text.rfind('\\') + 1);
 }
 
-void redirect(IMAGE_THUNK_DATA & entry, void * function) {
+void redirect(char * entry, void * function) {
   DWORD before = 0;
-  VirtualProtect(&entry, sizeof entry, PAGE_READWRITE, &before);
-  entry.u1.Function = reinterpret_cast<ULONGLONG>(function);
-  VirtualProtect(&entry, sizeof entry, before, &before);
+  VirtualProtect(entry, sizeof function, PAGE_READWRITE, &before);
+  std::memcpy(entry, &function, sizeof function);
+  VirtualProtect(entry, sizeof function, before, &before);
+}
+
+/// Linkers begin tables of imports at any multiple of four.
+IMAGE_THUNK_DATA thunkAt(char const * place) {
+  IMAGE_THUNK_DATA thunk;
+  std::memcpy(&thunk, place, sizeof thunk);
+  return thunk;
 }
 
 void redirectTable(char * base, IMAGE_IMPORT_DESCRIPTOR const & import, std::vector<Replacement> const & replacements) {
-  auto const * name = reinterpret_cast<IMAGE_THUNK_DATA const *>(base + import.OriginalFirstThunk);
-  auto * entry = reinterpret_cast<IMAGE_THUNK_DATA *>(base + import.FirstThunk);
-  for (; name->u1.AddressOfData != 0; ++name, ++entry) {
-    if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal))
+  char const * place = base + import.OriginalFirstThunk;
+  char * entry = base + import.FirstThunk;
+  for (; thunkAt(place).u1.AddressOfData != 0; place += sizeof(IMAGE_THUNK_DATA), entry += sizeof(IMAGE_THUNK_DATA)) {
+    IMAGE_THUNK_DATA const thunk = thunkAt(place);
+    if (IMAGE_SNAP_BY_ORDINAL(thunk.u1.Ordinal))
       continue;
-    auto const * const byName = reinterpret_cast<IMAGE_IMPORT_BY_NAME const *>(base + name->u1.AddressOfData);
+    char const * const name = base + thunk.u1.AddressOfData + offsetof(IMAGE_IMPORT_BY_NAME, Name);
     for (auto const & each : replacements)
-      if (std::strcmp(byName->Name, each.name) == 0)
-        redirect(*entry, each.function);
+      if (std::strcmp(name, each.name) == 0)
+        redirect(entry, each.function);
   }
 }
 

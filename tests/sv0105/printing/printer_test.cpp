@@ -1,6 +1,7 @@
 // Printers of the window library: jobs, pages, drawing, orientation.
 
 #include "handles/handle.hpp"
+#include "support/imports/import_hook.hpp"
 #include "support/servers/printing.hpp"
 #include "sv/printer.hpp"
 #include "sv/system.hpp"
@@ -214,6 +215,38 @@ TEST_F(PrinterTest, SwapsItsSidesWithTheOrientation) {
   EXPECT_EQ(printer.GetOutputSizePixel(), (SV::Size{portrait.height, portrait.width}));
   ASSERT_TRUE(printer.SetOrientation(SV::ORIENTATION_PORTRAIT));
   EXPECT_EQ(printer.GetOutputSizePixel(), portrait);
+}
+
+/// As a driver answers that has none.
+LONG WINAPI refuseSettings(HWND, HANDLE, char *, DEVMODEA *, DEVMODEA const *, DWORD) { return -1; }
+
+/// As a driver answers that cannot turn its paper, whatever the field says.
+LONG WINAPI giveSettingsWithoutOrientation(HWND, HANDLE, char *, DEVMODEA * settings, DEVMODEA const *, DWORD mode) {
+  if ((mode & DM_OUT_BUFFER) == 0)
+    return sizeof *settings;
+  *settings = {};
+  settings->dmSize = sizeof *settings;
+  settings->dmOrientation = DMORIENT_LANDSCAPE;
+  return IDOK;
+}
+
+void giveSettingsBy(decltype(&refuseSettings) function) {
+  support::replaceImports(GetModuleHandleA("SV0105.dll"), "WINSPOOL.DRV",
+                          {{"DocumentPropertiesA", reinterpret_cast<void *>(function)}});
+}
+
+TEST_F(PrinterTest, WithoutSettingsIsUprightAndStaysSo) {
+  support::PrintQueue const queue;
+  giveSettingsBy(refuseSettings);
+  Printer printer(nameOf(queue));
+  EXPECT_EQ(printer.GetOrientation(), SV::ORIENTATION_PORTRAIT);
+  EXPECT_FALSE(printer.SetOrientation(SV::ORIENTATION_LANDSCAPE));
+}
+
+TEST_F(PrinterTest, WhoseSettingsHaveNoOrientationIsUpright) {
+  support::PrintQueue const queue;
+  giveSettingsBy(giveSettingsWithoutOrientation);
+  EXPECT_EQ(Printer(nameOf(queue)).GetOrientation(), SV::ORIENTATION_PORTRAIT);
 }
 
 TEST_F(PrinterTest, PrintsInLandscapeWithTheFontThatWasSetBefore) {

@@ -25,6 +25,24 @@ TEST(SoundResourceFile, HasBothSignatures) {
   }
 }
 
+TEST(SoundResourceFile, MayEndWithItsHeaders) {
+  IMAGE_DOS_HEADER dos = {};
+  dos.e_magic = IMAGE_DOS_SIGNATURE;
+  dos.e_lfanew = sizeof dos;
+  IMAGE_NT_HEADERS64 headers = {};
+  headers.Signature = IMAGE_NT_SIGNATURE;
+  headers.FileHeader.Characteristics = IMAGE_FILE_DLL;
+  headers.FileHeader.SizeOfOptionalHeader = sizeof headers.OptionalHeader;
+  headers.OptionalHeader.Magic = IMAGE_NT_OPTIONAL_HDR64_MAGIC;
+  headers.OptionalHeader.NumberOfRvaAndSizes = IMAGE_NUMBEROF_DIRECTORY_ENTRIES;
+  std::string bytes(sizeof dos + sizeof headers, '\0');
+  std::memcpy(bytes.data(), &dos, sizeof dos);
+  std::memcpy(bytes.data() + sizeof dos, &headers, sizeof headers);
+  EXPECT_TRUE(isSoundResourceFile(std::as_bytes(std::span(bytes))));
+  bytes.pop_back();
+  EXPECT_FALSE(isSoundResourceFile(std::as_bytes(std::span(bytes))));
+}
+
 TEST(ResourceFileDamage, IsSeenWithinTheFile) {
   std::string const sound = support::readFile(support::binFolder() + "testres\\first72.dll").value();
   ASSERT_TRUE(isSoundResourceFile(std::as_bytes(std::span(sound))));

@@ -350,6 +350,14 @@ TEST_F(ModalDialog, ReturnPressesTheDefaultButtonAndTheOneThatHasTheKeyboard) {
   EXPECT_EQ(pair.Execute(), SV::RET_YES);
 }
 
+TEST_F(ModalDialog, DefaultButtonHasItsFormInAPlainWindowToo) {
+  SV::Window window(nullptr, SV::WB_TITLE);
+  SV::PushButton const plain(&window);
+  SV::PushButton const chosen(&window, SV::WB_DEFAULT_BUTTON);
+  EXPECT_EQ(GetWindowLongA(plain.GethWnd(), GWL_STYLE) & BS_TYPEMASK, BS_PUSHBUTTON);
+  EXPECT_EQ(GetWindowLongA(chosen.GethWnd(), GWL_STYLE) & BS_TYPEMASK, BS_DEFPUSHBUTTON);
+}
+
 TEST_F(ModalDialog, ReturnDoesNotPressADisabledButton) {
   Question question(nullptr);
   SV::ListBox list(&question);

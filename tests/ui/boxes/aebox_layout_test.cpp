@@ -1,4 +1,5 @@
 // Where everything is in an error box, looked at from outside.
+#include "aevents.hpp"
 #include "ui/boxes/boxtest.hpp"
 
 #include <algorithm>
@@ -368,6 +369,31 @@ TEST_F(BoxParts, LieOverTheTopmostDialogWhenTheParentIsTheApplicationWindow) {
   EXPECT_EQ(Box(&main, KivErrorBox::WB_OK, "").GetParent(), &dialog);
   EXPECT_EQ(Box(nullptr, KivErrorBox::WB_OK, "").GetParent(), nullptr) << "no parent stays none";
   Kiv_PopParentWindow(&dialog);
+}
+
+/// Notes the titles of windows that leave the stack.
+class Leaving : public KivEventListener {
+public:
+  Leaving() { setEventHandler<&Leaving::note>(); }
+
+  std::vector<std::string> titles;
+
+private:
+  void note(KivWindowStackChangedEvent * change) {
+    if (!change->IsPushed())
+      titles.emplace_back(change->GetTitle().c_str());
+  }
+};
+
+TEST_F(BoxParts, LeaveTheStackWithTheirTitle) {
+  Leaving leaving;
+  std::string title;
+  {
+    Box const box(nullptr, KivErrorBox::WB_OK, "");
+    title = box.GetText().c_str();
+  }
+  EXPECT_NE(title, "");
+  EXPECT_EQ(leaving.titles, std::vector<std::string>{title});
 }
 
 TEST_F(BoxParts, StandOnTheStackOfParentWindowsAsLongAsTheyLive) {

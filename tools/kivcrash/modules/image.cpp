@@ -101,7 +101,7 @@ std::size_t Image::readMemory(std::uint64_t offset, void * to, std::size_t size)
     std::size_t const count = std::min<std::uint64_t>(size, section.size - from);
     std::memset(to, 0, count);
     std::string_view const stored = Bytes(section.bytes).partUpToEnd(from, count).text();
-    std::memcpy(to, stored.data(), stored.size());
+    std::ranges::copy(stored, static_cast<char *>(to));
     return count;
   }
   return 0;
