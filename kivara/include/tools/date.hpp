@@ -8,7 +8,7 @@
 
 namespace SV {
 
-enum DayOfWeek { MONDAY, TUESDAY, WEDNESDAY, THURSDAY, FRIDAY, SATURDAY, SUNDAY }; ///< from 0
+enum DayOfWeek : int { MONDAY, TUESDAY, WEDNESDAY, THURSDAY, FRIDAY, SATURDAY, SUNDAY }; ///< from 0
 
 /// A day of the Gregorian calendar, stored as the decimal number YYYYMMDD. The fields are stored as given, modulo 100 for
 /// day and month and modulo 10000 for the year: the 31st of February stays the 31st of February.

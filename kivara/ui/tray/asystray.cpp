@@ -24,8 +24,6 @@ template <std::size_t Size> void copyText(char (&target)[Size], char const * tex
 
 bool isShorter(char const * text, std::size_t limit) { return static_cast<std::size_t>(lstrlenA(text)) < limit; }
 
-char const * orNull(SV::String const & text) { return text.Len() != 0 ? text.c_str() : nullptr; }
-
 bool isBalloonIcon(unsigned long icon) { return icon <= NIIF_ERROR; }
 
 bool isTimeout(unsigned int seconds) { return seconds >= 10 && seconds <= 30; }
@@ -129,7 +127,7 @@ void KivSystemTray::addBalloon(SV::String const & text, SV::String const & title
   require(isBalloonIcon(icon), kivara::tray::kCreationBalloonIcon);
   require(isTimeout(timeout), kivara::tray::kCreationBalloonTimeout);
   m_tnd.uFlags |= NIF_INFO;
-  storeBalloon(text.c_str(), orNull(title), icon, timeout);
+  storeBalloon(text.c_str(), title.c_str(), icon, timeout);
 }
 
 void KivSystemTray::storeBalloon(char const * text, char const * title, unsigned long icon, unsigned int timeout) {

@@ -69,6 +69,27 @@ protected:
   }
 };
 
+/// With which the system is asked to paint a field.
+COLORREF colourOf(SV::MetricField const & field) {
+  HDC const device = GetDC(field.GethWnd());
+  auto const brush = reinterpret_cast<HBRUSH>(SendMessageA(GetParent(field.GethWnd()), WM_CTLCOLOREDIT,
+                                                           reinterpret_cast<WPARAM>(device),
+                                                           reinterpret_cast<LPARAM>(field.GethWnd())));
+  COLORREF const ofDevice = GetDCBrushColor(device);
+  ReleaseDC(field.GethWnd(), device);
+  LOGBRUSH facts = {};
+  GetObjectA(brush, sizeof facts, &facts);
+  return brush == GetStockObject(DC_BRUSH) ? ofDevice : facts.lbColor;
+}
+
+TEST_F(MetricField, HasTheColourOfItsBrushAndThatOfTheSystemWithoutOne) {
+  DayDialog dialog;
+  ASSERT_NE(GetSysColor(COLOR_WINDOW), 0u) << "as of no brush";
+  EXPECT_EQ(colourOf(dialog.day), GetSysColor(COLOR_WINDOW));
+  dialog.day.ChangeBackgroundBrush(SV::Brush(SV::COL_RED));
+  EXPECT_EQ(colourOf(dialog.day), SV::Color(SV::COL_RED).GetRGB());
+}
+
 TEST_F(MetricField, ShowsItsValueFollowedByTheUnit) {
   DayDialog dialog;
   EXPECT_STREQ(dialog.day.GetText().c_str(), "1.");
