@@ -93,11 +93,11 @@ start_virtual_display() {
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 9>&- &
   started+=($!)
   local tries
-  for ((tries = 0; tries < 100; tries++)); do
+  for ((tries = 0; tries < 600; tries++)); do
     [[ -s $number_file ]] && break
     sleep 0.1
   done
-  [[ -s $number_file ]] || fail "the virtual display Xvfb did not start within 10 seconds"
+  [[ -s $number_file ]] || fail "the virtual display Xvfb did not start within 60 seconds"
   DISPLAY=:$(<"$number_file")
   export DISPLAY
   rm -f "$number_file"
@@ -110,11 +110,11 @@ start_virtual_display() {
 wait_for_window_manager() {
   command -v xprop >/dev/null || return 0 # not installed yet where a build makes the first prefix
   local tries
-  for ((tries = 0; tries < 100; tries++)); do
+  for ((tries = 0; tries < 600; tries++)); do
     [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) != *'window id'* ]] || return 0
     sleep 0.1
   done
-  fail "the window manager openbox did not start within 10 seconds"
+  fail "the window manager openbox did not start within 60 seconds"
 }
 
 # run_wine PROGRAM ARGS...: AllocConsole fails when the three streams are a terminal, so they never are.

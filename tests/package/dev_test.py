@@ -195,8 +195,10 @@ class Run:
         environment["KIVARA_DEV_RUN"] = environment.get("KIVARA_DEV_RUN", "") + self.mark
         if cache:
             environment["KIVARA_CACHE"] = cache
-        self.process = subprocess.Popen([DEV, *words], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL, start_new_session=True)
+        with tempfile.TemporaryFile() as said:
+            self.said = os.fdopen(os.dup(said.fileno()), "rb")
+            self.process = subprocess.Popen([DEV, *words], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                            stderr=said, start_new_session=True)
 
     def processes(self):
         found = []
@@ -212,7 +214,9 @@ class Run:
         until = time.monotonic() + 60
         while not any(program in each for each in self.processes()):
             if time.monotonic() > until or self.process.poll() is not None:
-                raise AssertionError(f"{program} was not started; there is: {self.processes()}")
+                self.said.seek(0)
+                raise AssertionError(f"{program} was not started; there is: {self.processes()}; it ended with {self.process.returncode} "
+                                     f"and said: {self.said.read().decode(errors='replace')}")
             time.sleep(0.1)
 
     def assert_nothing_left(self, test):
