@@ -195,10 +195,9 @@ class Run:
         environment["KIVARA_DEV_RUN"] = environment.get("KIVARA_DEV_RUN", "") + self.mark
         if cache:
             environment["KIVARA_CACHE"] = cache
-        with tempfile.TemporaryFile() as said:
-            self.said = os.fdopen(os.dup(said.fileno()), "rb")
-            self.process = subprocess.Popen([DEV, *words], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                            stderr=said, start_new_session=True)
+        self.said = tempfile.TemporaryFile()
+        self.process = subprocess.Popen([DEV, *words], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                        stderr=self.said, start_new_session=True)
 
     def processes(self):
         found = []
@@ -211,7 +210,7 @@ class Run:
         return found
 
     def wait_for(self, program):
-        until = time.monotonic() + 60
+        until = time.monotonic() + 90
         while not any(program in each for each in self.processes()):
             if time.monotonic() > until or self.process.poll() is not None:
                 self.said.seek(0)

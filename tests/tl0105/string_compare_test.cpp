@@ -58,7 +58,7 @@ bool isSame(char const * a, char const * b, std::size_t length, bool expected) {
   return areSame(a, b, length) == expected && areSame(b, a, length) == expected;
 }
 
-bool isOrder(char const * a, char const * b, std::size_t length, int expected) {
+bool comparesAs(char const * a, char const * b, std::size_t length, int expected) {
   return sign(compareUpToNul(a, b, length)) == expected && sign(compareUpToNul(b, a, length)) == -expected;
 }
 
@@ -94,11 +94,11 @@ TEST(StringCompare, SameComparesPastANul) {
 TEST(StringCompare, TheFirstDifferenceOrdersByUnsignedBytes) {
   forAllPlacements(1, [](char * a, char * b, std::size_t length) {
     a[length] = b[length] = '\0';
-    ASSERT_TRUE(isOrder(a, b, length, 0));
+    ASSERT_TRUE(comparesAs(a, b, length, 0));
     for (std::size_t place = 0; place < length; ++place) {
       b[place] ^= '\x80';
       a[length - 1] ^= place + 1 < length ? 1 : 0; // a later one counts no more
-      ASSERT_TRUE(isOrder(a, b, length, -1)) << place;
+      ASSERT_TRUE(comparesAs(a, b, length, -1)) << place;
       b[place] ^= '\x80';
       a[length - 1] = patternAt(length - 1);
     }
@@ -111,10 +111,10 @@ TEST(StringCompare, TheOrderEndsAtANul) {
     for (std::size_t place = 0; place < length; ++place) {
       a[place] = b[place] = '\0';
       b[length - 1] ^= place + 1 < length ? 1 : 0;
-      ASSERT_TRUE(isOrder(a, b, length, 0)) << place;
+      ASSERT_TRUE(comparesAs(a, b, length, 0)) << place;
       b[length - 1] = patternAt(length - 1);
       b[place] = patternAt(place);
-      ASSERT_TRUE(isOrder(a, b, length, -1)) << place; // a text before one that goes on
+      ASSERT_TRUE(comparesAs(a, b, length, -1)) << place; // a text before one that goes on
       a[place] = patternAt(place);
     }
   });
@@ -123,7 +123,7 @@ TEST(StringCompare, TheOrderEndsAtANul) {
 TEST(StringCompare, OfTwoLengthsTheShorterStandsFirst) {
   forAllPlacements(1, [](char * a, char * b, std::size_t length) {
     a[length] = '\0';
-    ASSERT_TRUE(isOrder(a, b, length, -1));
+    ASSERT_TRUE(comparesAs(a, b, length, -1));
   });
 }
 
